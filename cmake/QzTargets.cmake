@@ -1,0 +1,50 @@
+# Every compiler flag of the project stands here; the folders only name their sources and neighbours.
+add_library(common_flags INTERFACE)
+target_compile_features(common_flags INTERFACE cxx_std_17)
+target_include_directories(common_flags INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/host/include)
+if(MSVC)
+  target_compile_options(common_flags INTERFACE /W4 /WX /utf-8 /fp:precise)
+else()
+  # No fused multiply-add: a*b+c must round alike on every machine, or golden drawings drift.
+  target_compile_options(common_flags INTERFACE -Wall -Wextra -Wshadow -Werror -ffp-contract=off)
+endif()
+if(QZ_SANITIZE)
+  target_compile_options(common_flags INTERFACE -fsanitize=address,undefined
+    -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(common_flags INTERFACE -fsanitize=address,undefined)
+endif()
+
+# qz_library(name [dependency ...]): one library from every source of the current folder.
+function(qz_library name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_library(${name} STATIC ${sources})
+    target_link_libraries(${name} PUBLIC common_flags ${ARGN})
+  else()
+    add_library(${name} INTERFACE)
+    target_link_libraries(${name} INTERFACE common_flags ${ARGN})
+  endif()
+endfunction()
+
+# The plug-in's folders see StdAfx.h, the SDK's headers and one another, nothing of the host's own.
+function(qz_plugin_library name)
+  qz_library(${name} ${ARGN})
+  get_target_property(kind ${name} TYPE)
+  if(kind STREQUAL INTERFACE_LIBRARY)
+    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR}/util)
+  else()
+    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/util)
+  endif()
+endfunction()
+
+# qz_test(name [dependency ...]): a test program from every source of the current folder, its tests
+# found one by one.
+function(qz_test name)
+  file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  if(sources)
+    add_executable(${name} ${sources})
+    target_link_libraries(${name} PRIVATE common_flags ${ARGN} GTest::gmock GTest::gtest_main)
+    target_include_directories(${name} PRIVATE ${CMAKE_SOURCE_DIR}/tests)
+    gtest_discover_tests(${name} DISCOVERY_TIMEOUT 60 WORKING_DIRECTORY ${CMAKE_SOURCE_DIR})
+  endif()
+endfunction()

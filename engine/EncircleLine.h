@@ -1,0 +1,97 @@
+// The envelope engine: from picked entities to one closed polyline.
+//
+// Words used throughout the engine:
+//   segment   one straight working line, a CLineInfo, in drawing units in the XY plane
+//   piece     a segment that came out of breaking a longer one
+//   side      where the drawing is looked at from, an E_RemoveLine_Dir
+//   hider     a segment that stands between a piece and the viewer
+//   chain     the segments visible from one side, in order, with bridges over the gaps
+//   axis      the tool's centre line; the envelope is that of one half of the drawing
+//   envelope  the closed polyline on "TempEncircleLine"
+#pragma once
+
+#include <vector>
+
+#include "EncircleCalInfo.h"
+#include "LineInfo.h"
+#include "QZRect.h"
+#include "RemoveLineDir.h"
+
+// Computes envelopes by the parameters it was made with. All passes work on the working database's
+// model space and only on clones; picked entities are never changed. One object may run several
+// computations; m_extents and m_cloneIds accumulate over them.
+class AFX_EXT_CLASS CEncircleLine {
+public:
+    explicit CEncircleLine(const CEncircleCalInfo& info);
+    CEncircleLine(const CEncircleLine& other);
+    CEncircleLine& operator=(const CEncircleLine& other);
+    ~CEncircleLine();
+
+    // The live pipeline: clone, convert, break, remove what no side sees, chain, draw.
+    //
+    // ids      the picked entities; what cannot be opened, lies on a locked layer or on the
+    //          dimension layer is left out
+    // outId    receives the envelope; keeps its value when there is none
+    // drawing  gains the envelope polyline and its layer; every layer is left switched on; the
+    //          current layer is restored; nothing stays open and no scratch entity stays behind
+    // cost     O((n + k) log n) for n segments and k meetings
+    void GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+
+protected:
+    // Source preparation (EncircleLineConvert.cpp)
+    void ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out);
+    void ConvertCurveToLine(AcDbObjectId curveId, AcArray<AcDbObjectId>& out);
+    void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectId& lineId);
+    void RemoveDashedIds(AcArray<AcDbObjectId>& ids);
+    void RemoveIdsInLayer(AcArray<AcDbObjectId>& ids, const std::vector<CString>& layerNames);
+    void RemoveDimLineIds(AcArray<AcDbObjectId>& ids);
+    void SetLayersShow(bool bShow);
+    void DeleteCloneEnts();
+    AcArray<AcDbObjectId> GetAllArc(AcArray<AcDbObjectId> ids);
+    AcArray<AcDbObjectId> IsPointOnArc(AcArray<AcDbObjectId> ids, AcGePoint3d pt);
+
+    // Line breaking (EncircleLineBreak.cpp)
+    void BreakLines(std::vector<CLineInfo>& lines);
+    void BreakLines2(std::vector<CLineInfo>& lines, bool bWithVertical, bool bShiftRight);
+    void CalBreakPoint(CLineInfo& line, const AcArray<AcGePoint3d>& points, bool bVertical,
+                       double dHalfLength);
+    void AddBreakPoint(AcGePoint3d pt, std::vector<AcGePoint3d>& pts, AcGeTol tol);
+    int GetBreakIndex(const AcArray<AcGePoint3d>& pts, AcGePoint3d pt, AcGeTol tol);
+    bool SplitLine(CLineInfo& line, AcArray<AcDbObjectId>& newIds);
+
+    // Directional removal (EncircleLineRemove.cpp)
+    std::vector<CLineInfo> RemoveLine2(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& lines);
+    bool IsPtInLineSpecifiedDir2(AcGePoint3d pt, AcGePoint3d lineStart, AcGePoint3d lineEnd,
+                                 E_RemoveLine_Dir dir);
+    AcDbObjectId CreateTempLine(E_RemoveLine_Dir dir, double dAxis, std::vector<CLineInfo>& lines);
+    void RemoveLineInExcludeDir(E_RemoveLine_Dir dir, double dAxis, std::vector<CLineInfo>& lines);
+    void RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
+                              std::vector<CLineInfo>& lines);
+
+    // Clean-up (EncircleLineClean.cpp)
+    void RemoveRepeatLine2(std::vector<CLineInfo>& lines);
+    void UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines);
+    void RemoveShortLine(std::vector<CLineInfo>& lines);
+    void RemoveLineByWalter(std::vector<CLineInfo>& lines, E_RemoveLine_Dir dir);
+
+    // Chains (EncircleLineChain.cpp)
+    void UpdateLineStartEndPt(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines);
+    void SortLineInfos(std::vector<CLineInfo>& lines, bool bByX);
+    void ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines);
+    void GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool bUnused,
+                       AcArray<AcGePoint3d>& pts);
+    bool IsPtExist(const AcArray<AcGePoint3d>& pts, const AcGePoint3d& pt);
+
+    // Axis and polyline output (EncircleLineOutput.cpp)
+    bool GetMidLineAxisValue(double& dAxis);
+    void SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLayerName);
+    void DrawPolyLine(AcArray<AcDbObjectId> ids, AcArray<AcGePoint3d> pts, double dAxis,
+                      AcDbObjectId& polylineId);
+    void AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId, AcArray<AcGePoint3d> arcPts,
+                       bool bSkipLast, int& nVertexIndex);
+
+protected:
+    CEncircleCalInfo m_calInfo;
+    CQZRect m_extents;
+    AcArray<AcDbObjectId> m_cloneIds;
+};
