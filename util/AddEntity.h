@@ -1,0 +1,39 @@
+// Adding entities to the working database.
+#pragma once
+
+#include "arxHeaders.h"
+
+// Points closer than this make no line, in drawing units.
+constexpr double kShortestLine = 1e-6;
+
+// Appends a line from p to q to the named block, with this colour index (256 by layer) and the line
+// type ByLayer whatever the drawing's current setting, on the current layer.
+//
+// result   the new line, closed; null when the points are closer than kShortestLine (nothing is
+//          added) or the block cannot be opened
+AcDbObjectId AddLine(const AcGePoint3d& p, const AcGePoint3d& q, Adesk::UInt16 nColour,
+                     const ACHAR* pSpaceName);
+
+// Appends an entity to the named block of the working database, model space by default, and closes
+// it. The entity is the database's from then on; when it cannot be appended it is deleted and the
+// result is null.
+AcDbObjectId AddEntity(AcDbEntity* pEntity, const ACHAR* pSpaceName = ACDB_MODEL_SPACE);
+
+// Keeps one block open for write to append many entities cheaply. Nothing else may open the block
+// meanwhile, so keep its life short.
+class CBlockAppender {
+public:
+    explicit CBlockAppender(const ACHAR* pSpaceName = ACDB_MODEL_SPACE);
+    ~CBlockAppender();
+    CBlockAppender(const CBlockAppender&) = delete;
+    CBlockAppender& operator=(const CBlockAppender&) = delete;
+
+    // As AddEntity().
+    AcDbObjectId Append(AcDbEntity* pEntity);
+    // As AddLine(), without its refusal of short lines.
+    AcDbObjectId AppendLine(const AcGePoint3d& p, const AcGePoint3d& q, Adesk::UInt16 nColour);
+
+private:
+    AcDbBlockTableRecord* m_pBlock = nullptr;
+    AcDbObjectId m_byLayerId;
+};

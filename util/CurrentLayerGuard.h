@@ -1,0 +1,25 @@
+#pragma once
+
+#include "arxHeaders.h"
+
+// Makes a layer of the working database the current one for the guard's life. The layer is created,
+// thawed, unlocked and switched on when need be (EnsureLayer), and stays so.
+class CCurrentLayerGuard {
+public:
+    explicit CCurrentLayerGuard(const ACHAR* pLayerName);
+    // Makes the former layer current again, in the database of the construction.
+    ~CCurrentLayerGuard();
+    CCurrentLayerGuard(const CCurrentLayerGuard&) = delete;
+    CCurrentLayerGuard& operator=(const CCurrentLayerGuard&) = delete;
+
+    // The guard's layer; null when it could not be made current, nothing is changed then.
+    const AcDbObjectId& GetLayerId() const { return m_layerId; }
+    // The guard's layer did not exist before.
+    bool IsLayerNew() const { return m_bCreated; }
+
+private:
+    AcDbDatabase* m_pDatabase;
+    AcDbObjectId m_formerId;
+    AcDbObjectId m_layerId;
+    bool m_bCreated = false;
+};

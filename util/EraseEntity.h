@@ -1,0 +1,10 @@
+#pragma once
+
+#include "arxHeaders.h"
+
+// Erases an object of the working database.
+//
+// A group is emptied instead: each of its entities is erased, the group itself stays.
+// result   true when it is erased now or was already; false for a null id or an object that cannot
+//          be opened for write
+bool EraseById(const AcDbObjectId& id);
