@@ -1,0 +1,4 @@
+#pragma once
+
+#include "acadstrc.h"
+#include "adesk.h"

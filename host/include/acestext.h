@@ -1,0 +1,8 @@
+#pragma once
+
+#include "acadstrc.h"
+#include "adesk.h"
+
+// The name of a status, e.g. "eWasErased"; a number outside the enumeration gives "eUnknownStatus".
+// The text lives as long as the program.
+const ACHAR* acadErrorStatusText(Acad::ErrorStatus es);

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "afxwin.h"
+
+class CProgressCtrl;
+class CListCtrl;
+class CToolTipCtrl;

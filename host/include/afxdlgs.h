@@ -1,0 +1,6 @@
+#pragma once
+
+#include "afxwin.h"
+
+class CFileDialog;
+class CFolderPickerDialog;

@@ -1,0 +1,162 @@
+// CString: the text class of MFC.
+#pragma once
+
+#include <cstdarg>
+
+#include "host_wintypes.h"
+#include "tchar.h"
+
+template <class Char, class Traits = void>
+class CStringT;
+
+// Wide text with value semantics. Copies share one buffer until one of them changes; copying costs
+// one atomic increment, so records may carry texts through vectors. A buffer may be shared between
+// threads, a single object not. Positions and counts are in elements of wchar_t.
+// Wrong positions: GetAt and operator[] need 0 <= i <= GetLength() (the end reads as 0); everywhere
+// else positions and counts are cut to the text.
+template <>
+class CStringT<wchar_t, void> {
+public:
+    typedef wchar_t XCHAR;
+    typedef const wchar_t* PCXSTR;
+    typedef wchar_t* PXSTR;
+
+    CStringT() noexcept;
+    CStringT(const CStringT& other) noexcept;
+    CStringT(CStringT&& other) noexcept;
+    CStringT(PCXSTR text);  // a null pointer gives the empty text
+    // Unlike Windows, narrow text is UTF-8 whatever the system's code page; bytes that are not give
+    // U+FFFD each.
+    CStringT(const char* text);
+    explicit CStringT(wchar_t ch, int count = 1);
+    CStringT(PCXSTR text, int length);
+    ~CStringT();
+
+    CStringT& operator=(const CStringT& other) noexcept;
+    CStringT& operator=(CStringT&& other) noexcept;
+    CStringT& operator=(PCXSTR text);
+    CStringT& operator=(const char* text);
+    CStringT& operator=(wchar_t ch);
+
+    int GetLength() const noexcept;
+    bool IsEmpty() const noexcept { return GetLength() == 0; }
+    void Empty() noexcept;
+    XCHAR GetAt(int i) const { return m_pszData[i]; }
+    XCHAR operator[](int i) const { return m_pszData[i]; }
+    void SetAt(int i, XCHAR ch);
+    PCXSTR GetString() const noexcept { return m_pszData; }
+    operator PCXSTR() const noexcept { return m_pszData; }
+    void SetString(PCXSTR text) { *this = text; }
+    void SetString(PCXSTR text, int length);
+
+    // Room for minLength elements and the end mark, holding the present text; to be followed by
+    // ReleaseBuffer, where -1 means up to the first 0.
+    PXSTR GetBuffer(int minLength = 0);
+    PXSTR GetBufferSetLength(int length);
+    void ReleaseBuffer(int newLength = -1);
+    void ReleaseBufferSetLength(int newLength) { ReleaseBuffer(newLength); }
+    void Preallocate(int length) { GetBuffer(length); }
+    void FreeExtra() {}
+
+    CStringT Left(int count) const;
+    CStringT Right(int count) const;
+    CStringT Mid(int first) const { return Mid(first, GetLength()); }
+    CStringT Mid(int first, int count) const;
+    CStringT SpanIncluding(PCXSTR set) const;
+    CStringT SpanExcluding(PCXSTR set) const;
+
+    // The position, or -1. A search of the empty text finds it at start.
+    int Find(PCXSTR text, int start = 0) const;
+    int Find(XCHAR ch, int start = 0) const;
+    int ReverseFind(XCHAR ch) const;
+    int FindOneOf(PCXSTR set) const;
+
+    // Less than, equal to or greater than 0. CompareNoCase lower-cases single characters; Collate
+    // does the same as Compare: this host has no collation of its own.
+    int Compare(PCXSTR text) const { return std::wcscmp(m_pszData, text); }
+    int CompareNoCase(PCXSTR text) const { return _tcsicmp(m_pszData, text); }
+    int Collate(PCXSTR text) const { return Compare(text); }
+    int CollateNoCase(PCXSTR text) const { return CompareNoCase(text); }
+
+    CStringT& operator+=(const CStringT& other);
+    CStringT& operator+=(PCXSTR text);
+    CStringT& operator+=(wchar_t ch);
+    void Append(PCXSTR text) { *this += text; }
+    void Append(PCXSTR text, int length);
+    void Append(const CStringT& other) { *this += other; }
+    void AppendChar(XCHAR ch) { *this += ch; }
+
+    // Microsoft's format rules: %s and %c are wide, %S, %hs, %C narrow; %d %i %u %x %X %o with h,
+    // l, ll, I32, I64, I, z, j, t; %f %e %g %a with the C library's meaning, always a decimal
+    // point; %p, %%; flags, width, precision, both also as *. %n is refused. Arguments may be this
+    // text.
+    void Format(PCXSTR format, ...);
+    void Format(UINT formatId, ...);
+    void FormatV(PCXSTR format, va_list args);
+    void AppendFormat(PCXSTR format, ...);
+    void AppendFormat(UINT formatId, ...);
+    void AppendFormatV(PCXSTR format, va_list args);
+
+    // Return how many were replaced or removed; Insert and Delete the new length.
+    int Replace(XCHAR oldChar, XCHAR newChar);
+    int Replace(PCXSTR oldText, PCXSTR newText);
+    int Remove(XCHAR ch);
+    int Insert(int i, XCHAR ch);
+    int Insert(int i, PCXSTR text);
+    int Delete(int i, int count = 1);
+
+    CStringT& MakeUpper();
+    CStringT& MakeLower();
+    CStringT& MakeReverse();
+    CStringT& Truncate(int length);
+
+    // Without arguments blanks go (space, tab, line ends), else the given characters.
+    CStringT& Trim() { return TrimRight().TrimLeft(); }
+    CStringT& Trim(XCHAR ch) { return TrimRight(ch).TrimLeft(ch); }
+    CStringT& Trim(PCXSTR set) { return TrimRight(set).TrimLeft(set); }
+    CStringT& TrimLeft();
+    CStringT& TrimLeft(XCHAR ch);
+    CStringT& TrimLeft(PCXSTR set);
+    CStringT& TrimRight();
+    CStringT& TrimRight(XCHAR ch);
+    CStringT& TrimRight(PCXSTR set);
+
+    // The next token at or after start; separators before it are skipped. start moves behind the
+    // token, and to -1 with an empty result when there is none left.
+    CStringT Tokenize(PCXSTR separators, int& start) const;
+
+    // Takes the text of a string resource of the current module; FALSE, and the text unchanged,
+    // when there is none (or no module has resources, as in programs without windows).
+    BOOL LoadString(UINT id);
+
+private:
+    void Assign(PCXSTR text, int length);
+    void MakeRoom(int length);
+    void Release() noexcept;
+
+    PXSTR m_pszData;  // behind a header that holds the count of sharers, the length and the room
+};
+
+typedef CStringT<wchar_t> CStringW;
+typedef CStringW CString;
+
+CString operator+(const CString& a, const CString& b);
+CString operator+(const CString& a, const wchar_t* b);
+CString operator+(const wchar_t* a, const CString& b);
+CString operator+(const CString& a, wchar_t b);
+CString operator+(wchar_t a, const CString& b);
+
+// The six comparisons, of a text with a text or a pointer on either side.
+#define HOST_STRING_COMPARISON(op)                                                            \
+    inline bool operator op(const CString& a, const CString& b) {                             \
+        return a.Compare(b.GetString()) op 0;                                                 \
+    }                                                                                         \
+    inline bool operator op(const CString& a, const wchar_t* b) { return a.Compare(b) op 0; } \
+    inline bool operator op(const wchar_t* a, const CString& b) { return 0 op b.Compare(a); }
+HOST_STRING_COMPARISON(==)
+HOST_STRING_COMPARISON(!=)
+HOST_STRING_COMPARISON(<)
+HOST_STRING_COMPARISON(>)
+HOST_STRING_COMPARISON(<=)
+HOST_STRING_COMPARISON(>=)
+#undef HOST_STRING_COMPARISON

@@ -1,0 +1,28 @@
+// What all geometry classes share: the global tolerance, kinds of entities.
+#pragma once
+
+#include "adesk.h"
+#include "getol.h"
+
+namespace AcGe {
+enum EntityId {
+    kEntity3d,
+    kPlanarEnt,
+    kPlane,
+    kBoundBlock3d,
+    kCurve3d,
+    kLinearEnt3d,
+    kLine3d,
+    kRay3d,
+    kLineSeg3d,
+    kCircArc3d,
+    kEllipArc3d,
+    kSplineEnt3d,
+    kNurbCurve3d
+};
+}  // namespace AcGe
+
+struct AcGeContext {
+    // The default argument of all tests. Mutable; set it only while no other thread computes.
+    static AcGeTol gTol;
+};

@@ -1,0 +1,44 @@
+// Points in the plane.
+#pragma once
+
+#include "gevec2d.h"
+
+class AcGePoint2d {
+public:
+    double x = 0.0, y = 0.0;
+
+    constexpr AcGePoint2d() = default;
+    constexpr AcGePoint2d(double xx, double yy) : x(xx), y(yy) {}
+
+    static const AcGePoint2d kOrigin;
+
+    AcGePoint2d& set(double xx, double yy) {
+        x = xx;
+        y = yy;
+        return *this;
+    }
+    double operator[](unsigned int i) const { return i == 0 ? x : y; }
+    double& operator[](unsigned int i) { return i == 0 ? x : y; }
+    AcGeVector2d asVector() const { return {x, y}; }
+
+    AcGePoint2d operator+(const AcGeVector2d& v) const { return {x + v.x, y + v.y}; }
+    AcGePoint2d operator-(const AcGeVector2d& v) const { return {x - v.x, y - v.y}; }
+    AcGePoint2d& operator+=(const AcGeVector2d& v) { return *this = *this + v; }
+    AcGePoint2d& operator-=(const AcGeVector2d& v) { return *this = *this - v; }
+    AcGeVector2d operator-(const AcGePoint2d& p) const { return {x - p.x, y - p.y}; }
+    AcGePoint2d operator*(double s) const { return {x * s, y * s}; }
+
+    double distanceTo(const AcGePoint2d& p) const { return (*this - p).length(); }
+    // Distance not above equalPoint.
+    bool isEqualTo(const AcGePoint2d& p, const AcGeTol& tol = AcGeContext::gTol) const {
+        return distanceTo(p) <= tol.equalPoint();
+    }
+    bool operator==(const AcGePoint2d& p) const { return isEqualTo(p); }
+    bool operator!=(const AcGePoint2d& p) const { return !isEqualTo(p); }
+
+    AcGePoint2d& rotateBy(double angle, const AcGePoint2d& centre = kOrigin);
+    AcGePoint2d& scaleBy(double factor, const AcGePoint2d& centre = kOrigin);
+    AcGePoint2d& transformBy(const AcGeMatrix2d& m);
+};
+
+inline AcGePoint2d AcGeVector2d::asPoint() const { return {x, y}; }
