@@ -1,0 +1,70 @@
+// What the command line asks for.
+#pragma once
+
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "apps/qzenvelope/Outline.h"
+
+namespace app {
+
+enum ExitStatus { kDone = 0, kNoResult = 1, kUsage = 2 };
+
+// A refusal that ends the program: one sentence for standard error that says what to do.
+class Failure : public std::runtime_error {
+public:
+    Failure(ExitStatus status, const std::string& text)
+        : std::runtime_error(text), m_status(status) {}
+    ExitStatus Status() const { return m_status; }
+
+private:
+    ExitStatus m_status;
+};
+
+struct ComputeOptions {
+    std::string input;
+    std::optional<Point> centre;  // unset only with noAxis
+    std::optional<Box> window;
+    bool lowerHalf = false;
+    bool includeDashed = false;
+    bool verticalEnds = false;
+    bool noAxis = false;
+    // Drawing units; the defaults are the engine's own.
+    double pointTolerance = 0.0005;
+    double lineTolerance = 0.001;
+    double horVerTolerance = 1e-6;
+    double arcPrecision = 0.3;
+    double sideLength = 5.0;
+    std::string output;  // empty: the drawing is not written
+    std::string svg;     // empty: no picture
+    bool json = false;
+};
+
+struct InfoOptions {
+    std::string input;
+    bool json = false;
+};
+
+struct CopyOptions {
+    std::string input, output;
+};
+
+struct Options {
+    enum class Command { Compute, Info, Copy, Nothing } command = Command::Nothing;
+    ComputeOptions compute;
+    InfoOptions info;
+    CopyOptions copy;
+    std::string text;  // Nothing: the help or the version, to be printed
+};
+
+// Reads the arguments after the program's name. Values may follow their option after '=' or as the
+// next argument, negative numbers too.
+//
+// fails    Failure with kUsage for anything that is no sensible request: unknown options, numbers
+// that
+//          are not numbers, lengths that are not positive, windows without area, no centre
+Options ParseOptions(const std::vector<std::string>& arguments);
+
+}  // namespace app

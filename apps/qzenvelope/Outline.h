@@ -1,0 +1,70 @@
+// A ring of straight and circular edges in the plane, as an envelope is: its size, its length and
+// whether it meets itself.
+#pragma once
+
+#include <optional>
+#include <vector>
+
+namespace app {
+
+struct Point {
+    double x = 0, y = 0;
+};
+
+// A corner and the bulge of the edge that leaves it: tan(sweep / 4), counter-clockwise positive
+// (DXF reference, LWPOLYLINE); 0 is a straight edge.
+struct Vertex {
+    double x = 0, y = 0, bulge = 0;
+};
+
+// The rectangle that holds what was added; empty at first.
+struct Box {
+    double minX = 1e300, minY = 1e300, maxX = -1e300, maxY = -1e300;
+
+    bool IsEmpty() const { return minX > maxX || minY > maxY; }
+    double Width() const { return maxX - minX; }
+    double Height() const { return maxY - minY; }
+    void Add(Point p);
+    void Add(const Box& other);
+    // Whether `inner` lies inside or on the border; no tolerance.
+    bool Contains(const Box& inner) const;
+};
+
+// The circle of a bulged edge.
+struct Circle {
+    Point centre;
+    double radius = 0;
+};
+
+// Sweep of a bulge in radians, signed: counter-clockwise positive.
+double Sweep(double bulge);
+
+// The circle on which the edge from `from` to `to` runs; from.bulge must not be 0 and the two must
+// be apart. Formula: centre = chord midpoint + left normal * (1 - b²) / 4b * chord (DXF reference).
+Circle CircleOf(const Vertex& from, Point to);
+
+// Box of the closed ring, arcs included beyond their end points.
+Box ExtentsOf(const std::vector<Vertex>& ring);
+
+// Length of the closed ring, arcs as arcs.
+double LengthOf(const std::vector<Vertex>& ring);
+
+enum class Meeting { Touch, Crossing, Overlap };
+
+// Where two edges meet that should not: edge i runs from vertex i to the next one.
+struct SelfMeeting {
+    Meeting kind = Meeting::Touch;
+    Point at;
+    int firstEdge = 0, secondEdge = 0;
+};
+
+// The first place where the closed ring meets itself other than at the corners its edges share; a
+// crossing or an overlap is preferred to a mere touch, then the lowest edges.
+//
+// ring    edges shorter than the tolerance are passed over, their neighbours count as adjacent
+// result  nothing for a simple ring. Exact for lines and arcs: no arc is replaced by chords.
+// tol     1e-9 of the ring's size: below it coordinates of that size carry no information
+// cost    O(n log n + p) for p pairs of edges whose ranges in x overlap
+std::optional<SelfMeeting> FindSelfMeeting(const std::vector<Vertex>& ring);
+
+}  // namespace app

@@ -1,0 +1,225 @@
+#include <algorithm>
+#include <cmath>
+#include <cstdio>
+
+#include "apps/qzenvelope/Picture.h"
+
+namespace app {
+namespace {
+
+constexpr double kLongSide = 1400;        // pixels of the picture's longer side
+constexpr double kShortSide = 240;        // and at least for the shorter one
+constexpr double kMargin = 0.05;          // of the view's longer side
+constexpr double kFontPerCapital = 1.38;  // font size by height of capitals, of usual sans fonts
+
+const char* const kStyle =
+    "path,rect{fill:none;vector-effect:non-scaling-stroke;stroke-linejoin:round}"
+    "text{font-family:'DejaVu Sans','Noto Sans CJK SC',sans-serif;fill:#9a9a9a}"
+    ".outline{stroke:#8a8a8a;stroke-width:1px}"
+    ".dashed{stroke:#a8a8a8;stroke-width:1px;stroke-dasharray:6 3}"
+    ".centre{stroke:#b0b0b0;stroke-width:1px;stroke-dasharray:12 3 2 3}"
+    ".dimension{stroke:#c4c4c4;stroke-width:1px}"
+    ".hatch{fill:#ececec;stroke:none;fill-rule:evenodd}"
+    ".axis{stroke:#2f6fb3;stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
+    ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
+    ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}";
+
+// SVG writes what the path data or an attribute needs: enough digits for any screen.
+class Writer {
+public:
+    explicit Writer(const Picture& picture) : m_picture(picture) {
+        m_view = picture.view;
+        if (m_view.IsEmpty()) m_view.Add(Point{});
+        const double margin = kMargin * std::max(m_view.Width(), m_view.Height()) + 1e-9;
+        m_view.Add(Point{m_view.minX - margin, m_view.minY - margin});
+        m_view.Add(Point{m_view.maxX + margin, m_view.maxY + margin});
+        m_origin = {(m_view.minX + m_view.maxX) / 2, (m_view.minY + m_view.maxY) / 2};
+    }
+
+    std::string Run() {
+        Head();
+        Blocks();
+        m_out += "<g transform=\"scale(1,-1)\">\n";
+        if (m_picture.hasWindow) Window();
+        for (const Shape& shape : m_picture.shapes) Add(shape, m_origin);
+        if (m_picture.hasAxis) Axis();
+        if (!m_picture.envelope.empty()) Envelope();
+        m_out += "</g>\n</svg>\n";
+        return m_out;
+    }
+
+private:
+    void Number(double value) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.9g", value);
+        m_out += text;
+    }
+    void Pair(Point p, Point origin) {
+        Number(p.x - origin.x);
+        m_out += ' ';
+        Number(p.y - origin.y);
+    }
+    void Text(const std::string& text) {
+        for (const char c : text) switch (c) {
+                case '&':
+                    m_out += "&amp;";
+                    break;
+                case '<':
+                    m_out += "&lt;";
+                    break;
+                case '>':
+                    m_out += "&gt;";
+                    break;
+                default:
+                    // XML knows no other control characters.
+                    if (static_cast<unsigned char>(c) >= 0x20 || c == '\t') m_out += c;
+            }
+    }
+
+    void Head() {
+        const double scale = kLongSide / std::max(m_view.Width(), m_view.Height());
+        m_out =
+            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
+        m_out += " width=\"";
+        Number(std::round(std::max(kShortSide, m_view.Width() * scale)));
+        m_out += "\" height=\"";
+        Number(std::round(std::max(kShortSide, m_view.Height() * scale)));
+        m_out += "\" viewBox=\"";
+        Number(m_view.minX - m_origin.x);
+        m_out += ' ';
+        Number(m_origin.y - m_view.maxY);
+        m_out += ' ';
+        Number(m_view.Width());
+        m_out += ' ';
+        Number(m_view.Height());
+        m_out += "\">\n<title>";
+        Text(m_picture.title);
+        m_out += "</title>\n<style>";
+        m_out += kStyle;
+        m_out += "</style>\n<rect x=\"";
+        Number(m_view.minX - m_origin.x);
+        m_out += "\" y=\"";
+        Number(m_origin.y - m_view.maxY);
+        m_out += "\" width=\"";
+        Number(m_view.Width());
+        m_out += "\" height=\"";
+        Number(m_view.Height());
+        m_out += "\" style=\"fill:#fff\"/>\n";
+    }
+
+    void Blocks() {
+        m_out += "<defs>\n";
+        for (size_t i = 0; i < m_picture.blocks.size(); ++i) {
+            m_out += "<g id=\"b" + std::to_string(i) + "\">\n";
+            for (const Shape& shape : m_picture.blocks[i]) Add(shape, Point{});
+            m_out += "</g>\n";
+        }
+        m_out += "</defs>\n";
+    }
+
+    void Matrix(const Affine& m, Point origin) {
+        m_out += "matrix(";
+        for (const double value : {m.a, m.b, m.c, m.d}) {
+            Number(value);
+            m_out += ' ';
+        }
+        Pair({m.e, m.f}, origin);
+        m_out += ')';
+    }
+
+    void Data(const Path& path, Point origin) {
+        for (const PathStep& step : path.Steps()) {
+            if (step.kind == PathStep::Close) {
+                m_out += 'Z';
+                continue;
+            }
+            m_out += "MLAC"[step.kind];
+            if (step.kind == PathStep::Arc) {
+                const double degrees = step.turn * 180 / std::acos(-1.0);
+                for (const double value : {step.radiusX, step.radiusY, degrees}) {
+                    Number(value);
+                    m_out += ' ';
+                }
+                m_out += step.large ? "1 " : "0 ";
+                m_out += step.ccw ? "1 " : "0 ";
+            }
+            if (step.kind == PathStep::Cubic) {
+                Pair(step.control1, origin);
+                m_out += ' ';
+                Pair(step.control2, origin);
+                m_out += ' ';
+            }
+            Pair(step.to, origin);
+        }
+    }
+
+    void Stroke(const char* kind, const Path& path, Point origin) {
+        m_out += "<path class=\"";
+        m_out += kind;
+        m_out += "\" d=\"";
+        Data(path, origin);
+        m_out += "\"/>\n";
+    }
+
+    void Add(const Shape& shape, Point origin) {
+        static const char* const kClasses[] = {"outline",   "dashed", "centre",  "dimension",
+                                               "dimension", "hatch",  "envelope"};
+        if (shape.kind == Shape::Stroke)
+            Stroke(kClasses[static_cast<int>(shape.ink)], shape.path, origin);
+        if (shape.kind == Shape::Label) Label(shape, origin);
+        if (shape.kind == Shape::BlockUse) {
+            m_out += "<use href=\"#b" + std::to_string(shape.block) + "\" transform=\"";
+            Matrix(shape.place, origin);
+            m_out += "\"/>\n";
+        }
+    }
+
+    void Label(const Shape& shape, Point origin) {
+        static const char* const kAnchors[] = {"start", "middle", "end"};
+        Affine upright = shape.place;  // letters grow downwards in SVG
+        upright.c = -upright.c;
+        upright.d = -upright.d;
+        m_out += "<text text-anchor=\"";
+        m_out += kAnchors[shape.anchor];
+        m_out += "\" font-size=\"";
+        Number(shape.textHeight * kFontPerCapital);
+        m_out += "\" transform=\"";
+        Matrix(upright, origin);
+        m_out += "\">";
+        Text(shape.text);
+        m_out += "</text>\n";
+    }
+
+    void Window() {
+        const Box& w = m_picture.window;
+        Path path;
+        path.AddRing(
+            {{w.minX, w.minY, 0}, {w.maxX, w.minY, 0}, {w.maxX, w.maxY, 0}, {w.minX, w.maxY, 0}},
+            true);
+        Stroke("window", path, m_origin);
+    }
+
+    void Axis() {
+        Path path;
+        path.MoveTo({m_picture.axisFrom, m_picture.axisY});
+        path.LineTo({m_picture.axisTo, m_picture.axisY});
+        Stroke("axis", path, m_origin);
+    }
+
+    void Envelope() {
+        Path path;
+        path.AddRing(m_picture.envelope, true);
+        Stroke("envelope", path, m_origin);
+    }
+
+    const Picture& m_picture;
+    Box m_view;
+    Point m_origin;
+    std::string m_out;
+};
+
+}  // namespace
+
+std::string ToSvg(const Picture& picture) { return Writer(picture).Run(); }
+
+}  // namespace app

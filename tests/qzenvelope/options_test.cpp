@@ -1,0 +1,114 @@
+// The command line: what is accepted, and one clear sentence for what is not.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <sstream>
+
+#include "apps/qzenvelope/Options.h"
+
+namespace {
+
+using testing::HasSubstr;
+
+app::Options Parse(const std::string& line) {
+    std::istringstream words(line);
+    std::vector<std::string> arguments;
+    for (std::string word; words >> word;) arguments.push_back(word);
+    return app::ParseOptions(arguments);
+}
+
+TEST(Options, NegativeNumbersInBothSpellings) {
+    for (const char* line :
+         {"compute a.dxf --centre=-5,-.5 --window=-1,-2,-30,40 --side-length=0",
+          "compute a.dxf --centre -5,-.5 --window -1,-2,-30,40 --side-length 0",
+          "compute --window -30,40,-1,-2 --center -5,-.5 a.dxf --side-length 0",
+          "compute --window -1,40,-30,-2 --centre -5e0,-5e-1 --side-length 0 a.dxf"}) {
+        SCOPED_TRACE(line);
+        const app::ComputeOptions o = Parse(line).compute;
+        EXPECT_EQ("a.dxf", o.input);
+        ASSERT_TRUE(o.centre && o.window);
+        EXPECT_EQ(-5, o.centre->x);
+        EXPECT_EQ(-0.5, o.centre->y);
+        EXPECT_EQ(-30, o.window->minX);
+        EXPECT_EQ(-2, o.window->minY);
+        EXPECT_EQ(-1, o.window->maxX);
+        EXPECT_EQ(40, o.window->maxY);
+        EXPECT_EQ(0, o.sideLength);
+    }
+}
+
+TEST(Options, EveryOptionArrives) {
+    const app::ComputeOptions o =
+        Parse(
+            "compute in.dxf --no-axis --half lower --algorithm 3 --include-dashed "
+            "--vertical-ends --point-tolerance 0.1 --line-tolerance 0.2 --horver-tolerance 0.3 "
+            "--arc-precision 0.4 --side-length 0.5 -o out.dxf --svg out.svg --json")
+            .compute;
+    EXPECT_FALSE(o.centre || o.window);
+    EXPECT_TRUE(o.noAxis && o.lowerHalf && o.includeDashed && o.verticalEnds && o.json);
+    EXPECT_EQ(0.1, o.pointTolerance);
+    EXPECT_EQ(0.2, o.lineTolerance);
+    EXPECT_EQ(0.3, o.horVerTolerance);
+    EXPECT_EQ(0.4, o.arcPrecision);
+    EXPECT_EQ(0.5, o.sideLength);
+    EXPECT_EQ("out.dxf", o.output);
+    EXPECT_EQ("out.svg", o.svg);
+}
+
+TEST(Options, Refusals) {
+    const struct {
+        const char* line;
+        const char* message;
+    } cases[] = {
+        {"", "no command given; use compute, info or copy"},
+        {"--json", "A subcommand is required"},
+        {"frobnicate", "there is no command 'frobnicate'"},
+        {"compute --centre 0,0", "IN is required"},
+        {"copy a.dxf", "OUT is required"},
+        {"compute a.dxf", "no centre given; add --centre X,Y"},
+        {"compute a.dxf --centre 5", "has 1 number where 2 are needed"},
+        {"compute a.dxf --centre 5,6,7", "has 3 numbers where 2 are needed"},
+        {"compute a.dxf --centre a,b", "'a,b' is not a number"},
+        {"compute a.dxf --centre 5;6", "something that is no number"},
+        {"compute a.dxf --centre 0x10,0", "something that is no number"},
+        {"compute a.dxf --centre nan,0", "'nan,0' is not a finite number"},
+        {"compute a.dxf --centre 1e999,0", "is out of range"},
+        {"compute a.dxf --centre 0,0 --window 1,2,3", "has 3 numbers where 4 are needed"},
+        {"compute a.dxf --centre 0,0 --window 1,2,1,8", "has no area"},
+        {"compute a.dxf --centre 0,0 --window 1,2,inf,8", "is not a finite number"},
+        {"compute a.dxf --centre 0,0 --arc-precision 0", "leaves no length"},
+        {"compute a.dxf --centre 0,0 --arc-precision -0.3", "--arc-precision: -0.3 is negative"},
+        {"compute a.dxf --centre 0,0 --arc-precision nan", "is not a finite number"},
+        {"compute a.dxf --centre 0,0 --point-tolerance 0", "leaves no length"},
+        {"compute a.dxf --centre 0,0 --line-tolerance -1e-9", "is negative"},
+        {"compute a.dxf --centre 0,0 --horver-tolerance inf", "is not a finite number"},
+        {"compute a.dxf --centre 0,0 --side-length -5", "--side-length: -5 is negative"},
+        {"compute a.dxf --centre 0,0 --half left", "--half"},
+        {"compute a.dxf --centre 0,0 --algorithm hatch", "--algorithm"},
+        {"compute a.dxf --centre 0,0 --frobnicate", "--frobnicate"},
+        {"compute a.dxf --centre --json", "--centre"},
+        {"info", "DRAWING is required"},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.line);
+        try {
+            Parse(c.line);
+            ADD_FAILURE() << "accepted";
+        } catch (const app::Failure& failure) {
+            EXPECT_THAT(failure.what(), HasSubstr(c.message));
+            EXPECT_EQ(app::kUsage, failure.Status());
+        }
+    }
+}
+
+TEST(Options, HelpIsNoFailure) {
+    for (const char* line : {"--help", "compute --help", "copy -h", "--version"}) {
+        SCOPED_TRACE(line);
+        const app::Options options = Parse(line);
+        EXPECT_EQ(app::Options::Command::Nothing, options.command);
+        EXPECT_THAT(options.text, HasSubstr("qzenvelope"));
+    }
+    EXPECT_THAT(Parse("compute --help").text, HasSubstr("--arc-precision"));
+}
+
+}  // namespace
