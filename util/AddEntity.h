@@ -24,7 +24,6 @@ AcDbObjectId AddEntity(AcDbEntity* pEntity, const ACHAR* pSpaceName = ACDB_MODEL
 class CBlockAppender {
 public:
     explicit CBlockAppender(const ACHAR* pSpaceName = ACDB_MODEL_SPACE);
-    ~CBlockAppender();
     CBlockAppender(const CBlockAppender&) = delete;
     CBlockAppender& operator=(const CBlockAppender&) = delete;
 
@@ -34,6 +33,6 @@ public:
     AcDbObjectId AppendLine(const AcGePoint3d& p, const AcGePoint3d& q, Adesk::UInt16 nColour);
 
 private:
-    AcDbBlockTableRecord* m_pBlock = nullptr;
+    AcDbObjectPointer<AcDbBlockTableRecord> m_block;
     AcDbObjectId m_byLayerId;
 };

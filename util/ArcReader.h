@@ -21,8 +21,11 @@ struct SArc {
 // AcDbArc.
 bool ReadArc(const AcDbObjectId& id, SArc& arc);
 
-// Centre, or the two ends counter-clockwise, of an arc. 0 on success; 2 when the object cannot be
-// opened as an arc, the points then keep their values.
+// What the two readers below answer for anything but an arc.
+constexpr int kNoArc = 2;
+
+// Centre, or the two ends counter-clockwise, of an arc. 0 on success; kNoArc when the object
+// cannot be opened as an arc, the points then keep their values.
 int GetArcCentre(const AcDbObjectId& id, AcGePoint3d& centre);
 int GetArcEndPoints(const AcDbObjectId& id, AcGePoint3d& start, AcGePoint3d& end);
 

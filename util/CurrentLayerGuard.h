@@ -7,7 +7,9 @@
 class CCurrentLayerGuard {
 public:
     explicit CCurrentLayerGuard(const ACHAR* pLayerName);
-    // Makes the former layer current again, in the database of the construction.
+    // Makes the former layer current again, in the database of the construction. A former layer
+    // that is frozen is thawed, since no host lets a frozen one become current; layer 0 when it is
+    // gone.
     ~CCurrentLayerGuard();
     CCurrentLayerGuard(const CCurrentLayerGuard&) = delete;
     CCurrentLayerGuard& operator=(const CCurrentLayerGuard&) = delete;

@@ -20,6 +20,9 @@ AcDbObjectId FindLayer(const ACHAR* pName);
 // Name of a layer; empty when id is no layer.
 CString GetLayerName(const AcDbObjectId& layerId);
 
+// Whether entities on the layer cannot be changed; false when id is no layer.
+bool IsLayerLocked(const AcDbObjectId& layerId);
+
 // Makes sure that entities can be put on the layer and changed there: creates it (colour 7,
 // Continuous) when missing, thaws, unlocks and switches it on.
 //
@@ -33,3 +36,7 @@ void ShowAllLayers(bool bShow);
 
 // Switches one layer on or off; false when there is none.
 bool ShowLayer(const AcDbObjectId& layerId, bool bShow);
+
+// Erases the record of a layer that nothing uses any more and that is not current; the caller knows
+// so. False when it cannot be opened or erased.
+bool EraseEmptyLayer(const AcDbObjectId& layerId);
