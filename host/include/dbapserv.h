@@ -1,0 +1,23 @@
+// Services of the application that hosts the database.
+#pragma once
+
+#include "acadstrc.h"
+#include "adesk.h"
+
+class AcDbDatabase;
+
+// Knows the working database: the one that calls without a database mean.
+class AcDbHostApplicationServices {
+public:
+    virtual ~AcDbHostApplicationServices() = default;
+
+    // Null when there is no document.
+    AcDbDatabase* workingDatabase() const { return m_workingDatabase; }
+    void setWorkingDatabase(AcDbDatabase* db) { m_workingDatabase = db; }
+
+private:
+    AcDbDatabase* m_workingDatabase = nullptr;
+};
+
+// The only one; never null.
+AcDbHostApplicationServices* acdbHostApplicationServices();

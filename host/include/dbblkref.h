@@ -1,0 +1,169 @@
+// Block references, their attributes and attribute definitions. Part of dbents.h.
+#pragma once
+
+#include <vector>
+
+#include "dbents.h"
+#include "gescl3d.h"
+
+// Text that a block reference carries under a tag.
+class AcDbAttribute : public AcDbText {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbAttribute);
+    AcDbAttribute() = default;
+    AcDbAttribute(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
+                  AcDbObjectId style = AcDbObjectId());
+
+    ACHAR* tag() const;
+    const ACHAR* tagConst() const { return m_tag.c_str(); }
+    Acad::ErrorStatus setTag(const ACHAR* tag);
+    bool isInvisible() const { return (m_flags & 1) != 0; }
+    Acad::ErrorStatus setInvisible(bool invisible);
+    bool isConstant() const { return (m_flags & 2) != 0; }
+    bool isVerifiable() const { return (m_flags & 4) != 0; }
+    bool isPreset() const { return (m_flags & 8) != 0; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+
+private:
+    friend struct host::Access;
+    std::wstring m_tag;
+    Adesk::UInt8 m_flags = 0;  // group 70 of ATTRIB
+};
+
+// The pattern of an attribute inside a block definition; shows its tag there.
+class AcDbAttributeDefinition : public AcDbText {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbAttributeDefinition);
+    AcDbAttributeDefinition() = default;
+    AcDbAttributeDefinition(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
+                            const ACHAR* prompt, AcDbObjectId style = AcDbObjectId());
+
+    ACHAR* tag() const;
+    const ACHAR* tagConst() const { return m_tag.c_str(); }
+    Acad::ErrorStatus setTag(const ACHAR* tag);
+    ACHAR* prompt() const;
+    const ACHAR* promptConst() const { return m_prompt.c_str(); }
+    Acad::ErrorStatus setPrompt(const ACHAR* prompt);
+    bool isInvisible() const { return (m_flags & 1) != 0; }
+    Acad::ErrorStatus setInvisible(bool invisible);
+    bool isConstant() const { return (m_flags & 2) != 0; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+
+private:
+    friend struct host::Access;
+    std::wstring m_tag;
+    std::wstring m_prompt;
+    Adesk::UInt8 m_flags = 0;
+};
+
+// A block definition shown once: scaled along the definition's axes, turned by the rotation about
+// the normal, placed at the position (WCS).
+class AcDbBlockReference : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbBlockReference);
+    AcDbBlockReference() = default;
+    AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRecord);
+    ~AcDbBlockReference() override;
+
+    AcDbObjectId blockTableRecord() const { return m_blockId; }
+    // eWrongObjectType.
+    Acad::ErrorStatus setBlockTableRecord(AcDbObjectId block);
+    AcGePoint3d position() const { return m_position; }
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    AcGeScale3d scaleFactors() const { return m_scale; }
+    // eInvalidInput for a zero factor.
+    Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
+    double rotation() const { return m_rotation; }
+    Acad::ErrorStatus setRotation(double angle);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+
+    // Maps the definition's coordinates to WCS, its origin to the position.
+    AcGeMatrix3d blockTransform() const;
+    // Takes position, scales, rotation and normal from a matrix whose axes are perpendicular;
+    // eCannotScaleNonUniformly for others.
+    Acad::ErrorStatus setBlockTransform(const AcGeMatrix3d& matrix);
+
+    // The caller deletes it. Empty for a non-resident reference.
+    AcDbObjectIterator* attributeIterator() const;
+    Acad::ErrorStatus openAttribute(AcDbAttribute*& attribute, AcDbObjectId id, AcDb::OpenMode mode,
+                                    bool openErased = false) const;
+    // Needs a resident reference open for write; the attribute is then open for write.
+    Acad::ErrorStatus appendAttribute(AcDbAttribute* attribute);
+    Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
+
+    // Explodes and appends the pieces to the block that owns the reference; the reference stays.
+    Acad::ErrorStatus explodeToOwnerSpace() const;
+    // Box of the definition's entities without attributes.
+    Acad::ErrorStatus geomExtentsBestFit(
+        AcDbExtents& extents, const AcGeMatrix3d& parent = AcGeMatrix3d::kIdentity) const;
+    bool isPlanar() const override { return false; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    friend struct host::Access;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
+    void ownedIds(AcDbObjectIdArray& ids) const override;
+    void adoptOwned(AcDbObjectId id) override;
+    void translateIds(const AcDbIdMapping& mapping) override;
+    // Transforms of all the cells: one, or those of the array.
+    virtual std::vector<AcGeMatrix3d> cellTransforms() const;
+    AcDbBlockReference(const AcDbBlockReference& other);
+    AcDbBlockReference& operator=(const AcDbBlockReference& other);
+
+private:
+    AcDbObjectId m_blockId;
+    AcGePoint3d m_position;
+    AcGeScale3d m_scale;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_rotation = 0.0;
+    std::vector<AcDbObjectId> m_attributeIds;
+    AcDbObjectId m_seqEndId;
+};
+
+// A rectangular array of one block: the cells step along the reference's turned axes, unscaled.
+class AcDbMInsertBlock : public AcDbBlockReference {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbMInsertBlock);
+    AcDbMInsertBlock() = default;
+    AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blockTableRecord,
+                     Adesk::UInt16 columns, Adesk::UInt16 rows, double columnSpacing,
+                     double rowSpacing);
+
+    Adesk::UInt16 columns() const { return m_columns; }
+    Acad::ErrorStatus setColumns(Adesk::UInt16 columns);
+    Adesk::UInt16 rows() const { return m_rows; }
+    Acad::ErrorStatus setRows(Adesk::UInt16 rows);
+    double columnSpacing() const { return m_columnSpacing; }
+    Acad::ErrorStatus setColumnSpacing(double spacing);
+    double rowSpacing() const { return m_rowSpacing; }
+    Acad::ErrorStatus setRowSpacing(double spacing);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    friend struct host::Access;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    std::vector<AcGeMatrix3d> cellTransforms() const override;
+
+private:
+    double m_columnSpacing = 0.0;
+    double m_rowSpacing = 0.0;
+    Adesk::UInt16 m_columns = 1;
+    Adesk::UInt16 m_rows = 1;
+};

@@ -1,0 +1,148 @@
+// Dimensions.
+#pragma once
+
+#include <string>
+
+#include "dbmain.h"
+
+// A dimension is drawn by the anonymous block that dimBlockId names. Without one only the
+// definition points are known.
+class AcDbDimension : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbDimension);
+
+    // Null when there is no block.
+    AcDbObjectId dimBlockId() const { return m_blockId; }
+    Acad::ErrorStatus setDimBlockId(AcDbObjectId block);
+    AcDbObjectId dimensionStyle() const { return m_style; }
+    Acad::ErrorStatus setDimensionStyle(AcDbObjectId style);
+    AcGePoint3d textPosition() const;  // WCS
+    ACHAR* dimensionText() const;
+    double measurement() const { return m_measurement; }
+    AcGeVector3d normal() const { return m_normal; }
+    double elevation() const { return m_textPosition.z; }
+    double textRotation() const { return m_textRotation; }
+    double horizontalRotation() const { return m_horizontalRotation; }
+    bool isPlanar() const override { return true; }
+
+protected:
+    friend struct host::Access;
+    enum PointSlot { kDimLine, kText, kClone, kFirst, kSecond, kThird, kFourth, kNumSlots };
+    AcDbDimension() = default;
+    AcDbDimension(const AcDbDimension&) = default;
+    AcDbDimension& operator=(const AcDbDimension&) = default;
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
+    void translateIds(const AcDbIdMapping& mapping) override;
+    // Definition points (groups 10, 13, 14, 15, 16) WCS; setting marks the slot as used.
+    AcGePoint3d definitionPoint(int slot) const { return m_points[slot]; }
+    Acad::ErrorStatus setDefinitionPoint(int slot, const AcGePoint3d& point);
+
+private:
+    AcDbObjectId m_blockId;
+    AcDbObjectId m_style;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    AcGePoint3d m_points[kNumSlots];
+    AcGePoint3d m_textPosition;  // OCS, group 11
+    double m_measurement = 0.0;
+    double m_textRotation = 0.0;
+    double m_horizontalRotation = 0.0;
+    double m_rotation = 0.0;  // of the dimension line, group 50
+    double m_oblique = 0.0;   // group 52
+    std::wstring m_text;
+    Adesk::UInt8 m_used = 0;       // bit per slot
+    Adesk::Int16 m_typeFlags = 0;  // group 70 without the type
+};
+
+class AcDbRotatedDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbRotatedDimension);
+    AcDbRotatedDimension() = default;
+    double rotation() const;
+    AcGePoint3d xLine1Point() const { return definitionPoint(kFirst); }
+    Acad::ErrorStatus setXLine1Point(const AcGePoint3d& p) { return setDefinitionPoint(kFirst, p); }
+    AcGePoint3d xLine2Point() const { return definitionPoint(kSecond); }
+    Acad::ErrorStatus setXLine2Point(const AcGePoint3d& p) {
+        return setDefinitionPoint(kSecond, p);
+    }
+    AcGePoint3d dimLinePoint() const { return definitionPoint(kDimLine); }
+    Acad::ErrorStatus setDimLinePoint(const AcGePoint3d& p) {
+        return setDefinitionPoint(kDimLine, p);
+    }
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbAlignedDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbAlignedDimension);
+    AcDbAlignedDimension() = default;
+    AcGePoint3d xLine1Point() const { return definitionPoint(kFirst); }
+    Acad::ErrorStatus setXLine1Point(const AcGePoint3d& p) { return setDefinitionPoint(kFirst, p); }
+    AcGePoint3d xLine2Point() const { return definitionPoint(kSecond); }
+    Acad::ErrorStatus setXLine2Point(const AcGePoint3d& p) {
+        return setDefinitionPoint(kSecond, p);
+    }
+    AcGePoint3d dimLinePoint() const { return definitionPoint(kDimLine); }
+    Acad::ErrorStatus setDimLinePoint(const AcGePoint3d& p) {
+        return setDefinitionPoint(kDimLine, p);
+    }
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDb2LineAngularDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb2LineAngularDimension);
+    AcDb2LineAngularDimension() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDb3PointAngularDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb3PointAngularDimension);
+    AcDb3PointAngularDimension() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbRadialDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbRadialDimension);
+    AcDbRadialDimension() = default;
+    AcGePoint3d center() const { return definitionPoint(kDimLine); }
+    AcGePoint3d chordPoint() const { return definitionPoint(kThird); }
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbDiametricDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbDiametricDimension);
+    AcDbDiametricDimension() = default;
+    AcGePoint3d farChordPoint() const { return definitionPoint(kDimLine); }
+    AcGePoint3d chordPoint() const { return definitionPoint(kThird); }
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbOrdinateDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbOrdinateDimension);
+    AcDbOrdinateDimension() = default;
+    AcGePoint3d origin() const { return definitionPoint(kDimLine); }
+    AcGePoint3d definingPoint() const { return definitionPoint(kFirst); }
+    AcGePoint3d leaderEndPoint() const { return definitionPoint(kSecond); }
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbArcDimension : public AcDbDimension {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbArcDimension);
+    AcDbArcDimension() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};

@@ -1,0 +1,347 @@
+// The common entities. Heavy polylines, block references and attributes come with dbpoly.h and
+// dbblkref.h, which this header includes.
+#pragma once
+
+#include <string>
+
+#include "dbcurve.h"
+
+class AcDbObjectIterator;
+
+// A straight segment. normal() is the extrusion direction of the thickness.
+class AcDbLine : public AcDbCurve {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbLine);
+    AcDbLine() = default;
+    AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) : m_start(start), m_end(end) {}
+
+    AcGePoint3d startPoint() const { return m_start; }
+    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
+    AcGePoint3d endPoint() const { return m_end; }
+    Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus reverseCurve() override;
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+                                   const AcGeTol& tol = AcGeContext::gTol) const override;
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_start;
+    AcGePoint3d m_end;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+};
+
+// Part of a circle, counter-clockwise about its normal from startAngle to endAngle, both measured
+// in the OCS of the normal and kept in [0, 2 pi). The centre is WCS.
+class AcDbArc : public AcDbCurve {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbArc);
+    AcDbArc() = default;
+    AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
+    AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
+            double endAngle);
+
+    AcGePoint3d center() const { return m_center; }
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+    double radius() const { return m_radius; }
+    // eInvalidInput for a negative radius.
+    Acad::ErrorStatus setRadius(double radius);
+    double startAngle() const { return m_startAngle; }
+    Acad::ErrorStatus setStartAngle(double angle);
+    double endAngle() const { return m_endAngle; }
+    Acad::ErrorStatus setEndAngle(double angle);
+    // In (0, 2 pi]; equal angles mean a full turn.
+    double totalAngle() const;
+    double length() const { return m_radius * totalAngle(); }
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    bool isPlanar() const override { return true; }
+
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+                                   const AcGeTol& tol = AcGeContext::gTol) const override;
+    Acad::ErrorStatus getArea(double& area) const override;
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& matrix,
+                                            AcDbEntity*& copy) const override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_center;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_radius = 0.0;
+    double m_startAngle = 0.0;
+    double m_endAngle = 0.0;
+    double m_thickness = 0.0;
+};
+
+class AcDbCircle : public AcDbCurve {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbCircle);
+    AcDbCircle() = default;
+    AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
+
+    AcGePoint3d center() const { return m_center; }
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+    double radius() const { return m_radius; }
+    Acad::ErrorStatus setRadius(double radius);
+    double circumference() const;
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    bool isPlanar() const override { return true; }
+
+    bool isClosed() const override { return true; }
+    bool isPeriodic() const override { return true; }
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+                                   const AcGeTol& tol = AcGeContext::gTol) const override;
+    Acad::ErrorStatus getArea(double& area) const override;
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& matrix,
+                                            AcDbEntity*& copy) const override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_center;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_radius = 0.0;
+    double m_thickness = 0.0;
+};
+
+class AcDbPoint : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbPoint);
+    AcDbPoint() = default;
+    explicit AcDbPoint(const AcGePoint3d& position) : m_position(position) {}
+
+    AcGePoint3d position() const { return m_position; }
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    // Angle of the point's mark against the OCS x axis.
+    double ecsRotation() const { return m_rotation; }
+    Acad::ErrorStatus setEcsRotation(double angle);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_position;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+    double m_rotation = 0.0;
+};
+
+// One line of text. Position and alignment point are WCS points in the plane of the normal; the
+// rotation is measured in the OCS.
+class AcDbText : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbText);
+    AcDbText() = default;
+    AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = AcDbObjectId(),
+             double height = 0, double rotation = 0);
+
+    AcGePoint3d position() const { return m_position; }
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    AcGePoint3d alignmentPoint() const { return m_alignment; }
+    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    double oblique() const { return m_oblique; }
+    Acad::ErrorStatus setOblique(double angle);
+    double rotation() const { return m_rotation; }
+    Acad::ErrorStatus setRotation(double angle);
+    double height() const { return m_height; }
+    Acad::ErrorStatus setHeight(double height);
+    double widthFactor() const { return m_widthFactor; }
+    Acad::ErrorStatus setWidthFactor(double factor);
+    // Copy for acutDelString, or the text itself, owned by the object.
+    ACHAR* textString() const;
+    const ACHAR* textStringConst() const { return m_text.c_str(); }
+    Acad::ErrorStatus setTextString(const ACHAR* text);
+    AcDbObjectId textStyle() const { return m_style; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    bool isMirroredInX() const { return m_mirroredX; }
+    Acad::ErrorStatus mirrorInX(bool mirrored);
+    bool isMirroredInY() const { return m_mirroredY; }
+    Acad::ErrorStatus mirrorInY(bool mirrored);
+    AcDb::TextHorzMode horizontalMode() const { return m_horizontal; }
+    Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
+    AcDb::TextVertMode verticalMode() const { return m_vertical; }
+    Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
+    // True when the position alone places the text: left, on the base line.
+    bool isDefaultAlignment() const;
+    bool isPlanar() const override { return true; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    void translateIds(const AcDbIdMapping& mapping) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_position;
+    AcGePoint3d m_alignment;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+    double m_oblique = 0.0;
+    double m_rotation = 0.0;
+    double m_height = 0.0;
+    double m_widthFactor = 1.0;
+    std::wstring m_text;
+    AcDbObjectId m_style;
+    AcDb::TextHorzMode m_horizontal = AcDb::kTextLeft;
+    AcDb::TextVertMode m_vertical = AcDb::kTextBase;
+    bool m_mirroredX = false;
+    bool m_mirroredY = false;
+};
+
+namespace host {
+// Four corners in the plane of a normal: SOLID and TRACE have the same data.
+class FourCorners : public AcDbEntity {
+public:
+    // index 0..3, else eInvalidIndex; WCS. The third and fourth corner stand crosswise: the outline
+    // runs 0, 1, 3, 2.
+    Acad::ErrorStatus getPointAt(Adesk::UInt16 index, AcGePoint3d& point) const;
+    Acad::ErrorStatus setPointAt(Adesk::UInt16 index, const AcGePoint3d& point);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    bool isPlanar() const override { return true; }
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct Access;
+    AcGePoint3d m_points[4];
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_thickness = 0.0;
+};
+}  // namespace host
+
+// A filled triangle or quadrangle; no solid body (that is AcDb3dSolid).
+class AcDbSolid : public host::FourCorners {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbSolid);
+    AcDbSolid() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+class AcDbTrace : public host::FourCorners {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbTrace);
+    AcDbTrace() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+// 3DFACE: a triangle or quadrangle in space, corners in order, edges that may be hidden.
+class AcDbFace : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbFace);
+    AcDbFace() = default;
+
+    Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& point) const;
+    Acad::ErrorStatus setVertexAt(Adesk::UInt16 index, const AcGePoint3d& point);
+    Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const;
+    Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
+    Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_points[4];
+    Adesk::UInt8 m_hiddenEdges = 0;  // bit i: edge from corner i
+};
+
+// A window of a paper space.
+class AcDbViewport : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbViewport);
+    AcDbViewport() = default;
+
+    AcGePoint3d centerPoint() const { return m_center; }
+    Acad::ErrorStatus setCenterPoint(const AcGePoint3d& center);
+    double width() const { return m_width; }
+    Acad::ErrorStatus setWidth(double width);
+    double height() const { return m_height; }
+    Acad::ErrorStatus setHeight(double height);
+    Adesk::Int16 number() const { return m_number; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_center;
+    double m_width = 0.0;
+    double m_height = 0.0;
+    Adesk::Int16 m_number = -1;
+};
+
+// Ends the vertices of a heavy polyline and the attributes of a block reference.
+class AcDbSequenceEnd : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);
+    AcDbSequenceEnd() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};
+
+#include "dbblkref.h"
+#include "dbpoly.h"
+#include "dbray.h"

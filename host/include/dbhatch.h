@@ -1,0 +1,43 @@
+// Hatches: patterns inside loops.
+#pragma once
+
+#include <memory>
+
+#include "dbmain.h"
+
+namespace host {
+struct HatchData;
+}
+
+// The loops lie in the plane of the normal at the elevation.
+class AcDbHatch : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbHatch);
+    AcDbHatch();
+    ~AcDbHatch() override;
+
+    const ACHAR* patternName() const;
+    bool isSolidFill() const;
+    double patternScale() const;
+    double patternAngle() const;
+    int numLoops() const;
+    double elevation() const;
+    AcGeVector3d normal() const;
+    bool isPlanar() const override { return true; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    // Of the loops.
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Solid fills give the curves of their loops, patterns the lines of the pattern inside the
+    // loops.
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
+    void translateIds(const AcDbIdMapping& mapping) override;
+
+private:
+    friend struct host::Access;
+    std::unique_ptr<host::HatchData> m_data;
+};

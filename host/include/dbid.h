@@ -1,0 +1,73 @@
+// Object identifiers.
+#pragma once
+
+#include <functional>
+
+#include "dbhandle.h"
+
+class AcRxClass;
+class AcDbDatabase;
+
+namespace host {
+struct Stub;
+}
+
+// Names an object for the life of the program: also after the object was erased and after its
+// database is gone. A plain pointer-sized value; comparing and copying cost nothing.
+class AcDbObjectId {
+public:
+    static const AcDbObjectId kNull;
+
+    constexpr AcDbObjectId() = default;
+    explicit constexpr AcDbObjectId(host::Stub* stub) : m_stub(stub) {}
+
+    bool isNull() const { return m_stub == nullptr; }
+    void setNull() { m_stub = nullptr; }
+
+    // True when the object is there, erased or not.
+    bool isValid() const;
+
+    // True when the object is erased, or its database is gone; false for null.
+    bool isErased() const;
+    bool isEffectivelyErased() const;
+
+    // True when the object is in memory, not only known by its place in a file.
+    bool isResident() const;
+
+    // 0 for null.
+    AcDbHandle handle() const;
+    AcDbHandle nonForwardedHandle() const { return handle(); }
+
+    // Null for null and when the database is gone.
+    AcDbDatabase* database() const;
+
+    // Class of the object, known without opening it; null for null.
+    AcRxClass* objectClass() const;
+
+    bool operator==(const AcDbObjectId& other) const { return m_stub == other.m_stub; }
+    bool operator!=(const AcDbObjectId& other) const { return m_stub != other.m_stub; }
+    bool operator<(const AcDbObjectId& other) const {
+        return std::less<const host::Stub*>()(m_stub, other.m_stub);
+    }
+    bool operator>(const AcDbObjectId& other) const { return other < *this; }
+    bool operator<=(const AcDbObjectId& other) const { return !(other < *this); }
+    bool operator>=(const AcDbObjectId& other) const { return !(*this < other); }
+
+    Adesk::IntDbId asOldId() const { return reinterpret_cast<Adesk::IntDbId>(m_stub); }
+    AcDbObjectId& setFromOldId(Adesk::IntDbId oldId) {
+        m_stub = reinterpret_cast<host::Stub*>(oldId);
+        return *this;
+    }
+
+    host::Stub* stub() const { return m_stub; }
+
+private:
+    host::Stub* m_stub = nullptr;
+};
+
+template <>
+struct std::hash<AcDbObjectId> {
+    size_t operator()(const AcDbObjectId& id) const {
+        return std::hash<const void*>()(static_cast<const void*>(id.stub()));
+    }
+};

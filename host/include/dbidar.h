@@ -1,0 +1,7 @@
+// Arrays of identifiers.
+#pragma once
+
+#include "acarray.h"
+#include "dbid.h"
+
+typedef AcArray<AcDbObjectId> AcDbObjectIdArray;

@@ -1,0 +1,93 @@
+// What became of the objects of a clone operation.
+#pragma once
+
+#include <unordered_map>
+
+#include "acdb.h"
+#include "dbid.h"
+
+class AcDbDatabase;
+
+// One object (key) and its clone (value).
+class AcDbIdPair {
+public:
+    AcDbIdPair() = default;
+    AcDbIdPair(const AcDbObjectId& key, const AcDbObjectId& value, bool cloned, bool primary = true,
+               bool ownerXlated = true)
+        : m_key(key),
+          m_value(value),
+          m_cloned(cloned),
+          m_primary(primary),
+          m_ownerXlated(ownerXlated) {}
+
+    AcDbObjectId key() const { return m_key; }
+    AcDbObjectId value() const { return m_value; }
+    bool isCloned() const { return m_cloned; }
+    // False for objects that were cloned along with their owner.
+    bool isPrimary() const { return m_primary; }
+    bool isOwnerXlated() const { return m_ownerXlated; }
+
+    void setKey(const AcDbObjectId& key) { m_key = key; }
+    void setValue(const AcDbObjectId& value) { m_value = value; }
+    void setCloned(bool cloned) { m_cloned = cloned; }
+    void setPrimary(bool primary) { m_primary = primary; }
+    void setOwnerXlated(bool xlated) { m_ownerXlated = xlated; }
+
+private:
+    AcDbObjectId m_key;
+    AcDbObjectId m_value;
+    bool m_cloned = false;
+    bool m_primary = false;
+    bool m_ownerXlated = false;
+};
+
+// Maps objects to their clones. Use a new one for each operation. O(1) look-up.
+class AcDbIdMapping {
+public:
+    AcDbIdMapping() = default;
+    AcDbIdMapping(const AcDbIdMapping&) = delete;
+    AcDbIdMapping& operator=(const AcDbIdMapping&) = delete;
+
+    // Completes the pair with the key set; false, pair untouched, when the key is not mapped.
+    bool compute(AcDbIdPair& pair) const;
+    // Adds or replaces; true when the key was there.
+    bool assign(const AcDbIdPair& pair);
+    bool del(const AcDbObjectId& key);
+
+    AcDbDatabase* destDb() const { return m_destDb; }
+    Acad::ErrorStatus destDb(AcDbDatabase*& db) const {
+        db = m_destDb;
+        return Acad::eOk;
+    }
+    void setDestDb(AcDbDatabase* db) { m_destDb = db; }
+    AcDb::DeepCloneType deepCloneContext() const { return AcDb::kDcObjects; }
+
+private:
+    friend class AcDbIdMappingIter;
+    std::unordered_map<AcDbObjectId, AcDbIdPair> m_pairs;
+    AcDbDatabase* m_destDb = nullptr;
+};
+
+// Visits all pairs in no defined order. The mapping must not change meanwhile.
+class AcDbIdMappingIter {
+public:
+    explicit AcDbIdMappingIter(const AcDbIdMapping& mapping)
+        : m_mapping(mapping), m_at(mapping.m_pairs.begin()) {}
+
+    void start() { m_at = m_mapping.m_pairs.begin(); }
+    bool done() const { return m_at == m_mapping.m_pairs.end(); }
+    bool next() {
+        if (!done()) ++m_at;
+        return !done();
+    }
+    // False at the end.
+    bool getMap(AcDbIdPair& pair) const {
+        if (done()) return false;
+        pair = m_at->second;
+        return true;
+    }
+
+private:
+    const AcDbIdMapping& m_mapping;
+    std::unordered_map<AcDbObjectId, AcDbIdPair>::const_iterator m_at;
+};

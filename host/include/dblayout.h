@@ -1,0 +1,28 @@
+// Layouts: model space and the paper sheets.
+#pragma once
+
+#include <string>
+
+#include "dbmain.h"
+
+class AcDbLayout : public AcDbObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbLayout);
+    AcDbLayout() = default;
+
+    Acad::ErrorStatus getLayoutName(const ACHAR*& name) const;
+    Acad::ErrorStatus setLayoutName(const ACHAR* name);
+    AcDbObjectId getBlockTableRecordId() const { return m_blockId; }
+    Acad::ErrorStatus setBlockTableRecordId(AcDbObjectId block);
+    int getTabOrder() const { return m_tabOrder; }
+    Acad::ErrorStatus setTabOrder(int order);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+private:
+    friend struct host::Access;
+    std::wstring m_name;
+    AcDbObjectId m_blockId;
+    int m_tabOrder = 0;
+};

@@ -1,0 +1,75 @@
+// Paragraphs of text.
+#pragma once
+
+#include <string>
+
+#include "dbmain.h"
+
+class AcDbMText : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbMText);
+    enum AttachmentPoint {
+        kTopLeft = 1,
+        kTopCenter = 2,
+        kTopRight = 3,
+        kMiddleLeft = 4,
+        kMiddleCenter = 5,
+        kMiddleRight = 6,
+        kBottomLeft = 7,
+        kBottomCenter = 8,
+        kBottomRight = 9
+    };
+    AcDbMText() = default;
+
+    AcGePoint3d location() const { return m_location; }
+    Acad::ErrorStatus setLocation(const AcGePoint3d& point);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    AcGeVector3d direction() const { return m_direction; }
+    Acad::ErrorStatus setDirection(const AcGeVector3d& direction);
+    // Of the direction against the OCS x axis.
+    double rotation() const;
+    Acad::ErrorStatus setRotation(double angle);
+    // Width at which lines break; 0: never.
+    double width() const { return m_width; }
+    Acad::ErrorStatus setWidth(double width);
+    double textHeight() const { return m_textHeight; }
+    Acad::ErrorStatus setTextHeight(double height);
+    AttachmentPoint attachment() const { return m_attachment; }
+    Acad::ErrorStatus setAttachment(AttachmentPoint attachment);
+    double lineSpacingFactor() const { return m_lineSpacing; }
+    // With its formatting codes; copy for acutDelString.
+    ACHAR* contents() const;
+    Acad::ErrorStatus setContents(const ACHAR* text);
+    Acad::ErrorStatus text(AcString& plain) const;
+    AcDbObjectId textStyle() const { return m_style; }
+    Acad::ErrorStatus setTextStyle(AcDbObjectId style);
+    // Size of the text block: as stored in the drawing, else estimated.
+    double actualWidth() const;
+    double actualHeight() const;
+    bool isPlanar() const override { return true; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // One text a line, without formatting.
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
+    void translateIds(const AcDbIdMapping& mapping) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_location;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    AcGeVector3d m_direction{1.0, 0.0, 0.0};
+    double m_width = 0.0;
+    double m_textHeight = 0.0;
+    double m_lineSpacing = 1.0;
+    double m_storedWidth = 0.0;  // groups 42 and 43; 0: unknown
+    double m_storedHeight = 0.0;
+    std::wstring m_contents;
+    AcDbObjectId m_style;
+    AttachmentPoint m_attachment = kTopLeft;
+};

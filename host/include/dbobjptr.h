@@ -1,0 +1,102 @@
+// Pointers that open in the constructor and close in the destructor.
+#pragma once
+
+#include "dbmain.h"
+#include "dbsymtb.h"
+#include "dbdict.h"
+
+// Holds one opened object, or a new one that belongs to no database and is then deleted.
+template <class T>
+class AcDbObjectPointer {
+public:
+    AcDbObjectPointer() = default;
+    AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
+        m_status = acdbOpenObject(m_object, id, mode, openErased);
+    }
+    AcDbObjectPointer(AcDbObjectPointer&& other) noexcept
+        : m_object(other.m_object), m_status(other.m_status) {
+        other.m_object = nullptr;
+        other.m_status = Acad::eNullObjectPointer;
+    }
+    AcDbObjectPointer(const AcDbObjectPointer&) = delete;
+    AcDbObjectPointer& operator=(const AcDbObjectPointer&) = delete;
+    ~AcDbObjectPointer() { Drop(); }
+
+    T* object() const { return m_object; }
+    T* operator->() const { return m_object; }
+    operator T*() const { return m_object; }
+
+    // Of the last open, create or close; eNullObjectPointer when nothing was opened yet.
+    Acad::ErrorStatus openStatus() const { return m_status; }
+
+    // Closes what is held, then opens.
+    Acad::ErrorStatus open(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
+        Drop();
+        m_status = acdbOpenObject(m_object, id, mode, openErased);
+        return m_status;
+    }
+
+    // Closes what is held, then takes over an opened or a new object.
+    Acad::ErrorStatus acquire(T*& object) {
+        Drop();
+        m_object = object;
+        object = nullptr;
+        m_status = m_object != nullptr ? Acad::eOk : Acad::eNullObjectPointer;
+        return m_status;
+    }
+
+    // Gives the object away without closing it.
+    Acad::ErrorStatus release(T*& object) {
+        if (m_object == nullptr) return Acad::eNullObjectPointer;
+        object = m_object;
+        m_object = nullptr;
+        m_status = Acad::eNullObjectPointer;
+        return Acad::eOk;
+    }
+
+    // Closes what is held; eNullObjectPointer when there is nothing.
+    Acad::ErrorStatus close() {
+        if (m_object == nullptr) return Acad::eNullObjectPointer;
+        const Acad::ErrorStatus es = m_object->close();
+        if (es == Acad::eOk) {
+            m_object = nullptr;
+            m_status = Acad::eNullObjectPointer;
+        }
+        return es;
+    }
+
+    // Closes what is held, then makes a new non-resident object.
+    Acad::ErrorStatus create() {
+        Drop();
+        m_object = new T();
+        m_status = Acad::eOk;
+        return m_status;
+    }
+
+private:
+    void Drop() {
+        if (m_object == nullptr) return;
+        if (m_object->objectId().isNull())
+            delete m_object;
+        else
+            static_cast<void>(m_object->close());  // fails only when the object is closed already
+        m_object = nullptr;
+        m_status = Acad::eNullObjectPointer;
+    }
+
+    T* m_object = nullptr;
+    Acad::ErrorStatus m_status = Acad::eNullObjectPointer;
+};
+
+typedef AcDbObjectPointer<AcDbEntity> AcDbEntityPointer;
+typedef AcDbObjectPointer<AcDbDictionary> AcDbDictionaryPointer;
+typedef AcDbObjectPointer<AcDbBlockTable> AcDbBlockTablePointer;
+typedef AcDbObjectPointer<AcDbBlockTableRecord> AcDbBlockTableRecordPointer;
+typedef AcDbObjectPointer<AcDbLayerTable> AcDbLayerTablePointer;
+typedef AcDbObjectPointer<AcDbLayerTableRecord> AcDbLayerTableRecordPointer;
+typedef AcDbObjectPointer<AcDbLinetypeTable> AcDbLinetypeTablePointer;
+typedef AcDbObjectPointer<AcDbLinetypeTableRecord> AcDbLinetypeTableRecordPointer;
+typedef AcDbObjectPointer<AcDbRegAppTable> AcDbRegAppTablePointer;
+typedef AcDbObjectPointer<AcDbRegAppTableRecord> AcDbRegAppTableRecordPointer;
+typedef AcDbObjectPointer<AcDbTextStyleTableRecord> AcDbTextStyleTableRecordPointer;
+typedef AcDbObjectPointer<AcDbDimStyleTableRecord> AcDbDimStyleTableRecordPointer;

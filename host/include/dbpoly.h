@@ -1,0 +1,211 @@
+// Heavy polylines (POLYLINE with VERTEX entities). Part of dbents.h.
+#pragma once
+
+#include <vector>
+
+#include "dbcurve.h"
+#include "gedblar.h"
+
+// Visits owned entities: vertices of a polyline, attributes of a block reference.
+class AcDbObjectIterator {
+public:
+    explicit AcDbObjectIterator(const std::vector<AcDbObjectId>& ids) : m_ids(ids) { skip(true); }
+
+    void start(bool atBeginning = true, bool skipDeleted = true);
+    bool done() const { return m_at >= m_ids.size(); }
+    void step(bool backwards = false, bool skipDeleted = true);
+    AcDbObjectId objectId() const { return done() ? AcDbObjectId() : m_ids[m_at]; }
+    // The owned entity of an owner that no database has yet; null when it has identifiers.
+    AcDbEntity* entity() const { return nullptr; }
+
+private:
+    void skip(bool skipDeleted);
+    std::vector<AcDbObjectId> m_ids;
+    size_t m_at = 0;
+};
+
+class AcDbVertex : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbVertex);
+
+protected:
+    friend struct host::Access;
+    AcDbVertex() = default;
+};
+
+// Vertex of a 2D polyline; the position is an OCS point whose z is the elevation.
+class AcDb2dVertex : public AcDbVertex {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb2dVertex);
+    AcDb2dVertex() = default;
+    explicit AcDb2dVertex(const AcGePoint3d& position, double bulge = 0, double startWidth = 0,
+                          double endWidth = 0, double tangent = 0);
+
+    AcDb::Vertex2dType vertexType() const { return m_type; }
+    AcGePoint3d position() const { return m_position; }
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    double bulge() const { return m_bulge; }
+    Acad::ErrorStatus setBulge(double bulge);
+    double startWidth() const { return m_startWidth; }
+    Acad::ErrorStatus setStartWidth(double width);
+    double endWidth() const { return m_endWidth; }
+    Acad::ErrorStatus setEndWidth(double width);
+    double tangent() const { return m_tangent; }
+    Acad::ErrorStatus setTangent(double angle);
+    bool isTangentUsed() const { return m_tangentUsed; }
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_position;
+    double m_bulge = 0.0;
+    double m_startWidth = 0.0;
+    double m_endWidth = 0.0;
+    double m_tangent = 0.0;
+    AcDb::Vertex2dType m_type = AcDb::k2dVertex;
+    bool m_tangentUsed = false;
+};
+
+class AcDb3dPolylineVertex : public AcDbVertex {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb3dPolylineVertex);
+    AcDb3dPolylineVertex() = default;
+    explicit AcDb3dPolylineVertex(const AcGePoint3d& position) : m_position(position) {}
+
+    AcDb::Vertex3dType vertexType() const { return m_type; }
+    AcGePoint3d position() const { return m_position; }
+    Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+private:
+    friend struct host::Access;
+    AcGePoint3d m_position;
+    AcDb::Vertex3dType m_type = AcDb::k3dSimpleVertex;
+};
+
+namespace host {
+struct PolySegment;
+
+// What both heavy polylines share: a list of owned vertices and a closing segment.
+// A non-resident polyline owns its vertices as objects; appending it makes them resident.
+class HeavyPolyline : public AcDbCurve {
+public:
+    ~HeavyPolyline() override;
+    bool isClosed() const override { return m_closed; }
+    Acad::ErrorStatus makeClosed();
+    Acad::ErrorStatus makeOpen();
+    // Vertices as stored, control vertices included. The caller deletes the iterator. Only for
+    // resident polylines: a non-resident one's iterator is empty.
+    AcDbObjectIterator* vertexIterator() const;
+
+    Acad::ErrorStatus getStartParam(double& param) const override;
+    Acad::ErrorStatus getEndParam(double& param) const override;
+    Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
+    Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;
+    Acad::ErrorStatus getDistAtParam(double param, double& dist) const override;
+    Acad::ErrorStatus getParamAtDist(double dist, double& param) const override;
+    Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;
+    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
+                                        bool extend = false) const override;
+
+protected:
+    friend struct Access;
+    HeavyPolyline() = default;
+    HeavyPolyline(const HeavyPolyline& other);
+    HeavyPolyline& operator=(const HeavyPolyline& other);
+
+    Acad::ErrorStatus appendVertexObject(AcDbObjectId& id, AcDbVertex* vertex);
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
+    void ownedIds(AcDbObjectIdArray& ids) const override;
+    void adoptOwned(AcDbObjectId id) override;
+    // The segments as drawn, WCS, in order, the closing one included.
+    virtual std::vector<PolySegment> drawnSegments() const = 0;
+    virtual Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) = 0;
+    // The vertices that are not erased, opened or not.
+    std::vector<const AcDbVertex*> vertices() const;
+
+private:
+    std::vector<AcDbObjectId> m_vertexIds;
+    std::vector<std::unique_ptr<AcDbVertex>> m_newVertices;
+    AcDbObjectId m_seqEndId;
+    bool m_closed = false;
+};
+}  // namespace host
+
+// A planar polyline of lines and arcs; curve- or spline-fitted ones store the fitted vertices
+// beside the control vertices, and only those are drawn.
+class AcDb2dPolyline : public host::HeavyPolyline {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
+    AcDb2dPolyline() = default;
+    AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation = 0.,
+                   bool closed = false, double defaultStartWidth = 0, double defaultEndWidth = 0,
+                   const AcGeDoubleArray* bulges = nullptr,
+                   const AcGePoint3dArray* splineFitVertices = nullptr);
+
+    AcDb::Poly2dType polyType() const { return m_type; }
+    double elevation() const { return m_elevation; }
+    Acad::ErrorStatus setElevation(double elevation);
+    double thickness() const { return m_thickness; }
+    Acad::ErrorStatus setThickness(double thickness);
+    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    double defaultStartWidth() const { return m_startWidth; }
+    double defaultEndWidth() const { return m_endWidth; }
+    bool isPlanar() const override { return true; }
+
+    Acad::ErrorStatus openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
+                                 bool openErased = false) const;
+    // On a resident polyline the vertex becomes resident and stays open for write.
+    Acad::ErrorStatus appendVertex(AcDb2dVertex* vertex);
+    Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
+    // WCS point of a vertex.
+    AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
+    Acad::ErrorStatus getArea(double& area) const override;
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    std::vector<host::PolySegment> drawnSegments() const override;
+    Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcGeVector3d m_normal{0.0, 0.0, 1.0};
+    double m_elevation = 0.0;
+    double m_thickness = 0.0;
+    double m_startWidth = 0.0;
+    double m_endWidth = 0.0;
+    AcDb::Poly2dType m_type = AcDb::k2dSimplePoly;
+};
+
+class AcDb3dPolyline : public host::HeavyPolyline {
+public:
+    ACRX_DECLARE_MEMBERS(AcDb3dPolyline);
+    AcDb3dPolyline() = default;
+    AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, bool closed = false);
+
+    AcDb::Poly3dType polyType() const { return m_type; }
+    Acad::ErrorStatus openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id,
+                                 AcDb::OpenMode mode, bool openErased = false) const;
+    Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);
+    Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex);
+
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    std::vector<host::PolySegment> drawnSegments() const override;
+    Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) override;
+
+private:
+    friend struct host::Access;
+    AcDb::Poly3dType m_type = AcDb::k3dSimplePoly;
+};

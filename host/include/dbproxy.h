@@ -1,0 +1,61 @@
+// Objects of classes that this host does not know. Their data stay in the drawing they came from;
+// copies made within it are written from the same data.
+#pragma once
+
+#include <vector>
+
+#include "dbmain.h"
+
+class AcDbProxyEntity : public AcDbEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbProxyEntity);
+    const ACHAR* originalDxfName() const;
+
+protected:
+    AcDbProxyEntity() = default;
+};
+
+class AcDbProxyObject : public AcDbObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbProxyObject);
+    const ACHAR* originalDxfName() const;
+
+protected:
+    AcDbProxyObject() = default;
+};
+
+// An unknown entity. Its extents are those of the points its reader could make out, else
+// eNullExtents. Moving it answers eNotImplementedYet.
+class AcDbZombieEntity : public AcDbProxyEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbZombieEntity);
+    // type  from host::OpaqueEntityClass
+    explicit AcDbZombieEntity(AcRxClass* type) : m_type(type) {}
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    void ownedIds(AcDbObjectIdArray& ids) const override;
+    void adoptOwned(AcDbObjectId id) override;
+
+private:
+    friend struct host::Access;
+    AcRxClass* m_type;
+    std::vector<AcDbObjectId> m_owned;
+    AcDbExtents m_extents;
+};
+
+// An unknown object that is no entity.
+class AcDbZombieObject : public AcDbProxyObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbZombieObject);
+    explicit AcDbZombieObject(AcRxClass* type) : m_type(type) {}
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+private:
+    friend struct host::Access;
+    AcRxClass* m_type;
+};

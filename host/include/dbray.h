@@ -1,0 +1,54 @@
+// Curves without end: rays and construction lines. Part of dbents.h.
+#pragma once
+
+#include "dbcurve.h"
+
+namespace host {
+// A base point and a unit direction. Extents are eInvalidExtents: nothing bounds them.
+class UnboundedLine : public AcDbCurve {
+public:
+    AcGePoint3d basePoint() const { return m_base; }
+    Acad::ErrorStatus setBasePoint(const AcGePoint3d& point);
+    AcGeVector3d unitDir() const { return m_direction; }
+    // Made unit; eInvalidInput for a zero vector.
+    Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
+    Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
+    Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
+                                        bool extend = false) const override;
+
+protected:
+    Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Smallest parameter: 0 for a ray, minus infinity for a construction line.
+    virtual double firstParam() const = 0;
+
+private:
+    friend struct Access;
+    AcGePoint3d m_base;
+    AcGeVector3d m_direction{1.0, 0.0, 0.0};
+};
+}  // namespace host
+
+class AcDbRay : public host::UnboundedLine {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbRay);
+    AcDbRay() = default;
+    Acad::ErrorStatus getStartParam(double& param) const override;
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    double firstParam() const override { return 0.0; }
+};
+
+class AcDbXline : public host::UnboundedLine {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbXline);
+    AcDbXline() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+
+protected:
+    double firstParam() const override;
+};

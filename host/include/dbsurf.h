@@ -1,0 +1,12 @@
+// Surfaces: kept as they are stored.
+#pragma once
+
+#include "dbbody.h"
+
+class AcDbSurface : public host::ModelledEntity {
+public:
+    ACRX_DECLARE_MEMBERS(AcDbSurface);
+    AcDbSurface() = default;
+    AcRxObject* clone() const override;
+    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
+};

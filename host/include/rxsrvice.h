@@ -1,0 +1,10 @@
+// Services: objects that modules offer one another through the system registry.
+#pragma once
+
+#include "rxboiler.h"
+
+class AcRxService : public AcRxObject {
+public:
+    ACRX_DECLARE_MEMBERS(AcRxService);
+    AcRxService() = default;
+};
