@@ -17,6 +17,8 @@
 #include "QZRect.h"
 #include "RemoveLineDir.h"
 
+struct SSideChains;
+
 // Computes envelopes by the parameters it was made with. All passes work on the working database's
 // model space and only on clones; picked entities are never changed. One object may run several
 // computations; m_extents and m_cloneIds accumulate over them.
@@ -82,13 +84,22 @@ protected:
                        AcArray<AcGePoint3d>& pts);
     bool IsPtExist(const AcArray<AcGePoint3d>& pts, const AcGePoint3d& pt);
 
-    // Axis and polyline output (EncircleLineOutput.cpp)
+    // Axis and polyline output (EncircleLineOutput.cpp). A DrawPolyLine() axis that is no number
+    // means that there is none: the outline's ends stay where they are.
     bool GetMidLineAxisValue(double& dAxis);
     void SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLayerName);
     void DrawPolyLine(AcArray<AcDbObjectId> ids, AcArray<AcGePoint3d> pts, double dAxis,
                       AcDbObjectId& polylineId);
     void AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId, AcArray<AcGePoint3d> arcPts,
                        bool bSkipLast, int& nVertexIndex);
+    void AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts);
+
+    // Steps of the driver (EncircleLineDriver.cpp)
+    AcArray<AcDbObjectId> PrepareLines(const AcArray<AcDbObjectId>& cloneIds);
+    void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
+                    SSideChains& chains);
+    void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
+    AcArray<AcGePoint3d> CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
 
 protected:
     CEncircleCalInfo m_calInfo;

@@ -54,6 +54,29 @@ public:
         }
     }
 
+    // What takes no part, named by its class; the second form names it by something else.
+    static void LeftOut(E_LeftOut reason, const AcDbObjectId& id) {
+        if (s_pCurrent != nullptr) {
+            s_pCurrent->AddLeftOut(reason, GetTypeName(id), id);
+        }
+    }
+    static void LeftOut(E_LeftOut reason, const CString& strWhat, const AcDbObjectId& id) {
+        if (s_pCurrent != nullptr) {
+            s_pCurrent->AddLeftOut(reason, strWhat, id);
+        }
+    }
+    static void Note(const ACHAR* pText, const AcDbObjectId& id) {
+        if (s_pCurrent != nullptr) {
+            s_pCurrent->AddNote(pText, id);
+        }
+    }
+    // The made object came from source.
+    static void Made(const AcDbObjectId& made, const AcDbObjectId& source) {
+        if (s_pCurrent != nullptr) {
+            s_pCurrent->SetSource(made, source);
+        }
+    }
+
     void SetCount(const char* pName, size_t nCount);
     // The object is named by the picked entity that it came from.
     void AddLeftOut(E_LeftOut reason, const CString& strWhat, const AcDbObjectId& id);
@@ -71,6 +94,7 @@ public:
 
 private:
     friend class CEncircleTraceScope;
+    static CString GetTypeName(const AcDbObjectId& id);
     AcDbObjectId GetSource(const AcDbObjectId& id) const;
 
     std::map<AcDbObjectId, AcDbObjectId> m_sources;

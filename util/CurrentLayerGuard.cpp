@@ -28,13 +28,15 @@ CCurrentLayerGuard::CCurrentLayerGuard(const ACHAR* pLayerName)
     if (!layerId.isNull() && m_pDatabase->setClayer(layerId) == Acad::eOk) {
         m_formerId = formerId;
         m_layerId = layerId;
+        m_bActive = true;
     }
 }
 
-CCurrentLayerGuard::~CCurrentLayerGuard() {
-    if (!m_layerId.isNull() && m_pDatabase->setClayer(m_formerId) != Acad::eOk &&
+void CCurrentLayerGuard::Restore() {
+    if (m_bActive && m_pDatabase->setClayer(m_formerId) != Acad::eOk &&
         !MakeFrozenLayerCurrent(m_pDatabase, m_formerId)) {
         // Layer 0 always exists; entities must not land on a layer of ours.
         static_cast<void>(m_pDatabase->setClayer(m_pDatabase->layerZero()));
     }
+    m_bActive = false;
 }

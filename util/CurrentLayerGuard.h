@@ -7,12 +7,14 @@
 class CCurrentLayerGuard {
 public:
     explicit CCurrentLayerGuard(const ACHAR* pLayerName);
-    // Makes the former layer current again, in the database of the construction. A former layer
-    // that is frozen is thawed, since no host lets a frozen one become current; layer 0 when it is
-    // gone.
-    ~CCurrentLayerGuard();
+    ~CCurrentLayerGuard() { Restore(); }
     CCurrentLayerGuard(const CCurrentLayerGuard&) = delete;
     CCurrentLayerGuard& operator=(const CCurrentLayerGuard&) = delete;
+
+    // What the destructor does, once: makes the former layer current again, in the database of the
+    // construction. A former layer that is frozen is thawed, since no host lets a frozen one become
+    // current; layer 0 when it is gone.
+    void Restore();
 
     // The guard's layer; null when it could not be made current, nothing is changed then.
     const AcDbObjectId& GetLayerId() const { return m_layerId; }
@@ -24,4 +26,5 @@ private:
     AcDbObjectId m_formerId;
     AcDbObjectId m_layerId;
     bool m_bCreated = false;
+    bool m_bActive = false;
 };

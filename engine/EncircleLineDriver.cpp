@@ -1,0 +1,239 @@
+// The live pipeline: which pass runs when.
+#include "StdAfx.h"
+
+#include "EncircleLine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+#include "EncircleLayers.h"
+#include "EncircleRun.h"
+#include "EncircleTrace.h"
+#include "EraseEntity.h"
+#include "LayerTools.h"
+#include "SideChains.h"
+
+namespace {
+
+using Lines = std::vector<CLineInfo>;
+
+// Coordinates from here on stand for no place in a drawing, and no box holds them.
+constexpr double kMaxCoordinate = 1e20;
+
+bool IsPlace(const AcGePoint3d& pt) {
+    return std::fabs(pt.x) < kMaxCoordinate && std::fabs(pt.y) < kMaxCoordinate;
+}
+
+// The records of the lines, in order. What is no line, or lies nowhere, is erased.
+Lines MakeWorkingSet(const AcArray<AcDbObjectId>& lineIds) {
+    Lines lines;
+    lines.reserve(static_cast<size_t>(lineIds.length()));
+    for (int i = 0; i < lineIds.length(); ++i) {
+        CLineInfo line(lineIds[i]);
+        if (line.m_id.isNull()) {
+            CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Type, lineIds[i]);
+            EraseById(lineIds[i]);
+        } else if (!IsPlace(line.m_startPt) || !IsPlace(line.m_endPt)) {
+            CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_NotFinite, lineIds[i]);
+            EraseById(lineIds[i]);
+        } else {
+            lines.push_back(std::move(line));
+        }
+    }
+    return lines;
+}
+
+// Drops the records that no pass has kept and grows the box by the others.
+void SweepInvalid(Lines& lines, CQZRect& extents) {
+    lines.erase(std::remove_if(lines.begin(), lines.end(),
+                               [](const CLineInfo& line) { return !line.m_bValid; }),
+                lines.end());
+    for (const CLineInfo& line : lines) {
+        extents.Extend(line.m_startPt);
+        extents.Extend(line.m_endPt);
+    }
+}
+
+void Append(Lines& all, const Lines& lines) { all.insert(all.end(), lines.begin(), lines.end()); }
+
+// How an outline goes round the drawing: the chains in order, each read forward or backward.
+struct SChainStep {
+    Lines SSideChains::*m_pChain;
+    bool m_bForward;
+    bool m_bUnused;  // the third argument of GetLineInfoPt()
+};
+
+const std::vector<SChainStep>& GetOutlineOrder(E_RemoveLine_Dir side) {
+    static const std::vector<SChainStep> kTop = {{&SSideChains::m_left, false, false},
+                                                 {&SSideChains::m_top, true, true},
+                                                 {&SSideChains::m_right, true, false}};
+    static const std::vector<SChainStep> kBottom = {{&SSideChains::m_left, true, false},
+                                                    {&SSideChains::m_bottom, true, true},
+                                                    {&SSideChains::m_right, false, false}};
+    static const std::vector<SChainStep> kRight = {{&SSideChains::m_top, true, true},
+                                                   {&SSideChains::m_right, true, false},
+                                                   {&SSideChains::m_bottom, false, true}};
+    static const std::vector<SChainStep> kLeft = {{&SSideChains::m_top, false, true},
+                                                  {&SSideChains::m_left, true, false},
+                                                  {&SSideChains::m_bottom, true, true}};
+    static const std::vector<SChainStep> kAround = {{&SSideChains::m_left, false, false},
+                                                    {&SSideChains::m_top, true, true},
+                                                    {&SSideChains::m_right, true, false},
+                                                    {&SSideChains::m_bottom, false, true}};
+    switch (side) {
+        case E_Dir_Top:
+            return kTop;
+        case E_Dir_Bottom:
+            return kBottom;
+        case E_Dir_Right:
+            return kRight;
+        case E_Dir_Left:
+            return kLeft;
+        default:
+            return kAround;
+    }
+}
+
+CLineInfo MakeVerticalEnd(const AcGePoint3d& corner, double dAxis) {
+    CLineInfo line;
+    line.m_startPt = corner;
+    line.m_endPt.set(corner.x, dAxis, 0.0);
+    return line;
+}
+
+}  // namespace
+
+void CEncircleLine::GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId) {
+    CEncircleRun run;
+    if (!run.IsReady()) {
+        return;
+    }
+    const AcArray<AcDbObjectId> lineIds = PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed));
+    Lines lines = MakeWorkingSet(lineIds);
+    CEncircleTrace::Count("working", lines.size());
+
+    double axis = std::numeric_limits<double>::quiet_NaN();
+    E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
+    if (GetMidLineAxisValue(axis)) {
+        CreateTempLine(side, axis, lines);
+    } else {
+        side = E_Dir_None;
+    }
+    BreakLines(lines);
+    CEncircleTrace::Count("after_break", lines.size());
+    RemoveLineInExcludeDir(side, axis, lines);
+    CEncircleTrace::Count("after_exclude", lines.size());
+    RemoveRepeatLine2(lines);
+    CEncircleTrace::Count("after_repeat", lines.size());
+    UpdateLinePtByNearestPt(lines);
+    CEncircleTrace::Count("after_nearest", lines.size());
+    RemoveShortLine(lines);
+    CEncircleTrace::Count("after_short", lines.size());
+    SweepInvalid(lines, m_extents);
+    CEncircleTrace::Count("after_sweep", lines.size());
+
+    SSideChains chains;
+    FindChains(side, lines, chains);
+    if (m_calInfo.m_bSideLinesVertical) {
+        AddVerticalEnds(side, std::isnan(axis) ? 0.0 : axis, chains);
+    }
+    const AcArray<AcGePoint3d> points = CollectOutline(side, chains);
+    CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
+    DrawPolyLine(ids, points, axis, outId);
+}
+
+// From clones to lines on the scratch layer, without the axis and what is dashed. Every layer but
+// the scratch layer is off afterwards.
+AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& cloneIds) {
+    AcArray<AcDbObjectId> lineIds;
+    ConvertToLines(cloneIds, lineIds);
+    CEncircleTrace::Count("after_convert", static_cast<size_t>(lineIds.length()));
+    lineIds.remove(m_calInfo.m_midLineId);
+    SetLayersShow(false);
+    ShowLayer(FindLayer(kScratchLayer), true);
+    SetLineLayerAndType(lineIds, kScratchLayer);
+    RemoveDashedIds(lineIds);
+    CEncircleTrace::Count("after_dashed", static_cast<size_t>(lineIds.length()));
+    return lineIds;
+}
+
+void CEncircleLine::FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
+                               SSideChains& chains) {
+    Lines all;  // what the sides before have taken
+    Lines copy = lines;
+    BreakLines2(copy, true, true);
+    CEncircleTrace::Count("copy_vertical", copy.size());
+    if (side != E_Dir_Bottom) {
+        chains.m_top = RemoveLine2(E_Dir_Top, copy);
+        CEncircleTrace::Count("top_visible", chains.m_top.size());
+        ConnectBreakLine(E_Dir_Top, chains.m_top);
+        CEncircleTrace::Count("top_chain", chains.m_top.size());
+        Append(all, chains.m_top);
+    }
+    if (side != E_Dir_Top) {
+        chains.m_bottom = RemoveLine2(E_Dir_Bottom, copy);
+        CEncircleTrace::Count("bottom_visible", chains.m_bottom.size());
+        RemoveLineInOtherDir(all, chains.m_bottom);
+        CEncircleTrace::Count("bottom_other", chains.m_bottom.size());
+        ConnectBreakLine(E_Dir_Bottom, chains.m_bottom);
+        CEncircleTrace::Count("bottom_chain", chains.m_bottom.size());
+        Append(all, chains.m_bottom);
+    }
+    if (m_calInfo.m_bSideLinesVertical) {
+        return;  // the ends are not searched
+    }
+    copy = lines;
+    BreakLines2(copy, false, true);
+    CEncircleTrace::Count("copy_left", copy.size());
+    if (side != E_Dir_Right) {
+        chains.m_left = RemoveLine2(E_Dir_Left, copy);
+        CEncircleTrace::Count("left_visible", chains.m_left.size());
+        RemoveLineInOtherDir(all, chains.m_left);
+        CEncircleTrace::Count("left_other", chains.m_left.size());
+        RemoveLineByWalter(chains.m_left, E_Dir_Left);
+        CEncircleTrace::Count("left_walter", chains.m_left.size());
+        ConnectBreakLine(E_Dir_Left, chains.m_left);
+        CEncircleTrace::Count("left_chain", chains.m_left.size());
+        Append(all, chains.m_left);
+    }
+    copy = lines;
+    BreakLines2(copy, false, false);
+    CEncircleTrace::Count("copy_right", copy.size());
+    if (side != E_Dir_Left) {
+        chains.m_right = RemoveLine2(E_Dir_Right, copy);
+        CEncircleTrace::Count("right_visible", chains.m_right.size());
+        RemoveLineInOtherDir(all, chains.m_right);
+        CEncircleTrace::Count("right_other", chains.m_right.size());
+        RemoveLineByWalter(chains.m_right, E_Dir_Right);
+        CEncircleTrace::Count("right_walter", chains.m_right.size());
+        ConnectBreakLine(E_Dir_Right, chains.m_right);
+        CEncircleTrace::Count("right_chain", chains.m_right.size());
+    }
+}
+
+// Closes the chain at both ends by lines straight to the axis.
+void CEncircleLine::AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains) {
+    Lines copy = side == E_Dir_Bottom ? chains.m_bottom : chains.m_top;
+    if (copy.empty()) {
+        return;
+    }
+    UpdateLineStartEndPt(side, copy);
+    SortLineInfos(copy, true);
+    chains.m_left.push_back(MakeVerticalEnd(copy.front().m_startPt, dAxis));
+    chains.m_right.push_back(MakeVerticalEnd(copy.back().m_endPt, dAxis));
+}
+
+AcArray<AcGePoint3d> CEncircleLine::CollectOutline(E_RemoveLine_Dir side,
+                                                   const SSideChains& chains) {
+    AcArray<AcGePoint3d> points;
+    for (const SChainStep& step : GetOutlineOrder(side)) {
+        const Lines& chain = chains.*step.m_pChain;
+        // A vertical end runs down to the axis whatever the half; read towards the chain, the
+        // outline begins on the axis and keeps the corner.
+        const bool bFromAxis =
+            m_calInfo.m_bSideLinesVertical && step.m_pChain == &SSideChains::m_left;
+        GetLineInfoPt(chain, step.m_bForward && !bFromAxis, step.m_bUnused, points);
+    }
+    return points;
+}

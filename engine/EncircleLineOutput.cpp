@@ -1,0 +1,178 @@
+// The axis, the lines' layer, and the outline as a polyline.
+#include "StdAfx.h"
+
+#include "EncircleLine.h"
+
+#include <cmath>
+#include <memory>
+
+#include "AddEntity.h"
+#include "ArcIndex.h"
+#include "ArcReader.h"
+#include "CurrentLayerGuard.h"
+#include "EncircleLayers.h"
+#include "EncircleTrace.h"
+#include "LayerTools.h"
+#include "LinetypeResolver.h"
+#include "ThinPoints.h"
+
+namespace {
+
+// Steps whose directions differ by less go straight on.
+constexpr double kStraightOnDeg = 1.0;
+
+constexpr double kTwoPi = 2 * 3.14159265358979323846;
+
+void AddStraight(AcDbPolyline* pPolyline, const AcGePoint3d& pt, double dBulge, int& nVertexIndex) {
+    if (pPolyline->addVertexAt(static_cast<unsigned int>(nVertexIndex), AcGePoint2d(pt.x, pt.y),
+                               dBulge, -1.0, -1.0, 0) == Acad::eOk) {
+        ++nVertexIndex;
+    }
+}
+
+double GetAngle(const AcGePoint3d& centre, const AcGePoint3d& pt) {
+    return AcGeVector2d(pt.x - centre.x, pt.y - centre.y).angle();
+}
+
+double GetFlatDistance(const AcGePoint3d& p, const AcGePoint3d& q) {
+    return AcGeVector2d(p.x - q.x, p.y - q.y).length();
+}
+
+// The angle from one direction on to another, counter-clockwise, in [0, 2 pi).
+double GetSweep(double from, double to) { return to < from ? to - from + kTwoPi : to - from; }
+
+// bulge = tan(sweep / 4), counter-clockwise positive (DXF reference, LWPOLYLINE). A stretch that
+// ends nearer to the arc's start than it began runs clockwise.
+double GetBulge(const SArc& arc, const AcGePoint3d& first, const AcGePoint3d& last) {
+    const double angleFirst = GetAngle(arc.m_centre, first);
+    const double angleLast = GetAngle(arc.m_centre, last);
+    if (GetFlatDistance(last, arc.m_start) <= GetFlatDistance(first, arc.m_start)) {
+        return -std::tan(GetSweep(angleLast, angleFirst) / 4);
+    }
+    return std::tan(GetSweep(angleFirst, angleLast) / 4);
+}
+
+std::unique_ptr<AcDbPolyline> MakePolyline(const AcDbObjectId& layerId) {
+    const AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
+    std::unique_ptr<AcDbPolyline> polyline(new AcDbPolyline);
+    if (polyline->setLayer(layerId) != Acad::eOk ||
+        polyline->setLinetype(pDatabase->byLayerLinetype()) != Acad::eOk) {
+        return nullptr;
+    }
+    return polyline;
+}
+
+}  // namespace
+
+bool CEncircleLine::GetMidLineAxisValue(double& dAxis) {
+    AcDbObjectPointer<AcDbLine> line(m_calInfo.m_midLineId, AcDb::kForRead);
+    if (line.openStatus() != Acad::eOk) {
+        return false;
+    }
+    const AcGePoint3d start = line->startPoint();
+    const AcGePoint3d end = line->endPoint();
+    // Not strict, unlike the other comparisons.
+    if (m_calInfo.m_tolLine.equalPoint() >= std::fabs(start.y - end.y)) {
+        dAxis = start.y;
+        return true;
+    }
+    if (m_calInfo.m_tolLine.equalPoint() >= std::fabs(start.x - end.x)) {
+        dAxis = start.x;
+        return true;
+    }
+    return false;
+}
+
+void CEncircleLine::SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLayerName) {
+    const CLinetypeResolver resolver(m_calInfo.m_bExcludeDashed);
+    const AcDbObjectId layerId = FindLayer(strLayerName);
+    for (int i = 0; i < ids.length(); ++i) {
+        AcDbObjectPointer<AcDbLine> line(ids[i], AcDb::kForWrite);
+        // A line that keeps its layer keeps its dashes too: only one that could be given its line
+        // type moves.
+        if (line.openStatus() == Acad::eOk && resolver.Resolve(line.object())) {
+            static_cast<void>(line->setLayer(layerId, true, false));
+        }
+    }
+}
+
+void CEncircleLine::DrawPolyLine(AcArray<AcDbObjectId>, AcArray<AcGePoint3d> pts, double dAxis,
+                                 AcDbObjectId& polylineId) {
+    const CCurrentLayerGuard layer(kEnvelopeLayer);
+    ThinPoints(pts, kStraightOnDeg);
+    CEncircleTrace::Count("points_thinned", static_cast<size_t>(pts.length()));
+    if (pts.length() < 2 || layer.GetLayerId().isNull()) {
+        return;
+    }
+    if (!std::isnan(dAxis)) {
+        pts.first().y = dAxis;
+        pts.last().y = dAxis;
+    }
+    std::unique_ptr<AcDbPolyline> polyline = MakePolyline(layer.GetLayerId());
+    if (polyline == nullptr) {
+        return;
+    }
+    AddOutline(polyline.get(), pts);
+    polyline->setClosed(true);
+    const AcDbObjectId id = AddEntity(polyline.release());
+    if (!id.isNull()) {
+        polylineId = id;
+    }
+}
+
+void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts) {
+    const CArcIndex arcs(GetAllArc(m_cloneIds));
+    AcArray<AcGePoint3d> arcPts;
+    bool bPending = false;  // the last point of the stretch before is still to be added
+    int nVertex = 0;
+    for (int i = 0; i < pts.length();) {
+        std::vector<size_t> through = arcs.FindThrough(pts[i]);
+        const bool bLeaves = bPending && arcs.KeepAlong(through, pts[i - 1]).empty();
+        if (bLeaves) {
+            AddStraight(pPolyline, pts[i - 1], 0.0, nVertex);
+        } else if (bPending) {
+            arcPts.append(pts[i - 1]);
+        }
+        bPending = through.size() > 1;
+        arcPts.append(pts[i]);
+
+        // Follow the arcs; the last of those that hold out longest is the one the outline runs on.
+        size_t last = 0;
+        int j = i;
+        for (; j < pts.length(); ++j) {
+            std::vector<size_t> along = arcs.KeepAlong(through, pts[j]);
+            if (along.empty()) {
+                break;
+            }
+            through.swap(along);
+            last = through.back();
+            arcPts.append(pts[j]);
+        }
+        const bool bOnArc = j > i;
+        const bool bAtEnd = j == pts.length();
+        if (!bOnArc) {
+            bPending = false;
+        }
+        AddPolyLinePt(pPolyline, bOnArc ? arcs.GetId(last) : AcDbObjectId::kNull, arcPts,
+                      bPending && !bAtEnd, nVertex);
+        arcPts.removeAll();
+        // A point that lies on an arc only loosely past its end is a corner; the walk must go on.
+        i = bOnArc ? j : i + 1;
+    }
+}
+
+void CEncircleLine::AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId,
+                                  AcArray<AcGePoint3d> arcPts, bool bSkipLast, int& nVertexIndex) {
+    SArc arc;
+    if (arcPts.length() < 2 || !ReadArc(arcId, arc)) {
+        for (int i = 0; i < arcPts.length(); ++i) {
+            AddStraight(pPolyline, arcPts[i], 0.0, nVertexIndex);
+        }
+        return;
+    }
+    AddStraight(pPolyline, arcPts.first(), GetBulge(arc, arcPts.first(), arcPts.last()),
+                nVertexIndex);
+    if (!bSkipLast) {
+        AddStraight(pPolyline, arcPts.last(), 0.0, nVertexIndex);
+    }
+}
