@@ -46,7 +46,7 @@ private:
     std::vector<PathStep> m_steps;
 };
 
-enum class Ink { Outline, Dashed, Centre, Dimension, Text, HatchArea, Envelope };
+enum class Ink { Outline, Dashed, Centre, Dimension, Solid, Hatch };
 
 struct Shape {
     enum Kind { Stroke, Label, BlockUse } kind = Stroke;

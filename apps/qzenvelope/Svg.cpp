@@ -19,7 +19,8 @@ const char* const kStyle =
     ".dashed{stroke:#a8a8a8;stroke-width:1px;stroke-dasharray:6 3}"
     ".centre{stroke:#b0b0b0;stroke-width:1px;stroke-dasharray:12 3 2 3}"
     ".dimension{stroke:#c4c4c4;stroke-width:1px}"
-    ".hatch{fill:#ececec;stroke:none;fill-rule:evenodd}"
+    ".solid{fill:#c4c4c4;stroke:none}"
+    ".hatch{stroke:#e2e2e2;stroke-width:1px}"
     ".axis{stroke:#2f6fb3;stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
     ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
     ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}";
@@ -162,8 +163,8 @@ private:
     }
 
     void Add(const Shape& shape, Point origin) {
-        static const char* const kClasses[] = {"outline",   "dashed", "centre",  "dimension",
-                                               "dimension", "hatch",  "envelope"};
+        static const char* const kClasses[] = {"outline",   "dashed", "centre",
+                                               "dimension", "solid",  "hatch"};
         if (shape.kind == Shape::Stroke)
             Stroke(kClasses[static_cast<int>(shape.ink)], shape.path, origin);
         if (shape.kind == Shape::Label) Label(shape, origin);

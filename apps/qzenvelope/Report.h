@@ -1,0 +1,20 @@
+// What a run tells its user: a summary to read, or one JSON object.
+#pragma once
+
+#include <string>
+
+#include "apps/qzenvelope/Drawing.h"
+#include "apps/qzenvelope/EnvelopeRun.h"
+#include "apps/qzenvelope/Options.h"
+
+namespace app {
+
+// A few lines for a terminal.
+std::string RunSummary(const EnvelopeRun& run, const Drawing& drawing,
+                       const ComputeOptions& options);
+
+// One JSON object, ending with a line break. Lengths in drawing units, points as [x, y], vertices
+// as [x, y, bulge]; "envelope" is null when there is none.
+std::string RunJson(const EnvelopeRun& run, const Drawing& drawing, const ComputeOptions& options);
+
+}  // namespace app

@@ -1,0 +1,26 @@
+// Text of the drawing as it is printed: UTF-8, plain.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "arxHeaders.h"
+
+namespace app {
+
+// UTF-8 of a wide text, whether its characters are 16 or 32 bits; lone surrogates become U+FFFD.
+std::string ToUtf8(const ACHAR* text);
+
+// A text's codes replaced by what they show: %%d degree, %%c diameter, %%p plus-minus, %%nnn a
+// character; underlining and the like vanish.
+std::string PlainText(const std::string& text);
+
+// The lines of a multi-line text without its formatting; stacked fractions become "a/b".
+std::vector<std::string> PlainLines(const std::string& text);
+
+// "LINE" for an AcDbLine: the class's name in files, or its own where it has none.
+std::string TypeName(const AcRxClass* type);
+
+std::string HandleText(const AcDbObjectId& id);
+
+}  // namespace app
