@@ -9,7 +9,6 @@
 #include "gept3dar.h"
 #include "gevc3dar.h"
 
-class AcGeLine3d;
 class AcGePlane;
 
 // Points by parameter. What the parameter means is said by each class. Lengths of lines and
@@ -33,8 +32,9 @@ public:
     double paramOf(const AcGePoint3d& p, const AcGeTol& tol = AcGeContext::gTol) const;
     // Never negative, whatever the order of the parameters.
     double length(double from, double to, double tol = AcGeContext::gTol.equalPoint()) const;
-    // The parameter at the given arc length from datum, forward unless told otherwise. Beyond the
-    // end of a spline: its end parameter. O(length computations) for splines and ellipses.
+    // The parameter at the given arc length (>= 0) from datum, forward unless told otherwise. Past
+    // the end of a bounded curve: its end parameter. Found by Newton's method, so a few lengths
+    // dear.
     double paramAtLength(double datum, double len, bool positive = true,
                          double tol = AcGeContext::gTol.equalPoint()) const;
 
@@ -51,7 +51,6 @@ public:
     bool isClosed(const AcGeTol& tol = AcGeContext::gTol) const;
     // plane receives the plane; a straight curve lies in many, one of them is given.
     bool isPlanar(AcGePlane& plane, const AcGeTol& tol = AcGeContext::gTol) const;
-    bool isLinear(AcGeLine3d& line, const AcGeTol& tol = AcGeContext::gTol) const;
 
     // Around the bounded part; lines, arcs, ellipses exact, splines around their control points.
     AcGeBoundBlock3d boundBlock() const { return box(); }
@@ -63,7 +62,8 @@ public:
     void getSamplePoints(int count, AcGePoint3dArray& pts) const;
     void getSamplePoints(int count, AcGePoint3dArray& pts, AcGeDoubleArray& params) const;
     // Between two parameters (rising), so close that the chords leave the curve by no more than
-    // approxEps. Every kink is a sample point. Replaces both arrays.
+    // approxEps (> 0; no interval is halved more than 16 times). Every kink and every knot is a
+    // sample point. Replaces both arrays.
     void getSamplePoints(double from, double to, double approxEps, AcGePoint3dArray& pts,
                          AcGeDoubleArray& params, bool forceResampling = false) const;
 

@@ -8,7 +8,7 @@
 // the last knot. Between knots the curve is a rational polynomial of the degree.
 class AcGeNurbCurve3d : public AcGeCurve3d {
 public:
-    // A point at the origin, degree 1.
+    // A curve without control points.
     AcGeNurbCurve3d();
     // Knots: control points + degree + 1 of them, not falling. A periodic curve may also be given
     // by one knot more than control points, which then repeat. weights: as many as control points,
@@ -67,7 +67,6 @@ protected:
 private:
     void Build(int degree, const AcGeKnotVector& knots, const AcGePoint3dArray& controlPoints,
                const AcGeDoubleArray& weights, bool isPeriodic);
-    void Clear();
 
     int m_degree = 1;
     bool m_periodic = false;
