@@ -42,10 +42,9 @@ int acedGetString(int cronly, const ACHAR* prompt, AcString& result);
 int acedInitGet(int bits, const ACHAR* keywords);
 
 int acedPrompt(const ACHAR* text);
-int acedAlert(const ACHAR* text);
 
-// System variables known here: CLAYER, CTAB, DWGNAME, DWGPREFIX, DWGTITLED, DBMOD, CMDNAMES,
-// CMDACTIVE, INSUNITS, HIGHLIGHT, CMDECHO, FILEDIA. RTERROR for another name; acedSetVar also for a
-// read-only one. Texts in an answer are freed by the caller.
+// System variables known here: CLAYER, INSUNITS, DWGNAME, DWGPREFIX, DWGTITLED, DBMOD, CMDNAMES,
+// CMDACTIVE. RTERROR for another name; acedSetVar also for a read-only one. Texts in an answer are
+// freed by the caller.
 int acedGetVar(const ACHAR* name, resbuf* result);
 int acedSetVar(const ACHAR* name, const resbuf* value);

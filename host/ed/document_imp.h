@@ -1,0 +1,48 @@
+// What the host keeps for one open drawing.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "acdocman.h"
+#include "dbid.h"
+#include "dbmain.h"
+#include "gepnt2d.h"
+#include "host/ed/typed_text.h"
+
+namespace host {
+
+// The part of the drawing that is shown, plan view, in world coordinates.
+struct View {
+    AcGePoint2d center;
+    double width = 0.0;
+    double height = 0.0;
+};
+
+// One successful lockDocument. The owner is the context that locked: the application (null) or a
+// document.
+struct DocumentLock {
+    AcAp::DocLockMode mode;
+    const AcApDocument* owner;
+};
+
+struct DocumentImp {
+    std::unique_ptr<AcDbDatabase> database;
+    std::wstring fileName;  // full path, or the title of a drawing that was never saved
+    std::wstring title;
+    bool isTitled = false;  // has a file
+    std::vector<DocumentLock> locks;
+    std::vector<std::wstring> activeCommands;  // innermost last
+    TypedText typed;                           // from sendStringToExecute, not yet used up
+    std::vector<AcDbObjectId> previousSelection;
+    std::vector<AcDbObjectId> pickFirst;
+    View view;
+
+    // How far from a curve a pick may be, in drawing units: a hundredth of the view's height, as
+    // the pick box is on a screen.
+    double PickAperture() const { return view.height > 0.0 ? view.height * 0.01 : 1.0; }
+};
+
+}  // namespace host

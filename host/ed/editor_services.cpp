@@ -1,0 +1,43 @@
+#include "host/ed/editor_services.h"
+
+#include "accmd.h"
+#include "aced.h"
+#include "actrans.h"
+#include "host/ed/session.h"
+#include "rxdict.h"
+#include "rxdlinkr.h"
+
+ACRX_CONS_DEFINE_MEMBERS(AcRxEventReactor, AcRxObject, 1)
+ACRX_CONS_DEFINE_MEMBERS(AcEditorReactor, AcRxEventReactor, 1)
+ACRX_CONS_DEFINE_MEMBERS(AcEditor, AcRxService, 1)
+ACRX_CONS_DEFINE_MEMBERS(AcTransactionManager, AcRxObject, 1)
+
+void AcEditor::addReactor(AcRxEventReactor* reactor) {
+    host::Session::Get().EventReactors().Add(reactor);
+}
+
+void AcEditor::removeReactor(AcRxEventReactor* reactor) {
+    host::Session::Get().EventReactors().Remove(reactor);
+}
+
+void AcTransactionManager::queueForGraphicsFlush() {}
+
+void AcTransactionManager::flushGraphics() { acedUpdateDisplay(); }
+
+int AcTransactionManager::numActiveTransactions() { return 0; }
+
+AcTransactionManager* acTransactionManagerPtr() {
+    static AcTransactionManager* const manager = new AcTransactionManager();
+    return manager;
+}
+
+namespace host {
+
+void RegisterEditorServices() {
+    AcRxDictionary* const registry = acrxSysRegistry();
+    registry->atPut(ACRX_DYNAMIC_LINKER, new AcRxDynamicLinker());
+    registry->atPut(ACED_EDITOR_OBJ, new AcEditor());
+    registry->atPut(ACED_REGISTERED_COMMANDS, new AcEdCommandStack());
+}
+
+}  // namespace host

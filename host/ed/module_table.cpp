@@ -1,0 +1,73 @@
+#include "host/ed/module_table.h"
+
+#include <dlfcn.h>
+
+#include <codecvt>
+#include <locale>
+
+#include "host/ed/drawing_io.h"
+#include "host/ed/text_compare.h"
+
+namespace host {
+namespace {
+
+std::string Narrow(const std::wstring& text) {
+    return std::wstring_convert<std::codecvt_utf8<wchar_t>>().to_bytes(text);
+}
+
+std::wstring Wide(const char* text) {
+    return std::wstring_convert<std::codecvt_utf8<wchar_t>>().from_bytes(text);
+}
+
+std::wstring BaseName(const std::wstring& path) {
+    const std::wstring file = FileNameOf(path);
+    const size_t dot = file.rfind(L'.');
+    return dot == std::wstring::npos ? file : file.substr(0, dot);
+}
+
+}  // namespace
+
+ModuleTable& ModuleTable::Get() {
+    static ModuleTable* const table = new ModuleTable();
+    return *table;
+}
+
+Module* ModuleTable::Load(const std::wstring& path, std::wstring& reason) {
+    auto module = std::make_unique<Module>();
+    module->name = BaseName(path);
+    module->library = dlopen(Narrow(AbsolutePath(path)).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (module->library == nullptr) {
+        reason = Wide(dlerror());
+        return nullptr;
+    }
+    void* const entry = dlsym(module->library, "acrxEntryPoint");
+    if (entry == nullptr) {
+        reason = path + L" has no acrxEntryPoint: it is not a module of this host.";
+        dlclose(module->library);
+        return nullptr;
+    }
+    module->entry = reinterpret_cast<AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>(entry);
+    m_modules.push_back(std::move(module));
+    return m_modules.back().get();
+}
+
+Module* ModuleTable::FindByName(const std::wstring& name) const {
+    for (const auto& module : m_modules)
+        if (EqualsNoCase(module->name.c_str(), BaseName(name).c_str())) return module.get();
+    return nullptr;
+}
+
+Module* ModuleTable::FindById(const void* id) const {
+    for (const auto& module : m_modules)
+        if (module->Id() == id) return module.get();
+    return nullptr;
+}
+
+void ModuleTable::SendAll(AcRx::AppMsgCode message) const {
+    for (size_t i = 0; i < m_modules.size(); ++i) {
+        // Only the unloading of a module hangs on its answer, and that asks it itself.
+        static_cast<void>(m_modules[i]->Send(message));
+    }
+}
+
+}  // namespace host

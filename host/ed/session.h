@@ -1,0 +1,94 @@
+// The running host: its documents, contexts, commands and the person (or script) that uses it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "aced.h"
+#include "acdocman.h"
+#include "host/ed/document_imp.h"
+#include "host/ed/reactor_list.h"
+#include "host/ed/user_input.h"
+
+namespace host {
+
+// What the last command left behind that it should not have.
+struct Leftovers {
+    std::vector<std::wstring> openObjects;  // handle, class and mode
+    std::vector<std::wstring> locks;        // document and mode
+    bool IsEmpty() const { return openObjects.empty() && locks.empty(); }
+};
+
+// One per process. The free functions and managers of the SDK act on it.
+class Session {
+public:
+    static Session& Get();
+
+    // Who answers prompts; null: nobody, every prompt is cancelled. Kept, not owned.
+    void SetInput(UserInput* input) { m_input = input; }
+    UserInput* Input() const { return m_input; }
+    void Print(const std::wstring& text) const;
+
+    // --- documents ---
+    const std::vector<std::unique_ptr<AcApDocument>>& Documents() const { return m_documents; }
+    AcApDocument* Current() const { return m_current; }
+    AcApDocument* Find(const AcDbDatabase* database) const;
+    bool IsOpen(const AcApDocument* document) const;
+
+    // Reads a DXF file into a new document and makes it current. Prints the reader's notes; on
+    // failure prints its message and returns null, with nothing changed.
+    AcApDocument* Open(const std::wstring& path);
+    // A new, empty drawing, made current.
+    AcApDocument* New();
+    // Writes the drawing under its own or a new path with the events around it. On failure prints
+    // why and changes nothing.
+    bool Save(AcApDocument& document, const std::wstring& path);
+    // Closes without saving; the next document becomes current.
+    void Close(AcApDocument& document);
+    void CloseAll();
+    void MakeCurrent(AcApDocument* document);
+
+    // --- contexts ---
+    // Null: the application context.
+    AcApDocument* ContextDocument() const {
+        return m_contexts.empty() ? nullptr : m_contexts.back();
+    }
+    // Runs the function in the context of a document, or of the application for null.
+    void InContext(AcApDocument* document, const std::function<void()>& function);
+
+    // True when the running code may change the database.
+    bool MayWrite(const AcDbDatabase& database) const;
+
+    // --- commands ---
+    // Runs one command line in the current document: the name with its prefixes. Answers to prompts
+    // may follow, separated as typed. Then everything that was queued meanwhile.
+    void Execute(const std::wstring& line);
+    // Runs what sendStringToExecute has queued for idle documents.
+    void RunQueued();
+    // Objects left open and locks left held, in all documents.
+    Leftovers FindLeftovers() const;
+
+    ReactorList<AcApDocManagerReactor>& DocumentReactors() { return m_documentReactors; }
+    ReactorList<AcRxEventReactor>& EventReactors() { return m_eventReactors; }
+    // Calls those of the event reactors that are editor reactors.
+    void NotifyEditor(const std::function<void(AcEditorReactor&)>& call);
+
+private:
+    Session();
+    ~Session();
+    AcApDocument* Adopt(std::unique_ptr<AcApDocument> document);
+    void RunCommandLine(AcApDocument& document);
+
+    UserInput* m_input = nullptr;
+    std::vector<std::unique_ptr<AcApDocument>> m_documents;
+    AcApDocument* m_current = nullptr;
+    std::vector<AcApDocument*> m_contexts;
+    ReactorList<AcApDocManagerReactor> m_documentReactors;
+    ReactorList<AcRxEventReactor> m_eventReactors;
+    int m_newDrawings = 0;
+    bool m_isRunningQueue = false;
+};
+
+}  // namespace host

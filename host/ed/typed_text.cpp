@@ -1,0 +1,25 @@
+#include "host/ed/typed_text.h"
+
+namespace host {
+
+std::wstring TypedText::Next(bool spacesAllowed) {
+    const wchar_t* const ends = spacesAllowed ? L"\n\r" : L" \n\r";
+    const size_t end = m_text.find_first_of(ends, m_position);
+    std::wstring answer = m_text.substr(m_position, end - m_position);
+    if (end == std::wstring::npos) {
+        Clear();
+        return answer;
+    }
+    m_position = end + 1;
+    if (m_text[end] == L'\r' && m_position < m_text.size() && m_text[m_position] == L'\n')
+        ++m_position;
+    if (IsEmpty()) Clear();
+    return answer;
+}
+
+void TypedText::Clear() {
+    m_text.clear();
+    m_position = 0;
+}
+
+}  // namespace host

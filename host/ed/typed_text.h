@@ -1,0 +1,27 @@
+// Text on its way to the command line: what sendStringToExecute queued.
+#pragma once
+
+#include <string>
+
+namespace host {
+
+// A stream of keystrokes. A line end is Enter; where blanks are not part of the answer, a blank is
+// Enter too.
+class TypedText {
+public:
+    void Append(const std::wstring& text) { m_text += text; }
+    bool IsEmpty() const { return m_position == m_text.size(); }
+
+    // Takes the next answer, without the Enter that ended it; empty for Enter alone. The end of the
+    // text ends an answer as well. Call only when not empty.
+    std::wstring Next(bool spacesAllowed);
+
+    // Forgets the rest, as Esc does.
+    void Clear();
+
+private:
+    std::wstring m_text;
+    size_t m_position = 0;
+};
+
+}  // namespace host
