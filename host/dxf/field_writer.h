@@ -1,0 +1,66 @@
+// Turns an object's values into tags.
+#pragma once
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "host/dxf/field_io.h"
+#include "host/dxf/names.h"
+#include "host/dxf/tag_buffer.h"
+
+namespace host::dxf {
+
+class FieldWriter : public FieldIo {
+public:
+    struct Options {
+        // Subclass marks (group 100): none up to R12, nor in a record that has none.
+        bool marks = true;
+        // Names as they stood in the file, to compare with what stands there; null: the current ones.
+        const Names* originalNames = nullptr;
+    };
+    FieldWriter(TagBuffer& out, const Options& options)
+        : FieldIo(out.style().version), out_(out), options_(options) {}
+    FieldWriter* AsWriter() override { return this; }
+
+    void Subclass(const char* name) override;
+    void Real(int code, double& value) override { out_.PutReal(code, value); }
+    void Int(int code, std::int64_t& value) override { out_.PutInt(code, value); }
+    void Text(int code, std::wstring& value) override { PutText(code, value); }
+    void Point(int code, AcGePoint3d& point) override { PutPoint(code, point); }
+    void Point(int code, AcGePoint2d& point) override { PutPoint(code, point); }
+    void OcsPoint(int code, AcGePoint3d& point, const AcGeVector3d& normal) override;
+    void Normal(AcGeVector3d& normal) override;
+    void Angle(int code, double& radians) override { PutAngle(code, radians); }
+    void Named(int code, Root table, AcDbObjectId& id) override;
+    void Handle(int code, AcDbObjectId& id) override { PutId(code, id); }
+    bool Has(int) override { return true; }
+    void Flags(int code, std::int64_t mask, std::int64_t& value) override {
+        out_.PutFlags(code, mask, value);
+    }
+
+    // For lists and constants.
+    void PutReal(int code, double value) { out_.PutReal(code, value); }
+    void PutInt(int code, std::int64_t value) { out_.PutInt(code, value); }
+    void PutText(int code, std::wstring_view text);
+    void PutRaw(int code, std::string_view text) { out_.PutText(code, text); }
+    void PutPoint(int code, const AcGePoint3d& point);
+    void PutPoint(int code, const AcGePoint2d& point);
+    void PutAngle(int code, double radians);
+    // Handle of an object; "0" for null or erased ones.
+    void PutId(int code, AcDbObjectId id);
+    std::wstring NameOf(AcDbObjectId record) const;
+
+    TagBuffer& out() { return out_; }
+    const Options& options() const { return options_; }
+    // Objects that the tags refer to, by name or handle.
+    const std::vector<Stub*>& references() const { return references_; }
+
+private:
+    TagBuffer& out_;
+    Options options_;
+    std::vector<Stub*> references_;
+};
+
+}  // namespace host::dxf

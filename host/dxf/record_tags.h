@@ -1,0 +1,41 @@
+// The tags of one record with their places: subclass, application group, extended data.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "host/dxf/source.h"
+
+namespace host::dxf {
+
+enum class Area : std::uint8_t {
+    kBody,      // the object's own values
+    kGroup,     // between 102 "{NAME" and 102 "}"
+    kXdata,     // from 1001 on
+    kEmbedded   // from 101 on: another object's values, whose codes mean something else
+};
+
+struct PlacedTag {
+    Tag tag;
+    Area area = Area::kBody;
+    std::uint16_t scope = 0;  // index into RecordTags::scopes
+};
+
+// A scope is what follows one subclass mark (group 100), "" being what stands before the first.
+// Application groups and the data of each application are scopes of their own, "{NAME" and
+// "1001NAME", so that equal codes in different places are not mistaken for each other.
+struct RecordTags {
+    RecordTags(const Source& source, std::size_t record);
+
+    bool HasMarks() const;
+    // Index of the n-th (from 0) scope of that name, or -1.
+    int FindScope(std::string_view name, int n = 0) const;
+
+    std::vector<PlacedTag> tags;
+    std::vector<std::string> scopes;
+};
+
+// Codes whose tags in an XRECORD's data would start something anywhere else.
+constexpr std::string_view kXrecordMark = "AcDbXrecord";
+
+}  // namespace host::dxf
