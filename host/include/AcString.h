@@ -46,7 +46,7 @@ public:
 
     // The position, or -1.
     int find(const ACHAR* text) const;
-    AcString substr(int start, int count) const;
+    AcString substr(int start, int count) const;  // a negative count means all the rest
     AcString& makeUpper();
     AcString& makeLower();
 

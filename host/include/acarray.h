@@ -189,7 +189,7 @@ template <class T, class R>
 AcArray<T, R>& AcArray<T, R>::append(const AcArray& other) {
     const int count = other.m_length;  // read before the storage grows: other may be this array
     if (m_length + count > m_capacity) setPhysicalLength(grownLength(count));
-    std::uninitialized_copy_n(other.m_data, count, end());
+    if (count > 0) std::uninitialized_copy_n(other.m_data, count, end());
     m_length += count;
     return *this;
 }
@@ -218,13 +218,16 @@ AcArray<T, R>& AcArray<T, R>::setLogicalLength(int length) {
 template <class T, class R>
 AcArray<T, R>& AcArray<T, R>::setPhysicalLength(int length) {
     if (length == m_capacity) return *this;
-    const int kept = (std::min)(m_length, length);
-    T* const data =
-        length > 0 ? std::allocator<T>().allocate(static_cast<std::size_t>(length)) : nullptr;
-    std::uninitialized_move_n(m_data, kept, data);
+    T* data = nullptr;
+    int kept = 0;
+    if (length > 0) {
+        kept = (std::min)(m_length, length);
+        data = std::allocator<T>().allocate(static_cast<std::size_t>(length));
+        std::uninitialized_move(begin(), begin() + kept, data);
+    }
     release();
     m_data = data;
     m_length = kept;
-    m_capacity = length > 0 ? length : 0;
+    m_capacity = (std::max)(length, 0);
     return *this;
 }
