@@ -94,11 +94,16 @@ protected:
                        bool bSkipLast, int& nVertexIndex);
     void AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts);
 
-    // Steps of the driver (EncircleLineDriver.cpp)
+    // Steps of the driver (EncircleLineDriver.cpp).
+    // From clones to lines on the scratch layer, without the axis and what is dashed; every other
+    // layer is off afterwards.
     AcArray<AcDbObjectId> PrepareLines(const AcArray<AcDbObjectId>& cloneIds);
+    // Breaks a copy of the working set for each side that is computed and chains what it sees.
     void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                     SSideChains& chains);
+    // Closes the chain at both ends by lines straight to the axis; an empty chain stays open.
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
+    // The points of all chains in the order in which the outline goes round.
     AcArray<AcGePoint3d> CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
 
 protected:

@@ -143,8 +143,6 @@ void CEncircleLine::GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjec
     DrawPolyLine(ids, points, axis, outId);
 }
 
-// From clones to lines on the scratch layer, without the axis and what is dashed. Every layer but
-// the scratch layer is off afterwards.
 AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& cloneIds) {
     AcArray<AcDbObjectId> lineIds;
     ConvertToLines(cloneIds, lineIds);
@@ -212,7 +210,6 @@ void CEncircleLine::FindChains(E_RemoveLine_Dir side, const std::vector<CLineInf
     }
 }
 
-// Closes the chain at both ends by lines straight to the axis.
 void CEncircleLine::AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains) {
     Lines copy = side == E_Dir_Bottom ? chains.m_bottom : chains.m_top;
     if (copy.empty()) {
