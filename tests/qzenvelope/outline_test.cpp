@@ -82,6 +82,7 @@ const MeetingCase kMeetings[] = {
     {"half disc", "-1,0,1 1,0", ""},
     {"lens of two arcs", "-1,0,0.5 1,0,0.5", ""},
     {"arc bulges through the opposite side", "0,0,-1 4,0 4,1 0,1", "crossing 0 2 0.2679,1"},
+    {"spike into an arc", "0,0,-1 4,0 5,3 2,3 2,1 0,3", "crossing 0 3 2,2"},
     {"arc touches a line from below", "0,0,-1 4,0 4,2 0,2", "touch 0 2 2,2"},
     {"arc clears a line narrowly", "0,0,-1 4,0 4,2.0001 0,2.0001", ""},
     {"two arcs cross", "0,0,-1 4,0 2,-3 6,-3 6,0,1 2,0 0,-3", "crossing 0 4 3,1.732"},
