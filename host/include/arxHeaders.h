@@ -55,3 +55,10 @@
 #include "dbsymutl.h"
 #include "dbdict.h"
 #include "dbxrecrd.h"
+
+#include "rxdlinkr.h"
+#include "accmd.h"
+#include "aced.h"
+#include "acedads.h"
+#include "acdocman.h"
+#include "actrans.h"

@@ -1,0 +1,29 @@
+// The task lists of all open drawings.
+#pragma once
+
+#include <map>
+#include <memory>
+
+#include "BatchTaskList.h"
+
+// One per process, made on first use. Lists come into being empty when they are first asked for and
+// stay where they are in memory until they are removed.
+class CKnifeDiagramFactory {
+public:
+    static CKnifeDiagramFactory& GetInstance();
+
+    // The list of a drawing; null means the working database.
+    BatchTaskList& GetTaskList(AcDbDatabase* pDatabase);
+    // The list of the working database.
+    BatchTaskList& GetTaskList();
+
+    bool HasTaskList(const AcDbDatabase* pDatabase) const;
+
+    // Frees the list of a drawing that is about to be destroyed; unknown ones are ignored.
+    void RemoveTaskList(const AcDbDatabase* pDatabase);
+
+private:
+    CKnifeDiagramFactory() = default;
+
+    std::map<const AcDbDatabase*, std::unique_ptr<BatchTaskList>> m_lists;
+};

@@ -1,0 +1,18 @@
+#include "StdAfx.h"
+#include "AxisLine.h"
+
+#include "AddEntity.h"
+#include "EraseEntity.h"
+
+CAxisLine::CAxisLine(const CQZRect& box, double dHeight) {
+    if (box.IsValid()) {
+        m_id = AddLine(AcGePoint3d(box.min.x - kAxisOverhang, dHeight, 0.0),
+                       AcGePoint3d(box.max.x + kAxisOverhang, dHeight, 0.0), 256, ACDB_MODEL_SPACE);
+    }
+}
+
+CAxisLine::~CAxisLine() {
+    if (!m_id.isNull()) {
+        EraseById(m_id);
+    }
+}

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "QZRect.h"
+
+// How far the temporary axis reaches beyond the picked entities on both sides, in drawing units.
+constexpr double kAxisOverhang = 10.0;
+
+// The horizontal centre line of one computation: drawn in model space through a height, past the
+// box of the picked entities, and erased again at the end of its life.
+class CAxisLine {
+public:
+    // An empty box makes no line.
+    CAxisLine(const CQZRect& box, double dHeight);
+    ~CAxisLine();
+    CAxisLine(const CAxisLine&) = delete;
+    CAxisLine& operator=(const CAxisLine&) = delete;
+
+    // Null when there is no line.
+    const AcDbObjectId& GetId() const { return m_id; }
+
+private:
+    AcDbObjectId m_id;
+};

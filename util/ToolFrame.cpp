@@ -1,0 +1,112 @@
+#include "StdAfx.h"
+#include "ToolFrame.h"
+
+#include <memory>
+
+#include "EntityBox.h"
+
+namespace {
+
+// Frees a chain that the host made for its caller.
+struct SRbDeleter {
+    void operator()(resbuf* pChain) const { acutRelRb(pChain); }
+};
+using CRbChain = std::unique_ptr<resbuf, SRbDeleter>;
+
+// Codes of texts in extended data and in Xrecords.
+bool IsText(int nCode) { return (nCode >= 1 && nCode <= 9) || nCode == 300 || nCode == 1000; }
+
+bool FindFirstText(const resbuf* pChain, CString& strText) {
+    for (const resbuf* pNode = pChain; pNode != nullptr; pNode = pNode->rbnext) {
+        if (IsText(pNode->restype) && pNode->resval.rstring != nullptr) {
+            strText = pNode->resval.rstring;
+            return true;
+        }
+    }
+    return false;
+}
+
+bool ReadExtendedData(const AcDbEntity& entity, const ACHAR* pKey, CString& strText) {
+    const CRbChain chain(entity.xData(pKey));
+    return FindFirstText(chain.get(), strText);
+}
+
+bool ReadExtensionRecord(const AcDbEntity& entity, const ACHAR* pKey, CString& strText) {
+    const AcDbObjectPointer<AcDbDictionary> pDictionary(entity.extensionDictionary(),
+                                                        AcDb::kForRead);
+    AcDbObjectId recordId;
+    if (pDictionary.openStatus() != Acad::eOk || pDictionary->getAt(pKey, recordId) != Acad::eOk) {
+        return false;
+    }
+    const AcDbObjectPointer<AcDbXrecord> pRecord(recordId, AcDb::kForRead);
+    resbuf* pRaw = nullptr;
+    if (pRecord.openStatus() != Acad::eOk || pRecord->rbChain(&pRaw) != Acad::eOk) {
+        return false;
+    }
+    const CRbChain chain(pRaw);
+    return FindFirstText(chain.get(), strText);
+}
+
+bool ReadAttribute(const AcDbEntity& entity, const ACHAR* pTag, CString& strText) {
+    const AcDbBlockReference* pReference = AcDbBlockReference::cast(&entity);
+    if (pReference == nullptr) {
+        return false;
+    }
+    const std::unique_ptr<AcDbObjectIterator> iterator(pReference->attributeIterator());
+    for (; iterator != nullptr && !iterator->done(); iterator->step()) {
+        const AcDbObjectPointer<AcDbAttribute> pAttribute(iterator->objectId(), AcDb::kForRead);
+        if (pAttribute.openStatus() == Acad::eOk && _tcsicmp(pAttribute->tagConst(), pTag) == 0) {
+            strText = pAttribute->textStringConst();
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey) {
+    CString strText;
+    const AcDbObjectPointer<AcDbEntity> pEntity(id, AcDb::kForRead);
+    if (pEntity.openStatus() == Acad::eOk && !ReadExtendedData(*pEntity.object(), pKey, strText) &&
+        !ReadExtensionRecord(*pEntity.object(), pKey, strText)) {
+        ReadAttribute(*pEntity.object(), pKey, strText);
+    }
+    return strText;
+}
+
+std::vector<SToolFrame> CollectToolFrames() {
+    std::vector<SToolFrame> frames;
+    AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
+    if (pDatabase == nullptr) {
+        return frames;
+    }
+    const AcDbObjectPointer<AcDbBlockTableRecord> pSpace(
+        acdbSymUtil()->blockModelSpaceId(pDatabase), AcDb::kForRead);
+    AcDbBlockTableRecordIterator* pIterator = nullptr;
+    if (pSpace.openStatus() != Acad::eOk || pSpace->newIterator(pIterator) != Acad::eOk) {
+        return frames;
+    }
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(pIterator);
+    for (; !iterator->done(); iterator->step()) {
+        AcDbObjectId id;
+        if (iterator->getEntityId(id) != Acad::eOk ||
+            !id.objectClass()->isDerivedFrom(AcDbBlockReference::desc())) {
+            continue;
+        }
+        const CString strNumber = GetAttachedText(id, kToolNumberKey);
+        if (!strNumber.IsEmpty()) {
+            frames.push_back({id, strNumber, GetEntityBox(id)});
+        }
+    }
+    return frames;
+}
+
+CString FindToolNumber(const std::vector<SToolFrame>& frames, const CQZRect& box) {
+    for (const SToolFrame& frame : frames) {
+        if (frame.m_rect.Contains(box, 1e-6)) {
+            return frame.m_strNumber;
+        }
+    }
+    return CString();
+}

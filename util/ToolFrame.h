@@ -1,0 +1,29 @@
+// Drawing frames: block references that carry a tool number. What lies inside one belongs to the
+// tool of that number.
+#pragma once
+
+#include <vector>
+
+#include "QZRect.h"
+
+// Name under which a frame carries its tool number.
+constexpr const ACHAR* kToolNumberKey = _T("TUKANGE_NAME_IDENTITY");
+
+struct SToolFrame {
+    AcDbObjectId m_id;
+    CString m_strNumber;
+    CQZRect m_rect;  // extents of the block reference
+};
+
+// The text that an entity carries under a key: in its extended data of that application name, else
+// as an Xrecord of that key in its extension dictionary, else, for a block reference, in an
+// attribute of that tag. The first text of the first carrier that is there counts; empty when none
+// is. Keys and tags match without regard to case.
+CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey);
+
+// The frames of the working database's model space, in drawing order. O(entities).
+std::vector<SToolFrame> CollectToolFrames();
+
+// The tool number of the first frame whose rectangle contains the box, within 1e-6; empty when none
+// does.
+CString FindToolNumber(const std::vector<SToolFrame>& frames, const CQZRect& box);
