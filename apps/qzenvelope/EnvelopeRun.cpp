@@ -6,8 +6,11 @@
 #include <cstdio>
 
 #include "apps/qzenvelope/Text.h"
+#include "engine/EncircleLayers.h"
 #include "engine/EncircleLine.h"
+#include "host/db/build.h"
 #include "util/AddEntity.h"
+#include "util/CurrentLayerGuard.h"
 #include "util/EraseEntity.h"
 
 namespace app {
@@ -100,9 +103,11 @@ CEncircleCalInfo ParametersOf(const ComputeOptions& options) {
 // The temporary axis line; gone at the end of the scope whatever happens.
 class AxisLine {
 public:
-    AxisLine(const Box& box, double y)
-        : m_id(AddLine(AcGePoint3d(box.minX - kAxisOverhang, y, 0),
-                       AcGePoint3d(box.maxX + kAxisOverhang, y, 0), kByLayer, ACDB_MODEL_SPACE)) {
+    AxisLine(const Box& box, double y) {
+        // Not on the current layer: that may be locked, and the line could not be erased again.
+        const CCurrentLayerGuard layer(kEnvelopeLayer);
+        m_id = AddLine(AcGePoint3d(box.minX - kAxisOverhang, y, 0),
+                       AcGePoint3d(box.maxX + kAxisOverhang, y, 0), kByLayer, ACDB_MODEL_SPACE);
         if (m_id.isNull()) throw Failure(kNoResult, "the axis line cannot be drawn");
     }
     ~AxisLine() { EraseById(m_id); }
@@ -113,6 +118,13 @@ public:
 private:
     AcDbObjectId m_id;
 };
+
+// What the run must not leave behind; a report of it is worth more than silence.
+void CheckNothingIsOpen(AcDbDatabase& database, std::vector<std::string>& warnings) {
+    for (const host::OpenObject& open : host::OpenObjectsReport(database))
+        warnings.push_back("the run left object " + HandleText(AcDbHandle(open.handle)) +
+                           " open (" + ToUtf8(open.className.c_str()) + ")");
+}
 
 Envelope ReadEnvelope(const AcDbObjectId& id, const ComputeOptions& options) {
     Envelope envelope;
@@ -168,6 +180,7 @@ EnvelopeRun RunEnvelope(AcDbDatabase& database, const ComputeOptions& options) {
     }
     run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     run.envelope = ReadEnvelope(envelopeId, options);
+    CheckNothingIsOpen(database, run.warnings);
     return run;
 }
 

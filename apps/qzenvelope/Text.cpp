@@ -97,9 +97,9 @@ std::string TypeName(const AcRxClass* type) {
     return ToUtf8(type->dxfName() != nullptr ? type->dxfName() : type->name());
 }
 
-std::string HandleText(const AcDbObjectId& id) {
+std::string HandleText(const AcDbHandle& handle) {
     ACHAR text[AcDbHandle::kStrSiz] = {};
-    return id.handle().getIntoAsciiBuffer(text, AcDbHandle::kStrSiz) ? ToUtf8(text) : "0";
+    return handle.getIntoAsciiBuffer(text, AcDbHandle::kStrSiz) ? ToUtf8(text) : "0";
 }
 
 }  // namespace app

@@ -21,6 +21,7 @@ std::vector<std::string> PlainLines(const std::string& text);
 // "LINE" for an AcDbLine: the class's name in files, or its own where it has none.
 std::string TypeName(const AcRxClass* type);
 
-std::string HandleText(const AcDbObjectId& id);
+std::string HandleText(const AcDbHandle& handle);
+inline std::string HandleText(const AcDbObjectId& id) { return HandleText(id.handle()); }
 
 }  // namespace app
