@@ -35,6 +35,9 @@ AcGeBoundBlock3d SweepBox(const AcGeCurve3d& curve, const AcGeVector3d& a, const
 // as a product of a dozen rotations or one read from a file with ten digits.
 constexpr double kSimilarity = 1e-6;
 
+// Products of two vectors that differ by less than this part of their squares differ by rounding.
+constexpr double kAxisRounding = 2e-14;
+
 // Samples for the closest point on a full ellipse: it has at most two near places a quarter.
 constexpr int kEllipseSamples = 48;
 
@@ -60,7 +63,7 @@ AcGeCircArc3d::AcGeCircArc3d(const AcGePoint3d& p1, const AcGePoint3d& p2, const
     if (n.isZeroLength()) return;
     // Centre of the circle through three points: where the planes half-way to p2 and p3 meet.
     const AcGeVector3d toCenter =
-        (b * a.lengthSqrd() - a * b.lengthSqrd()).crossProduct(n) / (-2.0 * n.lengthSqrd());
+        (b * a.lengthSqrd() - a * b.lengthSqrd()).crossProduct(n) / (2.0 * n.lengthSqrd());
     m_center = p1 + toCenter;
     m_normal = n.normal();
     m_refVec = -toCenter.normal();
@@ -173,13 +176,13 @@ void AcGeEllipArc3d::apply(const AcGeMatrix3d& m) {
     const AcGeVector3d a = m * (m_majorAxis * m_majorRadius);
     const AcGeVector3d b = m * (m_minorAxis * m_minorRadius);
     const double skew = 2.0 * a.dotProduct(b), stretch = a.lengthSqrd() - b.lengthSqrd();
-    // Radii that stay at right angles keep their axes, however the rounding falls.
-    const bool square = std::fabs(skew) <= 2e-14 * (a.lengthSqrd() + b.lengthSqrd());
-    const double theta = square ? (stretch >= 0.0 || isCircular() ? 0.0 : host::kPi / 2)
-                                : 0.5 * std::atan2(skew, stretch);
-    const double c = std::cos(theta), s = std::sin(theta);
-    const AcGeVector3d newMajor = theta == 0.0 ? a : a * c + b * s;
-    const AcGeVector3d newMinor = theta == 0.0 ? b : b * c - a * s;
+    // Half axes that stay at right angles are kept, or exchanged, without a trace of rounding.
+    const double rounding = kAxisRounding * (a.lengthSqrd() + b.lengthSqrd());
+    const bool square = std::fabs(skew) <= rounding, exchanged = square && stretch < -rounding;
+    const double theta = exchanged ? host::kPi / 2 : square ? 0.0 : 0.5 * std::atan2(skew, stretch);
+    const double c = exchanged ? 0.0 : std::cos(theta), s = std::sin(theta);
+    const AcGeVector3d newMajor = a * c + b * s;
+    const AcGeVector3d newMinor = b * c - a * s;
     m_center.transformBy(m);
     m_majorRadius = newMajor.length();
     m_minorRadius = newMinor.length();

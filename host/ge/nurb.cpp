@@ -194,8 +194,8 @@ AcGePoint3d AcGeNurbCurve3d::eval(double param, int count, AcGeVector3d* derivat
         derivatives[1] = (second.p - derivatives[0] * (2.0 * first.w) - at * second.w) / w;
     // Ends of a clamped curve are copied, for a weight multiplied and divided out may leave a
     // trace.
-    if (t == range.lowerBound() && knots[0] == t) return m_points.first();
-    if (atEnd && m_knots.endParam() == t) return m_points.last();
+    if (t == knots[0] && k == p) return m_points.first();
+    if (atEnd && t == m_knots.endParam() && k == n - 1) return m_points.last();
     return at.asPoint();
 }
 
