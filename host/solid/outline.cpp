@@ -17,6 +17,9 @@ using Corners = std::vector<OutlineCorner>;
 // one a little would turn or lose the arc.
 constexpr double kWidestBulge = 1.7320508075688772;  // tan(240 degrees / 4)
 
+// An axis that leaves the plane by more than this (radians) was not meant to lie in it.
+constexpr double kLargestTilt = 1e-3;
+
 bool IsFinite(const AcGePoint3d& p) {
     return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z);
 }
@@ -158,6 +161,7 @@ Refusal PlaceOnAxis(const Outline& outline, const AcGePoint3d& axisPoint,
     // The axis must stay within the tolerance of the plane as far as the profile reaches.
     const double tilt = along.dotProduct(normal);
     const double off = (axisPoint - outline.origin).dotProduct(normal);
+    if (std::fabs(tilt) > kLargestTilt) return Refuse(Fault::kAxisOffPlane, axisPoint);
     for (const OutlineCorner& corner : corners) {
         const double x = (outline.At(corner.point) - axisPoint).dotProduct(along);
         if (std::fabs(off + tilt * x) > kPositionTol)

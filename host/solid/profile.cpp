@@ -36,7 +36,7 @@ const FaultText kFaults[] = {
     {Fault::kAxisDirection, Acad::eInvalidAxis, "the axis has no direction", false},
     {Fault::kAxisOffPlane, Acad::eInvalidAxis, "the axis does not lie in the profile's plane",
      true},
-    {Fault::kCrossesItself, Acad::eSelfIntersecting, "the profile meets itself", true},
+    {Fault::kCrossesItself, Acad::eSelfIntersecting, "the profile crosses or touches itself", true},
     {Fault::kCrossesAxis, Acad::eGeneralModelingFailure, "the profile crosses the axis", true},
     {Fault::kTouchesAxis, Acad::eGeneralModelingFailure,
      "the profile touches the axis in a single point, where the solid would have no thickness",
@@ -82,11 +82,14 @@ bool IsFlat(const std::vector<Piece>& ring) {
 }
 
 Refusal CheckAgainstAxis(const Frame& frame, const std::vector<Piece>& ring) {
+    const Piece* below = nullptr;
     for (const Piece& piece : ring) {
-        const AcGePoint2d lowest = Farthest(piece, AcGeVector2d(0.0, -1.0));
-        if (lowest.y < -kPositionTol)
-            return RefuseAt(Fault::kCrossesAxis, frame, AxisPoint(piece).value_or(lowest));
+        if (Farthest(piece, AcGeVector2d(0.0, -1.0)).y >= -kPositionTol) continue;
+        if (below == nullptr) below = &piece;
+        if (const auto place = AxisPoint(piece))
+            return RefuseAt(Fault::kCrossesAxis, frame, *place);
     }
+    if (below != nullptr) return RefuseAt(Fault::kCrossesAxis, frame, below->from);
     for (const Piece& piece : ring) {
         // An end on the axis is looked at with its neighbour.
         if (!piece.IsArc() || piece.from.y == 0.0 || piece.to.y == 0.0) continue;
