@@ -37,7 +37,8 @@ public:
     virtual FieldReader* AsReader() { return nullptr; }
     virtual FieldWriter* AsWriter() { return nullptr; }
 
-    // Version of the drawing (1009 for R12); subclass marks and many values exist from some version.
+    // Version of the drawing (1009 for R12); subclass marks and many values exist from some
+    // version.
     int version() const { return version_; }
 
     // The values that follow belong to this subclass (group 100).

@@ -83,7 +83,12 @@ void FieldReader::Text(int code, std::wstring& value) {
 void FieldReader::Point(int code, AcGePoint3d& point) {
     Real(code, point.x);
     Real(code + 10, point.y);
-    Real(code + 20, point.z);
+    if (const Tag* z = Find(code + 20)) {
+        point.z = RealOf(*z);
+    } else if (version() <= kVersionR12) {
+        // Before points had three coordinates the elevation stood in a group of its own.
+        if (const Tag* elevation = FindIn(38, true)) point.z = RealOf(*elevation);
+    }
 }
 
 void FieldReader::Point(int code, AcGePoint2d& point) {

@@ -47,8 +47,8 @@ public:
     AcDbObjectId IdOf(const Tag& tag) const;
 
 private:
-    // First body tag of that code in the current subclass, then anywhere in the body: programs differ
-    // in which subclass they put a group into.
+    // First body tag of that code in the current subclass, then anywhere in the body: programs
+    // differ in which subclass they put a group into.
     const Tag* Find(int code) const;
     const Tag* FindIn(int code, bool anywhere) const;
     bool InScope(const PlacedTag& placed) const;

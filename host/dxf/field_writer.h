@@ -17,8 +17,12 @@ public:
     struct Options {
         // Subclass marks (group 100): none up to R12, nor in a record that has none.
         bool marks = true;
-        // Names as they stood in the file, to compare with what stands there; null: the current ones.
+        // Names as they stood in the file, to compare with what stands there; null: the current
+        // ones.
         const Names* originalNames = nullptr;
+        AcDbObjectId byLayer;     // the linetype that entities need not state
+        bool paperSpace = false;  // the entity lies on a sheet
+        bool whole = false;       // nothing of the object stands in a file yet
     };
     FieldWriter(TagBuffer& out, const Options& options)
         : FieldIo(out.style().version), out_(out), options_(options) {}

@@ -27,12 +27,13 @@ struct FileError {
 // False with error filled; out is unchanged then.
 bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error);
 
-// Puts the pieces, in order, into the file so that after a crash or a full disk either the old or the
-// new content is there, never a part: written to a new file beside it, flushed to disk, renamed.
+// Puts the pieces, in order, into the file so that after a crash or a full disk either the old or
+// the new content is there, never a part: written to a new file beside it, flushed to disk,
+// renamed.
 //
 // A symbolic link stays one, its target is replaced; access rights of an existing file are kept; a
-// file without write permission is refused; devices and pipes are written directly. False with error
-// filled: the old file is whole and nothing is left beside it.
+// file without write permission is refused; devices and pipes are written directly. False with
+// error filled: the old file is whole and nothing is left beside it.
 bool WriteFileAtomically(const std::string& path, const std::vector<std::string_view>& pieces,
                          FileError& error);
 

@@ -16,23 +16,23 @@ struct KindRange {
 
 // Source: DXF reference, "Group code value types"; 480 and 481 as newer files use them.
 constexpr KindRange kKindRanges[] = {
-    {-9999, 4, ValueKind::kText},       {5, 5, ValueKind::kHandle},
-    {6, 9, ValueKind::kText},           {10, 59, ValueKind::kReal},
-    {60, 79, ValueKind::kInt16},        {90, 99, ValueKind::kInt32},
-    {100, 104, ValueKind::kText},       {105, 105, ValueKind::kHandle},
-    {106, 109, ValueKind::kText},       {110, 149, ValueKind::kReal},
-    {160, 169, ValueKind::kInt64},      {170, 179, ValueKind::kInt16},
-    {210, 239, ValueKind::kReal},       {270, 289, ValueKind::kInt16},
-    {290, 299, ValueKind::kBool},       {300, 309, ValueKind::kText},
-    {310, 319, ValueKind::kChunk},      {320, 369, ValueKind::kHandle},
-    {370, 389, ValueKind::kInt16},      {390, 399, ValueKind::kHandle},
-    {400, 409, ValueKind::kInt16},      {410, 419, ValueKind::kText},
-    {420, 429, ValueKind::kInt32},      {430, 439, ValueKind::kText},
-    {440, 459, ValueKind::kInt32},      {460, 469, ValueKind::kReal},
-    {470, 479, ValueKind::kText},       {480, 481, ValueKind::kHandle},
-    {999, 1003, ValueKind::kText},      {1004, 1004, ValueKind::kChunk},
-    {1005, 1005, ValueKind::kHandle},   {1006, 1009, ValueKind::kText},
-    {1010, 1059, ValueKind::kReal},     {1060, 1070, ValueKind::kInt16},
+    {-9999, 4, ValueKind::kText},     {5, 5, ValueKind::kHandle},
+    {6, 9, ValueKind::kText},         {10, 59, ValueKind::kReal},
+    {60, 79, ValueKind::kInt16},      {90, 99, ValueKind::kInt32},
+    {100, 104, ValueKind::kText},     {105, 105, ValueKind::kHandle},
+    {106, 109, ValueKind::kText},     {110, 149, ValueKind::kReal},
+    {160, 169, ValueKind::kInt64},    {170, 179, ValueKind::kInt16},
+    {210, 239, ValueKind::kReal},     {270, 289, ValueKind::kInt16},
+    {290, 299, ValueKind::kBool},     {300, 309, ValueKind::kText},
+    {310, 319, ValueKind::kChunk},    {320, 369, ValueKind::kHandle},
+    {370, 389, ValueKind::kInt16},    {390, 399, ValueKind::kHandle},
+    {400, 409, ValueKind::kInt16},    {410, 419, ValueKind::kText},
+    {420, 429, ValueKind::kInt32},    {430, 439, ValueKind::kText},
+    {440, 459, ValueKind::kInt32},    {460, 469, ValueKind::kReal},
+    {470, 479, ValueKind::kText},     {480, 481, ValueKind::kHandle},
+    {999, 1003, ValueKind::kText},    {1004, 1004, ValueKind::kChunk},
+    {1005, 1005, ValueKind::kHandle}, {1006, 1009, ValueKind::kText},
+    {1010, 1059, ValueKind::kReal},   {1060, 1070, ValueKind::kInt16},
     {1071, 1071, ValueKind::kInt32}};
 
 constexpr int kTableSize = 1072;
@@ -127,9 +127,9 @@ double RealFromText(std::string_view text) {
     if (error != std::errc::result_out_of_range) return 0.0;
     // Too small is zero; too large is infinite, which the syntax check refuses.
     const std::size_t e = text.find_first_of("eE");
-    const bool tiny = e != std::string_view::npos ? text.substr(e + 1, 1) == "-"
-                                                  : text.find_first_of("123456789") >
-                                                        text.find('.');
+    const bool tiny = e != std::string_view::npos
+                          ? text.substr(e + 1, 1) == "-"
+                          : text.find_first_of("123456789") > text.find('.');
     return tiny ? 0.0 : std::numeric_limits<double>::infinity();
 }
 
@@ -164,7 +164,8 @@ std::string TextFromReal(double value) {
     const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
     std::string text(buffer, result.ptr);
     const std::size_t e = text.find('e');
-    if (text.find('.') == std::string::npos) text.insert(e == std::string::npos ? text.size() : e, ".0");
+    if (text.find('.') == std::string::npos)
+        text.insert(e == std::string::npos ? text.size() : e, ".0");
     return text;
 }
 

@@ -7,7 +7,8 @@
 
 namespace host::dxf {
 
-// How a group's value is stored. The ranges are those of the DXF reference, "Group code value types".
+// How a group's value is stored. The ranges are those of the DXF reference, "Group code value
+// types".
 enum class ValueKind : std::uint8_t {
     kText,    // a string in the drawing's code page
     kHandle,  // hexadecimal text
@@ -34,25 +35,27 @@ constexpr int kXdataApplication = 1001;
 // A view without leading and trailing blanks, tabs and carriage returns.
 std::string_view Trim(std::string_view text);
 
-// Whether the text, blanks aside, is a finite decimal number ("-1.5", "2", ".5", "1e-7"). No hex, no
-// comma, no "nan". Cheaper than reading the number.
+// Whether the text, blanks aside, is a finite decimal number ("-1.5", "2", ".5", "1e-7"). No hex,
+// no comma, no "nan". Cheaper than reading the number.
 bool IsRealText(std::string_view text);
 
 // Whether the text, blanks aside, is a whole number; a real form ("1.0") counts too, since some
 // programs write it, and is cut to its whole part on reading.
 bool IsIntText(std::string_view text);
 
-// Reads a number that IsRealText accepts; 0 for anything else. Exact: the double nearest to the text.
+// Reads a number that IsRealText accepts; 0 for anything else. Exact: the double nearest to the
+// text.
 double RealFromText(std::string_view text);
 
-// Reads a number that IsIntText accepts; 0 for anything else, the nearest bound when it is too large.
+// Reads a number that IsIntText accepts; 0 for anything else, the nearest bound when it is too
+// large.
 std::int64_t IntFromText(std::string_view text);
 
 // Reads a hexadecimal handle of up to 16 digits. False when it is none; value is then unchanged.
 bool HandleFromText(std::string_view text, std::uint64_t& value);
 
-// The shortest text that reads back as the same double, always in real form: "0.0", "12.5", "1e+20" as
-// "1.0e+20". value must be finite.
+// The shortest text that reads back as the same double, always in real form: "0.0", "12.5", "1e+20"
+// as "1.0e+20". value must be finite.
 std::string TextFromReal(double value);
 
 // Handle text: capitals, no leading zeros, "0" for null.

@@ -50,7 +50,8 @@ bool CharsetConverter::Decode(std::string_view bytes, std::u32string& out) {
     iconv(handle, nullptr, nullptr, nullptr, nullptr);
     // A count above zero tells of characters that were replaced, which is not a faithful reading.
     if (iconv(handle, &in, &inLeft, &to, &toLeft) != 0 || inLeft != 0) return false;
-    // Sets with combining marks hold the last character back until they are told that no mark follows.
+    // Sets with combining marks hold the last character back until they are told that no mark
+    // follows.
     iconv(handle, nullptr, nullptr, &to, &toLeft);
     out.resize(out.size() - toLeft / sizeof(char32_t));
     return true;

@@ -17,8 +17,8 @@ public:
     CharsetConverter(const CharsetConverter&) = delete;
     CharsetConverter& operator=(const CharsetConverter&) = delete;
 
-    // Decodes the longest prefix that is one character. Number of bytes taken, 0 when the bytes at the
-    // start are none of the character set; value receives the character.
+    // Decodes the longest prefix that is one character. Number of bytes taken, 0 when the bytes at
+    // the start are none of the character set; value receives the character.
     std::size_t DecodeOne(std::string_view bytes, char32_t& value);
 
     // Decodes all bytes; false when some are none of the character set (out is then unspecified).

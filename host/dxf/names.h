@@ -10,8 +10,8 @@
 
 namespace host::dxf {
 
-// The names as they stand in the file. A record renamed since is still found under its old name, since
-// that is what the unread entities say.
+// The names as they stand in the file. A record renamed since is still found under its old name,
+// since that is what the unread entities say.
 class Names {
 public:
     // The first record of a name wins, as in the table itself.

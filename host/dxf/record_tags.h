@@ -9,10 +9,10 @@
 namespace host::dxf {
 
 enum class Area : std::uint8_t {
-    kBody,      // the object's own values
-    kGroup,     // between 102 "{NAME" and 102 "}"
-    kXdata,     // from 1001 on
-    kEmbedded   // from 101 on: another object's values, whose codes mean something else
+    kBody,     // the object's own values
+    kGroup,    // between 102 "{NAME" and 102 "}"
+    kXdata,    // from 1001 on
+    kEmbedded  // from 101 on: another object's values, whose codes mean something else
 };
 
 struct PlacedTag {

@@ -50,15 +50,16 @@ public:
         if (tag.code == kXdataApplication) inXdata_ = true;
         if (inGroup_ || inXdata_) return;
         switch (tag.code) {
-            case 100: ++marks_; break;
+            case 100:
+                ++marks_;
+                break;
             case 5:
             case 105:
                 if (tag.code == handleCode_ && marks_ == 0 && current_->handle == 0)
                     HandleFromText(tag.value, current_->handle);
                 break;
             case 330:
-                if (marks_ == 0 && current_->owner == 0)
-                    HandleFromText(tag.value, current_->owner);
+                if (marks_ == 0 && current_->owner == 0) HandleFromText(tag.value, current_->owner);
                 break;
             case 8:
                 if (!hasLayer_) Note(tag, hasLayer_, current_->layer, current_->layerLength);
@@ -76,7 +77,8 @@ public:
                     current_->paperSpace = source_.Int(tag) == 1;
                 }
                 break;
-            default: break;
+            default:
+                break;
         }
     }
 
@@ -84,7 +86,8 @@ private:
     void Note(const Tag& tag, bool& seen, std::uint32_t& offset, std::uint32_t& length) {
         seen = true;
         offset = static_cast<std::uint32_t>(
-            static_cast<std::size_t>(tag.value.data() - source_.bytes.data.get()) - current_->begin);
+            static_cast<std::size_t>(tag.value.data() - source_.bytes.data.get()) -
+            current_->begin);
         length = static_cast<std::uint32_t>(tag.value.size());
     }
 
@@ -125,8 +128,8 @@ public:
 
     template <class Tokens>
     bool Run(Tokens tokens) {
-        constexpr bool kIsText = std::is_same_v<Tokens, TextTokens<'\n'>> ||
-                                 std::is_same_v<Tokens, TextTokens<'\r'>>;
+        constexpr bool kIsText =
+            std::is_same_v<Tokens, TextTokens<'\n'>> || std::is_same_v<Tokens, TextTokens<'\r'>>;
         Tag tag;
         for (;;) {
             const Step step = tokens.Next(tag);
@@ -196,12 +199,13 @@ private:
             case ValueKind::kBool:
                 return IsIntText(tag.value) || ValueFault(tag, " is not a whole number");
             case ValueKind::kUnknown:
-                report_.Add(kUnknownCode, report_.WantsPlace(kUnknownCode)
-                                              ? source_.Place(tag.begin) + ": group " +
-                                                    std::to_string(tag.code)
-                                              : std::string());
+                report_.Add(kUnknownCode,
+                            report_.WantsPlace(kUnknownCode)
+                                ? source_.Place(tag.begin) + ": group " + std::to_string(tag.code)
+                                : std::string());
                 return true;
-            default: return true;
+            default:
+                return true;
         }
     }
 
@@ -314,8 +318,8 @@ Utf8Statistics CountUtf8(const Source& source) {
     return found;
 }
 
-// Chinese, Japanese and Korean take three bytes in UTF-8. A file of such a page whose bytes would only
-// make two-byte characters is what it says it is.
+// Chinese, Japanese and Korean take three bytes in UTF-8. A file of such a page whose bytes would
+// only make two-byte characters is what it says it is.
 bool IsEastAsian(const std::string& charset) {
     for (const char* page : {"CP932", "CP936", "CP949", "CP950", "JOHAB"})
         if (charset == page) return true;
@@ -340,8 +344,9 @@ void ChooseCodec(Source& source, Report& report) {
         if (found.invalid > 0) {
             const bool mostly = found.twoByte + found.longer >= found.invalid;
             mode = mostly ? TextCodec::Mode::kUtf8OrCodePage : TextCodec::Mode::kCodePage;
-            report.Add("text that is not UTF-8 in a file of R2007 or later is read by its code page",
-                       info.codePage.empty() ? "ANSI_1252" : info.codePage);
+            report.Add(
+                "text that is not UTF-8 in a file of R2007 or later is read by its code page",
+                info.codePage.empty() ? "ANSI_1252" : info.codePage);
         }
     } else if (looksUtf8 && charset != "UTF-8") {
         mode = TextCodec::Mode::kUtf8;

@@ -47,11 +47,16 @@ std::int64_t Source::Int(const Tag& tag) const {
     if (info.form == Form::kText) return IntFromText(tag.value);
     const std::uint64_t bits = tag.value.size() <= 8 ? LittleEndian(tag.value) : 0;
     switch (KindOf(tag.code)) {
-        case ValueKind::kInt16: return static_cast<std::int16_t>(bits);
-        case ValueKind::kInt32: return static_cast<std::int32_t>(bits);
-        case ValueKind::kInt64: return static_cast<std::int64_t>(bits);
-        case ValueKind::kBool: return static_cast<std::int64_t>(bits & 0xFF);
-        default: return 0;
+        case ValueKind::kInt16:
+            return static_cast<std::int16_t>(bits);
+        case ValueKind::kInt32:
+            return static_cast<std::int32_t>(bits);
+        case ValueKind::kInt64:
+            return static_cast<std::int64_t>(bits);
+        case ValueKind::kBool:
+            return static_cast<std::int64_t>(bits & 0xFF);
+        default:
+            return 0;
     }
 }
 

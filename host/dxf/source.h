@@ -1,8 +1,8 @@
 // A drawing file as it was read: its bytes, and where its tags and records lie.
 //
 //   tag     a group code and its value; two lines of a text file
-//   record  the tags from one group 0 to the next: a section mark, a table entry, an entity, an object
-//   prefix  what stands before the first record: comments, the mark of a binary file
+//   record  the tags from one group 0 to the next: a section mark, a table entry, an entity, an
+//   object prefix  what stands before the first record: comments, the mark of a binary file
 #pragma once
 
 #include <cstdint>
@@ -25,8 +25,9 @@ enum class Form : std::uint8_t {
 
 struct Tag {
     int code = 0;
-    std::string_view value;  // text: the line without its end; binary: string, number's bytes or chunk
-    std::size_t begin = 0;   // the whole tag, code and value, in the file
+    std::string_view
+        value;  // text: the line without its end; binary: string, number's bytes or chunk
+    std::size_t begin = 0;  // the whole tag, code and value, in the file
     std::size_t end = 0;
 };
 
@@ -56,20 +57,20 @@ struct FileInfo {
     bool utf8 = false;     // strings are read and written as UTF-8
 };
 
-// One file, not changed after it was scanned. Tags of a record are read on demand; the scan has made
-// sure that they can be.
+// One file, not changed after it was scanned. Tags of a record are read on demand; the scan has
+// made sure that they can be.
 class Source {
 public:
     // What stands where a record begins, noted by the scan so that building needs no second look.
     struct Record {
         std::size_t begin = 0;
-        std::uint64_t handle = 0;  // group 5 or 105, 0 when there is none
-        std::uint64_t owner = 0;   // group 330 before the first subclass mark
-        std::uint32_t layer = 0, layerLength = 0;  // group 8, from begin
+        std::uint64_t handle = 0;                        // group 5 or 105, 0 when there is none
+        std::uint64_t owner = 0;                         // group 330 before the first subclass mark
+        std::uint32_t layer = 0, layerLength = 0;        // group 8, from begin
         std::uint32_t linetype = 0, linetypeLength = 0;  // group 6, from begin
         std::uint32_t name = 0, nameLength = 0;          // group 2, from begin
-        std::uint16_t type = 0;                    // index into types
-        bool paperSpace = false;                   // group 67
+        std::uint16_t type = 0;                          // index into types
+        bool paperSpace = false;                         // group 67
     };
 
     FileBytes bytes;

@@ -88,7 +88,7 @@ void TagBuffer::PutReal(int code, double value) {
 void TagBuffer::PutInt(int code, std::int64_t value) {
     const ValueKind kind = KindOf(code);
     if (style_.form == Form::kText) {
-        const std::size_t width = !style_.layout.padded      ? 0
+        const std::size_t width = !style_.layout.padded       ? 0
                                   : kind == ValueKind::kInt16 ? 6
                                   : kind == ValueKind::kInt32 ? 9
                                   : kind == ValueKind::kBool  ? 6
@@ -129,6 +129,11 @@ void TagBuffer::PutChunk(int code, std::string_view bytes) {
         }
         bytes.remove_prefix(part.size());
     } while (!bytes.empty());
+}
+
+void TagBuffer::BeginList(const std::vector<int>& extraCodes, bool rest) {
+    lists_.push_back({extraCodes, rest, scope_});
+    list_ = static_cast<std::uint16_t>(lists_.size());
 }
 
 void TagBuffer::EnterScope(const std::string& name, Area area) {

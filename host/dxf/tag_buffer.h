@@ -48,8 +48,18 @@ public:
         area_ = area;
     }
     std::uint16_t scope() const { return scope_; }
-    void BeginList() { list_ = ++lists_; }
+    // Tags up to EndList belong together: in a changed record they replace all tags of their codes,
+    // of the extra codes too, that stand in their scope; with rest, everything of the scope that no
+    // other tag claims.
+    void BeginList(const std::vector<int>& extraCodes = {}, bool rest = false);
     void EndList() { list_ = 0; }
+    struct List {
+        std::vector<int> extraCodes;
+        bool rest = false;
+        std::uint16_t scope = 0;
+    };
+    const List& ListOf(std::uint16_t number) const { return lists_[number - std::size_t{1}]; }
+    std::size_t ListCount() const { return lists_.size(); }
 
     const std::string& bytes() const { return bytes_; }
     std::string TakeBytes() { return std::move(bytes_); }
@@ -71,7 +81,8 @@ private:
     std::string bytes_;
     std::vector<OutTag> tags_;
     std::vector<std::string> scopes_;
-    std::uint16_t scope_ = 0, list_ = 0, lists_ = 0;
+    std::vector<List> lists_;
+    std::uint16_t scope_ = 0, list_ = 0;
     Area area_ = Area::kBody;
     bool badReal_ = false;
 };

@@ -12,11 +12,11 @@ struct CodePageName {
 
 // Values of $DWGCODEPAGE that hosts of all releases have written; the rest follows from the number.
 constexpr CodePageName kCodePages[] = {
-    {"ascii", "CP1252"},       {"big5", "CP950"},         {"johab", "JOHAB"},
-    {"gb2312", "CP936"},       {"ksc5601", "CP949"},      {"mac-roman", "MACINTOSH"},
-    {"macroman", "MACINTOSH"}, {"mac", "MACINTOSH"},      {"dos932", "CP932"},
-    {"ansi_1361", "JOHAB"},    {"utf-8", "UTF-8"},        {"utf8", "UTF-8"},
-    {"ansi_65001", "UTF-8"},   {"iso8859-1", "ISO-8859-1"}, {"iso8859-2", "ISO-8859-2"},
+    {"ascii", "CP1252"},         {"big5", "CP950"},           {"johab", "JOHAB"},
+    {"gb2312", "CP936"},         {"ksc5601", "CP949"},        {"mac-roman", "MACINTOSH"},
+    {"macroman", "MACINTOSH"},   {"mac", "MACINTOSH"},        {"dos932", "CP932"},
+    {"ansi_1361", "JOHAB"},      {"utf-8", "UTF-8"},          {"utf8", "UTF-8"},
+    {"ansi_65001", "UTF-8"},     {"iso8859-1", "ISO-8859-1"}, {"iso8859-2", "ISO-8859-2"},
     {"iso8859-3", "ISO-8859-3"}, {"iso8859-4", "ISO-8859-4"}, {"iso8859-5", "ISO-8859-5"},
     {"iso8859-6", "ISO-8859-6"}, {"iso8859-7", "ISO-8859-7"}, {"iso8859-8", "ISO-8859-8"},
     {"iso8859-9", "ISO-8859-9"}};
@@ -288,7 +288,9 @@ CharsetConverter& TextCodec::EscapePage(int number) const {
 }
 
 std::wstring TextCodec::Decode(std::string_view bytes) const {
-    const auto isPlain = [](char c) { return static_cast<signed char>(c) >= 0 && c != '\\' && c != '^'; };
+    const auto isPlain = [](char c) {
+        return static_cast<signed char>(c) >= 0 && c != '\\' && c != '^';
+    };
     if (std::all_of(bytes.begin(), bytes.end(), isPlain))
         return std::wstring(bytes.begin(), bytes.end());
     const std::u32string text = DecodeCharset(bytes);
@@ -318,7 +320,8 @@ void TextCodec::EncodeOne(char32_t c, std::string& out) const {
     } else if (mode_ != Mode::kCodePage) {
         AppendUtf8(c, out);
     } else {
-        // Some Asian pages put a currency sign in the backslash's place; read again, it would be one.
+        // Some Asian pages put a currency sign in the backslash's place; read again, it would be
+        // one.
         std::string bytes;
         const bool known = page_.EncodeOne(c, bytes);
         if (known && static_cast<unsigned char>(bytes[0]) >= 0x80)
@@ -331,7 +334,15 @@ void TextCodec::EncodeOne(char32_t c, std::string& out) const {
 std::string TextCodec::Encode(std::wstring_view text) const {
     std::string out;
     out.reserve(text.size());
-    for (char32_t c : ScalarsFromWide(text)) EncodeOne(c, out);
+    const std::u32string scalars = ScalarsFromWide(text);
+    for (std::size_t i = 0; i < scalars.size(); ++i) {
+        // Text that happens to look like an escape must not be taken for one.
+        const bool unicode = StartsEscape(scalars, i, U'U') && FourDigits(scalars, i + 3) >= 0;
+        if (unicode || (StartsEscape(scalars, i, U'M') && FourDigits(scalars, i + 4) >= 0))
+            AppendUnicodeEscape(scalars[i], out);
+        else
+            EncodeOne(scalars[i], out);
+    }
     return out;
 }
 

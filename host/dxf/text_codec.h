@@ -1,4 +1,5 @@
-// Strings of a drawing file: bytes in the drawing's code page with escapes, to and from wide strings.
+// Strings of a drawing file: bytes in the drawing's code page with escapes, to and from wide
+// strings.
 #pragma once
 
 #include <array>
@@ -11,15 +12,15 @@
 
 namespace host::dxf {
 
-// Name of the character set for a value of $DWGCODEPAGE ("ANSI_936" gives "CP936"), without case; an
-// empty string for an unknown page.
+// Name of the character set for a value of $DWGCODEPAGE ("ANSI_936" gives "CP936"), without case;
+// an empty string for an unknown page.
 std::string CharsetOfCodePage(std::string_view codePage);
 
 // What the bytes above 127 of a text look like as UTF-8.
 struct Utf8Statistics {
-    std::size_t twoByte = 0;   // well-formed sequences of two bytes
-    std::size_t longer = 0;    // well-formed sequences of three or four bytes
-    std::size_t invalid = 0;   // bytes outside any well-formed sequence
+    std::size_t twoByte = 0;           // well-formed sequences of two bytes
+    std::size_t longer = 0;            // well-formed sequences of three or four bytes
+    std::size_t invalid = 0;           // bytes outside any well-formed sequence
     void Add(std::string_view bytes);  // strict: no overlong form, no surrogate, at most U+10FFFF
 };
 
@@ -32,22 +33,22 @@ std::string Utf8FromWide(std::wstring_view text);
 class TextCodec {
 public:
     enum class Mode {
-        kCodePage,      // every string in the code page
-        kUtf8,          // every string UTF-8
-        kUtf8OrCodePage // per string: UTF-8 when it is well-formed, else the code page
+        kCodePage,       // every string in the code page
+        kUtf8,           // every string UTF-8
+        kUtf8OrCodePage  // per string: UTF-8 when it is well-formed, else the code page
     };
 
     // charset as CharsetOfCodePage gives it; empty stands for Latin 1 of Windows.
     TextCodec(Mode mode, const std::string& charset);
 
     // Decodes a string of the file: character set first, then \U+XXXX and \M+nXXXX, then control
-    // characters written as ^J. In this order, because the second byte of a Chinese character may be a
-    // backslash. Undecodable bytes become U+DC80..U+DCFF.
+    // characters written as ^J. In this order, because the second byte of a Chinese character may
+    // be a backslash. Undecodable bytes become U+DC80..U+DCFF.
     std::wstring Decode(std::string_view bytes) const;
 
-    // The reverse: control characters and carets as ^J and "^ ", characters that the code page lacks
-    // as \U+XXXX (two of them beyond U+FFFF). Decode(Encode(s)) == s for every s without a literal
-    // \U+XXXX or \M+nXXXX.
+    // The reverse: control characters and carets as ^J and "^ ", characters that the code page
+    // lacks as \U+XXXX (two of them beyond U+FFFF), and so a backslash that would begin an escape.
+    // Decode(Encode(s)) == s for every s without zero characters and surrogates.
     std::string Encode(std::wstring_view text) const;
 
     Mode mode() const { return mode_; }

@@ -9,8 +9,8 @@ namespace host::dxf {
 
 enum class Step { kTag, kEnd, kFault };
 
-// Text files: a line with the code, a line with the value. Eol is '\n', or '\r' for files of old Macs;
-// carriage returns before '\n' belong to the line end.
+// Text files: a line with the code, a line with the value. Eol is '\n', or '\r' for files of old
+// Macs; carriage returns before '\n' belong to the line end.
 template <char Eol>
 class TextTokens {
 public:
@@ -29,7 +29,8 @@ public:
         if (negative) ++p;
         int code = 0;
         const char* digits = p;
-        while (p != stop_ && *p >= '0' && *p <= '9' && p - digits < 6) code = code * 10 + (*p++ - '0');
+        while (p != stop_ && *p >= '0' && *p <= '9' && p - digits < 6)
+            code = code * 10 + (*p++ - '0');
         if (p == digits) return NoCode(start);
         while (p != stop_ && (*p == ' ' || *p == '\t' || (Eol == '\n' && *p == '\r'))) ++p;
         if (p == stop_) return Fault("the file ends after a group code, its value is missing");
@@ -95,16 +96,25 @@ public:
                 break;
             }
             case ValueKind::kReal:
-            case ValueKind::kInt64: length = 8; break;
-            case ValueKind::kInt32: length = 4; break;
-            case ValueKind::kInt16: length = 2; break;
-            case ValueKind::kBool: length = 1; break;
+            case ValueKind::kInt64:
+                length = 8;
+                break;
+            case ValueKind::kInt32:
+                length = 4;
+                break;
+            case ValueKind::kInt16:
+                length = 2;
+                break;
+            case ValueKind::kBool:
+                length = 1;
+                break;
             case ValueKind::kChunk:
                 if (at == stop_) return Fault("the file ends within a value");
                 length = static_cast<unsigned char>(bytes_[at]);
                 ++at;
                 break;
-            case ValueKind::kUnknown: return Fault("the group code is not known");
+            case ValueKind::kUnknown:
+                return Fault("the group code is not known");
         }
         if (stop_ - at < length) return Fault("the file ends within a value");
         tag.value = bytes_.substr(at, length);

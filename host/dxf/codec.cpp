@@ -1,0 +1,72 @@
+#include "host/dxf/codec.h"
+
+#include <cstdlib>
+#include <unordered_map>
+
+#include "host/db/access.h"
+#include "host/dxf/field_reader.h"
+#include "host/dxf/field_writer.h"
+
+namespace host::dxf {
+
+namespace {
+
+std::unordered_map<const AcRxClass*, const Codec*> MakeIndex() {
+    std::unordered_map<const AcRxClass*, const Codec*> index;
+    for (const auto* codecs : {&CurveCodecs(), &PolylineCodecs(), &TextCodecs(), &DimensionCodecs(),
+                               &ShapeCodecs(), &HatchCodecs(), &TableCodecs(), &ObjectCodecs()})
+        for (const Codec& codec : *codecs) index.emplace(codec.type(), &codec);
+    return index;
+}
+
+// Group 62 holds an index or one of the two special values; 420 a red-green-blue value beside it.
+void ReadColor(FieldReader& io, AcCmEntityColor& color) {
+    std::int64_t index = AcCmEntityColor::kACIbyLayer, rgb = -1;
+    io.Int(62, index);
+    io.Int(420, rgb);
+    index = std::abs(index);
+    if (index > AcCmEntityColor::kACInone) index = AcCmEntityColor::kACIbyLayer;
+    if (color.setColorIndex(static_cast<Adesk::UInt16>(index)) != Acad::eOk) color = {};
+    if (rgb >= 0 && rgb <= 0xFFFFFF)
+        color =
+            AcCmEntityColor(static_cast<Adesk::UInt8>(rgb >> 16),
+                            static_cast<Adesk::UInt8>(rgb >> 8), static_cast<Adesk::UInt8>(rgb));
+}
+
+void WriteColor(FieldWriter& io, const AcCmEntityColor& color) {
+    if (color.isByLayer()) return;
+    io.PutInt(62, color.colorIndex());
+    if (color.isByColor() && io.version() >= kVersionR2004)
+        io.PutInt(420, color.color() & 0xFFFFFF);
+}
+
+}  // namespace
+
+const Codec* FindCodec(const AcRxClass* type) {
+    static const std::unordered_map<const AcRxClass*, const Codec*> kIndex = MakeIndex();
+    const auto found = kIndex.find(type);
+    return found == kIndex.end() ? nullptr : found->second;
+}
+
+void EntityFields(FieldIo& io, AcDbObject& object) {
+    auto& entity = static_cast<AcDbEntity&>(object);
+    io.Subclass("AcDbEntity");
+    AcDbObjectId byLayer;
+    if (FieldWriter* writer = io.AsWriter()) {
+        byLayer = writer->options().byLayer;
+        if (writer->options().paperSpace) writer->PutInt(67, 1);
+        if (Access::Layer(entity).isNull()) writer->PutText(8, L"0");
+    }
+    io.Named(8, Root::kLayerTable, Access::Layer(entity));
+    io.OptNamed(6, Root::kLinetypeTable, Access::Linetype(entity), byLayer);
+    if (FieldReader* reader = io.AsReader()) ReadColor(*reader, Access::Color(entity));
+    if (FieldWriter* writer = io.AsWriter()) WriteColor(*writer, Access::Color(entity));
+    if (io.version() >= kVersionR13) {
+        io.OptReal(48, Access::LinetypeScale(entity), 1.0);
+        io.OptInt(60, Access::Visibility(entity), Adesk::UInt8(AcDb::kVisible));
+    }
+    if (io.version() >= kVersionR2000)
+        io.OptInt(370, Access::LineWeight(entity), Adesk::Int16(AcDb::kLnWtByLayer));
+}
+
+}  // namespace host::dxf

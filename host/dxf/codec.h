@@ -1,0 +1,43 @@
+// How each class of objects stands in a file.
+#pragma once
+
+#include <vector>
+
+#include "host/dxf/field_io.h"
+#include "rxclass.h"
+
+namespace host::dxf {
+
+struct Codec {
+    const char* dxfName;
+    AcRxClass* (*type)();
+    // Reads or writes what the class itself stores; handle, owner, common properties and extended
+    // data are not its affair.
+    void (*fields)(FieldIo& io, AcDbObject& object);
+    int since = 0;  // first version that has the record; earlier ones get another form, or none
+};
+
+// The codec of exactly that class; null for classes without one, whose records are kept as they
+// are.
+const Codec* FindCodec(const AcRxClass* type);
+
+// Properties that every entity has, from subclass AcDbEntity.
+void EntityFields(FieldIo& io, AcDbObject& object);
+
+// Tables of codecs, one a source file.
+const std::vector<Codec>& CurveCodecs();
+const std::vector<Codec>& PolylineCodecs();
+const std::vector<Codec>& TextCodecs();
+const std::vector<Codec>& DimensionCodecs();
+const std::vector<Codec>& ShapeCodecs();
+const std::vector<Codec>& HatchCodecs();
+const std::vector<Codec>& TableCodecs();
+const std::vector<Codec>& ObjectCodecs();
+
+// Adapts a function on the class to one on objects: Fields<AcDbLine, LineFields>.
+template <class T, void (*Function)(FieldIo&, T&)>
+void Fields(FieldIo& io, AcDbObject& object) {
+    Function(io, static_cast<T&>(object));
+}
+
+}  // namespace host::dxf
