@@ -101,7 +101,13 @@ bool MoveToLayer(const AcDbObjectId& id, const AcDbObjectId& layerId,
 
 }  // namespace
 
-CEncircleRun::CEncircleRun() : m_layer(kScratchLayer) {}
+CEncircleRun::CEncircleRun() : m_layer(kScratchLayer) {
+    // On a layer that was there before, anything may lie; a new one holds only what comes from now
+    // on.
+    if (m_layer.IsLayerNew()) {
+        m_lastBeforeId = GetLastEntity();
+    }
+}
 
 CEncircleRun::~CEncircleRun() {
     if (!IsReady()) {
@@ -111,7 +117,7 @@ CEncircleRun::~CEncircleRun() {
     ShowAllLayers(true);
     const AcDbObjectId layerId = m_layer.GetLayerId();
     m_layer.Restore();
-    if (m_layer.IsLayerNew() && GetEntitiesOnLayer(layerId).isEmpty()) {
+    if (m_layer.IsLayerNew() && GetEntitiesOnLayer(layerId, m_lastBeforeId).isEmpty()) {
         EraseEmptyLayer(layerId);
     }
 }
@@ -161,5 +167,5 @@ void CEncircleRun::EraseScratch() {
     for (const AcDbObjectId& id : m_cloneIds) {
         EraseById(id);
     }
-    EraseOnLayer(m_layer.GetLayerId());
+    EraseOnLayer(m_layer.GetLayerId(), m_lastBeforeId);
 }

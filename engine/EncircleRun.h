@@ -31,5 +31,6 @@ private:
     void EraseScratch();
 
     CCurrentLayerGuard m_layer;
+    AcDbObjectId m_lastBeforeId;
     std::vector<AcDbObjectId> m_cloneIds;
 };

@@ -12,6 +12,28 @@ void EraseAll(const AcDbObjectIdArray& ids) {
     }
 }
 
+// Calls use(id) for the entities of model space, the newest first, until it returns false.
+template <class Use>
+void ForEachFromEnd(Use use) {
+    AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
+    if (pDatabase == nullptr) {
+        return;
+    }
+    AcDbObjectPointer<AcDbBlockTableRecord> block(acdbSymUtil()->blockModelSpaceId(pDatabase),
+                                                  AcDb::kForRead);
+    AcDbBlockTableRecordIterator* pIterator = nullptr;
+    if (block.openStatus() != Acad::eOk || block->newIterator(pIterator, false) != Acad::eOk) {
+        return;
+    }
+    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(pIterator);
+    for (; !iterator->done(); iterator->step(false)) {
+        AcDbObjectId id;
+        if (iterator->getEntityId(id) == Acad::eOk && !use(id)) {
+            return;
+        }
+    }
+}
+
 }  // namespace
 
 bool EraseById(const AcDbObjectId& id) {
@@ -34,30 +56,33 @@ bool EraseById(const AcDbObjectId& id) {
     return pObject->erase() == Acad::eOk;
 }
 
-AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId) {
+AcDbObjectId GetLastEntity() {
+    AcDbObjectId last;
+    ForEachFromEnd([&](const AcDbObjectId& id) {
+        last = id;
+        return false;
+    });
+    return last;
+}
+
+AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId) {
     AcDbObjectIdArray ids;
-    AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
-    if (pDatabase == nullptr || layerId.isNull()) {
+    if (layerId.isNull()) {
         return ids;
     }
-    AcDbObjectPointer<AcDbBlockTableRecord> block(acdbSymUtil()->blockModelSpaceId(pDatabase),
-                                                  AcDb::kForRead);
-    AcDbBlockTableRecordIterator* pIterator = nullptr;
-    if (block.openStatus() != Acad::eOk || block->newIterator(pIterator) != Acad::eOk) {
-        return ids;
-    }
-    const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(pIterator);
-    for (; !iterator->done(); iterator->step()) {
-        AcDbObjectId id;
-        if (iterator->getEntityId(id) != Acad::eOk) {
-            continue;
+    ForEachFromEnd([&](const AcDbObjectId& id) {
+        if (id == sinceId) {
+            return false;
         }
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (entity.openStatus() == Acad::eOk && entity->layerId() == layerId) {
             ids.append(id);
         }
-    }
+        return true;
+    });
     return ids;
 }
 
-void EraseOnLayer(const AcDbObjectId& layerId) { EraseAll(GetEntitiesOnLayer(layerId)); }
+void EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId) {
+    EraseAll(GetEntitiesOnLayer(layerId, sinceId));
+}

@@ -9,8 +9,13 @@
 //          be opened for write
 bool EraseById(const AcDbObjectId& id);
 
-// The entities of model space on a layer, in drawing order. O(entities of model space).
-AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId);
+// The entity of model space that was appended last; null when there is none.
+AcDbObjectId GetLastEntity();
 
-// Erases every entity of model space on a layer. What cannot be opened for write stays.
-void EraseOnLayer(const AcDbObjectId& layerId);
+// The entities of model space on a layer, the newest first. With sinceId only those that were
+// appended after that entity. Opens each, so sinceId saves a large drawing from being read whole.
+AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId,
+                                     const AcDbObjectId& sinceId = AcDbObjectId::kNull);
+
+// Erases the entities that GetEntitiesOnLayer() gives. What cannot be opened for write stays.
+void EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId = AcDbObjectId::kNull);
