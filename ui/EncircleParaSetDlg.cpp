@@ -1,0 +1,36 @@
+#include "StdAfx.h"
+#include "EncircleParaSetDlg.h"
+
+IMPLEMENT_DYNAMIC(CEncircleParaSetDlg, CDialogEx)
+
+BEGIN_MESSAGE_MAP(CEncircleParaSetDlg, CDialogEx)
+END_MESSAGE_MAP()
+
+CEncircleParaSetDlg::CEncircleParaSetDlg(CWnd* pParent) : CDialogEx(IDD, pParent) {}
+
+void CEncircleParaSetDlg::DoDataExchange(CDataExchange* pDX) {
+    CDialogEx::DoDataExchange(pDX);
+    DDX_Radio(pDX, IDC_PARAMS_UPPER, m_values.m_nHalf);
+    DDX_Check(pDX, IDC_PARAMS_EXCLUDE_DASHED, m_values.m_nExcludeDashed);
+    DDX_Check(pDX, IDC_PARAMS_SIDES_VERTICAL, m_values.m_nSidesVertical);
+    DDX_Text(pDX, IDC_PARAMS_POINT_TOL, m_values.m_dPointTol);
+    DDX_Text(pDX, IDC_PARAMS_LINE_TOL, m_values.m_dLineTol);
+    DDX_Text(pDX, IDC_PARAMS_HORVER_TOL, m_values.m_dHorVerTol);
+    DDX_Text(pDX, IDC_PARAMS_ARC_PRECISION, m_values.m_dArcPrecision);
+    DDX_Text(pDX, IDC_PARAMS_SIDE_LENGTH, m_values.m_dSideLength);
+}
+
+BOOL CEncircleParaSetDlg::OnInitDialog() {
+    CDialogEx::OnInitDialog();
+    m_values.ReadFrom(params);
+    UpdateData(FALSE);
+    return TRUE;
+}
+
+void CEncircleParaSetDlg::OnOK() {
+    if (!UpdateData(TRUE)) {
+        return;
+    }
+    m_values.WriteTo(params);
+    EndDialog(IDOK);
+}

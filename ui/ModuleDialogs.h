@@ -1,0 +1,20 @@
+// The module's two modeless dialogs: at most one of each.
+#pragma once
+
+class CBulkGenEncircleLineDlg;
+class CEncircleLineCalDlg;
+
+// Creates the dialog on first use, then centres and shows it.
+void ShowCalDialog();
+void ShowBulkDialog();
+
+// Called by a dialog whose window is gone.
+void ForgetCalDialog(const CEncircleLineCalDlg* pDialog);
+void ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog);
+
+// Shows the current drawing's task list in the batch dialog, if it is open.
+void RefreshBulkDialog();
+
+// Stores a drawing's task list in it, unless the list is empty and the drawing holds none: drawings
+// that never had a task stay as they are.
+void StoreTaskList(AcDbDatabase* pDatabase);
