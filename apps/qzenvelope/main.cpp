@@ -12,7 +12,7 @@
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/PictureBuilder.h"
 #include "apps/qzenvelope/Report.h"
-#include "host/dxf/file_io.h"
+#include "host/db/file_io.h"
 
 namespace {
 
@@ -40,8 +40,8 @@ void WritePicture(Picture picture, const EnvelopeRun& run, const ComputeOptions&
         picture.view.Add(Point{picture.axisTo, picture.axisY});
     }
     const std::string svg = ToSvg(picture);
-    host::dxf::FileError error;
-    if (!host::dxf::WriteFileAtomically(options.svg, {std::string_view(svg)}, error))
+    host::FileError error;
+    if (!host::WriteFileAtomically(options.svg, {std::string_view(svg)}, error))
         throw Failure(kNoResult, options.svg + ": the picture cannot be written: " + error.reason +
                                      "; choose another place with --svg");
 }

@@ -1,4 +1,4 @@
-#include "host/dxf/file_io.h"
+#include "host/db/file_io.h"
 
 #include <cerrno>
 #include <climits>
@@ -11,7 +11,7 @@
 #include <algorithm>
 #include <cstdlib>
 
-namespace host::dxf {
+namespace host {
 
 namespace {
 
@@ -166,7 +166,7 @@ bool WriteFileAtomically(const std::string& path, const std::vector<std::string_
 
     const std::size_t slash = target.rfind('/');
     const std::string folder = slash == std::string::npos ? "." : target.substr(0, slash + 1);
-    std::string temporary = folder + "/.dxf-save-XXXXXX";
+    std::string temporary = folder + "/.save-XXXXXX";
     const int fd = ::mkostemp(temporary.data(), O_CLOEXEC);
     if (fd < 0) return Fail(error, errno);
     if (!FillTemporary(fd, exists ? old.st_mode & 07777 : NewFileMode(), exists ? &old : nullptr,
@@ -182,4 +182,4 @@ bool WriteFileAtomically(const std::string& path, const std::vector<std::string_
     return true;
 }
 
-}  // namespace host::dxf
+}  // namespace host

@@ -1,4 +1,4 @@
-// Whole files in, whole files out. The only place of host/dxf that talks to the operating system.
+// Whole files in, whole files out. The only place of the database and the drawing files that talks to the operating system.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace host::dxf {
+namespace host {
 
 // Bytes of a file, not initialised before they are read: a large drawing is not cleared first.
 struct FileBytes {
@@ -37,4 +37,4 @@ bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error);
 bool WriteFileAtomically(const std::string& path, const std::vector<std::string_view>& pieces,
                          FileError& error);
 
-}  // namespace host::dxf
+}  // namespace host
