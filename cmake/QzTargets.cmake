@@ -26,14 +26,15 @@ function(qz_library name)
   endif()
 endfunction()
 
-# The plug-in's folders see StdAfx.h, the SDK's headers and one another, nothing of the host's own.
+# The plug-in's folders see StdAfx.h, the SDK's headers and the folders below them, nothing of the
+# host's own.
 function(qz_plugin_library name)
   qz_library(${name} ${ARGN})
   get_target_property(kind ${name} TYPE)
   if(kind STREQUAL INTERFACE_LIBRARY)
-    target_include_directories(${name} INTERFACE ${CMAKE_SOURCE_DIR}/util)
+    target_include_directories(${name} INTERFACE ${CMAKE_CURRENT_SOURCE_DIR})
   else()
-    target_include_directories(${name} PUBLIC ${CMAKE_SOURCE_DIR}/util)
+    target_include_directories(${name} PUBLIC ${CMAKE_CURRENT_SOURCE_DIR})
   endif()
 endfunction()
 

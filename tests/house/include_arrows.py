@@ -48,7 +48,8 @@ def folder_of(path):
 def resolve(path, name, files):
     """The repository file that an include of `name` in `path` means, or None."""
     here = str(pathlib.PurePosixPath(path).parent / name)
-    for candidate in (here, name, "host/include/" + name, "util/" + name):
+    near = [folder + "/" + name for folder in ["host/include"] + PLUGIN]
+    for candidate in [here, name] + near:
         if candidate in files:
             return candidate
     return None
