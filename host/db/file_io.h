@@ -1,4 +1,5 @@
-// Whole files in, whole files out. The only place of the database and the drawing files that talks to the operating system.
+// Whole files in, whole files out. The only place of the database and the drawing files that talks
+// to the operating system.
 #pragma once
 
 #include <cstddef>
