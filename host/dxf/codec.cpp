@@ -19,20 +19,6 @@ std::unordered_map<const AcRxClass*, const Codec*> MakeIndex() {
     return index;
 }
 
-// Group 62 holds an index or one of the two special values; 420 a red-green-blue value beside it.
-void ReadColor(FieldReader& io, AcCmEntityColor& color) {
-    std::int64_t index = AcCmEntityColor::kACIbyLayer, rgb = -1;
-    io.Int(62, index);
-    io.Int(420, rgb);
-    index = std::abs(index);
-    if (index > AcCmEntityColor::kACInone) index = AcCmEntityColor::kACIbyLayer;
-    if (color.setColorIndex(static_cast<Adesk::UInt16>(index)) != Acad::eOk) color = {};
-    if (rgb >= 0 && rgb <= 0xFFFFFF)
-        color =
-            AcCmEntityColor(static_cast<Adesk::UInt8>(rgb >> 16),
-                            static_cast<Adesk::UInt8>(rgb >> 8), static_cast<Adesk::UInt8>(rgb));
-}
-
 void WriteColor(FieldWriter& io, const AcCmEntityColor& color) {
     if (color.isByLayer()) return;
     io.PutInt(62, color.colorIndex());
@@ -41,6 +27,18 @@ void WriteColor(FieldWriter& io, const AcCmEntityColor& color) {
 }
 
 }  // namespace
+
+AcCmEntityColor ColorOfGroups(std::int64_t index, std::int64_t rgb, Adesk::UInt16 absent) {
+    AcCmEntityColor color;
+    const bool known = index >= 0 && index <= AcCmEntityColor::kACInone;
+    if (color.setColorIndex(known ? static_cast<Adesk::UInt16>(index) : absent) != Acad::eOk)
+        return AcCmEntityColor();
+    if (rgb >= 0 && rgb <= 0xFFFFFF)
+        color =
+            AcCmEntityColor(static_cast<Adesk::UInt8>(rgb >> 16),
+                            static_cast<Adesk::UInt8>(rgb >> 8), static_cast<Adesk::UInt8>(rgb));
+    return color;
+}
 
 const Codec* FindCodec(const AcRxClass* type) {
     static const std::unordered_map<const AcRxClass*, const Codec*> kIndex = MakeIndex();
@@ -59,7 +57,12 @@ void EntityFields(FieldIo& io, AcDbObject& object) {
     }
     io.Named(8, Root::kLayerTable, Access::Layer(entity));
     io.OptNamed(6, Root::kLinetypeTable, Access::Linetype(entity), byLayer);
-    if (FieldReader* reader = io.AsReader()) ReadColor(*reader, Access::Color(entity));
+    if (io.AsReader() != nullptr) {
+        std::int64_t index = AcCmEntityColor::kACIbyLayer, rgb = -1;
+        io.Int(62, index);
+        io.Int(420, rgb);
+        Access::Color(entity) = ColorOfGroups(std::abs(index), rgb, AcCmEntityColor::kACIbyLayer);
+    }
     if (FieldWriter* writer = io.AsWriter()) WriteColor(*writer, Access::Color(entity));
     if (io.version() >= kVersionR13) {
         io.OptReal(48, Access::LinetypeScale(entity), 1.0);

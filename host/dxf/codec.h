@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "dbcolor.h"
 #include "host/dxf/field_io.h"
 #include "rxclass.h"
 
@@ -23,6 +24,10 @@ const Codec* FindCodec(const AcRxClass* type);
 
 // Properties that every entity has, from subclass AcDbEntity.
 void EntityFields(FieldIo& io, AcDbObject& object);
+
+// The colour of group 62, an index with 0 ByBlock and 256 ByLayer, and group 420, red-green-blue or
+// -1. An index out of range gives the absent one.
+AcCmEntityColor ColorOfGroups(std::int64_t index, std::int64_t rgb, Adesk::UInt16 absent);
 
 // Tables of codecs, one a source file.
 const std::vector<Codec>& CurveCodecs();

@@ -15,15 +15,7 @@ namespace {
 void RecordName(FieldIo& io, AcDbSymbolTableRecord& record, const char* subclass) {
     io.Subclass("AcDbSymbolTableRecord");
     io.Subclass(subclass);
-    // Comparing with what the file says needs the old name, renaming the new one.
-    if (FieldWriter* writer = io.AsWriter()) {
-        AcDbObjectId id(Access::StubOf(record));
-        writer->PutText(2, id.isNull() ? Access::Name(record) : writer->NameOf(id));
-    } else {
-        std::wstring name = Access::Name(record);
-        io.Text(2, name);
-        Access::Name(record) = name;
-    }
+    io.Text(2, Access::Name(record));
 }
 
 // The 70 of records whose flags this host does not use.
@@ -42,12 +34,7 @@ void LayerColor(FieldIo& io, AcDbLayerTableRecord& layer) {
     if (io.version() >= kVersionR2004) io.OptInt(420, rgb, std::int64_t{-1});
     if (io.AsReader() == nullptr) return;
     Access::Off(layer) = index < 0;
-    index = std::abs(index);
-    if (index > 255 || color.setColorIndex(static_cast<Adesk::UInt16>(index)) != Acad::eOk)
-        color.setColorIndex(AcCmEntityColor::kACIforeground);
-    if (rgb >= 0 && rgb <= 0xFFFFFF)
-        color.setRGB(static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
-                     static_cast<Adesk::UInt8>(rgb));
+    color = ColorOfGroups(std::abs(index), rgb, AcCmEntityColor::kACIforeground);
 }
 
 void LayerFields(FieldIo& io, AcDbLayerTableRecord& layer) {
@@ -172,10 +159,6 @@ void BlockRecordFields(FieldIo& io, AcDbBlockTableRecord& block) {
 void BlockFields(FieldIo& io, AcDbBlockTableRecord& block) {
     io.Subclass("AcDbBlockBegin");
     std::wstring name = Access::Name(block);
-    if (FieldWriter* writer = io.AsWriter()) {
-        const AcDbObjectId id(Access::StubOf(block));
-        if (!id.isNull()) name = writer->NameOf(id);
-    }
     if (io.AsWriter() != nullptr) io.Text(2, name);
     FlagSet flags(io, 70);
     flags.Bit(1, Access::Anonymous(block));

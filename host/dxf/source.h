@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/dxf/file_io.h"
+#include "host/db/file_io.h"
 #include "host/dxf/group_code.h"
 #include "host/dxf/text_codec.h"
 

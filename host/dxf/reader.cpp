@@ -1,0 +1,442 @@
+#include "host/dxf/reader.h"
+
+#include <algorithm>
+#include <map>
+
+#include "host/db/access.h"
+#include "host/db/names.h"
+#include "host/db/opaque.h"
+#include "host/dxf/codec.h"
+#include "host/dxf/header_io.h"
+#include "host/dxf/structure.h"
+
+namespace host::dxf {
+
+namespace {
+
+// Seeds and handles stay clear of the end of the range, where the next one would be none.
+constexpr std::uint64_t kHighestHandle = 0x0FFFFFFFFFFFFFFF;
+
+const std::map<std::string, Root, std::less<>>& RootsByName() {
+    static const std::map<std::string, Root, std::less<>> kRoots = {
+        {"BLOCK_RECORD", Root::kBlockTable},
+        {"LAYER", Root::kLayerTable},
+        {"LTYPE", Root::kLinetypeTable},
+        {"APPID", Root::kRegAppTable},
+        {"STYLE", Root::kTextStyleTable},
+        {"DIMSTYLE", Root::kDimStyleTable},
+        {"UCS", Root::kUcsTable},
+        {"VIEW", Root::kViewTable},
+        {"VPORT", Root::kViewportTable}};
+    return kRoots;
+}
+
+AcRxClass* RecordClass(Root root) {
+    static AcRxClass* (*const kClasses[])() = {
+        AcDbBlockTableRecord::desc,  AcDbLayerTableRecord::desc,     AcDbLinetypeTableRecord::desc,
+        AcDbRegAppTableRecord::desc, AcDbTextStyleTableRecord::desc, AcDbDimStyleTableRecord::desc,
+        AcDbUCSTableRecord::desc,    AcDbViewTableRecord::desc,      AcDbViewportTableRecord::desc};
+    return kClasses[static_cast<int>(root)]();
+}
+
+class DatabaseBuilder {
+public:
+    DatabaseBuilder(AcDbDatabase& db, LoadedDrawing& drawing, Report& report)
+        : db_(db),
+          drawing_(drawing),
+          source_(drawing.source()),
+          report_(report),
+          classes_(source_.records.size(), nullptr) {}
+
+    void Build() {
+        PlanTables();
+        PlanBlocks();
+        PlanEntities();
+        PlanObjects();
+        Register();
+        MakeRoots();
+        NameRecords();
+        MakeUndeclared();
+        LinkEntities();
+        LinkObjects();
+    }
+
+private:
+    // ---- What each record is
+
+    void PlanTables() {
+        for (const LoadedDrawing::Span& table : drawing_.tables) {
+            const auto found = RootsByName().find(table.name);
+            if (found == RootsByName().end()) {
+                Note("unknown table, kept as it is", table.begin);
+                continue;
+            }
+            // A second table of a kind only adds records to the first.
+            if (rootRecord_.emplace(found->second, table.begin).second)
+                classes_[table.begin] = RootClass(found->second);
+            for (std::size_t i = table.begin + 1; i < table.end; ++i) {
+                if (source_.Type(i) != table.name) continue;
+                classes_[i] = RecordClass(found->second);
+                records_.push_back({i, found->second});
+            }
+        }
+    }
+
+    void PlanBlocks() {
+        std::map<std::wstring, std::size_t> named;
+        for (const TableEntry& entry : records_)
+            if (entry.table == Root::kBlockTable)
+                named.emplace(FoldName(NameOf(entry.record).c_str()), entry.record);
+        for (std::size_t i = 0; i < drawing_.blocks.size(); ++i) {
+            const LoadedDrawing::Span& span = drawing_.blocks[i].span;
+            const std::wstring name = FoldName(NameOf(span.begin).c_str());
+            const auto [found, added] = named.emplace(name, span.begin);
+            if (added) {
+                // Up to R12, and in files without the table, BLOCK is all there is.
+                classes_[span.begin] = AcDbBlockTableRecord::desc();
+                records_.push_back({span.begin, Root::kBlockTable});
+            }
+            if (!drawing_.blockOfRecord.emplace(found->second, i).second)
+                Note("a block is defined twice", span.begin);
+            blockRecord_.push_back(found->second);
+            for (std::size_t k = span.begin + 1; k < span.end; ++k) PlanEntity(k);
+        }
+    }
+
+    void PlanEntities() {
+        for (const LoadedDrawing::Span& section : drawing_.sections)
+            if (section.name == "ENTITIES")
+                for (std::size_t i = section.begin + 1; i < section.end; ++i) PlanEntity(i);
+    }
+
+    void PlanEntity(std::size_t record) { classes_[record] = EntityClass(record); }
+
+    void PlanObjects() {
+        for (const LoadedDrawing::Span& section : drawing_.sections)
+            if (section.name == "OBJECTS")
+                for (std::size_t i = section.begin + 1; i < section.end; ++i) {
+                    classes_[i] = ObjectClass(source_.records[i].type);
+                    objects_.push_back(i);
+                }
+    }
+
+    // First value of a whole-number group.
+    std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const {
+        TagWalker walker(source_, record);
+        for (Tag tag; walker.Next(tag);)
+            if (tag.code == code) return source_.Int(tag);
+        return absent;
+    }
+
+    AcRxClass* EntityClass(std::size_t record) {
+        const std::string& type = source_.Type(record);
+        if (type == "POLYLINE") return polyline_ = PolylineClass(record);
+        if (type == "VERTEX") return VertexClass();
+        if (type == "INSERT") return InsertClass(record);
+        if (type == "DIMENSION") return DimensionClass(record);
+        return KnownClass(source_.records[record].type, true);
+    }
+
+    AcRxClass* PolylineClass(std::size_t record) const {
+        constexpr std::int64_t k3d = 8, kMesh = 16, kFaces = 64;
+        const std::int64_t flags = Peek(record, 70, 0);
+        if ((flags & (kMesh | kFaces)) != 0) return OpaqueEntityClass(L"POLYLINE");
+        return (flags & k3d) != 0 ? AcDb3dPolyline::desc() : AcDb2dPolyline::desc();
+    }
+
+    AcRxClass* VertexClass() const {
+        if (polyline_ == AcDb2dPolyline::desc()) return AcDb2dVertex::desc();
+        if (polyline_ == AcDb3dPolyline::desc()) return AcDb3dPolylineVertex::desc();
+        return OpaqueEntityClass(L"VERTEX");
+    }
+
+    AcRxClass* InsertClass(std::size_t record) const {
+        const bool array = Peek(record, 70, 1) > 1 || Peek(record, 71, 1) > 1;
+        return array ? AcDbMInsertBlock::desc() : AcDbBlockReference::desc();
+    }
+
+    AcRxClass* DimensionClass(std::size_t record) const {
+        static AcRxClass* (*const kTypes[])() = {
+            AcDbRotatedDimension::desc,      AcDbAlignedDimension::desc,
+            AcDb2LineAngularDimension::desc, AcDbDiametricDimension::desc,
+            AcDbRadialDimension::desc,       AcDb3PointAngularDimension::desc,
+            AcDbOrdinateDimension::desc};
+        const std::int64_t type = Peek(record, 70, 0) & 7;
+        return type < 7 ? kTypes[type]() : OpaqueEntityClass(L"DIMENSION");
+    }
+
+    AcRxClass* ObjectClass(std::uint16_t type) {
+        // The only difference is an entry for names that are not there.
+        if (source_.types[type] == "ACDBDICTIONARYWDFLT") return AcDbDictionary::desc();
+        return KnownClass(type, false);
+    }
+
+    AcRxClass* KnownClass(std::uint16_t type, bool entity) {
+        const auto [found, added] = known_.emplace(std::make_pair(type, entity), nullptr);
+        if (!added) return found->second;
+        const std::wstring name = WideFromUtf8(source_.types[type]);
+        AcRxClass* known = ClassByDxfName(name);
+        const bool fits = known != nullptr && known->isDerivedFrom(AcDbEntity::desc()) == entity &&
+                          FindCodec(known) != nullptr &&
+                          !known->isDerivedFrom(AcDbSymbolTableRecord::desc());
+        if (!fits) known = entity ? OpaqueEntityClass(name) : OpaqueObjectClass(name);
+        return found->second = known;
+    }
+
+    // ---- Identifiers
+
+    void Register() {
+        std::uint64_t highest = 0;
+        for (const Source::Record& record : source_.records)
+            if (record.handle <= kHighestHandle) highest = (std::max)(highest, record.handle);
+        std::vector<std::size_t> without;
+        for (std::size_t i = 0; i < classes_.size(); ++i) {
+            if (classes_[i] == nullptr) continue;
+            const std::uint64_t handle = source_.records[i].handle;
+            if (handle != 0 && handle <= kHighestHandle)
+                drawing_.stubs[i] =
+                    RegisterStub(db_, handle, classes_[i], nullptr, static_cast<Adesk::UInt32>(i));
+            if (drawing_.stubs[i] != nullptr) continue;
+            if (handle != 0) Note("a handle is used twice or out of range, replaced in memory", i);
+            without.push_back(i);
+        }
+        HeaderVars& header = Header(db_);
+        header.handseed = (std::max)(header.handseed, Adesk::UInt64{highest + 1});
+        for (std::size_t i : without)
+            drawing_.stubs[i] =
+                RegisterStub(db_, 0, classes_[i], nullptr, static_cast<Adesk::UInt32>(i));
+    }
+
+    Stub& NewStub(AcRxClass* type, Stub* owner, std::unique_ptr<AcDbObject> object) {
+        Stub* stub = RegisterStub(db_, 0, type, owner, kNoRecord);
+        stub->Set(kStubNew);
+        AttachObject(*stub, std::move(object));
+        drawing_.synthetic.insert(stub);
+        return *stub;
+    }
+
+    void MakeRoots() {
+        for (const auto& [root, record] : rootRecord_) {
+            AttachObject(*drawing_.stubs[record], NewRootObject(root));
+            SetRoot(db_, root, *drawing_.stubs[record]);
+        }
+        for (int i = 0; i < static_cast<int>(Root::kNamedObjects); ++i) {
+            const Root root = static_cast<Root>(i);
+            if (GetRoot(db_, root) == nullptr)
+                SetRoot(db_, root, NewStub(RootClass(root), nullptr, NewRootObject(root)));
+        }
+        const std::size_t first = FindRootDictionary();
+        if (first != kNoIndex) {
+            AttachObject(*drawing_.stubs[first], drawing_.Make(first, classes_[first]));
+            SetRoot(db_, Root::kNamedObjects, *drawing_.stubs[first]);
+        }
+    }
+
+    // The first dictionary of the section is that of the named objects.
+    std::size_t FindRootDictionary() const {
+        for (std::size_t record : objects_)
+            if (classes_[record] == AcDbDictionary::desc() && source_.records[record].owner == 0)
+                return record;
+        for (std::size_t record : objects_)
+            if (classes_[record] == AcDbDictionary::desc()) return record;
+        return kNoIndex;
+    }
+
+    std::wstring NameOf(std::size_t record) const {
+        return source_.codec->Decode(source_.Name(record));
+    }
+
+    void NameRecords() {
+        for (const TableEntry& entry : records_)
+            drawing_.names.Add(entry.table, NameOf(entry.record), *drawing_.stubs[entry.record]);
+        for (std::size_t i = 0; i < drawing_.blocks.size(); ++i)
+            drawing_.blocks[i].record = drawing_.stubs[blockRecord_[i]];
+    }
+
+    // ---- What entities name and no table declares
+
+    void MakeUndeclared() {
+        for (std::size_t i = 0; i < classes_.size(); ++i) {
+            if (classes_[i] == nullptr) continue;
+            if (classes_[i] == AcDbLayerTableRecord::desc())
+                Declare(Root::kLinetypeTable, source_.Linetype(i), "Continuous", "linetype", i);
+            if (!classes_[i]->isDerivedFrom(AcDbEntity::desc())) continue;
+            Declare(Root::kLayerTable, source_.Layer(i), "0", "layer", i);
+            Declare(Root::kLinetypeTable, source_.Linetype(i), "ByLayer", "linetype", i);
+        }
+    }
+
+    void Declare(Root table, std::string_view bytes, std::string_view absent, const char* what,
+                 std::size_t record) {
+        if (bytes.empty()) bytes = absent;
+        if (drawing_.names.Find(table, bytes, *source_.codec) != nullptr) return;
+        const std::wstring name = source_.codec->Decode(bytes);
+        std::unique_ptr<AcDbObject> object(static_cast<AcDbObject*>(RecordClass(table)->create()));
+        Stub* owner = GetRoot(db_, table);
+        Stub& stub = NewStub(RecordClass(table), owner, std::move(object));
+        AddTableRecord(*owner, stub, name);
+        drawing_.names.Add(table, name, stub);
+        static const wchar_t* const kAlwaysThere[] = {L"0", L"BYLAYER", L"BYBLOCK", L"CONTINUOUS"};
+        for (const wchar_t* known : kAlwaysThere)
+            if (SameName(name.c_str(), known)) return;
+        report_.Add(std::string("an object names a ") + what + " that no table declares, made",
+                    source_.Place(source_.records[record].begin) + ": " + Utf8FromWide(name));
+    }
+
+    // ---- Containers
+
+    void LinkEntities() {
+        // Block records must be objects before entities can be appended to them.
+        for (const TableEntry& entry : records_) MakeRecord(entry);
+        for (std::size_t i = 0; i < drawing_.blocks.size(); ++i) {
+            const LoadedDrawing::Span& span = drawing_.blocks[i].span;
+            LinkSpan(span, drawing_.blocks[i].record);
+        }
+        // The spaces come before their entities even when a file has no block for them.
+        for (const wchar_t* name : {ACDB_MODEL_SPACE, ACDB_PAPER_SPACE}) Space(name);
+        for (const LoadedDrawing::Span& section : drawing_.sections)
+            if (section.name == "ENTITIES") LinkSpan(section, nullptr);
+    }
+
+    void MakeRecord(const TableEntry& entry) {
+        Stub& stub = *drawing_.stubs[entry.record];
+        Stub& table = *GetRoot(db_, entry.table);
+        AttachObject(stub, drawing_.Make(entry.record, classes_[entry.record]));
+        const std::wstring name = NameOf(entry.record);
+        // Several viewports share the name *Active.
+        if (!AddTableRecord(table, stub, name) && entry.table != Root::kViewportTable)
+            Note("a table record has a name that is taken", entry.record);
+    }
+
+    // Entities, each followed by what it owns. block is null for the section of model and paper
+    // space.
+    void LinkSpan(const LoadedDrawing::Span& span, Stub* block) {
+        Stub* owner = nullptr;  // of vertices or attributes
+        bool vertices = false;  // they are vertices
+        for (std::size_t i = span.begin + 1; i < span.end; ++i) {
+            Stub& stub = *drawing_.stubs[i];
+            const std::string& type = source_.Type(i);
+            const bool belongs =
+                owner != nullptr && (type == "SEQEND" || type == (vertices ? "VERTEX" : "ATTRIB"));
+            if (belongs) {
+                SetOwner(stub, owner);
+                stub.Set(kStubSubentity);
+                if (type == "SEQEND") owner = nullptr;
+                continue;
+            }
+            if (owner != nullptr && vertices) Note("a polyline has no SEQEND", owner->record);
+            owner = type == "POLYLINE" || type == "INSERT" ? &stub : nullptr;
+            vertices = type == "POLYLINE";
+            if (owner == nullptr && (type == "VERTEX" || type == "SEQEND"))
+                Note("a vertex without polyline, kept as it is", i);
+            AppendEntity(block != nullptr ? *block : *SpaceOf(i), stub);
+        }
+        if (owner != nullptr && vertices) Note("a polyline has no SEQEND", owner->record);
+    }
+
+    // Model or paper space, by the owner if it is one of them, else by group 67.
+    Stub* SpaceOf(std::size_t record) {
+        const Source::Record& r = source_.records[record];
+        if (Stub* owner = FindStub(db_, r.owner);
+            owner != nullptr && owner->cls == AcDbBlockTableRecord::desc() &&
+            Access::IsSpace(static_cast<AcDbBlockTableRecord&>(*owner->object)))
+            return owner;
+        return Space(r.paperSpace ? ACDB_PAPER_SPACE : ACDB_MODEL_SPACE);
+    }
+
+    Stub* Space(const wchar_t* name) {
+        if (Stub* stub = drawing_.names.Find(Root::kBlockTable, name)) return stub;
+        Stub* table = GetRoot(db_, Root::kBlockTable);
+        Stub& stub =
+            NewStub(AcDbBlockTableRecord::desc(), table, std::make_unique<AcDbBlockTableRecord>());
+        AddTableRecord(*table, stub, name);
+        drawing_.names.Add(Root::kBlockTable, name, stub);
+        return &stub;
+    }
+
+    void LinkObjects() {
+        for (std::size_t record : objects_)
+            SetOwner(*drawing_.stubs[record], FindStub(db_, source_.records[record].owner));
+        for (std::size_t record : objects_) {
+            if (classes_[record] != AcDbDictionary::desc()) continue;
+            Stub& stub = *drawing_.stubs[record];
+            if (stub.object == nullptr) AttachObject(stub, drawing_.Make(record, classes_[record]));
+        }
+        for (std::size_t record : objects_)
+            if (classes_[record] == AcDbDictionary::desc()) LinkEntries(record);
+    }
+
+    void LinkEntries(std::size_t record) {
+        Stub& dictionary = *drawing_.stubs[record];
+        std::string_view name;
+        FieldReader io(drawing_.lookup(), record);
+        io.Subclass("AcDbDictionary");
+        for (const Tag& tag : io.ScopeTags()) {
+            if (tag.code == 3) name = tag.value;
+            if ((tag.code != 350 && tag.code != 360) || name.data() == nullptr) continue;
+            if (tag.code == 360)
+                Access::Hard(static_cast<AcDbDictionary&>(*dictionary.object)) = true;
+            Stub* entry = io.IdOf(tag).stub();
+            if (entry == nullptr || entry == &dictionary) {
+                Note("a dictionary names an object that is not there", record);
+            } else if (!AddDictionaryEntry(dictionary, source_.codec->Decode(name), *entry)) {
+                Note("a dictionary has a name twice", record);
+            } else if (entry->owner == nullptr) {
+                SetOwner(*entry, &dictionary);
+            }
+            name = {};
+        }
+    }
+
+    void Note(const char* kind, std::size_t record) {
+        std::string place;
+        if (report_.WantsPlace(kind)) {
+            place = source_.Place(source_.records[record].begin) + ": " + source_.Type(record);
+            if (source_.records[record].handle != 0)
+                place += " " + TextFromHandle(source_.records[record].handle);
+            const std::string name = Utf8FromWide(NameOf(record));
+            if (!name.empty() && source_.records[record].nameLength < 80)
+                place += " \"" + name + "\"";
+        }
+        report_.Add(kind, place);
+    }
+
+    struct TableEntry {
+        std::size_t record;
+        Root table;
+    };
+
+    AcDbDatabase& db_;
+    LoadedDrawing& drawing_;
+    const Source& source_;
+    Report& report_;
+    std::vector<AcRxClass*> classes_;  // by record; null: a mark or unknown
+    std::map<Root, std::size_t> rootRecord_;
+    std::vector<TableEntry> records_;
+    std::vector<std::size_t> blockRecord_;  // by block: record number of its block table record
+    std::vector<std::size_t> objects_;
+    std::map<std::pair<std::uint16_t, bool>, AcRxClass*> known_;
+    AcRxClass* polyline_ = nullptr;  // class of the last POLYLINE
+};
+
+}  // namespace
+
+void BuildDatabase(AcDbDatabase& db, std::unique_ptr<Source> source, Report& report) {
+    auto owned = std::make_unique<LoadedDrawing>(db, std::move(source));
+    LoadedDrawing& drawing = *owned;
+    FindStructure(drawing, report);
+    DatabaseBuilder(db, drawing, report).Build();
+    ReadHeader(db, drawing);
+    SetSource(db, std::move(owned));
+    FinishReading(db);
+    // What the last step made is there for the program, not from the file.
+    for (Stub* stub : AllStubs(db))
+        if (IsNew(*stub)) {
+            drawing.synthetic.insert(stub);
+            if (stub->object != nullptr) Access::DirtyBits(*stub->object) = 0;
+        } else if (stub->object != nullptr) {
+            Access::DirtyBits(*stub->object) = 0;
+        }
+}
+
+}  // namespace host::dxf
