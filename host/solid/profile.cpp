@@ -154,6 +154,27 @@ void PutOutsideFirst(std::vector<Chain>& chains) {
                      [&](const Chain& a, const Chain& b) { return reach(a) > reach(b); });
 }
 
+// What does not depend on where the axis lies: pieces, simple, with an area (signed).
+Refusal CleanAndCheck(const Outline& outline, const AcGePoint3d& axisPoint,
+                      const AcGeVector3d& axisDir, Frame& frame, std::vector<Piece>& ring,
+                      double& area) {
+    std::vector<OutlineCorner> corners;
+    if (Refusal refusal = PlaceOnAxis(outline, axisPoint, axisDir, frame, corners)) return refusal;
+    ring = CleanRing(corners);
+    if (ring.empty() || IsFlat(ring)) return RefuseAt(Fault::kNoArea, frame, {});
+    if (const auto place = FindSelfMeeting(ring))
+        return RefuseAt(Fault::kCrossesItself, frame, *place);
+    double length = 0.0;
+    for (const Piece& piece : ring) {
+        const PieceIntegrals sum = Integrate(piece);
+        area += sum.area;
+        length += sum.length;
+    }
+    // Thinner than the tolerance all along: a ring of length L and width w encloses about w L / 2.
+    if (std::fabs(area) <= 0.5 * kPositionTol * length) return RefuseAt(Fault::kNoArea, frame, {});
+    return {};
+}
+
 }  // namespace
 
 std::string Refusal::Text() const {
@@ -174,22 +195,11 @@ Acad::ErrorStatus Refusal::Status() const { return TextOf(fault).status; }
 Refusal Prepare(const Outline& outline, const AcGePoint3d& axisPoint, const AcGeVector3d& axisDir,
                 Profile& out) {
     Profile profile;
-    std::vector<OutlineCorner> corners;
-    if (Refusal refusal = PlaceOnAxis(outline, axisPoint, axisDir, profile.frame, corners))
-        return refusal;
-    std::vector<Piece> ring = CleanRing(corners);
+    std::vector<Piece> ring;
+    double area = 0.0;
     const Frame& frame = profile.frame;
-    if (ring.empty() || IsFlat(ring)) return RefuseAt(Fault::kNoArea, frame, {});
-    if (const auto place = FindSelfMeeting(ring))
-        return RefuseAt(Fault::kCrossesItself, frame, *place);
-    double area = 0.0, length = 0.0;
-    for (const Piece& piece : ring) {
-        const PieceIntegrals sum = Integrate(piece);
-        area += sum.area;
-        length += sum.length;
-    }
-    // Thinner than the tolerance all along: a ring of length L and width w encloses about w L / 2.
-    if (std::fabs(area) <= 0.5 * kPositionTol * length) return RefuseAt(Fault::kNoArea, frame, {});
+    if (Refusal refusal = CleanAndCheck(outline, axisPoint, axisDir, profile.frame, ring, area))
+        return refusal;
     if (Refusal refusal = CheckAgainstAxis(frame, ring)) return refusal;
     if (area < 0.0) {
         std::reverse(ring.begin(), ring.end());
@@ -202,6 +212,18 @@ Refusal Prepare(const Outline& outline, const AcGePoint3d& axisPoint, const AcGe
     }
     PutOutsideFirst(profile.chains);
     out = std::move(profile);
+    return {};
+}
+
+Refusal CheckOutline(const Outline& outline, double& area) {
+    Frame frame;
+    std::vector<Piece> ring;
+    double signedArea = 0.0;
+    // Any line of the plane serves as an axis for coordinates.
+    if (Refusal refusal =
+            CleanAndCheck(outline, outline.origin, outline.u, frame, ring, signedArea))
+        return refusal;
+    area = std::fabs(signedArea);
     return {};
 }
 

@@ -100,6 +100,10 @@ struct Refusal {
 Refusal Prepare(const Outline& outline, const AcGePoint3d& axisPoint, const AcGeVector3d& axisDir,
                 Profile& out);
 
+// Whether an outline is a plane loop that bounds an area, without an axis. area changes on success
+// only.
+Refusal CheckOutline(const Outline& outline, double& area);
+
 // Volume, surface and size of the solid, exact up to rounding.
 struct Measures {
     double volume = 0.0;

@@ -249,7 +249,7 @@ TEST(Profile, SelfCrossingAgreesWithAPlainSearch) {
             EXPECT_EQ(static_cast<int>(fault), static_cast<int>(Fault::kNone)) << Show(outline);
         }
     }
-    EXPECT_GT(crossing, 200);
+    EXPECT_GT(crossing, 100);
     EXPECT_GT(simple, 200);
 }
 

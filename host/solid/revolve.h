@@ -1,0 +1,27 @@
+// Revolving entities, with the reason when it cannot be done: what the host's own members answer
+// with a bare status.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "dbsol3d.h"
+#include "host/solid/profile.h"
+#include "host/solid/sat_text.h"
+
+namespace host::solid {
+
+// The profile of a full turn of a closed planar curve or a region about an axis in its plane. The
+// entity is open for read; nothing in the drawing changes. out changes only on success.
+Refusal ProfileOfEntity(const AcDbEntity& entity, const AcGePoint3d& axisPoint,
+                        const AcGeVector3d& axisDirection, Profile& out);
+
+// Millimetres that one drawing unit stands for; 1 for drawings without unit.
+double MillimetresPerUnit(AcDb::UnitsValue units);
+
+// Writes solids as a SAT file: beside the path, then renamed. path is UTF-8. False with a reason,
+// in the system's words, when the file cannot be written.
+bool WriteSatFile(const std::string& path, const std::vector<const Profile*>& bodies,
+                  const SatOptions& options, std::string& reason);
+
+}  // namespace host::solid
