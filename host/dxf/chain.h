@@ -16,4 +16,7 @@ resbuf* ChainFromTags(const FieldReader& io, const std::vector<Tag>& tags);
 // The tags of a chain in order.
 void WriteChain(FieldWriter& io, const resbuf* chain);
 
+// The same for extended data: each application's data is a scope of its own.
+void WriteXData(FieldWriter& io, const resbuf* chain);
+
 }  // namespace host::dxf

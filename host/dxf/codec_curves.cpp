@@ -124,7 +124,7 @@ void ReadSplineLists(FieldReader& io, AcDbSpline& spline) {
 }
 
 void WriteSplineLists(FieldWriter& io, const AcDbSpline& spline) {
-    io.out().BeginList();
+    io.out().BeginList({10, 20, 30, 11, 21, 31, 40, 41});
     io.PutInt(72, static_cast<std::int64_t>(Access::Knots(spline).size()));
     io.PutInt(73, static_cast<std::int64_t>(Access::Controls(spline).size()));
     io.PutInt(74, static_cast<std::int64_t>(Access::FitPoints(spline).size()));
@@ -234,7 +234,7 @@ void LeaderFields(FieldIo& io, AcDbLeader& leader) {
             if (KindOf(tag.code) == ValueKind::kReal) vertices.Take(tag.code, reader->RealOf(tag));
     }
     if (FieldWriter* writer = io.AsWriter()) {
-        writer->out().BeginList();
+        writer->out().BeginList({10, 20, 30});
         writer->PutInt(76, static_cast<std::int64_t>(Access::Vertices(leader).size()));
         for (const AcGePoint3d& point : Access::Vertices(leader)) writer->PutPoint(10, point);
         writer->out().EndList();

@@ -5,9 +5,8 @@
 
 #include "host/db/access.h"
 #include "host/db/names.h"
-#include "host/db/opaque.h"
-#include "host/dxf/codec.h"
 #include "host/dxf/header_io.h"
+#include "host/dxf/record_classes.h"
 #include "host/dxf/structure.h"
 
 namespace host::dxf {
@@ -17,28 +16,6 @@ namespace {
 // Seeds and handles stay clear of the end of the range, where the next one would be none.
 constexpr std::uint64_t kHighestHandle = 0x0FFFFFFFFFFFFFFF;
 
-const std::map<std::string, Root, std::less<>>& RootsByName() {
-    static const std::map<std::string, Root, std::less<>> kRoots = {
-        {"BLOCK_RECORD", Root::kBlockTable},
-        {"LAYER", Root::kLayerTable},
-        {"LTYPE", Root::kLinetypeTable},
-        {"APPID", Root::kRegAppTable},
-        {"STYLE", Root::kTextStyleTable},
-        {"DIMSTYLE", Root::kDimStyleTable},
-        {"UCS", Root::kUcsTable},
-        {"VIEW", Root::kViewTable},
-        {"VPORT", Root::kViewportTable}};
-    return kRoots;
-}
-
-AcRxClass* RecordClass(Root root) {
-    static AcRxClass* (*const kClasses[])() = {
-        AcDbBlockTableRecord::desc,  AcDbLayerTableRecord::desc,     AcDbLinetypeTableRecord::desc,
-        AcDbRegAppTableRecord::desc, AcDbTextStyleTableRecord::desc, AcDbDimStyleTableRecord::desc,
-        AcDbUCSTableRecord::desc,    AcDbViewTableRecord::desc,      AcDbViewportTableRecord::desc};
-    return kClasses[static_cast<int>(root)]();
-}
-
 class DatabaseBuilder {
 public:
     DatabaseBuilder(AcDbDatabase& db, LoadedDrawing& drawing, Report& report)
@@ -46,7 +23,8 @@ public:
           drawing_(drawing),
           source_(drawing.source()),
           report_(report),
-          classes_(source_.records.size(), nullptr) {}
+          classes_(source_.records.size(), nullptr),
+          kinds_(source_) {}
 
     void Build() {
         PlanTables();
@@ -62,12 +40,17 @@ public:
     }
 
 private:
+    struct TableEntry {
+        std::size_t record;
+        Root table;
+    };
+
     // ---- What each record is
 
     void PlanTables() {
         for (const LoadedDrawing::Span& table : drawing_.tables) {
-            const auto found = RootsByName().find(table.name);
-            if (found == RootsByName().end()) {
+            const auto found = Tables().find(table.name);
+            if (found == Tables().end()) {
                 Note("unknown table, kept as it is", table.begin);
                 continue;
             }
@@ -76,7 +59,7 @@ private:
                 classes_[table.begin] = RootClass(found->second);
             for (std::size_t i = table.begin + 1; i < table.end; ++i) {
                 if (source_.Type(i) != table.name) continue;
-                classes_[i] = RecordClass(found->second);
+                classes_[i] = TableRecordClass(found->second);
                 records_.push_back({i, found->second});
             }
         }
@@ -109,78 +92,15 @@ private:
                 for (std::size_t i = section.begin + 1; i < section.end; ++i) PlanEntity(i);
     }
 
-    void PlanEntity(std::size_t record) { classes_[record] = EntityClass(record); }
+    void PlanEntity(std::size_t record) { classes_[record] = kinds_.OfEntity(record); }
 
     void PlanObjects() {
         for (const LoadedDrawing::Span& section : drawing_.sections)
             if (section.name == "OBJECTS")
                 for (std::size_t i = section.begin + 1; i < section.end; ++i) {
-                    classes_[i] = ObjectClass(source_.records[i].type);
+                    classes_[i] = kinds_.OfObject(i);
                     objects_.push_back(i);
                 }
-    }
-
-    // First value of a whole-number group.
-    std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const {
-        TagWalker walker(source_, record);
-        for (Tag tag; walker.Next(tag);)
-            if (tag.code == code) return source_.Int(tag);
-        return absent;
-    }
-
-    AcRxClass* EntityClass(std::size_t record) {
-        const std::string& type = source_.Type(record);
-        if (type == "POLYLINE") return polyline_ = PolylineClass(record);
-        if (type == "VERTEX") return VertexClass();
-        if (type == "INSERT") return InsertClass(record);
-        if (type == "DIMENSION") return DimensionClass(record);
-        return KnownClass(source_.records[record].type, true);
-    }
-
-    AcRxClass* PolylineClass(std::size_t record) const {
-        constexpr std::int64_t k3d = 8, kMesh = 16, kFaces = 64;
-        const std::int64_t flags = Peek(record, 70, 0);
-        if ((flags & (kMesh | kFaces)) != 0) return OpaqueEntityClass(L"POLYLINE");
-        return (flags & k3d) != 0 ? AcDb3dPolyline::desc() : AcDb2dPolyline::desc();
-    }
-
-    AcRxClass* VertexClass() const {
-        if (polyline_ == AcDb2dPolyline::desc()) return AcDb2dVertex::desc();
-        if (polyline_ == AcDb3dPolyline::desc()) return AcDb3dPolylineVertex::desc();
-        return OpaqueEntityClass(L"VERTEX");
-    }
-
-    AcRxClass* InsertClass(std::size_t record) const {
-        const bool array = Peek(record, 70, 1) > 1 || Peek(record, 71, 1) > 1;
-        return array ? AcDbMInsertBlock::desc() : AcDbBlockReference::desc();
-    }
-
-    AcRxClass* DimensionClass(std::size_t record) const {
-        static AcRxClass* (*const kTypes[])() = {
-            AcDbRotatedDimension::desc,      AcDbAlignedDimension::desc,
-            AcDb2LineAngularDimension::desc, AcDbDiametricDimension::desc,
-            AcDbRadialDimension::desc,       AcDb3PointAngularDimension::desc,
-            AcDbOrdinateDimension::desc};
-        const std::int64_t type = Peek(record, 70, 0) & 7;
-        return type < 7 ? kTypes[type]() : OpaqueEntityClass(L"DIMENSION");
-    }
-
-    AcRxClass* ObjectClass(std::uint16_t type) {
-        // The only difference is an entry for names that are not there.
-        if (source_.types[type] == "ACDBDICTIONARYWDFLT") return AcDbDictionary::desc();
-        return KnownClass(type, false);
-    }
-
-    AcRxClass* KnownClass(std::uint16_t type, bool entity) {
-        const auto [found, added] = known_.emplace(std::make_pair(type, entity), nullptr);
-        if (!added) return found->second;
-        const std::wstring name = WideFromUtf8(source_.types[type]);
-        AcRxClass* known = ClassByDxfName(name);
-        const bool fits = known != nullptr && known->isDerivedFrom(AcDbEntity::desc()) == entity &&
-                          FindCodec(known) != nullptr &&
-                          !known->isDerivedFrom(AcDbSymbolTableRecord::desc());
-        if (!fits) known = entity ? OpaqueEntityClass(name) : OpaqueObjectClass(name);
-        return found->second = known;
     }
 
     // ---- Identifiers
@@ -271,9 +191,10 @@ private:
         if (bytes.empty()) bytes = absent;
         if (drawing_.names.Find(table, bytes, *source_.codec) != nullptr) return;
         const std::wstring name = source_.codec->Decode(bytes);
-        std::unique_ptr<AcDbObject> object(static_cast<AcDbObject*>(RecordClass(table)->create()));
+        std::unique_ptr<AcDbObject> object(
+            static_cast<AcDbObject*>(TableRecordClass(table)->create()));
         Stub* owner = GetRoot(db_, table);
-        Stub& stub = NewStub(RecordClass(table), owner, std::move(object));
+        Stub& stub = NewStub(TableRecordClass(table), owner, std::move(object));
         AddTableRecord(*owner, stub, name);
         drawing_.names.Add(table, name, stub);
         static const wchar_t* const kAlwaysThere[] = {L"0", L"BYLAYER", L"BYBLOCK", L"CONTINUOUS"};
@@ -401,11 +322,6 @@ private:
         report_.Add(kind, place);
     }
 
-    struct TableEntry {
-        std::size_t record;
-        Root table;
-    };
-
     AcDbDatabase& db_;
     LoadedDrawing& drawing_;
     const Source& source_;
@@ -415,8 +331,7 @@ private:
     std::vector<TableEntry> records_;
     std::vector<std::size_t> blockRecord_;  // by block: record number of its block table record
     std::vector<std::size_t> objects_;
-    std::map<std::pair<std::uint16_t, bool>, AcRxClass*> known_;
-    AcRxClass* polyline_ = nullptr;  // class of the last POLYLINE
+    RecordClasses kinds_;
 };
 
 }  // namespace

@@ -1,0 +1,20 @@
+// Puts the changes of an object into its record and leaves the rest of the record as it came.
+#pragma once
+
+#include <string>
+
+#include "host/dxf/tag_buffer.h"
+
+namespace host::dxf {
+
+// before  tags of the object as the record has it, after  as it is now; both written alike.
+//
+// A tag that is equal in both stays as the file has it, byte for byte, or stays absent. One that
+// differs is replaced where it stood; one that is new goes behind the tag that precedes it in
+// after; one that is gone is taken out. Tags that neither mentions (of other programs, of newer
+// versions) stay in order. Lists, application groups and the extended data of an application are
+// replaced as a whole.
+std::string MergeRecord(const Source& source, std::size_t record, const TagBuffer& before,
+                        const TagBuffer& after);
+
+}  // namespace host::dxf

@@ -1,0 +1,38 @@
+// Which class of object a record is.
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "host/db/build.h"
+#include "host/dxf/source.h"
+
+namespace host::dxf {
+
+// The tables by their names in files.
+const std::map<std::string, Root, std::less<>>& Tables();
+AcRxClass* TableRecordClass(Root table);
+
+// Records of the sections BLOCKS, ENTITIES and OBJECTS, asked for in the order of the file: a
+// vertex is one of the polyline before it. Unknown ones get the class of unknown entities or
+// objects.
+class RecordClasses {
+public:
+    explicit RecordClasses(const Source& source) : source_(source) {}
+    AcRxClass* OfEntity(std::size_t record);
+    AcRxClass* OfObject(std::size_t record);
+
+private:
+    std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const;
+    AcRxClass* PolylineClass(std::size_t record) const;
+    AcRxClass* VertexClass() const;
+    AcRxClass* InsertClass(std::size_t record) const;
+    AcRxClass* DimensionClass(std::size_t record) const;
+    AcRxClass* KnownClass(std::uint16_t type, bool entity);
+
+    const Source& source_;
+    std::map<std::pair<std::uint16_t, bool>, AcRxClass*> known_;
+    AcRxClass* polyline_ = nullptr;  // class of the last POLYLINE
+};
+
+}  // namespace host::dxf
