@@ -236,22 +236,19 @@ Refusal OutlineOfLoop(const std::vector<Strand>& loop, Outline& out) {
 
 Refusal OutlineOfCurve(const AcDbEntity& curve, Outline& out) {
     if (const auto* polyline = AcDbPolyline::cast(&curve)) return PolylineOutline(*polyline, out);
-    AcDbVoidPtrArray one;
-    one.append(const_cast<AcDbEntity*>(&curve));  // the array type has no const form; only read
+    const auto* other = AcDbCurve::cast(&curve);
+    if (other == nullptr) return Refuse(Refusal::Fault::kWrongKind);
     std::vector<Outline> loops;
-    if (Refusal refusal = LoopsOfCurves(one, loops)) return refusal;
+    if (Refusal refusal = LoopsOfCurves({other}, loops)) return refusal;
     if (loops.size() != 1) return Refuse(Refusal::Fault::kWrongKind);
     out = std::move(loops[0]);
     return {};
 }
 
-Refusal LoopsOfCurves(const AcDbVoidPtrArray& curves, std::vector<Outline>& loops) {
+Refusal LoopsOfCurves(const std::vector<const AcDbCurve*>& curves, std::vector<Outline>& loops) {
     Strands strands;
-    for (int i = 0; i < curves.length(); ++i) {
-        const auto* entity = AcDbEntity::cast(static_cast<AcRxObject*>(curves.at(i)));
-        if (entity == nullptr) return Refuse(Refusal::Fault::kWrongKind);
-        if (Refusal refusal = TakeCurve(*entity, strands)) return refusal;
-    }
+    for (const AcDbCurve* curve : curves)
+        if (Refusal refusal = TakeCurve(*curve, strands)) return refusal;
     for (const std::vector<Strand>& loop : LoopFinder(strands.open).Find()) {
         Outline outline;
         if (Refusal refusal = OutlineOfLoop(loop, outline)) return refusal;

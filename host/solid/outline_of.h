@@ -3,9 +3,9 @@
 
 #include <vector>
 
-#include "dbptrar.h"
 #include "host/solid/profile.h"
 
+class AcDbCurve;
 class AcDbEntity;
 
 namespace host::solid {
@@ -19,6 +19,6 @@ Refusal OutlineOfCurve(const AcDbEntity& curve, Outline& out);
 // point; a loop passes only through points where exactly two ends meet, other curves are left out.
 // Fails (kWrongKind) when an entity is no such curve, kNotPlanar when a loop is not plane; loops is
 // unchanged then. Order: by the first curve of each loop. Cost O(n log n).
-Refusal LoopsOfCurves(const AcDbVoidPtrArray& curves, std::vector<Outline>& loops);
+Refusal LoopsOfCurves(const std::vector<const AcDbCurve*>& curves, std::vector<Outline>& loops);
 
 }  // namespace host::solid

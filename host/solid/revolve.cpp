@@ -3,9 +3,7 @@
 #include <cmath>
 
 #include "dbapserv.h"
-#include "host/db/access.h"
 #include "host/db/file_io.h"
-#include "host/db/stub.h"
 #include "host/ge/format.h"
 #include "host/solid/outline_of.h"
 #include "host/solid/shapes.h"
@@ -24,45 +22,96 @@ Acad::ErrorStatus CheckAngle(double angle) {
     return std::fabs(angle) < kTwoPi - kTurnTol ? Acad::eNotImplementedYet : Acad::eOk;
 }
 
-// Gives a new entity, or one open for write, its shape.
-Acad::ErrorStatus SetShape(ModelledEntity& entity, std::shared_ptr<const Shape> shape) {
-    if (const Acad::ErrorStatus es = Access::BeginWrite(entity, kDirtyGeometry); es != Acad::eOk)
-        return es;
-    Access::ShapeOf(entity) = std::move(shape);
-    Access::Stored(entity) = false;
-    return Acad::eOk;
-}
-
-Acad::ErrorStatus Revolve(AcDb3dSolid& solid, const AcDbEntity& profile,
-                          const AcGePoint3d& axisPoint, const AcGeVector3d& axisDirection,
-                          double angle) {
-    if (const Acad::ErrorStatus es = CheckAngle(angle); es != Acad::eOk) return es;
-    Profile prepared;
-    if (const Refusal refusal = ProfileOfEntity(profile, axisPoint, axisDirection, prepared))
-        return refusal.Status();
-    return SetShape(solid, std::make_shared<RevolvedShape>(std::move(prepared)));
-}
-
 // Host paths may have backslashes, which are separators on every system here.
-std::string HostPath(const ACHAR* path) {
+std::string HostPath(const std::wstring& path) {
     std::string out = Narrow(path);
     for (char& c : out)
         if (c == '\\') c = '/';
     return out;
 }
 
-AcDbDatabase* DatabaseOf(const AcDbEntity& entity) {
-    AcDbDatabase* const db = entity.database();
+const AcDbDatabase* DatabaseOf(const AcDbEntity& entity) {
+    const AcDbDatabase* const db = entity.database();
     return db != nullptr ? db : acdbHostApplicationServices()->workingDatabase();
 }
 
+class ExactModeller : public Modeller {
+public:
+    Acad::ErrorStatus Regions(const std::vector<const AcDbCurve*>& curves,
+                              std::vector<std::shared_ptr<const Shape>>& shapes) override;
+    Acad::ErrorStatus Revolve(const AcDbEntity& profile, const AcGePoint3d& axisPoint,
+                              const AcGeVector3d& axisDirection, double angle, double startAngle,
+                              std::shared_ptr<const Shape>& shape) override;
+    Acad::ErrorStatus WriteSat(const std::wstring& path,
+                               const std::vector<const ModelledEntity*>& entities) override;
+    // Unlike AutoCAD: SAT files are written here, not read.
+    Acad::ErrorStatus ReadSat(const std::wstring&, AcDbVoidPtrArray&) override {
+        return Acad::eNotImplementedYet;
+    }
+};
+
+// Loops that cannot be regions are left out; when nothing is left, the last reason counts.
+Acad::ErrorStatus ExactModeller::Regions(const std::vector<const AcDbCurve*>& curves,
+                                         std::vector<std::shared_ptr<const Shape>>& shapes) {
+    std::vector<Outline> loops;
+    if (const Refusal refusal = LoopsOfCurves(curves, loops)) return refusal.Status();
+    Acad::ErrorStatus es = Acad::eInvalidInput;
+    std::vector<std::shared_ptr<const Shape>> made;
+    for (Outline& loop : loops) {
+        double area = 0.0;
+        if (const Refusal refusal = CheckOutline(loop, area))
+            es = refusal.Status();
+        else
+            made.push_back(std::make_shared<RegionShape>(std::move(loop), area));
+    }
+    if (made.empty()) return es;
+    shapes = std::move(made);
+    return Acad::eOk;
+}
+
+// A full turn ends where it begins, so the start angle changes nothing.
+Acad::ErrorStatus ExactModeller::Revolve(const AcDbEntity& profile, const AcGePoint3d& axisPoint,
+                                         const AcGeVector3d& axisDirection, double angle,
+                                         double startAngle, std::shared_ptr<const Shape>& shape) {
+    if (!std::isfinite(startAngle)) return Acad::eInvalidInput;
+    if (const Acad::ErrorStatus es = CheckAngle(angle); es != Acad::eOk) return es;
+    Profile prepared;
+    if (const Refusal refusal = ProfileOfEntity(profile, axisPoint, axisDirection, prepared))
+        return refusal.Status();
+    shape = std::make_shared<RevolvedShape>(std::move(prepared));
+    return Acad::eOk;
+}
+
+// Unlike AutoCAD, only what was revolved here: neither regions nor solids of the drawing file.
+Acad::ErrorStatus ExactModeller::WriteSat(const std::wstring& path,
+                                          const std::vector<const ModelledEntity*>& entities) {
+    std::vector<const Profile*> bodies;
+    SatOptions options;
+    options.date = StampTime();
+    for (const ModelledEntity* entity : entities) {
+        if (entity->isNull()) return Acad::eInvalidInput;
+        const Profile* profile = ProfileOf(*entity);
+        if (profile == nullptr) return Acad::eNotImplementedYet;
+        bodies.push_back(profile);
+        if (const AcDbDatabase* db = DatabaseOf(*entity))
+            options.millimetresPerUnit = MillimetresPerUnit(db->insunits());
+    }
+    std::string reason;
+    return WriteSatFile(HostPath(path), bodies, options, reason) ? Acad::eOk : Acad::eFileAccessErr;
+}
+
 }  // namespace
+
+void InstallModeller() {
+    static ExactModeller modeller;
+    SetModeller(&modeller);
+}
 
 Refusal ProfileOfEntity(const AcDbEntity& entity, const AcGePoint3d& axisPoint,
                         const AcGeVector3d& axisDirection, Profile& out) {
     Outline outline;
     if (const auto* region = AcDbRegion::cast(&entity)) {
-        const RegionShape* shape = RegionOf(*region);
+        const auto shape = std::dynamic_pointer_cast<const RegionShape>(ShapeOfEntity(*region));
         if (shape == nullptr) {
             Refusal refusal;
             refusal.fault = Refusal::Fault::kWrongKind;
@@ -112,91 +161,3 @@ bool WriteSatFile(const std::string& path, const std::vector<const Profile*>& bo
 }
 
 }  // namespace host::solid
-
-using host::solid::Refusal;
-
-Acad::ErrorStatus AcDb3dSolid::createRevolvedSolid(AcDbEntity* profile,
-                                                   const AcGePoint3d& axisPoint,
-                                                   const AcGeVector3d& axisDirection,
-                                                   double revolveAngle, double startAngle,
-                                                   AcDbRevolveOptions& options) {
-    if (profile == nullptr) return Acad::eNullEntityPointer;
-    profile->assertReadEnabled();
-    if (!std::isfinite(startAngle)) return Acad::eInvalidInput;
-    if (options.draftAngle() != 0.0 || options.twistAngle() != 0.0 || options.closeToAxis())
-        return Acad::eNotImplementedYet;
-    return host::solid::Revolve(*this, *profile, axisPoint, axisDirection, revolveAngle);
-}
-
-Acad::ErrorStatus AcDb3dSolid::revolve(const AcDbRegion* region, const AcGePoint3d& axisPoint,
-                                       const AcGeVector3d& axisDirection,
-                                       double angleOfRevolution) {
-    if (region == nullptr) return Acad::eNullEntityPointer;
-    region->assertReadEnabled();
-    return host::solid::Revolve(*this, *region, axisPoint, axisDirection, angleOfRevolution);
-}
-
-Acad::ErrorStatus AcDb3dSolid::getVolume(double& volume) const {
-    assertReadEnabled();
-    const host::solid::Profile* profile = host::solid::ProfileOf(*this);
-    if (profile == nullptr) return isNull() ? Acad::eInvalidInput : Acad::eNotImplementedYet;
-    volume = host::solid::Measure(*profile).volume;
-    return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbRegion::createFromCurves(const AcDbVoidPtrArray& curves,
-                                               AcDbVoidPtrArray& regions) {
-    std::vector<host::solid::Outline> loops;
-    if (const Refusal refusal = host::solid::LoopsOfCurves(curves, loops)) return refusal.Status();
-    // Loops that cannot be regions are left out; when nothing is left, the last reason counts.
-    Acad::ErrorStatus es = Acad::eInvalidInput;
-    std::vector<std::unique_ptr<AcDbRegion>> made;
-    for (host::solid::Outline& loop : loops) {
-        double area = 0.0;
-        if (const Refusal refusal = host::solid::CheckOutline(loop, area)) {
-            es = refusal.Status();
-            continue;
-        }
-        made.push_back(std::make_unique<AcDbRegion>());
-        host::Access::ShapeOf(*made.back()) =
-            std::make_shared<host::solid::RegionShape>(std::move(loop), area);
-    }
-    if (made.empty()) return es;
-    for (auto& region : made) regions.append(region.release());
-    return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbRegion::getArea(double& area) const {
-    assertReadEnabled();
-    const host::solid::RegionShape* shape = host::solid::RegionOf(*this);
-    if (shape == nullptr) return isNull() ? Acad::eInvalidInput : Acad::eNotImplementedYet;
-    area = shape->Area();
-    return Acad::eOk;
-}
-
-Acad::ErrorStatus AcDbBody::acisOut(const ACHAR* fileName, const AcDbVoidPtrArray& entities) {
-    if (fileName == nullptr || *fileName == 0 || entities.isEmpty()) return Acad::eInvalidInput;
-    std::vector<const host::solid::Profile*> bodies;
-    host::solid::SatOptions options;
-    for (int i = 0; i < entities.length(); ++i) {
-        const auto* solid = AcDb3dSolid::cast(static_cast<AcRxObject*>(entities.at(i)));
-        if (solid == nullptr || solid->isNull()) return Acad::eInvalidInput;
-        const host::solid::Profile* profile = host::solid::ProfileOf(*solid);
-        if (profile == nullptr)
-            return Acad::eNotImplementedYet;  // unlike AutoCAD: read from a file
-        bodies.push_back(profile);
-        const AcDbDatabase* db = host::solid::DatabaseOf(*solid);
-        if (db != nullptr)
-            options.millimetresPerUnit = host::solid::MillimetresPerUnit(db->insunits());
-    }
-    options.date = host::solid::StampTime();
-    std::string reason;
-    return host::solid::WriteSatFile(host::solid::HostPath(fileName), bodies, options, reason)
-               ? Acad::eOk
-               : Acad::eFileAccessErr;
-}
-
-// Unlike AutoCAD: SAT files are written here, not read.
-Acad::ErrorStatus AcDbBody::acisIn(const ACHAR*, AcDbVoidPtrArray&) {
-    return Acad::eNotImplementedYet;
-}

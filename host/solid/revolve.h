@@ -11,6 +11,9 @@
 
 namespace host::solid {
 
+// Makes this modeller the process's one: AcDb3dSolid, AcDbRegion and AcDbBody work from then on.
+void InstallModeller();
+
 // The profile of a full turn of a closed planar curve or a region about an axis in its plane. The
 // entity is open for read; nothing in the drawing changes. out changes only on success.
 Refusal ProfileOfEntity(const AcDbEntity& entity, const AcGePoint3d& axisPoint,

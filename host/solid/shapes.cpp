@@ -4,7 +4,6 @@
 #include <cstddef>
 
 #include "dbents.h"
-#include "host/db/access.h"
 #include "host/db/entity_tools.h"
 #include "host/solid/sat_text.h"
 
@@ -27,19 +26,16 @@ double Reach(const Profile& profile, const AcGeVector3d& direction) {
     return reach + direction.dotProduct(profile.frame.origin.asVector());
 }
 
-// The scale of a similarity; 0, with the status set, for other matrices.
-double ScaleOf(const AcGeMatrix3d& matrix, Acad::ErrorStatus& status) {
-    const double scale = (matrix * AcGeVector3d::kXAxis).length();
-    if (!(scale > 0.0) || !std::isfinite(scale))
-        status = Acad::eInvalidInput;
-    else if (!IsSimilarity(matrix))
-        status = Acad::eCannotScaleNonUniformly;
-    else
-        return scale;
-    return 0.0;
+// The scale of a similarity; other matrices are refused.
+Acad::ErrorStatus GetScale(const AcGeMatrix3d& matrix, double& scale) {
+    const double length = (matrix * AcGeVector3d(1, 0, 0)).length();
+    if (!(length > 0.0) || !std::isfinite(length)) return Acad::eInvalidInput;
+    if (!IsSimilarity(matrix)) return Acad::eCannotScaleNonUniformly;
+    scale = length;
+    return Acad::eOk;
 }
 
-Piece Moved(Piece piece, double scale, double shift) {
+Piece ScaledAndShifted(Piece piece, double scale, double shift) {
     for (AcGePoint2d* p : {&piece.from, &piece.to, &piece.centre}) {
         p->x = p->x * scale + shift;
         p->y *= scale;
@@ -50,35 +46,45 @@ Piece Moved(Piece piece, double scale, double shift) {
 
 }  // namespace
 
-AcDbExtents RevolvedShape::Extents() const {
+Acad::ErrorStatus RevolvedShape::Extents(AcDbExtents& extents) const {
     double low[3], high[3];
     for (int i = 0; i < 3; ++i) {
         high[i] = Reach(profile_, kWorldAxes[i]);
         low[i] = -Reach(profile_, -kWorldAxes[i]);
     }
-    return AcDbExtents(AcGePoint3d(low[0], low[1], low[2]), AcGePoint3d(high[0], high[1], high[2]));
+    return extents.set(AcGePoint3d(low[0], low[1], low[2]), AcGePoint3d(high[0], high[1], high[2]));
 }
 
-std::shared_ptr<const Shape> RevolvedShape::Transformed(const AcGeMatrix3d& matrix,
-                                                        Acad::ErrorStatus& status) const {
-    const double scale = ScaleOf(matrix, status);
-    if (scale == 0.0) return nullptr;
-    Profile moved = profile_;
-    Frame& frame = moved.frame;
+Acad::ErrorStatus RevolvedShape::Moved(const AcGeMatrix3d& matrix,
+                                       std::shared_ptr<const Shape>& moved) const {
+    double scale = 0.0;
+    if (const Acad::ErrorStatus es = GetScale(matrix, scale); es != Acad::eOk) return es;
+    Profile profile = profile_;
+    Frame& frame = profile.frame;
     frame.axis = (matrix * frame.axis).normal();
     frame.radial = (matrix * frame.radial).normal();
     // The frame's origin stays the axis's point nearest to the world's origin.
     const AcGePoint3d image = matrix * frame.origin;
     const double shift = image.asVector().dotProduct(frame.axis);
     frame.origin = image - frame.axis * shift;
-    for (Chain& chain : moved.chains)
-        for (Piece& piece : chain.pieces) piece = Moved(piece, scale, shift);
-    status = Acad::eOk;
-    return std::make_shared<RevolvedShape>(std::move(moved));
+    for (Chain& chain : profile.chains)
+        for (Piece& piece : chain.pieces) piece = ScaledAndShifted(piece, scale, shift);
+    moved = std::make_shared<RevolvedShape>(std::move(profile));
+    return Acad::eOk;
 }
 
 // Unlike AutoCAD, which makes surfaces and regions of the faces.
 Acad::ErrorStatus RevolvedShape::Explode(AcDbVoidPtrArray&) const { return Acad::eNotApplicable; }
+
+Acad::ErrorStatus RevolvedShape::Area(double& area) const {
+    area = Measure(profile_).area;
+    return Acad::eOk;
+}
+
+Acad::ErrorStatus RevolvedShape::Volume(double& volume) const {
+    volume = Measure(profile_).volume;
+    return Acad::eOk;
+}
 
 std::string RevolvedShape::StoredText() const {
     SatOptions options;
@@ -87,7 +93,7 @@ std::string RevolvedShape::StoredText() const {
     return SatText({&profile_}, options);
 }
 
-AcDbExtents RegionShape::Extents() const {
+Acad::ErrorStatus RegionShape::Extents(AcDbExtents& extents) const {
     AcDbExtents box;
     const std::size_t n = outline_.corners.size();
     for (std::size_t i = 0; i < n; ++i) {
@@ -101,20 +107,20 @@ AcDbExtents RegionShape::Extents() const {
             box.addPoint(outline_.At(Farthest(piece, -flat)));
         }
     }
-    return box;
+    return FinishExtents(box, extents);
 }
 
-std::shared_ptr<const Shape> RegionShape::Transformed(const AcGeMatrix3d& matrix,
-                                                      Acad::ErrorStatus& status) const {
-    const double scale = ScaleOf(matrix, status);
-    if (scale == 0.0) return nullptr;
-    Outline moved = outline_;
-    moved.origin = matrix * outline_.origin;
-    moved.u = (matrix * outline_.u).normal();
-    moved.v = (matrix * outline_.v).normal();
-    for (OutlineCorner& corner : moved.corners) corner.point = corner.point * scale;
-    status = Acad::eOk;
-    return std::make_shared<RegionShape>(std::move(moved), area_ * scale * scale);
+Acad::ErrorStatus RegionShape::Moved(const AcGeMatrix3d& matrix,
+                                     std::shared_ptr<const Shape>& moved) const {
+    double scale = 0.0;
+    if (const Acad::ErrorStatus es = GetScale(matrix, scale); es != Acad::eOk) return es;
+    Outline outline = outline_;
+    outline.origin = matrix * outline_.origin;
+    outline.u = (matrix * outline_.u).normal();
+    outline.v = (matrix * outline_.v).normal();
+    for (OutlineCorner& corner : outline.corners) corner.point = corner.point * scale;
+    moved = std::make_shared<RegionShape>(std::move(outline), area_ * scale * scale);
+    return Acad::eOk;
 }
 
 Acad::ErrorStatus RegionShape::Explode(AcDbVoidPtrArray& pieces) const {
@@ -140,16 +146,15 @@ Acad::ErrorStatus RegionShape::Explode(AcDbVoidPtrArray& pieces) const {
     return Acad::eOk;
 }
 
-// A region's sheet body is not written; see docs on what a drawing keeps.
-std::string RegionShape::StoredText() const { return {}; }
-
-const Profile* ProfileOf(const AcDb3dSolid& solid) {
-    const auto* shape = dynamic_cast<const RevolvedShape*>(Access::ShapeOf(solid).get());
-    return shape == nullptr ? nullptr : &shape->GetProfile();
+Acad::ErrorStatus RegionShape::Area(double& area) const {
+    area = area_;
+    return Acad::eOk;
 }
 
-const RegionShape* RegionOf(const AcDbRegion& region) {
-    return dynamic_cast<const RegionShape*>(Access::ShapeOf(region).get());
+const Profile* ProfileOf(const ModelledEntity& entity) {
+    // Shapes are shared; the entity keeps this one alive while it is open.
+    const auto* shape = dynamic_cast<const RevolvedShape*>(ShapeOfEntity(entity).get());
+    return shape == nullptr ? nullptr : &shape->GetProfile();
 }
 
 }  // namespace host::solid

@@ -4,11 +4,8 @@
 
 #include <memory>
 
-#include "host/db/shape.h"
+#include "host/db/modeller.h"
 #include "host/solid/profile.h"
-
-class AcDb3dSolid;
-class AcDbRegion;
 
 namespace host::solid {
 
@@ -17,10 +14,12 @@ public:
     explicit RevolvedShape(Profile profile) : profile_(std::move(profile)) {}
     const Profile& GetProfile() const { return profile_; }
 
-    AcDbExtents Extents() const override;
-    std::shared_ptr<const Shape> Transformed(const AcGeMatrix3d& matrix,
-                                             Acad::ErrorStatus& status) const override;
+    Acad::ErrorStatus Extents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,
+                            std::shared_ptr<const Shape>& moved) const override;
     Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;
+    Acad::ErrorStatus Area(double& area) const override;
+    Acad::ErrorStatus Volume(double& volume) const override;
     std::string StoredText() const override;
 
 private:
@@ -31,22 +30,21 @@ class RegionShape : public Shape {
 public:
     RegionShape(Outline outline, double area) : outline_(std::move(outline)), area_(area) {}
     const Outline& GetOutline() const { return outline_; }
-    double Area() const { return area_; }
 
-    AcDbExtents Extents() const override;
-    std::shared_ptr<const Shape> Transformed(const AcGeMatrix3d& matrix,
-                                             Acad::ErrorStatus& status) const override;
+    Acad::ErrorStatus Extents(AcDbExtents& extents) const override;
+    Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,
+                            std::shared_ptr<const Shape>& moved) const override;
     // Lines and arcs along the outline.
     Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;
-    std::string StoredText() const override;
+    Acad::ErrorStatus Area(double& area) const override;
+    Acad::ErrorStatus Volume(double&) const override { return Acad::eNotApplicable; }
 
 private:
     Outline outline_;
     double area_;
 };
 
-// The profile of a solid that was revolved here; null for one that was read, or is still empty.
-const Profile* ProfileOf(const AcDb3dSolid& solid);
-const RegionShape* RegionOf(const AcDbRegion& region);
+// The profile of an entity that was revolved here; null for one that was read, or is still empty.
+const Profile* ProfileOf(const ModelledEntity& entity);
 
 }  // namespace host::solid
