@@ -1,11 +1,14 @@
 #include "host/ge/letter_case.h"
 
+#include <cstdint>
+
 namespace host {
 namespace {
 
 // Capitals from first to last, every step-th of them; the small letter stands delta further on.
 struct CaseRange {
-    int first, last, step, delta;
+    char32_t first, last, step;
+    std::int32_t delta;
 };
 
 // After Unicode's character database, ordered by use: the most frequent alphabets first.
@@ -22,17 +25,19 @@ const CaseRange kRanges[] = {
     {0x1EA0, 0x1EFE, 2, 1}, {0x2160, 0x216F, 1, 16}, {0xFF21, 0xFF3A, 1, 32},
 };
 
-bool Holds(const CaseRange& range, int ch) {
+bool Holds(const CaseRange& range, char32_t ch) {
     return ch >= range.first && ch <= range.last && (ch - range.first) % range.step == 0;
 }
 
 // An ideograph needs no search: nothing between these has case.
-bool IsCaseless(int ch) { return ch < 'A' || (ch > 0x216F + 16 && ch < 0xFF21) || ch > 0xFF5A; }
+bool IsCaseless(char32_t ch) {
+    return ch < 'A' || (ch > 0x216F + 16 && ch < 0xFF21) || ch > 0xFF5A;
+}
 
 }  // namespace
 
 wchar_t LowerCase(wchar_t ch) {
-    const int code = static_cast<int>(ch);
+    const auto code = static_cast<char32_t>(ch);
     if (IsCaseless(code)) return ch;
     if (code < 0x80) return code <= 'Z' ? static_cast<wchar_t>(code + 32) : ch;
     for (const CaseRange& range : kRanges)
@@ -41,7 +46,7 @@ wchar_t LowerCase(wchar_t ch) {
 }
 
 wchar_t UpperCase(wchar_t ch) {
-    const int code = static_cast<int>(ch);
+    const auto code = static_cast<char32_t>(ch);
     if (IsCaseless(code)) return ch;
     for (const CaseRange& range : kRanges)
         if (Holds(range, code - range.delta)) return static_cast<wchar_t>(code - range.delta);

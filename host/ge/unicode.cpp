@@ -46,8 +46,20 @@ char32_t Decode(std::string_view text, std::size_t& length) {
     return ch;
 }
 
-bool IsHigh(char32_t ch) { return ch >= 0xD800 && ch < 0xDC00; }
-bool IsLow(char32_t ch) { return ch >= 0xDC00 && ch < 0xE000; }
+// The character at position i, which moves behind it; half a surrogate pair is no character.
+char32_t Take(std::wstring_view text, std::size_t& i) {
+    const auto isHigh = [](char32_t ch) { return ch >= 0xD800 && ch < 0xDC00; };
+    const auto isLow = [](char32_t ch) { return ch >= 0xDC00 && ch < 0xE000; };
+    const auto ch = static_cast<char32_t>(text[i++]);
+    if constexpr (sizeof(wchar_t) == 2) {
+        const char32_t next = i < text.size() ? static_cast<char32_t>(text[i]) : 0;
+        if (isHigh(ch) && isLow(next)) {
+            ++i;
+            return 0x10000 + ((ch - 0xD800) << 10) + (next - 0xDC00);
+        }
+    }
+    return isHigh(ch) || isLow(ch) || ch > 0x10FFFF ? kReplacement : ch;
+}
 
 }  // namespace
 
@@ -66,16 +78,7 @@ std::wstring Widen(std::string_view utf8) {
 std::string Narrow(std::wstring_view text) {
     std::string out;
     out.reserve(text.size());
-    for (std::size_t i = 0; i < text.size(); ++i) {
-        char32_t ch = static_cast<char32_t>(text[i]);
-        if (sizeof(wchar_t) == 2) ch &= 0xFFFF;
-        const char32_t next = i + 1 < text.size() ? static_cast<char32_t>(text[i + 1]) : 0;
-        if (sizeof(wchar_t) == 2 && IsHigh(ch) && IsLow(next & 0xFFFF)) {
-            ch = 0x10000 + ((ch - 0xD800) << 10) + ((next & 0xFFFF) - 0xDC00);
-            ++i;
-        }
-        AppendUtf8(out, IsHigh(ch) || IsLow(ch) || ch > 0x10FFFF ? kReplacement : ch);
-    }
+    for (std::size_t i = 0; i < text.size();) AppendUtf8(out, Take(text, i));
     return out;
 }
 

@@ -63,8 +63,11 @@ public:                                     \
 
 #define IMPLEMENT_DYNAMIC(class_name, base_name) HOST_RUNTIME_CLASS(class_name, base_name, nullptr)
 
-#define IMPLEMENT_DYNCREATE(class_name, base_name)                 \
-    CObject* class_name::CreateObject() { return new class_name; } \
+// NOLINTNEXTLINE(bugprone-macro-parentheses): a type takes none
+#define HOST_NEW(class_name) new class_name
+
+#define IMPLEMENT_DYNCREATE(class_name, base_name)                       \
+    CObject* class_name::CreateObject() { return HOST_NEW(class_name); } \
     HOST_RUNTIME_CLASS(class_name, base_name, &class_name::CreateObject)
 
 // A point in time in whole seconds since 1970-01-01 UTC. Readings by calendar are local time.

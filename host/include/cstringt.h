@@ -146,17 +146,22 @@ CString operator+(const wchar_t* a, const CString& b);
 CString operator+(const CString& a, wchar_t b);
 CString operator+(wchar_t a, const CString& b);
 
-// The six comparisons, of a text with a text or a pointer on either side.
-#define HOST_STRING_COMPARISON(op)                                                            \
-    inline bool operator op(const CString& a, const CString& b) {                             \
-        return a.Compare(b.GetString()) op 0;                                                 \
-    }                                                                                         \
-    inline bool operator op(const CString& a, const wchar_t* b) { return a.Compare(b) op 0; } \
-    inline bool operator op(const wchar_t* a, const CString& b) { return 0 op b.Compare(a); }
-HOST_STRING_COMPARISON(==)
-HOST_STRING_COMPARISON(!=)
-HOST_STRING_COMPARISON(<)
-HOST_STRING_COMPARISON(>)
-HOST_STRING_COMPARISON(<=)
-HOST_STRING_COMPARISON(>=)
-#undef HOST_STRING_COMPARISON
+// A text with a text or a pointer on either side.
+inline bool operator==(const CString& a, const CString& b) { return a.Compare(b) == 0; }
+inline bool operator==(const CString& a, const wchar_t* b) { return a.Compare(b) == 0; }
+inline bool operator==(const wchar_t* a, const CString& b) { return 0 == b.Compare(a); }
+inline bool operator!=(const CString& a, const CString& b) { return a.Compare(b) != 0; }
+inline bool operator!=(const CString& a, const wchar_t* b) { return a.Compare(b) != 0; }
+inline bool operator!=(const wchar_t* a, const CString& b) { return 0 != b.Compare(a); }
+inline bool operator<(const CString& a, const CString& b) { return a.Compare(b) < 0; }
+inline bool operator<(const CString& a, const wchar_t* b) { return a.Compare(b) < 0; }
+inline bool operator<(const wchar_t* a, const CString& b) { return 0 < b.Compare(a); }
+inline bool operator>(const CString& a, const CString& b) { return a.Compare(b) > 0; }
+inline bool operator>(const CString& a, const wchar_t* b) { return a.Compare(b) > 0; }
+inline bool operator>(const wchar_t* a, const CString& b) { return 0 > b.Compare(a); }
+inline bool operator<=(const CString& a, const CString& b) { return a.Compare(b) <= 0; }
+inline bool operator<=(const CString& a, const wchar_t* b) { return a.Compare(b) <= 0; }
+inline bool operator<=(const wchar_t* a, const CString& b) { return 0 <= b.Compare(a); }
+inline bool operator>=(const CString& a, const CString& b) { return a.Compare(b) >= 0; }
+inline bool operator>=(const CString& a, const wchar_t* b) { return a.Compare(b) >= 0; }
+inline bool operator>=(const wchar_t* a, const CString& b) { return 0 >= b.Compare(a); }
