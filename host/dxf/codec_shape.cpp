@@ -1,6 +1,6 @@
 // POINT, SOLID, TRACE, 3DFACE, VIEWPORT, IMAGE, WIPEOUT, 3DSOLID, REGION, BODY.
 #include "host/db/access.h"
-#include "host/db/shape.h"
+#include "host/db/modeller.h"
 #include "host/dxf/codec.h"
 #include "host/dxf/field_reader.h"
 #include "host/dxf/field_writer.h"

@@ -50,6 +50,11 @@ void LayerFields(FieldIo& io, AcDbLayerTableRecord& layer) {
     if (io.version() < kVersionR2000) return;
     io.OptBool(290, Access::Plottable(layer), true);
     io.IntAs(370, Access::LineWeight(layer));
+    if (FieldWriter* writer = io.AsWriter()) {
+        const FieldWriter::Options& options = writer->options();
+        if (options.plotStyle != 0) writer->out().PutHandle(390, options.plotStyle);
+        if (options.material != 0) writer->out().PutHandle(347, options.material);
+    }
 }
 
 void LinetypeFields(FieldIo& io, AcDbLinetypeTableRecord& type) {

@@ -23,6 +23,8 @@ public:
         AcDbObjectId byLayer;     // the linetype that entities need not state
         bool paperSpace = false;  // the entity lies on a sheet
         bool whole = false;       // nothing of the object stands in a file yet
+        // Handles that a new layer shares with the drawing's other layers; 0: none.
+        std::uint64_t plotStyle = 0, material = 0;
     };
     FieldWriter(TagBuffer& out, const Options& options)
         : FieldIo(out.style().version), out_(out), options_(options) {}

@@ -1,0 +1,81 @@
+// Records of what was made since the drawing was read, sorted into the places where they belong.
+#pragma once
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "host/dxf/loaded_drawing.h"
+#include "host/dxf/object_writer.h"
+#include "host/dxf/report.h"
+
+namespace host::dxf {
+
+class NewObjects {
+public:
+    NewObjects(const AcDbDatabase& db, const LoadedDrawing* drawing, const WriteStyle& style,
+               Report& report);
+
+    // Writes every object that is new and not erased, with what it refers to and the file lacks.
+    void Write();
+
+    // Texts by container; within one in the order in which the objects were made.
+    using Texts = std::map<std::uint64_t, std::string>;
+    std::map<Root, Texts> records;          // of the tables, without the marks around them
+    std::map<const Stub*, Texts> entities;  // by block record
+    std::map<const Stub*, Texts> owned;     // vertices and attributes, by an owner from the file
+    Texts objects;                          // section OBJECTS
+    std::vector<const Stub*> blocks;        // block records to be written whole
+    bool complete = false;  // everything a drawing needs is written, asked for or not
+
+    bool Any() const { return any_; }
+    bool handles() const { return handles_; }
+    std::uint64_t TakeHandle() { return handles_ ? nextHandle_++ : 0; }
+    std::uint64_t nextHandle() const { return nextHandle_; }
+    // Handle of the first object that holds a number that is none, as text; empty when all is well.
+    const std::string& badObject() const { return badObject_; }
+
+    // Head of a record of a resident object.
+    RecordHead HeadOf(const Stub& stub, const std::string& name) const;
+    // Whether the object's record stands in the file or will.
+    bool IsInFile(const Stub& stub) const;
+    // The object or what it lies in is erased.
+    static bool IsGone(const Stub& stub);
+    // The record of the file that a new object was copied from, or kNoIndex.
+    std::size_t BaseRecord(const AcDbObject& object) const;
+    // The record of an object that was read or copied, with its changes.
+    std::string Merged(const Stub& stub, std::size_t base, bool copy);
+
+private:
+    bool OnSheet(const Stub& stub) const;
+    const Stub* ModelSpace() const;
+    void Collect();
+    bool IsWanted(const Stub& stub) const;
+    void Require(const Stub* stub);
+    void WriteStub(const Stub& stub);
+    void WriteRecord(const Stub& stub);
+    void WriteEntity(const Stub& stub, std::string& out);
+    void WriteOlder(const Stub& stub, const AcDbEntity& entity, std::string& out);
+    void WriteForm(const AcDbEntity& form, RecordHead head, const Stub& original, std::string& out);
+    void RequireTable(Root table);
+    std::string WholeRecord(const Stub& stub, const std::string& name);
+    void Check(const TagBuffer& buffer, const Stub& stub);
+    void LayerDefaults(FieldWriter::Options& options) const;
+    static Root TableOf(const Stub& record, const AcDbDatabase& db);
+
+    const AcDbDatabase& db_;
+    const LoadedDrawing* drawing_;
+    const WriteStyle& style_;
+    Report& report_;
+    bool handles_ = true, any_ = false;
+    std::uint64_t nextHandle_;
+    std::vector<const Stub*> queue_;
+    std::set<const Stub*> written_;
+    std::set<Root> tables_;
+    std::string badObject_;
+    mutable std::uint64_t plotStyle_ = 0, material_ = 0;
+    mutable bool layerDefaultsKnown_ = false;
+};
+
+}  // namespace host::dxf
