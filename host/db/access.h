@@ -38,7 +38,7 @@ struct Access {
     HOST_FIELD(OpenFlags, AcDbObject, m_openFlags)
     HOST_FIELD(Extras, AcDbObject, m_extras)
     static void OwnedIds(const AcDbObject& object, AcDbObjectIdArray& ids) { object.ownedIds(ids); }
-    static void AdoptOwned(AcDbObject& object, AcDbObjectId id) { object.adoptOwned(id); }
+    static void SettleOwned(AcDbObject& object) { object.settleOwned(); }
     static void TranslateIds(AcDbObject& object, const AcDbIdMapping& map) {
         object.translateIds(map);
     }
@@ -48,6 +48,10 @@ struct Access {
     static Acad::ErrorStatus BeginWrite(AcDbObject& object, Adesk::UInt16 mask) {
         return object.beginWrite(mask);
     }
+    static Acad::ErrorStatus SubTransformBy(AcDbEntity& entity, const AcGeMatrix3d& matrix) {
+        return entity.subTransformBy(matrix);
+    }
+    static AcRxClass* RecordClass(const AcDbSymbolTable& table) { return table.recordClass(); }
     static DatabaseImp& Imp(const AcDbDatabase& db) { return *db.m_imp; }
 
     // Common properties
@@ -109,9 +113,7 @@ struct Access {
     HOST_FIELD(Closed, AcDbPolyline, m_closed)
     HOST_FIELD(Plinegen, AcDbPolyline, m_plinegen)
     HOST_FIELD(Closed, HeavyPolyline, m_closed)
-    HOST_FIELD(VertexIds, HeavyPolyline, m_vertexIds)
-    HOST_FIELD(NewVertices, HeavyPolyline, m_newVertices)
-    HOST_FIELD(SeqEnd, HeavyPolyline, m_seqEndId)
+    HOST_FIELD(Owned, HeavyPolyline, m_owned)
     HOST_FIELD(Type, AcDb2dPolyline, m_type)
     HOST_FIELD(Elevation, AcDb2dPolyline, m_elevation)
     HOST_FIELD(Thickness, AcDb2dPolyline, m_thickness)
@@ -182,8 +184,11 @@ struct Access {
     HOST_FIELD(Scale, AcDbBlockReference, m_scale)
     HOST_FIELD(Normal, AcDbBlockReference, m_normal)
     HOST_FIELD(Rotation, AcDbBlockReference, m_rotation)
-    HOST_FIELD(AttributeIds, AcDbBlockReference, m_attributeIds)
-    HOST_FIELD(SeqEnd, AcDbBlockReference, m_seqEndId)
+    HOST_FIELD(Owned, AcDbBlockReference, m_attributes)
+    // One transform a cell of the array, or just one.
+    static std::vector<AcGeMatrix3d> Cells(const AcDbBlockReference& object) {
+        return object.cellTransforms();
+    }
     HOST_FIELD(Columns, AcDbMInsertBlock, m_columns)
     HOST_FIELD(Rows, AcDbMInsertBlock, m_rows)
     HOST_FIELD(ColumnSpacing, AcDbMInsertBlock, m_columnSpacing)
@@ -238,7 +243,7 @@ struct Access {
     HOST_FIELD(ShapeOf, ModelledEntity, m_shape)
     HOST_FIELD(Stored, ModelledEntity, m_stored)
     HOST_FIELD(OpaqueExtents, AcDbZombieEntity, m_extents)
-    HOST_FIELD(OpaqueOwned, AcDbZombieEntity, m_owned)
+    HOST_FIELD(Owned, AcDbZombieEntity, m_owned)
 
     // Table records and objects
     HOST_FIELD(Name, AcDbSymbolTableRecord, m_name)

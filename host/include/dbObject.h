@@ -73,7 +73,7 @@ public:
 
     // Ends one open and takes back what was changed since, erasing included. A newly appended
     // object becomes erased. Unlike AutoCAD, the membership of containers (entities of a block,
-    // entries of a table or dictionary) is not taken back.
+    // entries of a table or dictionary) and the vertices of heavy polylines are not taken back.
     Acad::ErrorStatus cancel();
 
     // From read to write; eHadMultipleReaders when others read, eLockViolation, eOnLockedLayer as
@@ -123,7 +123,7 @@ public:
 
 protected:
     friend struct host::Access;
-    AcDbObject();
+    AcDbObject() = default;
     AcDbObject(const AcDbObject& other);
     AcDbObject& operator=(const AcDbObject& other);
 
@@ -141,8 +141,8 @@ protected:
 
     // Identifiers of the objects this one owns, in order, for erasing and cloning.
     virtual void ownedIds(AcDbObjectIdArray& ids) const;
-    // Called on a fresh clone for each clone of an owned object, in order.
-    virtual void adoptOwned(AcDbObjectId id);
+    // Called when the object has become resident: the objects it owns become so too.
+    virtual void settleOwned();
     // Called after all objects of a clone operation exist: replaces identifiers of cloned objects.
     virtual void translateIds(const AcDbIdMapping& mapping);
 
@@ -153,7 +153,7 @@ private:
     std::unique_ptr<host::ObjectExtras, host::ExtrasDeleter> m_extras;
     // Number of the object's record in the drawing source it, or what it was cloned from, came
     // from.
-    Adesk::UInt32 m_record;
+    Adesk::UInt32 m_record = 0xFFFFFFFF;  // host::kNoRecord
     Adesk::UInt16 m_dirty = 0;
     Adesk::UInt16 m_openFlags = 0;
 };

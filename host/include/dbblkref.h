@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "dbents.h"
+#include "dbpoly.h"
 #include "gescl3d.h"
 
 // Text that a block reference carries under a tag.
@@ -73,7 +74,6 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference);
     AcDbBlockReference() = default;
     AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRecord);
-    ~AcDbBlockReference() override;
 
     AcDbObjectId blockTableRecord() const { return m_blockId; }
     // eWrongObjectType.
@@ -118,12 +118,10 @@ protected:
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
     void ownedIds(AcDbObjectIdArray& ids) const override;
-    void adoptOwned(AcDbObjectId id) override;
+    void settleOwned() override;
     void translateIds(const AcDbIdMapping& mapping) override;
     // Transforms of all the cells: one, or those of the array.
     virtual std::vector<AcGeMatrix3d> cellTransforms() const;
-    AcDbBlockReference(const AcDbBlockReference& other);
-    AcDbBlockReference& operator=(const AcDbBlockReference& other);
 
 private:
     AcDbObjectId m_blockId;
@@ -131,8 +129,7 @@ private:
     AcGeScale3d m_scale;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_rotation = 0.0;
-    std::vector<AcDbObjectId> m_attributeIds;
-    AcDbObjectId m_seqEndId;
+    host::OwnedEntities m_attributes;
 };
 
 // A rectangular array of one block: the cells step along the reference's turned axes, unscaled.

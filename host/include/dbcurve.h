@@ -9,7 +9,7 @@
 // n segments, integers at the vertices; spline its knot range. Functions need an open for read.
 //
 // Lengths of lines and arcs are exact, of ellipses and splines numeric (relative error below 1e-9).
-// Unbounded curves answer eNotApplicable where an end or a length is asked.
+// Unbounded curves have no geometry object: eNotImplementedYet where an end or a length is asked.
 class AcDbCurve : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbCurve);

@@ -53,7 +53,6 @@ protected:
     friend struct host::Access;
     friend class AcDbDictionaryIterator;
     void ownedIds(AcDbObjectIdArray& ids) const override;
-    void adoptOwned(AcDbObjectId id) override;
 
 private:
     struct Entry {
@@ -65,7 +64,6 @@ private:
 
     std::vector<Entry> m_entries;  // in the order they were made; removed ones have a null id
     std::unordered_map<std::wstring, size_t> m_byName;  // folded name to index
-    size_t m_adopted = 0;  // entries whose clones have arrived while being cloned
     AcDb::DuplicateRecordCloning m_mergeStyle = AcDb::kDrcIgnore;
     bool m_hard = false;
 };

@@ -38,6 +38,8 @@ protected:
     void translateIds(const AcDbIdMapping& mapping) override;
 
 private:
+    AcDbHatch(const AcDbHatch& other);
+    AcDbHatch& operator=(const AcDbHatch& other);
     friend struct host::Access;
     std::unique_ptr<host::HatchData> m_data;
 };

@@ -24,6 +24,27 @@ private:
     size_t m_at = 0;
 };
 
+namespace host {
+// Entities that another entity owns, in order, and the one that ends their sequence. While the
+// owner is not resident they are plain objects; its append makes them resident. Copying copies the
+// entities that are not erased; assigning leaves them alone, so that taking back a change of the
+// owner does not touch them.
+struct OwnedEntities {
+    std::vector<AcDbObjectId> ids;
+    std::vector<std::unique_ptr<AcDbEntity>> fresh;
+    AcDbObjectId sequenceEnd;
+
+    OwnedEntities() = default;
+    OwnedEntities(const OwnedEntities& other);
+    OwnedEntities& operator=(const OwnedEntities&) { return *this; }
+    // Makes the fresh ones resident below the owner, which is resident; adds a sequence end.
+    void Settle(AcDbEntity& owner, bool always);
+    void AllIds(AcDbObjectIdArray& out) const;
+    // The entities that are not erased, loaded without opening them.
+    std::vector<const AcDbEntity*> Live() const;
+};
+}  // namespace host
+
 class AcDbVertex : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbVertex);
@@ -88,13 +109,12 @@ private:
 };
 
 namespace host {
-struct PolySegment;
+class PolyPath;
 
 // What both heavy polylines share: a list of owned vertices and a closing segment.
 // A non-resident polyline owns its vertices as objects; appending it makes them resident.
 class HeavyPolyline : public AcDbCurve {
 public:
-    ~HeavyPolyline() override;
     bool isClosed() const override { return m_closed; }
     Acad::ErrorStatus makeClosed();
     Acad::ErrorStatus makeOpen();
@@ -115,25 +135,20 @@ public:
 protected:
     friend struct Access;
     HeavyPolyline() = default;
-    HeavyPolyline(const HeavyPolyline& other);
-    HeavyPolyline& operator=(const HeavyPolyline& other);
 
     Acad::ErrorStatus appendVertexObject(AcDbObjectId& id, AcDbVertex* vertex);
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
     void ownedIds(AcDbObjectIdArray& ids) const override;
-    void adoptOwned(AcDbObjectId id) override;
-    // The segments as drawn, WCS, in order, the closing one included.
-    virtual std::vector<PolySegment> drawnSegments() const = 0;
-    virtual Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) = 0;
-    // The vertices that are not erased, opened or not.
-    std::vector<const AcDbVertex*> vertices() const;
+    void settleOwned() override;
+    // What is drawn: the fitted vertices of fitted polylines, the closing segment included.
+    virtual PolyPath path() const = 0;
+    // Moves the polyline's own data and the given vertices.
+    virtual Acad::ErrorStatus transformData(const AcGeMatrix3d& matrix) = 0;
 
 private:
-    std::vector<AcDbObjectId> m_vertexIds;
-    std::vector<std::unique_ptr<AcDbVertex>> m_newVertices;
-    AcDbObjectId m_seqEndId;
+    OwnedEntities m_owned;
     bool m_closed = false;
 };
 }  // namespace host
@@ -173,8 +188,8 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
-    std::vector<host::PolySegment> drawnSegments() const override;
-    Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) override;
+    host::PolyPath path() const override;
+    Acad::ErrorStatus transformData(const AcGeMatrix3d& matrix) override;
 
 private:
     friend struct host::Access;
@@ -202,8 +217,8 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
-    std::vector<host::PolySegment> drawnSegments() const override;
-    Acad::ErrorStatus transformPlane(const AcGeMatrix3d& matrix) override;
+    host::PolyPath path() const override;
+    Acad::ErrorStatus transformData(const AcGeMatrix3d& matrix) override;
 
 private:
     friend struct host::Access;

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "dbmain.h"
+#include "dbents.h"
 
 class AcDbProxyEntity : public AcDbEntity {
 public:
@@ -38,12 +38,12 @@ protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     void ownedIds(AcDbObjectIdArray& ids) const override;
-    void adoptOwned(AcDbObjectId id) override;
+    void settleOwned() override;
 
 private:
     friend struct host::Access;
     AcRxClass* m_type;
-    std::vector<AcDbObjectId> m_owned;
+    host::OwnedEntities m_owned;
     AcDbExtents m_extents;
 };
 

@@ -12,6 +12,7 @@ public:
     AcGeVector3d unitDir() const { return m_direction; }
     // Made unit; eInvalidInput for a zero vector.
     Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
+    // No geometry object: getAcGeCurve answers eNotImplementedYet, ends and lengths likewise.
     Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
     Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
                                         bool extend = false) const override;

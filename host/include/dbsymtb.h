@@ -475,9 +475,11 @@ public:
 protected:
     friend struct host::Access;
     void ownedIds(AcDbObjectIdArray& ids) const override;
-    void adoptOwned(AcDbObjectId id) override;
 
 private:
+    // Copies everything but the entities.
+    AcDbBlockTableRecord(const AcDbBlockTableRecord& other);
+    AcDbBlockTableRecord& operator=(const AcDbBlockTableRecord& other);
     std::unique_ptr<host::EntityList> m_entities;
     AcGePoint3d m_origin;
     AcDbObjectId m_layoutId;

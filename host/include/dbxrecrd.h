@@ -29,6 +29,8 @@ protected:
     void translateIds(const AcDbIdMapping& mapping) override;
 
 private:
+    AcDbXrecord(const AcDbXrecord& other);
+    AcDbXrecord& operator=(const AcDbXrecord& other);
     resbuf* m_chain = nullptr;
     AcDb::DuplicateRecordCloning m_mergeStyle = AcDb::kDrcIgnore;
     bool m_xlate = true;

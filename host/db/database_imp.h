@@ -1,0 +1,152 @@
+// What a database keeps inside.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <unordered_map>
+#include <vector>
+
+#include "host/db/access.h"
+#include "host/db/build.h"
+#include "host/db/stub.h"
+
+namespace host {
+
+// Hands out stubs in chunks. The chunks outlive the arena: they pass to the process.
+class StubArena {
+public:
+    StubArena() = default;
+    ~StubArena();
+    StubArena(const StubArena&) = delete;
+    StubArena& operator=(const StubArena&) = delete;
+
+    Stub* New();
+
+    template <class Visit>
+    void ForEach(Visit visit) {
+        for (size_t i = 0; i < m_chunks.size(); ++i) {
+            const size_t count = i + 1 < m_chunks.size() ? kChunk : m_used;
+            for (size_t k = 0; k < count; ++k) visit(m_chunks[i][k]);
+        }
+    }
+
+private:
+    static constexpr size_t kChunk = 1024;
+    std::vector<std::unique_ptr<Stub[]>> m_chunks;
+    size_t m_used = kChunk;
+};
+
+// Stubs by handle. Handles are mostly dense, so they live in pages found by a hash; neighbours cost
+// an index.
+class HandleTable {
+public:
+    Stub* Find(Adesk::UInt64 handle) const;
+    void Insert(Adesk::UInt64 handle, Stub* stub);
+    size_t Size() const { return m_size; }
+    // Rising by handle.
+    std::vector<Stub*> All() const;
+
+private:
+    static constexpr int kPageBits = 9;
+    static constexpr size_t kPageSize = size_t(1) << kPageBits;
+    using Page = std::unique_ptr<Stub*[]>;
+    Stub** PageOf(Adesk::UInt64 handle) const;
+
+    std::unordered_map<Adesk::UInt64, Page> m_pages;
+    mutable Adesk::UInt64 m_lastKey = ~Adesk::UInt64(0);
+    mutable Stub** m_lastPage = nullptr;
+    size_t m_size = 0;
+};
+
+struct DatabaseImp {
+    explicit DatabaseImp(AcDbDatabase& owner) : db(&owner) {}
+
+    AcDbDatabase* db;
+    StubArena arena;
+    HandleTable handles;
+    HeaderVars header;
+    Stub* roots[static_cast<int>(Root::kCount)] = {};
+    AcDbObjectId layerZero, byLayer, byBlock, continuous, modelSpace, paperSpace;
+    AcDbObjectId groupDictionary, layoutDictionary;
+    std::vector<AcDbDatabaseReactor*> reactors;
+    std::unique_ptr<DrawingSource> source;
+    WriteGuard* guard = nullptr;
+    std::wstring file;
+    AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT;
+    size_t openCount = 0;
+    bool modified = false;
+    std::vector<Stub*> erased;  // since the last purge; may hold stubs un-erased meanwhile
+    // State before the first change of objects that are open for write, for cancel.
+    std::unordered_map<Stub*, std::unique_ptr<AcDbObject>> snapshots;
+
+    Stub* NewStub(AcRxClass* cls, Stub* owner, Adesk::UInt16 flags);
+    Adesk::UInt64 TakeHandle();
+    Acad::ErrorStatus MayWrite() const {
+        return guard == nullptr ? Acad::eOk : guard->MayWrite(*db);
+    }
+    // Calls every reactor that is registered now and still is when its turn comes.
+    template <class Call>
+    void Notify(Call call) {
+        if (reactors.empty()) return;
+        const std::vector<AcDbDatabaseReactor*> now = reactors;
+        for (AcDbDatabaseReactor* reactor : now)
+            if (HasReactor(reactor)) call(*reactor);
+    }
+    bool HasReactor(const AcDbDatabaseReactor* reactor) const;
+};
+
+// Rarely used parts of an object.
+struct ObjectExtras {
+    resbuf* xdata = nullptr;
+    AcDbObjectId extensionDictionary;
+    AcDbObjectId owner;  // setOwnerId of a non-resident object
+    std::vector<AcDbObjectId> reactorIds;
+    std::vector<AcDbObjectReactor*> reactors;
+
+    ObjectExtras() = default;
+    ObjectExtras(const ObjectExtras&) = delete;
+    ObjectExtras& operator=(const ObjectExtras&) = delete;
+    ~ObjectExtras();
+};
+ObjectExtras& ExtrasOf(const AcDbObject& object);
+
+// AcDbObject::m_openFlags: what happened during this open.
+enum OpenFlag : Adesk::UInt16 {
+    kOpenModified = 1,
+    kOpenEraseToggled = 2,
+    kOpenAppended = 4,
+    kOpenSnapshot = 8
+};
+
+inline DatabaseImp& ImpOf(const AcDbDatabase& db) { return Access::Imp(db); }
+
+// Makes a non-resident object resident below an owner, with the next handle, open for write when
+// asked, and tells reactors. The container itself is not touched. eAlreadyInDb.
+Acad::ErrorStatus MakeResident(AcDbDatabase& db, AcDbObject& object, Stub* owner,
+                               Adesk::UInt16 flags, bool leaveOpen);
+
+// Loads the object of a stub that has none. eOk, or why not.
+Acad::ErrorStatus LoadObject(Stub& stub);
+
+// Marks the object as erased or not, with everything it owns; the open mode is the caller's affair.
+void SetErased(Stub& stub, bool erasing);
+
+// Gives layer and linetype to an entity that has none; eWrongDatabase when those it has are of
+// another database.
+Acad::ErrorStatus FillCommonProperties(AcDbDatabase& db, AcDbEntity& entity);
+
+// The working database, or the object's when it is resident.
+AcDbDatabase* DatabaseFor(const AcDbObject& object);
+
+// Identifier of a record by name in one of the roots' tables; eKeyNotFound, eDeletedEntry for one
+// that is erased.
+Acad::ErrorStatus FindRecord(const AcDbDatabase& db, Root root, const ACHAR* name,
+                             AcDbObjectId& id);
+
+// Replaces an identifier whose object was cloned by its clone's.
+void Translate(const AcDbIdMapping& mapping, AcDbObjectId& id);
+
+// A copy for acutDelString.
+ACHAR* NewText(const ACHAR* text);
+
+}  // namespace host

@@ -1,0 +1,18 @@
+// The host's own windows, as parents of a module's.
+#pragma once
+
+#include "host_wintypes.h"
+
+class CDocument;
+class CMDIFrameWnd;
+class CView;
+class CWinApp;
+
+// Null once the host has taken its windows down.
+CMDIFrameWnd* acedGetAcadFrame();
+// The window of the drawing, which takes the keys after SetFocus.
+CView* acedGetAcadDwgView();
+// Always null: this host's documents are no MFC documents.
+CDocument* acedGetAcadDoc();
+CWinApp* acedGetAcadWinApp();
+HINSTANCE acedGetAcadResourceInstance();
