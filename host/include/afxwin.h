@@ -1,16 +1,294 @@
-// MFC's window classes. The classes are only named here: geometry, database and engine build
-// without a window library.
+// MFC's window classes, as far as dialogs need them. Only declarations: code that uses no window
+// links without the window library.
+//
+// Windows live in the host's own model (handles, texts, states, focus, messages); a display, when
+// there is one, only shows it. So everything here works alike with and without one.
 #pragma once
 
 #include "afx.h"
+#include "afxdd_.h"
+#include "afxmsg_.h"
+#include "atltypes.h"
+#include "host_winuser.h"
 
-class CWnd;
+class CDC;
+class CDocument;
+class CFont;
 class CFrameWnd;
 class CMDIFrameWnd;
 class CView;
-class CDocument;
 class CWinApp;
-class CDialog;
-class CDataExchange;
-class CDC;
-class CFont;
+class CWnd;
+
+struct __POSITION;
+typedef __POSITION* POSITION;
+
+// Thrown as pointers, as MFC does; the catcher calls Delete.
+class CException : public CObject {
+    DECLARE_DYNAMIC(CException)
+public:
+    virtual CString GetText() const = 0;
+    // Shows the text in a message box.
+    int ReportError(UINT nType = MB_OK);
+    void Delete() { delete this; }
+};
+
+// The user was told already: ends an operation quietly.
+class CUserException : public CException {
+    DECLARE_DYNAMIC(CUserException)
+public:
+    CString GetText() const override { return CString(); }
+};
+
+class CNotSupportedException : public CException {
+    DECLARE_DYNAMIC(CNotSupportedException)
+public:
+    explicit CNotSupportedException(const CString& text) : m_text(text) {}
+    CString GetText() const override { return m_text; }
+
+private:
+    CString m_text;
+};
+
+// A receiver of messages through a message map.
+class CCmdTarget : public CObject {
+    DECLARE_DYNAMIC(CCmdTarget)
+public:
+    // Calls the handler for a command or notification; FALSE when the maps of the class and its
+    // bases hold none. The object may be gone afterwards.
+    virtual BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, void* pHandlerInfo);
+
+protected:
+    static const AFX_MSGMAP* GetThisMessageMap();
+    virtual const AFX_MSGMAP* GetMessageMap() const;
+};
+
+class CGdiObject : public CObject {
+    DECLARE_DYNAMIC(CGdiObject)
+public:
+    ~CGdiObject() override { DeleteObject(); }
+    HGDIOBJ GetSafeHandle() const { return m_hObject; }
+    // Windows that still use it go back to the font of their dialog.
+    BOOL DeleteObject();
+
+    HGDIOBJ m_hObject = nullptr;
+};
+
+// Fonts are kept by their description; letters are found by the display.
+class CFont : public CGdiObject {
+    DECLARE_DYNAMIC(CFont)
+public:
+    BOOL CreateFontIndirect(const LOGFONT* lpLogFont);
+    // nPointSize in tenths of a point.
+    BOOL CreatePointFont(int nPointSize, LPCTSTR lpszFaceName, CDC* pDC = nullptr);
+    int GetLogFont(LOGFONT* pLogFont) const;
+    operator HFONT() const { return static_cast<HFONT>(m_hObject); }
+    // The object of a handle; for a font that no CFont made one that the host keeps.
+    static CFont* FromHandle(HFONT hFont);
+};
+
+class CWnd : public CCmdTarget {
+    DECLARE_DYNAMIC(CWnd)
+public:
+    HWND m_hWnd = nullptr;  // null before creation and after destruction
+
+    CWnd() = default;
+    // Destroys a window that is still there; overrides of derived classes are not called then.
+    ~CWnd() override;
+
+    // The object attached to a handle, else one that the host keeps as long as the window lives;
+    // null for no window.
+    static CWnd* FromHandle(HWND hWnd);
+    static CWnd* FromHandlePermanent(HWND hWnd);
+    static CWnd* GetFocus();
+    static CWnd* GetActiveWindow();
+    // Unlike in Windows the object must not be null.
+    HWND GetSafeHwnd() const { return m_hWnd; }
+    BOOL Attach(HWND hWndNew);
+    HWND Detach();
+    // Attach and detach, with PreSubclassWindow called in between.
+    BOOL SubclassWindow(HWND hWnd);
+    BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
+    HWND UnsubclassWindow();
+
+    // WM_DESTROY, WM_NCDESTROY, PostNcDestroy: the object may be gone afterwards.
+    virtual BOOL DestroyWindow();
+    BOOL ShowWindow(int nCmdShow);
+    BOOL IsWindowVisible() const;
+    BOOL EnableWindow(BOOL bEnable = TRUE);
+    BOOL IsWindowEnabled() const;
+    // Takes what the display waits for, so that the window shows its present state.
+    void UpdateWindow();
+    void Invalidate(BOOL bErase = TRUE);
+    DWORD GetStyle() const;
+    DWORD GetExStyle() const;
+
+    CWnd* SetFocus();
+    BOOL SetForegroundWindow();
+    void BringWindowToTop();
+    // In the middle of its owner, else of the screen.
+    void CenterWindow(CWnd* pAlternateOwner = nullptr);
+    void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE);
+    void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
+    BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags);
+    void GetWindowRect(LPRECT lpRect) const;  // screen pixels
+    void GetClientRect(LPRECT lpRect) const;  // from 0,0
+    void ClientToScreen(LPRECT lpRect) const;
+    void ScreenToClient(LPRECT lpRect) const;
+
+    CWnd* GetParent() const;
+    CWnd* GetOwner() const;
+    CWnd* GetTopLevelParent() const;
+    CWnd* GetDlgItem(int nID) const;
+    int GetDlgCtrlID() const;
+    CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
+
+    void SetWindowText(LPCTSTR lpszString);
+    void GetWindowText(CString& rString) const;
+    int GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const;
+    int GetWindowTextLength() const;
+    void SetDlgItemText(int nID, LPCTSTR lpszString);
+    int GetDlgItemText(int nID, CString& rString) const;
+    void SetDlgItemInt(int nID, UINT nValue, BOOL bSigned = TRUE);
+    UINT GetDlgItemInt(int nID, BOOL* lpTrans = nullptr, BOOL bSigned = TRUE) const;
+    void CheckDlgButton(int nIDButton, UINT nCheck);
+    UINT IsDlgButtonChecked(int nIDButton) const;
+    void CheckRadioButton(int nIDFirst, int nIDLast, int nIDCheck);
+    void SetFont(CFont* pFont, BOOL bRedraw = TRUE);
+    CFont* GetFont() const;
+
+    LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    int MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption = nullptr, UINT nType = MB_OK);
+
+    // Exchanges all controls with the members; FALSE when one failed. The controls' own
+    // notifications are held back meanwhile.
+    BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
+
+    virtual BOOL PreTranslateMessage(MSG* pMsg);
+    virtual void PreSubclassWindow();
+
+protected:
+    virtual void DoDataExchange(CDataExchange* pDX);
+    // Every message of the window comes here. The object may be gone afterwards.
+    virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    // The last thing that happens to the object of a destroyed window: the place for delete this.
+    virtual void PostNcDestroy();
+    // The message that is being handled goes on to the window's own procedure.
+    LRESULT Default();
+
+    afx_msg void OnDestroy();
+    afx_msg void OnNcDestroy();
+    afx_msg void OnClose();
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
+    afx_msg void OnEnable(BOOL bEnable);
+    afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnSetFocus(CWnd* pOldWnd);
+    afx_msg void OnKillFocus(CWnd* pNewWnd);
+    afx_msg UINT OnGetDlgCode();
+    DECLARE_MESSAGE_MAP()
+
+private:
+    friend LRESULT AfxCallWndProc(CWnd*, HWND, UINT, WPARAM, LPARAM);
+};
+
+class CButton : public CWnd {
+    DECLARE_DYNAMIC(CButton)
+public:
+    int GetCheck() const;
+    void SetCheck(int nCheck);
+    void Click();  // as by the user
+};
+
+class CEdit : public CWnd {
+    DECLARE_DYNAMIC(CEdit)
+public:
+    // 0, -1 selects all.
+    void SetSel(int nStartChar, int nEndChar, BOOL bNoScroll = FALSE);
+    void GetSel(int& nStartChar, int& nEndChar) const;
+    BOOL SetReadOnly(BOOL bReadOnly = TRUE);
+};
+
+class CStatic : public CWnd {
+    DECLARE_DYNAMIC(CStatic)
+};
+
+class CDialog : public CWnd {
+    DECLARE_DYNAMIC(CDialog)
+public:
+    CDialog() = default;
+    explicit CDialog(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
+    ~CDialog() override;
+
+    // Modeless. FALSE, with a line in the host's log that says why, when the current module has no
+    // such template. The window is hidden unless the template says WS_VISIBLE.
+    virtual BOOL Create(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
+    // Modal: runs its own message loop, its owner disabled meanwhile. The value given to EndDialog,
+    // -1 when the dialog cannot be made.
+    virtual INT_PTR DoModal();
+    // Ends DoModal once the handler returns; a modeless dialog is only hidden.
+    void EndDialog(int nResult);
+
+    virtual BOOL OnInitDialog();
+    // Control that Enter presses when no other button has the focus.
+    void SetDefID(UINT nID);
+    DWORD GetDefID() const;
+    void NextDlgCtrl() const;
+    void PrevDlgCtrl() const;
+    void GotoDlgCtrl(CWnd* pWndCtrl);
+
+    BOOL PreTranslateMessage(MSG* pMsg) override;
+
+protected:
+    virtual void OnOK();
+    virtual void OnCancel();
+    afx_msg LRESULT HandleInitDialog(WPARAM, LPARAM);
+    DECLARE_MESSAGE_MAP()
+
+    UINT m_nIDHelp = 0;
+    UINT m_nIDTemplate = 0;
+    CWnd* m_pParentWnd = nullptr;
+
+private:
+    INT_PTR RunModalLoop(HWND owner);
+    BOOL m_bModal = FALSE;    // made by DoModal
+    BOOL m_bRunning = FALSE;  // until EndDialog or the end of the window
+    INT_PTR m_nModalResult = 0;
+};
+
+class CFrameWnd : public CWnd {
+    DECLARE_DYNAMIC(CFrameWnd)
+};
+class CMDIFrameWnd : public CFrameWnd {
+    DECLARE_DYNAMIC(CMDIFrameWnd)
+};
+class CView : public CWnd {
+    DECLARE_DYNAMIC(CView)
+};
+
+class CWinApp : public CCmdTarget {
+    DECLARE_DYNAMIC(CWinApp)
+public:
+    LPCTSTR m_pszAppName = nullptr;
+    CWnd* m_pMainWnd = nullptr;
+};
+
+CWinApp* AfxGetApp();
+CWnd* AfxGetMainWnd();
+LPCTSTR AfxGetAppName();
+// The module whose dialogs and texts are found; a module sets its own around the creation of a
+// dialog.
+HINSTANCE AfxGetResourceHandle();
+void AfxSetResourceHandle(HINSTANCE hInstResource);
+HINSTANCE AfxGetInstanceHandle();
+// Lets the windows from the message's one upwards look at it first; TRUE: it is dealt with.
+BOOL AfxPreTranslateMessage(MSG* pMsg);
+// Shows the text with the host's name as title; the number of the button that was pressed.
+int AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
+int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = 0);
+[[noreturn]] void AfxThrowUserException();

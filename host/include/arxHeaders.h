@@ -62,3 +62,6 @@
 #include "acedads.h"
 #include "acdocman.h"
 #include "actrans.h"
+
+#include "AcExtensionModule.h"
+#include "rxmfcapi.h"

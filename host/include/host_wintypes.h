@@ -26,6 +26,9 @@
 #define __declspec(x) HOST_DECLSPEC_##x
 #define __stdcall
 #define __cdecl
+#define HOST_MODULE_LOCAL __attribute__((visibility("hidden")))  // each module has its own
+#else
+#define HOST_MODULE_LOCAL
 #endif
 
 #define CALLBACK __stdcall

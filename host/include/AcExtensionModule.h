@@ -1,0 +1,47 @@
+// A module's own resources: found by MFC only while the module makes them the current ones.
+#pragma once
+
+#include "host_wintypes.h"
+
+// One per module, made by AC_IMPLEMENT_EXTENSION_MODULE.
+class CAcExtensionModule {
+public:
+    CAcExtensionModule() = default;
+    CAcExtensionModule(const CAcExtensionModule&) = delete;
+    CAcExtensionModule& operator=(const CAcExtensionModule&) = delete;
+
+    // Called by the module's DllMain; this host calls none, and takes the module that holds the
+    // object.
+    void AttachInstance(HINSTANCE hInstance) { m_hInstance = hInstance; }
+    void DetachInstance() { m_hInstance = nullptr; }
+    HINSTANCE ModuleResourceInstance() const;
+
+private:
+    HINSTANCE m_hInstance = nullptr;
+};
+
+namespace host {
+// The module's object; each module has its own, which no other one sees.
+HOST_MODULE_LOCAL CAcExtensionModule& ExtensionModule();
+// Switches the resources, and returns the ones before.
+HINSTANCE SwitchResources(HINSTANCE to);
+}  // namespace host
+
+#define AC_DECLARE_EXTENSION_MODULE(extModuleIdentifier) \
+    extern CAcExtensionModule extModuleIdentifier
+#define AC_IMPLEMENT_EXTENSION_MODULE(extModuleIdentifier) \
+    CAcExtensionModule extModuleIdentifier;                \
+    CAcExtensionModule& host::ExtensionModule() { return extModuleIdentifier; }
+
+// While it lives, dialogs and texts are found in the module it stands in.
+class CAcModuleResourceOverride {
+public:
+    HOST_MODULE_LOCAL CAcModuleResourceOverride()
+        : m_before(host::SwitchResources(host::ExtensionModule().ModuleResourceInstance())) {}
+    ~CAcModuleResourceOverride() { host::SwitchResources(m_before); }
+    CAcModuleResourceOverride(const CAcModuleResourceOverride&) = delete;
+    CAcModuleResourceOverride& operator=(const CAcModuleResourceOverride&) = delete;
+
+private:
+    HINSTANCE m_before;
+};

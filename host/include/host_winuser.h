@@ -1,0 +1,136 @@
+// Records and functions of the Windows interface below MFC's classes. A private header, reached
+// through afxwin.h. A window is named by its handle; a handle is never used again, so that asking
+// after a window that is gone is always safe.
+#pragma once
+
+#include "host_winconst.h"
+#include "host_wintypes.h"
+
+struct POINT {
+    LONG x;
+    LONG y;
+};
+struct SIZE {
+    LONG cx;
+    LONG cy;
+};
+struct RECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+};
+typedef POINT* LPPOINT;
+typedef RECT* LPRECT;
+typedef const RECT* LPCRECT;
+
+struct MSG {
+    HWND hwnd;
+    UINT message;
+    WPARAM wParam;
+    LPARAM lParam;
+    DWORD time;  // milliseconds since the host started
+    POINT pt;    // always 0,0: this host keeps no pointer position
+};
+typedef MSG* LPMSG;
+
+struct NMHDR {
+    HWND hwndFrom;
+    UINT_PTR idFrom;
+    UINT code;
+};
+// What LVN_ITEMCHANGED carries.
+struct NMLISTVIEW {
+    NMHDR hdr;
+    int iItem;
+    int iSubItem;
+    UINT uNewState;
+    UINT uOldState;
+    UINT uChanged;
+    POINT ptAction;
+    LPARAM lParam;
+};
+typedef NMLISTVIEW* LPNMLISTVIEW;
+typedef NMLISTVIEW NM_LISTVIEW;
+
+struct LOGFONT {
+    LONG lfHeight;  // below 0: height of a letter in pixels; above: height of a line
+    LONG lfWidth;
+    LONG lfEscapement;
+    LONG lfOrientation;
+    LONG lfWeight;
+    BYTE lfItalic;
+    BYTE lfUnderline;
+    BYTE lfStrikeOut;
+    BYTE lfCharSet;
+    BYTE lfOutPrecision;
+    BYTE lfClipPrecision;
+    BYTE lfQuality;
+    BYTE lfPitchAndFamily;
+    WCHAR lfFaceName[LF_FACESIZE];
+};
+
+// Of the many members of the original only those that the choosers read.
+struct OPENFILENAME {
+    DWORD lStructSize;
+    HWND hwndOwner;
+    LPCTSTR
+        lpstrFilter;  // pairs of name and pattern, each with an end mark, a further one at the end
+    DWORD nFilterIndex;  // from 1
+    LPTSTR lpstrFile;
+    DWORD nMaxFile;
+    LPCTSTR lpstrInitialDir;
+    LPCTSTR lpstrTitle;  // must live until DoModal returns
+    DWORD Flags;
+    LPCTSTR lpstrDefExt;
+};
+
+BOOL IsWindow(HWND hWnd);
+BOOL IsWindowVisible(HWND hWnd);  // it and everything it lies in
+BOOL IsWindowEnabled(HWND hWnd);  // its own state only
+BOOL IsChild(HWND hWndParent, HWND hWnd);
+BOOL DestroyWindow(HWND hWnd);
+BOOL ShowWindow(HWND hWnd, int nCmdShow);    // whether it was shown before
+BOOL EnableWindow(HWND hWnd, BOOL bEnable);  // whether it was disabled before
+BOOL UpdateWindow(HWND hWnd);
+BOOL MoveWindow(HWND hWnd, int x, int y, int width, int height, BOOL bRepaint);
+HWND SetFocus(HWND hWnd);  // the one that had the focus; null when hWnd cannot take it
+HWND GetFocus();
+HWND GetActiveWindow();
+BOOL SetForegroundWindow(HWND hWnd);
+HWND GetParent(HWND hWnd);  // of a top-level window: its owner
+HWND GetWindow(HWND hWnd, UINT uCmd);
+HWND GetDlgItem(HWND hDlg, int nIDDlgItem);
+int GetDlgCtrlID(HWND hWnd);
+HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
+HWND GetNextDlgGroupItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
+BOOL GetClientRect(HWND hWnd, LPRECT lpRect);
+BOOL GetWindowRect(HWND hWnd, LPRECT lpRect);
+int GetWindowTextLength(HWND hWnd);
+int GetWindowText(HWND hWnd, LPTSTR lpString, int nMaxCount);
+BOOL SetWindowText(HWND hWnd, LPCTSTR lpString);
+
+// Calls the window's procedure at once; 0 when there is no such window.
+LRESULT SendMessage(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam);
+// Puts the message at the end of the queue; FALSE when there is no such window.
+BOOL PostMessage(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam);
+void PostQuitMessage(int nExitCode);
+
+// The next message of a window (null: of any) within a range of numbers (0, 0: all). Waiting input
+// of the display is taken into the queue first when the queue is empty. FALSE: there is none.
+BOOL PeekMessage(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax, UINT wRemoveMsg);
+// Waits for one; 0 for WM_QUIT, and also when nothing can come any more (no display, no script).
+BOOL GetMessage(LPMSG lpMsg, HWND hWnd, UINT wMsgFilterMin, UINT wMsgFilterMax);
+BOOL TranslateMessage(const MSG* lpMsg);  // nothing to do here: texts change without WM_CHAR
+LRESULT DispatchMessage(const MSG* lpMsg);
+// Keyboard of dialogs: Tab, Enter, Escape, arrows in a radio group. TRUE: the message is dealt
+// with.
+BOOL IsDialogMessage(HWND hDlg, LPMSG lpMsg);
+SHORT GetKeyState(int nVirtKey);  // high bit set while the key is held; VK_SHIFT only
+
+int MessageBox(HWND hWnd, LPCTSTR lpText, LPCTSTR lpCaption, UINT uType);
+
+// The module that holds an address (flag FROM_ADDRESS), or one by file name; PIN keeps it mapped
+// for good. Unlike Windows, only by address or for the program itself (null).
+BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);
+DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize);
