@@ -185,3 +185,17 @@ void CEncircleLineCalDlg::OnExport() {
     }
     AfxMessageBox(failures.empty() ? CString(_T("导出成功")) : JoinLines(failures));
 }
+
+void CEncircleLineCalDlg::ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
+                                    std::vector<CString>& failures) {
+    m_resultId = id;
+    if (!GetEnvelopeAxisPoint(id, m_centre)) {
+        // Without a horizontal edge there is no axis to revolve about.
+        failures.push_back(FindToolNumber(frames, GetEntityBox(id)) + _T("生成三维实体失败"));
+        return;
+    }
+    SExportCleanUp cleanUp;
+    cleanUp.m_bEnvelope = m_nDeleteEnvelope == 1;
+    cleanUp.m_bSolid = m_nDeleteSolid == 1;
+    ExportEnvelopeSolid(id, m_centre, cleanUp, frames, failures);
+}

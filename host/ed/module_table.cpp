@@ -2,22 +2,12 @@
 
 #include <dlfcn.h>
 
-#include <codecvt>
-#include <locale>
-
 #include "host/ed/drawing_io.h"
 #include "host/ed/text_compare.h"
+#include "host/ge/format.h"
 
 namespace host {
 namespace {
-
-std::string Narrow(const std::wstring& text) {
-    return std::wstring_convert<std::codecvt_utf8<wchar_t>>().to_bytes(text);
-}
-
-std::wstring Wide(const char* text) {
-    return std::wstring_convert<std::codecvt_utf8<wchar_t>>().from_bytes(text);
-}
 
 std::wstring BaseName(const std::wstring& path) {
     const std::wstring file = FileNameOf(path);
@@ -37,7 +27,7 @@ Module* ModuleTable::Load(const std::wstring& path, std::wstring& reason) {
     module->name = BaseName(path);
     module->library = dlopen(Narrow(AbsolutePath(path)).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (module->library == nullptr) {
-        reason = Wide(dlerror());
+        reason = Widen(dlerror());
         return nullptr;
     }
     void* const entry = dlsym(module->library, "acrxEntryPoint");

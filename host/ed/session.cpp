@@ -2,6 +2,7 @@
 
 #include "dbapserv.h"
 #include "host/db/build.h"
+#include "host/db/print.h"
 #include "host/ed/document_locks.h"
 #include "host/ed/drawing_io.h"
 #include "host/ed/editor_services.h"
@@ -56,6 +57,7 @@ Session& Session::Get() {
 
 Session::Session() {
     RegisterEditorServices();
+    SetPrintSink([](const std::wstring& text) { Session::Get().Print(text); });
     SetDatabaseWatcher(&Hooks());
 }
 

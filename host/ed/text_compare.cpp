@@ -4,10 +4,10 @@
 #include <cwctype>
 #include <vector>
 
+#include "host/ge/letter_case.h"
+
 namespace host {
 namespace {
-
-wchar_t Upper(wchar_t c) { return static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c))); }
 
 // One element of a pattern. Any run is told by isRun, all others stand for one character.
 struct PatternElement {
@@ -27,7 +27,7 @@ struct PatternElement {
             case L'.':
                 return std::iswalnum(static_cast<wint_t>(c)) == 0;
             default:
-                return InSet(Upper(c)) != isNegated;
+                return InSet(UpperCase(c)) != isNegated;
         }
     }
 
@@ -58,7 +58,7 @@ bool ReadSet(const std::wstring& pattern, size_t& i, PatternElement& element) {
         if (pattern[at] == L'-' && !element.set.empty() && at + 1 < close)
             element.set += L'\0';
         else
-            element.set += Upper(pattern[at]);
+            element.set += UpperCase(pattern[at]);
     }
     i = close;
     return true;
@@ -75,7 +75,7 @@ std::vector<PatternElement> Compile(const std::wstring& pattern, size_t from) {
             element.kind = c;
         } else if (c != L'[' || !ReadSet(pattern, i, element)) {
             if (c == L'`' && i + 1 < pattern.size()) c = pattern[++i];
-            element.set = std::wstring(1, Upper(c));
+            element.set = std::wstring(1, UpperCase(c));
         }
         elements.push_back(element);
     }
@@ -108,13 +108,13 @@ bool Matches(const std::wstring& text, const std::vector<PatternElement>& patter
 bool EqualsNoCase(const wchar_t* a, const wchar_t* b) {
     if (a == nullptr || b == nullptr) return a == b;
     for (; *a != 0 && *b != 0; ++a, ++b)
-        if (Upper(*a) != Upper(*b)) return false;
+        if (UpperCase(*a) != UpperCase(*b)) return false;
     return *a == *b;
 }
 
 std::wstring ToUpper(const std::wstring& text) {
     std::wstring upper = text;
-    std::transform(upper.begin(), upper.end(), upper.begin(), Upper);
+    std::transform(upper.begin(), upper.end(), upper.begin(), UpperCase);
     return upper;
 }
 
