@@ -64,8 +64,9 @@ public:
         return true;
     }
     Piece Joined() const {
-        return joined_ ? MakeArcOnCircle(first_.from, end_, first_.centre, first_.radius,
-                                         first_.bulge > 0.0)
+        // By the sweep, so that both ends lie on the circle to the last digit.
+        return joined_ ? MakePiece(first_.from, end_,
+                                   std::copysign(std::tan(0.25 * sweep_), first_.bulge))
                        : first_;
     }
 

@@ -1,0 +1,24 @@
+// The parts of the kernel library. Nothing here lets an exception out.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <TopoDS_Shape.hxx>
+
+#include "host/solid/kernel.h"
+
+namespace host::solid {
+
+// Open CASCADE tells of its doings on standard output unless told not to.
+void SilenceMessages();
+
+std::unique_ptr<KernelSolid> MakeOcctSolid(const Profile& profile, double expectedVolume,
+                                           std::string& reason);
+bool WriteStep(const TopoDS_Shape& shape, const StepOptions& options, std::string& text,
+               std::string& reason);
+bool TriangulateShape(const TopoDS_Shape& shape, double chordTolerance, Mesh& mesh,
+                      std::string& reason);
+bool PngBytes(const Image& image, std::string& bytes, std::string& reason);
+
+}  // namespace host::solid

@@ -1,0 +1,297 @@
+#include "host/solid/picture.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <cstdio>
+
+#include "host/solid/raster.h"
+
+namespace host::solid {
+
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+constexpr int kSamples = 3;           // pixels are averaged from this many squared
+constexpr double kMargin = 0.04;      // of the width, around everything
+constexpr double kYaw = 0.55;         // the right end comes forward by this angle
+constexpr double kPitch = 0.35;       // seen from above by this angle
+constexpr int kCircleSteps = 180;     // of an edge circle
+constexpr double kSharpCorner = 0.2;  // tangents that differ by more (radians) make an edge
+constexpr double kTallest = 1.5;      // height of a panel to its width, at most
+
+const Colour kSteel{0.70, 0.75, 0.82};
+const Colour kEdge{0.16, 0.19, 0.24};
+const Colour kFill{0.86, 0.90, 0.95};
+const Colour kAxis{0.80, 0.15, 0.12};
+
+// Where the viewer stands, in frame coordinates: x along the axis, y up, z towards the viewer
+// before the turn.
+struct View {
+    AcGeVector3d right, up, away;
+
+    View()
+        : right(std::cos(kYaw), 0.0, -std::sin(kYaw)),
+          up(-std::sin(kPitch) * std::sin(kYaw), std::cos(kPitch),
+             -std::sin(kPitch) * std::cos(kYaw)),
+          away(-std::cos(kPitch) * std::sin(kYaw), -std::sin(kPitch),
+               -std::cos(kPitch) * std::cos(kYaw)) {}
+};
+
+AcGeVector3d InFrame(const Frame& frame, const AcGeVector3d& v) {
+    return {v.dotProduct(frame.axis), v.dotProduct(frame.radial), v.dotProduct(frame.Normal())};
+}
+
+// Light from above left of the viewer, a little from everywhere, and a shine.
+Colour Shade(const AcGeVector3d& normal, const View& view) {
+    const AcGeVector3d light = (view.up * 0.75 - view.right * 0.45 - view.away * 0.65).normal();
+    const AcGeVector3d half = (light - view.away).normal();
+    const double lit = (std::max)(0.0, normal.dotProduct(light));
+    const double facing = (std::max)(0.0, -normal.dotProduct(view.away));
+    const double shine = 0.35 * std::pow((std::max)(0.0, normal.dotProduct(half)), 40.0);
+    const double base = 0.28 + 0.55 * lit + 0.22 * facing;
+    return {kSteel.r * base + shine, kSteel.g * base + shine, kSteel.b * base + shine};
+}
+
+// Maps view coordinates to the canvas.
+struct Fit {
+    double scale = 1.0, left = 0.0, top = 0.0;
+    int width = 0, height = 0;
+
+    // Fills the width with what lies between the bounds, unless the height would be too great.
+    Fit(double minX, double maxX, double minY, double maxY, int width_) : width(width_) {
+        const double margin = kMargin * width;
+        const double room = width - 2.0 * margin;
+        scale = (std::min)(room / (maxX - minX), kTallest * room / (maxY - minY));
+        height = static_cast<int>(std::ceil((maxY - minY) * scale + 2.0 * margin));
+        left = 0.5 * width - 0.5 * (minX + maxX) * scale;
+        top = margin + maxY * scale;
+    }
+    ScreenPoint operator()(double x, double y, double depth = 0.0) const {
+        return {left + x * scale, top - y * scale, depth};
+    }
+};
+
+class SolidPainter {
+public:
+    SolidPainter(const Profile& profile, const Mesh& mesh, int width)
+        : profile_(profile), mesh_(mesh), fit_(FitMesh(width)), canvas_(fit_.width, fit_.height) {}
+
+    Canvas Paint() {
+        for (const std::array<int, 3>& t : mesh_.triangles) {
+            ScreenPoint points[3];
+            Colour colours[3];
+            for (std::size_t i = 0; i < 3; ++i) {
+                const auto at = static_cast<std::size_t>(t[i]);
+                points[i] = OnScreen(Local(mesh_.points[at]));
+                colours[i] = Shade(InFrame(profile_.frame, mesh_.normals[at]), view_);
+            }
+            canvas_.FillTriangle(points, colours);
+        }
+        for (const Chain& chain : profile_.chains) PaintEdges(chain);
+        return std::move(canvas_);
+    }
+
+private:
+    AcGeVector3d Local(const AcGePoint3d& p) const {
+        return InFrame(profile_.frame, p - profile_.frame.origin);
+    }
+    ScreenPoint OnScreen(const AcGeVector3d& p) const {
+        return fit_(p.dotProduct(view_.right), p.dotProduct(view_.up), p.dotProduct(view_.away));
+    }
+
+    Fit FitMesh(int width) const {
+        double low[2] = {HUGE_VAL, HUGE_VAL}, high[2] = {-HUGE_VAL, -HUGE_VAL};
+        for (const AcGePoint3d& p : mesh_.points) {
+            const AcGeVector3d q = Local(p);
+            const double xy[2] = {q.dotProduct(view_.right), q.dotProduct(view_.up)};
+            for (int i = 0; i < 2; ++i) {
+                low[i] = (std::min)(low[i], xy[i]);
+                high[i] = (std::max)(high[i], xy[i]);
+            }
+        }
+        return Fit(low[0], high[0], low[1], high[1], width);
+    }
+
+    void PaintEdges(const Chain& chain) {
+        const std::size_t n = chain.pieces.size();
+        for (std::size_t i = 0; i < n; ++i) {
+            const Piece& piece = chain.pieces[i];
+            const bool last = i + 1 == n;
+            if (last && !chain.closed) break;
+            const AcGeVector2d in = piece.EndDirection();
+            const AcGeVector2d out = chain.pieces[(i + 1) % n].StartDirection();
+            if (in.angleTo(out) > kSharpCorner) PaintCircle(piece.to);
+        }
+    }
+
+    void PaintCircle(const AcGePoint2d& corner) {
+        // Edges win over the facets next to them, which stand out before the true circle.
+        const double bias = 0.01 * corner.y + 2.0 / fit_.scale;
+        ScreenPoint before;
+        for (int k = 0; k <= kCircleSteps; ++k) {
+            const double a = 2.0 * kPi * k / kCircleSteps;
+            const ScreenPoint at =
+                OnScreen({corner.x, corner.y * std::cos(a), corner.y * std::sin(a)});
+            if (k > 0) canvas_.DrawLine(before, at, 1.3 * kSamples, kEdge, bias);
+            before = at;
+        }
+    }
+
+    const Profile& profile_;
+    const Mesh& mesh_;
+    const View view_;
+    const Fit fit_;
+    Canvas canvas_;
+};
+
+Box ProfileBox(const Profile& profile) {
+    Box box = BoxOf(profile.chains.front().pieces.front());
+    for (const Chain& chain : profile.chains)
+        for (const Piece& piece : chain.pieces) box.Add(BoxOf(piece));
+    box.low.y = 0.0;
+    return box;
+}
+
+// Points along a chain, arcs in steps of about 3 degrees.
+std::vector<AcGePoint2d> PointsAlong(const Chain& chain) {
+    std::vector<AcGePoint2d> points;
+    for (const Piece& piece : chain.pieces) {
+        points.push_back(piece.from);
+        const double h = piece.HalfAngle();
+        const int steps = 1 + static_cast<int>(std::fabs(h) / 0.025);
+        for (int k = 1; k < steps; ++k) {
+            // By the chord from the start: it turns with half the angle swept.
+            const double swept = 2.0 * h * k / steps;
+            const double chord = 2.0 * piece.radius * std::sin(0.5 * std::fabs(swept));
+            const double to = piece.StartDirection().angle() + 0.5 * swept;
+            points.emplace_back(piece.from.x + chord * std::cos(to),
+                                piece.from.y + chord * std::sin(to));
+        }
+    }
+    points.push_back(chain.pieces.back().to);
+    return points;
+}
+
+void PaintAxis(Canvas& canvas, const Fit& fit, const Box& box) {
+    const double reach = 0.02 * (box.high.x - box.low.x);
+    const double from = fit(box.low.x - reach, 0.0).x, to = fit(box.high.x + reach, 0.0).x;
+    const double y = fit(0.0, 0.0).y, unit = 6.0 * kSamples;
+    for (double x = from; x < to; x += 6.0 * unit) {
+        const ScreenPoint dash[] = {{x, y, 0.0}, {(std::min)(x + 4.0 * unit, to), y, 0.0}};
+        canvas.DrawLine(dash[0], dash[1], 1.2 * kSamples, kAxis, 0.0);
+        if (x + 5.0 * unit < to)
+            canvas.DrawLine({x + 5.0 * unit, y, 0.0}, {x + 5.2 * unit, y, 0.0}, 1.2 * kSamples,
+                            kAxis, 0.0);
+    }
+}
+
+Canvas PaintProfile(const Profile& profile, int width) {
+    const Box box = ProfileBox(profile);
+    const Fit fit(box.low.x, box.high.x, box.low.y, box.high.y, width);
+    Canvas canvas(fit.width, fit.height);
+    // Even-odd: cavities come out empty, since each is closed by the axis like the outside.
+    std::vector<std::vector<ScreenPoint>> lines;
+    bool isFirst = true;
+    for (const Chain& chain : profile.chains) {
+        std::vector<ScreenPoint> polygon;
+        for (const AcGePoint2d& p : PointsAlong(chain)) polygon.push_back(fit(p.x, p.y));
+        canvas.FillPolygon(polygon, isFirst ? kFill : Colour{1.0, 1.0, 1.0});
+        lines.push_back(std::move(polygon));
+        isFirst = false;
+    }
+    for (const std::vector<ScreenPoint>& line : lines)
+        for (std::size_t i = 0; i + 1 < line.size(); ++i)
+            canvas.DrawLine(line[i], line[i + 1], 1.6 * kSamples, kEdge, 0.0);
+    PaintAxis(canvas, fit, box);
+    return canvas;
+}
+
+std::string Base64(const std::string& bytes) {
+    static const char kDigits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string out;
+    for (std::size_t i = 0; i < bytes.size(); i += 3) {
+        unsigned word = 0;
+        for (std::size_t k = 0; k < 3; ++k)
+            word =
+                word << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+        for (std::size_t k = 0; k < 4; ++k)
+            out += i + k > bytes.size() ? '=' : kDigits[word >> (18 - 6 * k) & 63u];
+    }
+    return out;
+}
+
+void AppendFormat(std::string& out, const char* format, double a, double b) {
+    char text[80];
+    std::snprintf(text, sizeof text, format, a, b);
+    out += text;
+}
+
+// A chain as path data with y downwards, closed along the axis or by itself.
+std::string PathData(const Chain& chain, const Fit& fit) {
+    std::string out;
+    const ScreenPoint start = fit(chain.pieces.front().from.x, chain.pieces.front().from.y);
+    AppendFormat(out, "M%.3f %.3f", start.x, start.y);
+    for (const Piece& piece : chain.pieces) {
+        const ScreenPoint to = fit(piece.to.x, piece.to.y);
+        if (piece.IsArc()) {
+            AppendFormat(out, "A%.3f %.3f 0 ", piece.radius * fit.scale, piece.radius * fit.scale);
+            out += std::fabs(piece.bulge) > 1.0 ? "1 " : "0 ";
+            out += piece.bulge > 0.0 ? "0 " : "1 ";  // y points down: a left turn is against it
+            AppendFormat(out, "%.3f %.3f", to.x, to.y);
+        } else {
+            AppendFormat(out, "L%.3f %.3f", to.x, to.y);
+        }
+    }
+    return out + "Z";
+}
+
+}  // namespace
+
+Image RenderSolid(const Profile& profile, const Mesh& mesh, int width) {
+    return SolidPainter(profile, mesh, width * kSamples).Paint().Reduced(kSamples);
+}
+
+Image RenderPicture(const Profile& profile, const Mesh& mesh, int width) {
+    const Canvas solid = SolidPainter(profile, mesh, width * kSamples).Paint();
+    const Canvas flat = PaintProfile(profile, width * kSamples);
+    Canvas both(solid.Width(), solid.Height() + flat.Height());
+    both.Put(solid, 0, 0);
+    both.Put(flat, 0, solid.Height());
+    return both.Reduced(kSamples);
+}
+
+std::string PictureSvg(const Profile& profile, const std::string& solidPng, int solidWidth,
+                       int solidHeight) {
+    const Box box = ProfileBox(profile);
+    const Fit fit(box.low.x, box.high.x, box.low.y, box.high.y, solidWidth);
+    char head[400];
+    std::snprintf(head, sizeof head,
+                  "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%d\" height=\"%d\""
+                  " viewBox=\"0 0 %d %d\">\n"
+                  "<rect width=\"100%%\" height=\"100%%\" fill=\"white\"/>\n"
+                  "<image width=\"%d\" height=\"%d\" href=\"data:image/png;base64,",
+                  solidWidth, solidHeight + fit.height, solidWidth, solidHeight + fit.height,
+                  solidWidth, solidHeight);
+    std::string out = head + Base64(solidPng) + "\"/>\n";
+    std::snprintf(head, sizeof head,
+                  "<g transform=\"translate(0 %d)\" stroke-width=\"1.6\" stroke=\"#29303d\""
+                  " stroke-linejoin=\"round\">\n",
+                  solidHeight);
+    out += head;
+    bool isFirst = true;
+    for (const Chain& chain : profile.chains) {
+        out += std::string("<path fill=\"") + (isFirst ? "#dbe6f2" : "white") + "\" d=\"" +
+               PathData(chain, fit) + "\"/>\n";
+        isFirst = false;
+    }
+    const ScreenPoint from = fit(box.low.x, 0.0), to = fit(box.high.x, 0.0);
+    std::snprintf(head, sizeof head,
+                  "<path stroke=\"#cc261f\" stroke-width=\"1.2\" stroke-dasharray=\"24 6 2 6\""
+                  " fill=\"none\" d=\"M%.3f %.3fH%.3f\"/>\n</g>\n</svg>\n",
+                  from.x - 0.5 * kMargin * solidWidth, from.y, to.x + 0.5 * kMargin * solidWidth);
+    return out + head;
+}
+
+}  // namespace host::solid

@@ -1,0 +1,51 @@
+// Drawing into an image with depth: what the pictures of solids need.
+#pragma once
+
+#include <vector>
+
+#include "host/solid/kernel.h"
+
+namespace host::solid {
+
+struct Colour {
+    double r = 0.0, g = 0.0, b = 0.0;  // 0..1
+};
+
+// x right, y down in pixels; depth grows away from the viewer.
+struct ScreenPoint {
+    double x = 0.0, y = 0.0, depth = 0.0;
+};
+
+class Canvas {
+public:
+    // White.
+    Canvas(int width, int height);
+
+    int Width() const { return width_; }
+    int Height() const { return height_; }
+
+    // A triangle whose corner colours blend; hidden where something nearer was drawn.
+    void FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]);
+
+    // A line of a width in pixels; hidden where something nearer than bias stands before it.
+    void DrawLine(const ScreenPoint& a, const ScreenPoint& b, double width, const Colour& colour,
+                  double bias);
+
+    // The inside of a closed polygon (even-odd).
+    void FillPolygon(const std::vector<ScreenPoint>& polygon, const Colour& colour);
+
+    // Puts another canvas at a place of this one, depth left out.
+    void Put(const Canvas& other, int left, int top);
+
+    // Averages squares of factor by factor pixels into one.
+    Image Reduced(int factor) const;
+
+private:
+    void Set(int x, int y, const Colour& colour);
+
+    int width_, height_;
+    std::vector<float> depth_;
+    std::vector<float> rgb_;
+};
+
+}  // namespace host::solid
