@@ -101,7 +101,8 @@ AcDbObject* LoadedDrawing::Load(Stub& stub) {
     std::unique_ptr<AcDbObject> object = Make(stub.record, stub.cls);
     if (object == nullptr) return nullptr;
     for (std::size_t i = stub.record + std::size_t{1}; i < stubs.size(); ++i) {
-        if (stubs[i] == nullptr || stubs[i]->owner != &stub) break;
+        if (stubs[i] == nullptr || stubs[i]->owner != &stub || !stubs[i]->Has(kStubSubentity))
+            break;
         AppendOwned(*object, &stub, *stubs[i]);
     }
     return object.release();

@@ -106,12 +106,14 @@ void NewObjects::RequireTable(Root table) {
     }
     const AcDbObject* object = ObjectOf(*GetRoot(db_, table));
     for (Stub* member : Members(*object)) {
-        // These two are implied before tables could hold them.
-        const bool implied =
-            style_.version < kVersionR13 &&
-            (member->Id() == db_.byLayerLinetype() || member->Id() == db_.byBlockLinetype());
-        if (!implied) Require(member);
+        if (!IsImplied(*member)) Require(member);
     }
+}
+
+// Before R13 the table could not hold these two.
+bool NewObjects::IsImplied(const Stub& stub) const {
+    return style_.version < kVersionR13 &&
+           (&stub == db_.byLayerLinetype().stub() || &stub == db_.byBlockLinetype().stub());
 }
 
 void NewObjects::WriteStub(const Stub& stub) {
@@ -154,9 +156,7 @@ void NewObjects::WriteRecord(const Stub& stub) {
         any_ = any_ || !IsSpaceBlock(stub);
         return;
     }
-    const bool implied = style_.version < kVersionR13 &&
-                         (stub.Id() == db_.byLayerLinetype() || stub.Id() == db_.byBlockLinetype());
-    if (implied) return;
+    if (IsImplied(stub)) return;
     RequireTable(table);
     records[table][stub.handle] = WholeRecord(stub, "");
     if (block) blocks.push_back(&stub);
@@ -187,8 +187,7 @@ bool NewObjects::IsInFile(const Stub& stub) const {
 bool NewObjects::OnSheet(const Stub& stub) const {
     const Stub* at = stub.owner;
     for (int depth = 0; at != nullptr && depth < kDeepestNesting; ++depth, at = at->owner)
-        if (at->cls == AcDbBlockTableRecord::desc())
-            return IsSpaceBlock(*at) && at->Id() != AcDbObjectId(const_cast<Stub*>(ModelSpace()));
+        if (at->cls == AcDbBlockTableRecord::desc()) return IsSpaceBlock(*at) && at != ModelSpace();
     return false;
 }
 

@@ -48,6 +48,7 @@ public:
     std::string Merged(const Stub& stub, std::size_t base, bool copy);
 
 private:
+    bool IsImplied(const Stub& stub) const;
     bool OnSheet(const Stub& stub) const;
     const Stub* ModelSpace() const;
     void Collect();
