@@ -14,6 +14,7 @@
 
 #include "EncircleCalInfo.h"
 #include "LineInfo.h"
+#include "ProbeCuts.h"
 #include "QZRect.h"
 #include "RemoveLineDir.h"
 
@@ -60,6 +61,7 @@ protected:
     void AddBreakPoint(AcGePoint3d pt, std::vector<AcGePoint3d>& pts, AcGeTol tol);
     int GetBreakIndex(const AcArray<AcGePoint3d>& pts, AcGePoint3d pt, AcGeTol tol);
     bool SplitLine(CLineInfo& line, AcArray<AcDbObjectId>& newIds);
+    SProbeSetup GetProbeSetup(bool bWithVertical, bool bShiftRight) const;
 
     // Directional removal (EncircleLineRemove.cpp)
     std::vector<CLineInfo> RemoveLine2(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& lines);
@@ -69,6 +71,17 @@ protected:
     void RemoveLineInExcludeDir(E_RemoveLine_Dir dir, double dAxis, std::vector<CLineInfo>& lines);
     void RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
                               std::vector<CLineInfo>& lines);
+
+    // BreakLines2() on a copy of the lines, and then RemoveLine2() on what that leaves for each of the
+    // sides, in one (EncircleLineSee.cpp).
+    //
+    // result   for each side, in the order given, what it sees: the same records in the same order
+    // drawing  in the same state as after those passes: what all of the sides see keeps its entity,
+    //          everything else is erased. Pieces that no side sees are never made.
+    // cost     O((n + seen) log n), where BreakLines2() alone makes a quadratic number of pieces
+    std::vector<std::vector<CLineInfo>> BreakAndSee(const std::vector<CLineInfo>& lines,
+                                                    bool bWithVertical, bool bShiftRight,
+                                                    const std::vector<E_RemoveLine_Dir>& dirs);
 
     // Clean-up (EncircleLineClean.cpp)
     void RemoveRepeatLine2(std::vector<CLineInfo>& lines);
@@ -101,6 +114,10 @@ protected:
     // Breaks a copy of the working set for each side that is computed and chains what it sees.
     void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                     SSideChains& chains);
+    // Drops from what a side sees the lines of the sides before, and what does not belong to an
+    // end, and connects the rest.
+    void MakeChain(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& all,
+                   std::vector<CLineInfo>& chain);
     // Closes the chain at both ends by lines straight to the axis; an empty chain stays open.
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
     // The points of all chains in the order in which the outline goes round.

@@ -66,6 +66,5 @@ void CLineInfo::AddBreakPoints(const std::vector<AcGePoint3d>& pts, const AcGeTo
 }
 
 bool CLineInfo::IsEqual(const CLineInfo& other, const AcGeTol& tol) const {
-    return (m_startPt.isEqualTo(other.m_startPt, tol) && m_endPt.isEqualTo(other.m_endPt, tol)) ||
-           (m_startPt.isEqualTo(other.m_endPt, tol) && m_endPt.isEqualTo(other.m_startPt, tol));
+    return IsSameSegment(m_startPt, m_endPt, other.m_startPt, other.m_endPt, tol);
 }

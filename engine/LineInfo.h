@@ -5,6 +5,13 @@
 
 #include "StdAfx.h"
 
+// Whether the segments p-q and s-e have the same end points within tol, in either direction.
+inline bool IsSameSegment(const AcGePoint3d& p, const AcGePoint3d& q, const AcGePoint3d& s,
+                          const AcGePoint3d& e, const AcGeTol& tol) {
+    return (p.isEqualTo(s, tol) && q.isEqualTo(e, tol)) ||
+           (p.isEqualTo(e, tol) && q.isEqualTo(s, tol));
+}
+
 class AFX_EXT_CLASS CLineInfo {
 public:
     // Null id, both points at the origin, valid.

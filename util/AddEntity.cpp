@@ -28,9 +28,10 @@ AcDbObjectId CBlockAppender::Append(AcDbEntity* pEntity) {
 }
 
 AcDbObjectId CBlockAppender::AppendLine(const AcGePoint3d& p, const AcGePoint3d& q,
-                                        Adesk::UInt16 nColour) {
+                                        Adesk::UInt16 nColour, const AcDbObjectId& layerId) {
     std::unique_ptr<AcDbLine> line(new AcDbLine(p, q));
-    if (line->setColorIndex(nColour) != Acad::eOk || line->setLinetype(m_byLayerId) != Acad::eOk) {
+    if (line->setColorIndex(nColour) != Acad::eOk || line->setLinetype(m_byLayerId) != Acad::eOk ||
+        (!layerId.isNull() && line->setLayer(layerId) != Acad::eOk)) {
         return AcDbObjectId::kNull;
     }
     return Append(line.release());

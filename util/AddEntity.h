@@ -29,8 +29,9 @@ public:
 
     // As AddEntity().
     AcDbObjectId Append(AcDbEntity* pEntity);
-    // As AddLine(), without its refusal of short lines.
-    AcDbObjectId AppendLine(const AcGePoint3d& p, const AcGePoint3d& q, Adesk::UInt16 nColour);
+    // As AddLine(), without its refusal of short lines, and on a given layer unless it is null.
+    AcDbObjectId AppendLine(const AcGePoint3d& p, const AcGePoint3d& q, Adesk::UInt16 nColour,
+                            const AcDbObjectId& layerId = AcDbObjectId::kNull);
 
 private:
     AcDbObjectPointer<AcDbBlockTableRecord> m_block;

@@ -1,0 +1,268 @@
+// Clean-up of the broken set: doubles, covered lines, loose ends, short dangling pieces.
+#include "StdAfx.h"
+
+#include "EncircleLine.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "LineBoxes.h"
+#include "PointOnSegment.h"
+#include "RemoveMarked.h"
+#include "SegmentClass.h"
+
+namespace {
+
+using Lines = std::vector<CLineInfo>;
+
+// Ends closer than this to another line are moved onto it, and lines shorter than this must bridge
+// two others; fixed, in drawing units.
+constexpr double kSnapDistance = 0.5;
+constexpr double kShortLength = 0.5;
+
+// Boxes that miss one another by less still hold one another, in drawing units.
+constexpr double kBoxTol = 1e-6;
+
+// Rounding of a point on a line, relative to the coordinates; a safe bound.
+constexpr double kRounding = 1e-14;
+
+double GetLength(const CLineInfo& line) { return line.m_startPt.distanceTo(line.m_endPt); }
+
+CQZRect GetBox(const CLineInfo& line) { return CQZRect(line.m_startPt, line.m_endPt); }
+
+bool IsSamePlace(const AcGePoint3d& p, const AcGePoint3d& q) {
+    return p.x == q.x && p.y == q.y && p.z == q.z;
+}
+
+bool EndsAt(const CLineInfo& line, const AcGePoint3d& pt) {
+    return IsSamePlace(line.m_startPt, pt) || IsSamePlace(line.m_endPt, pt);
+}
+
+// What two lines do to each other, the first one being examined.
+enum E_Repeat { E_Repeat_None, E_Repeat_DropFirst, E_Repeat_DropSecond };
+
+E_Repeat CompareLines(const CLineInfo& first, const CLineInfo& second,
+                      const CEncircleCalInfo& info) {
+    if (first.IsEqual(second, info.m_tolPoint)) {
+        return E_Repeat_DropFirst;
+    }
+    if (ClassifySegments(first.m_startPt, first.m_endPt, second.m_startPt, second.m_endPt,
+                         info.m_tolLine.equalPoint()) != E_Segment_Collinear) {
+        return E_Repeat_None;
+    }
+    if (GetBox(first).Contains(GetBox(second), kBoxTol)) {
+        return E_Repeat_DropSecond;
+    }
+    return GetBox(second).Contains(GetBox(first), kBoxTol) ? E_Repeat_DropFirst : E_Repeat_None;
+}
+
+// A pair of which one line will go when both are still there.
+struct SRepeat {
+    int m_nFirst;
+    int m_nSecond;
+    E_Repeat m_outcome;
+};
+
+// All such pairs, ordered as a loop over i < j meets them. Whether a pair is one does not depend on
+// what else has gone, so they can be found beforehand.
+std::vector<SRepeat> FindRepeats(const Lines& lines, const std::vector<char>& skipped,
+                                 const CEncircleCalInfo& info) {
+    const double pad = info.m_tolPoint.equalPoint() + 4 * kBoxTol;
+    std::vector<SRepeat> repeats;
+    CBoxIndex(GetFlatBoxes(lines)).ForEachPair(pad, [&](int a, int b) {
+        const int first = (std::min)(a, b);
+        const int second = (std::max)(a, b);
+        if (skipped[first] != 0) {
+            return;
+        }
+        // Equal lines and covered ones lie in one another's box; neighbours at a corner do not.
+        const SFlatBox boxA = GetFlatBox(lines[a]).Padded(pad);
+        const SFlatBox boxB = GetFlatBox(lines[b]).Padded(pad);
+        if (!boxA.Holds(GetFlatBox(lines[b])) && !boxB.Holds(GetFlatBox(lines[a]))) {
+            return;
+        }
+        const E_Repeat outcome = CompareLines(lines[first], lines[second], info);
+        if (outcome != E_Repeat_None) {
+            repeats.push_back({first, second, outcome});
+        }
+    });
+    std::sort(repeats.begin(), repeats.end(), [](const SRepeat& a, const SRepeat& b) {
+        return a.m_nFirst != b.m_nFirst ? a.m_nFirst < b.m_nFirst : a.m_nSecond < b.m_nSecond;
+    });
+    return repeats;
+}
+
+// The nearest place on other lines to an end, as a walk over all lines in order finds it: of several
+// at the same distance the one that it tries first.
+class CNearestPlace {
+public:
+    explicit CNearestPlace(const AcGePoint3d& pt) : m_pt(pt) {}
+
+    bool IsInReach(const SFlatBox& box) const {
+        const double dx = (std::max)({box.m_dMinX - m_pt.x, m_pt.x - box.m_dMaxX, 0.0});
+        const double dy = (std::max)({box.m_dMinY - m_pt.y, m_pt.y - box.m_dMaxY, 0.0});
+        constexpr double kSlack = 1.0 + 1e-9;  // for the rounding of the distances
+        return dx * dx + dy * dy <= m_dDistance * m_dDistance * kSlack;
+    }
+    void Try(int index, const CLineInfo& line) {
+        TryPoint(index, line.m_startPt);
+        TryPoint(index, line.m_endPt);
+        TryPoint(index, AcGeLineSeg3d(line.m_startPt, line.m_endPt).closestPointTo(m_pt));
+    }
+    bool Touches() const { return m_dDistance == 0.0; }
+    bool IsFound() const { return m_nLine >= 0 && !Touches(); }
+    const AcGePoint3d& GetPlace() const { return m_place; }
+
+private:
+    void TryPoint(int index, const AcGePoint3d& place) {
+        const double distance = m_pt.distanceTo(place);
+        if (distance < m_dDistance || (distance == m_dDistance && index < m_nLine)) {
+            m_dDistance = distance;
+            m_nLine = index;
+            m_place = place;
+        }
+    }
+
+    AcGePoint3d m_pt;
+    AcGePoint3d m_place;
+    double m_dDistance = kSnapDistance;  // nothing from there on is of use
+    int m_nLine = -1;
+};
+
+// Whether the record before or the one after ends exactly at the point. Pieces of one line stand
+// side by side, so this answers most questions at once.
+bool NeighbourEndsAt(const Lines& lines, int index, const AcGePoint3d& pt) {
+    return (index > 0 && EndsAt(lines[index - 1], pt)) ||
+           (index + 1 < static_cast<int>(lines.size()) && EndsAt(lines[index + 1], pt));
+}
+
+// Moves one end of a line onto the nearest other line, or leaves it.
+bool SnapEnd(const Lines& lines, const CBoxIndex& index, int own, AcGePoint3d& pt) {
+    if (NeighbourEndsAt(lines, own, pt)) {
+        return false;
+    }
+    CNearestPlace nearest(pt);
+    index.Visit([&](const SFlatBox& box) { return nearest.IsInReach(box); },
+                [&](int other) {
+                    if (other != own) {
+                        nearest.Try(other, lines[other]);
+                    }
+                    return nearest.Touches();
+                });
+    if (nearest.IsFound()) {
+        pt = nearest.GetPlace();
+    }
+    return nearest.IsFound();
+}
+
+// Lines of which some have gone, and whether a point lies on one that has not.
+class CLivingLines {
+public:
+    CLivingLines(const Lines& lines, const std::vector<char>& gone, const AcGeTol& tol)
+        : m_lines(lines), m_gone(gone), m_tol(tol), m_index(GetFlatBoxes(lines)) {}
+
+    bool HasOtherAt(int own, const AcGePoint3d& pt) const {
+        const double pad =
+            2 * m_tol.equalPoint() + kRounding * (std::max)(std::fabs(pt.x), std::fabs(pt.y));
+        const SFlatBox around = SFlatBox::Of(pt, pt).Padded(pad);
+        const auto isOn = [&](int other) {
+            const CLineInfo& line = m_lines[other];
+            return other != own && m_gone[other] == 0 &&
+                   IsPointOnSegment(AcGeLineSeg3d(line.m_startPt, line.m_endPt), pt, true, m_tol);
+        };
+        return (own > 0 && isOn(own - 1)) ||
+               (own + 1 < static_cast<int>(m_lines.size()) && isOn(own + 1)) ||
+               m_index.Visit([&](const SFlatBox& box) { return box.Touches(around, 0.0); }, isOn);
+    }
+
+private:
+    const Lines& m_lines;
+    const std::vector<char>& m_gone;
+    AcGeTol m_tol;
+    CBoxIndex m_index;
+};
+
+}  // namespace
+
+void CEncircleLine::RemoveRepeatLine2(std::vector<CLineInfo>& lines) {
+    // A line without length goes when its turn comes, before it is compared with any other.
+    std::vector<char> skipped(lines.size(), 0);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        skipped[i] = !lines[i].m_bValid ||
+                     lines[i].m_startPt.isEqualTo(lines[i].m_endPt, m_calInfo.m_tolPoint);
+    }
+    const std::vector<SRepeat> repeats = FindRepeats(lines, skipped, m_calInfo);
+    std::vector<char> gone(lines.size(), 0);
+    int done = -1;  // the line whose turn is over: its first living partner ends it
+    for (const SRepeat& repeat : repeats) {
+        if (repeat.m_nFirst == done || gone[repeat.m_nFirst] != 0 || gone[repeat.m_nSecond] != 0) {
+            continue;
+        }
+        done = repeat.m_nFirst;
+        gone[repeat.m_outcome == E_Repeat_DropFirst ? repeat.m_nFirst : repeat.m_nSecond] = 1;
+    }
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (lines[i].m_bValid && skipped[i] != 0) {
+            gone[i] = 1;
+        }
+    }
+    EraseMarked(lines, gone);
+    DeleteMarked(lines, gone);
+}
+
+void CEncircleLine::UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines) {
+    CBoxIndex index(GetFlatBoxes(lines));
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (!lines[i].m_bValid) {
+            continue;
+        }
+        const int own = static_cast<int>(i);
+        AcGePoint3d start = lines[i].m_startPt;
+        AcGePoint3d end = lines[i].m_endPt;
+        const bool bStart = SnapEnd(lines, index, own, start);
+        const bool bEnd = SnapEnd(lines, index, own, end);
+        if (bStart || bEnd) {
+            lines[i].m_startPt = start;
+            lines[i].m_endPt = end;
+            index.Grow(own, start);
+            index.Grow(own, end);
+        }
+    }
+}
+
+void CEncircleLine::RemoveShortLine(std::vector<CLineInfo>& lines) {
+    std::vector<char> gone(lines.size(), 0);
+    const CLivingLines living(lines, gone, m_calInfo.m_tolPoint);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const int own = static_cast<int>(i);
+        if (lines[i].m_bValid && GetLength(lines[i]) < kShortLength) {
+            gone[i] = !living.HasOtherAt(own, lines[i].m_startPt) ||
+                      !living.HasOtherAt(own, lines[i].m_endPt);
+        }
+    }
+    EraseMarked(lines, gone);
+    DeleteMarked(lines, gone);
+}
+
+void CEncircleLine::RemoveLineByWalter(std::vector<CLineInfo>& lines, E_RemoveLine_Dir dir) {
+    // To the left 0.0 counts as not yet set, so a coordinate of exactly 0.0 is replaced by the next
+    // one even if that lies farther right.
+    double outermost = 0.0;
+    for (const CLineInfo& line : lines) {
+        for (const double x : {line.m_startPt.x, line.m_endPt.x}) {
+            const bool bFarther = dir == E_Dir_Right ? x > outermost : x < outermost;
+            if (bFarther || (dir != E_Dir_Right && outermost == 0.0)) {
+                outermost = x;
+            }
+        }
+    }
+    if (outermost == 0.0) {
+        return;
+    }
+    std::vector<char> away(lines.size(), 0);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        away[i] = std::fabs(lines[i].m_startPt.x - outermost) > m_calInfo.m_dSideLength &&
+                  std::fabs(lines[i].m_endPt.x - outermost) > m_calInfo.m_dSideLength;
+    }
+    DeleteMarked(lines, away);
+}

@@ -1,0 +1,135 @@
+// Directional removal: throws away what a side cannot see, and what lies beyond the axis.
+#include "StdAfx.h"
+
+#include "EncircleLine.h"
+
+#include <algorithm>
+
+#include "AddEntity.h"
+#include "HiddenPoint.h"
+#include "LineBoxes.h"
+#include "RemoveMarked.h"
+#include "SegmentClass.h"
+#include "SideOrder.h"
+#include "TolerantCompare.h"
+#include "Visibility.h"
+
+namespace {
+
+using Lines = std::vector<CLineInfo>;
+
+// The axis line reaches so far beyond the drawing, in drawing units: the box is widened first, then
+// the line goes past it.
+constexpr double kAxisWidening = 50.0;
+constexpr double kAxisOverhang = 10.0;
+
+constexpr Adesk::UInt16 kByLayerColour = 256;
+
+// Boxes that miss one another by less still hold one another, in drawing units.
+constexpr double kBoxTol = 1e-6;
+
+CQZRect GetBox(const CLineInfo& line) { return CQZRect(line.m_startPt, line.m_endPt); }
+
+// Whether a line lies wholly on the side of the axis that is not kept.
+bool IsBeyondAxis(const CLineInfo& line, E_RemoveLine_Dir dir, double dAxis, double tol) {
+    const bool bVertical = IsVerticalSide(dir);
+    const double start = bVertical ? line.m_startPt.y : line.m_startPt.x;
+    const double end = bVertical ? line.m_endPt.y : line.m_endPt.x;
+    const bool bKeepsHigh = dir == E_Dir_Top || dir == E_Dir_Right;
+    return bKeepsHigh
+               ? IsAtOrBelowValue(start, dAxis, tol) && IsAtOrBelowValue(end, dAxis, tol)
+               : IsAtOrAboveValue(start, dAxis, tol) && IsAtOrAboveValue(end, dAxis, tol);
+}
+
+// Whether another side's line already stands for this one.
+bool IsHeldBy(const CLineInfo& other, const CLineInfo& line, const CEncircleCalInfo& info) {
+    if (line.IsEqual(other, info.m_tolLine)) {
+        return true;
+    }
+    const CQZRect box = GetBox(line);
+    const CQZRect otherBox = GetBox(other);
+    return (ClassifySegments(line.m_startPt, line.m_endPt, other.m_startPt, other.m_endPt,
+                             info.m_tolLine.equalPoint()) == E_Segment_Collinear &&
+            otherBox.Contains(box, kBoxTol)) ||
+           box.Overlaps(otherBox, -info.m_tolPoint.equalPoint());
+}
+
+Lines ToLines(const Lines& lines, const std::vector<SSeenPiece>& seen, E_RemoveLine_Dir dir) {
+    Lines visible;
+    visible.reserve(seen.size());
+    for (const SSeenPiece& piece : seen) {
+        visible.push_back(lines[piece.m_nRecord]);
+        OrientForSide(dir, visible.back().m_startPt, visible.back().m_endPt);
+    }
+    return visible;
+}
+
+}  // namespace
+
+std::vector<CLineInfo> CEncircleLine::RemoveLine2(E_RemoveLine_Dir dir,
+                                                  const std::vector<CLineInfo>& lines) {
+    CVisibility visibility(lines, m_extents, m_calInfo.m_tolPoint, m_calInfo.m_tolHorVer);
+    const std::vector<SSeenPiece> seen = visibility.See(dir);
+    std::vector<char> hidden(lines.size(), 1);
+    for (const SSeenPiece& piece : seen) {
+        hidden[piece.m_nRecord] = 0;
+    }
+    EraseMarked(lines, hidden);
+    return ToLines(lines, seen, dir);
+}
+
+bool CEncircleLine::IsPtInLineSpecifiedDir2(AcGePoint3d pt, AcGePoint3d lineStart,
+                                            AcGePoint3d lineEnd, E_RemoveLine_Dir dir) {
+    return IsHiddenBySegment(pt, lineStart, lineEnd, dir, m_extents, m_calInfo.m_tolPoint);
+}
+
+AcDbObjectId CEncircleLine::CreateTempLine(E_RemoveLine_Dir dir, double dAxis,
+                                           std::vector<CLineInfo>& lines) {
+    CQZRect box;
+    for (const CLineInfo& line : lines) {
+        box.Extend(GetBox(line));
+    }
+    box.WidenHorizontally(kAxisWidening);
+    CLineInfo axis;
+    if (IsVerticalSide(dir)) {
+        axis.m_startPt.set(box.min.x - kAxisOverhang, dAxis, 0.0);
+        axis.m_endPt.set(box.max.x + kAxisOverhang, dAxis, 0.0);
+    } else {
+        axis.m_startPt.set(dAxis, box.max.y + kAxisOverhang, 0.0);
+        axis.m_endPt.set(dAxis, box.min.y - kAxisOverhang, 0.0);
+    }
+    axis.m_id = AddLine(axis.m_startPt, axis.m_endPt, kByLayerColour, ACDB_MODEL_SPACE);
+    axis.m_bValid = false;
+    lines.push_back(axis);
+    return axis.m_id;
+}
+
+void CEncircleLine::RemoveLineInExcludeDir(E_RemoveLine_Dir dir, double dAxis,
+                                           std::vector<CLineInfo>& lines) {
+    if (dir == E_Dir_None) {
+        return;
+    }
+    std::vector<char> beyond(lines.size(), 0);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        beyond[i] = lines[i].m_bValid &&
+                    IsBeyondAxis(lines[i], dir, dAxis, m_calInfo.m_tolPoint.equalPoint());
+    }
+    EraseMarked(lines, beyond);
+    DeleteMarked(lines, beyond);
+}
+
+void CEncircleLine::RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
+                                         std::vector<CLineInfo>& lines) {
+    const CBoxIndex index(GetFlatBoxes(otherLines));
+    // Whatever holds a line lies no farther from it than the widest of the tolerances.
+    const double pad = m_calInfo.m_tolLine.equalPoint() + 4 * kBoxTol;
+    std::vector<char> held(lines.size(), 0);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const SFlatBox box = GetFlatBox(lines[i]).Padded(pad);
+        held[i] = index.Visit(
+            [&](const SFlatBox& other) { return other.Touches(box, 0.0); },
+            [&](int other) { return IsHeldBy(otherLines[other], lines[i], m_calInfo); });
+    }
+    EraseMarked(lines, held);
+    DeleteMarked(lines, held);
+}

@@ -1,0 +1,125 @@
+// Breaking along the view and removing what is hidden, in one.
+#include "StdAfx.h"
+
+#include "EncircleLine.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+#include "LineSplitter.h"
+#include "RemoveMarked.h"
+#include "SideOrder.h"
+#include "Visibility.h"
+
+namespace {
+
+using Lines = std::vector<CLineInfo>;
+using Seen = std::vector<SSeenPiece>;
+
+// What a probing pass and the sides after it leave, without proofs about what is hidden.
+bool CanSeeUnbroken(const Lines& lines, const CVisibility& visibility, bool bWithVertical,
+                    const std::vector<E_RemoveLine_Dir>& dirs) {
+    // Horizontal sides need the horizontal probes first.
+    const bool bOrder = !bWithVertical || std::all_of(dirs.begin(), dirs.end(), IsVerticalSide);
+    return bOrder && visibility.CanProve() &&
+           std::all_of(lines.begin(), lines.end(), [](const CLineInfo& line) {
+               return line.m_bValid && line.m_breakPts.empty();
+           });
+}
+
+// The records and pieces that all sides see.
+Seen GetSeenByAll(std::vector<Seen> seen) {
+    const auto place = [](const SSeenPiece& piece) {
+        return std::make_pair(piece.m_nRecord, piece.m_nPiece);
+    };
+    const auto isBefore = [&](const SSeenPiece& a, const SSeenPiece& b) {
+        return place(a) < place(b);
+    };
+    while (seen.size() > 1) {
+        Seen both;
+        std::set_intersection(seen.back().begin(), seen.back().end(), seen.front().begin(),
+                              seen.front().end(), std::back_inserter(both), isBefore);
+        seen.pop_back();
+        seen.front() = std::move(both);
+    }
+    return seen.empty() ? Seen() : std::move(seen.front());
+}
+
+using PieceIds = std::map<std::pair<size_t, int>, AcDbObjectId>;
+
+// Erases every line but the whole ones that all sides see, and makes the pieces that all sides see.
+PieceIds MakePieces(const Lines& lines, const Seen& byAll) {
+    std::vector<char> gone(lines.size(), 1);
+    for (const SSeenPiece& piece : byAll) {
+        gone[piece.m_nRecord] = piece.m_bWhole ? 0 : 2;
+    }
+    CLineSplitter splitter;
+    PieceIds ids;
+    for (size_t i = 0; i < byAll.size(); ++i) {
+        if (byAll[i].m_bWhole) {
+            continue;
+        }
+        const size_t record = byAll[i].m_nRecord;
+        const AcDbObjectId layerId = splitter.TakeOff(lines[record]);
+        for (; i < byAll.size() && byAll[i].m_nRecord == record; ++i) {
+            ids[{record, byAll[i].m_nPiece}] =
+                splitter.MakePiece(byAll[i].m_from, byAll[i].m_to, layerId).m_id;
+        }
+        --i;
+    }
+    EraseMarked(lines, gone);
+    return ids;
+}
+
+// The records of one side: the whole ones first, then the pieces, both in order.
+Lines ToLines(const Lines& lines, const Seen& seen, const PieceIds& ids, E_RemoveLine_Dir dir) {
+    Lines visible;
+    visible.reserve(seen.size());
+    for (const bool bWhole : {true, false}) {
+        for (const SSeenPiece& piece : seen) {
+            if (piece.m_bWhole != bWhole) {
+                continue;
+            }
+            CLineInfo line;
+            if (bWhole) {
+                line.m_id = lines[piece.m_nRecord].m_id;
+            } else if (const auto id = ids.find({piece.m_nRecord, piece.m_nPiece});
+                       id != ids.end()) {
+                line.m_id = id->second;
+            }
+            line.m_startPt = piece.m_from;
+            line.m_endPt = piece.m_to;
+            OrientForSide(dir, line.m_startPt, line.m_endPt);
+            visible.push_back(std::move(line));
+        }
+    }
+    return visible;
+}
+
+}  // namespace
+
+std::vector<std::vector<CLineInfo>> CEncircleLine::BreakAndSee(
+    const std::vector<CLineInfo>& lines, bool bWithVertical, bool bShiftRight,
+    const std::vector<E_RemoveLine_Dir>& dirs) {
+    std::vector<Lines> visible;
+    CVisibility visibility(lines, m_extents, m_calInfo.m_tolPoint, m_calInfo.m_tolHorVer);
+    if (!CanSeeUnbroken(lines, visibility, bWithVertical, dirs)) {
+        Lines copy = lines;
+        BreakLines2(copy, bWithVertical, bShiftRight);
+        for (const E_RemoveLine_Dir dir : dirs) {
+            visible.push_back(RemoveLine2(dir, copy));
+        }
+        return visible;
+    }
+    const CProbeCuts probes(lines, GetProbeSetup(bWithVertical, bShiftRight));
+    std::vector<Seen> seen;
+    for (const E_RemoveLine_Dir dir : dirs) {
+        seen.push_back(visibility.See(dir, probes));
+    }
+    const PieceIds ids = MakePieces(lines, GetSeenByAll(seen));
+    for (size_t i = 0; i < dirs.size(); ++i) {
+        visible.push_back(ToLines(lines, seen[i], ids, dirs[i]));
+    }
+    return visible;
+}

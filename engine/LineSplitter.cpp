@@ -1,0 +1,87 @@
+#include "StdAfx.h"
+
+#include "LineSplitter.h"
+
+#include <utility>
+
+#include "EncircleLayers.h"
+#include "EraseEntity.h"
+#include "LayerTools.h"
+
+namespace {
+
+constexpr Adesk::UInt16 kByLayerColour = 256;
+
+}  // namespace
+
+const AcDbObjectId& CLineSplitter::GetScratchLayer() {
+    if (!m_bScratchKnown) {
+        m_scratchLayerId = FindLayer(kScratchLayer);
+        m_bScratchKnown = true;
+    }
+    return m_scratchLayerId;
+}
+
+AcDbObjectId CLineSplitter::TakeOff(const CLineInfo& line) {
+    // Read before the erase: an erased line no longer opens to give its layer.
+    AcDbObjectId layerId;
+    {
+        AcDbObjectPointer<AcDbEntity> entity(line.m_id, AcDb::kForRead);
+        if (entity.openStatus() == Acad::eOk) {
+            layerId = entity->layerId();
+        }
+    }
+    EraseById(line.m_id);
+    return layerId.isNull() ? GetScratchLayer() : layerId;
+}
+
+CLineInfo CLineSplitter::MakePiece(const AcGePoint3d& from, const AcGePoint3d& to,
+                                   const AcDbObjectId& layerId) {
+    CLineInfo piece;
+    piece.m_id = m_space.AppendLine(from, to, kByLayerColour, layerId);
+    piece.m_startPt.set(from.x, from.y, 0.0);
+    piece.m_endPt.set(to.x, to.y, 0.0);
+    return piece;
+}
+
+void CLineSplitter::Split(CLineInfo& line, std::vector<CLineInfo>& pieces) {
+    line.Sort();
+    const AcDbObjectId layerId = TakeOff(line);
+    AcGePoint3d from = line.m_startPt;
+    for (size_t i = 0; i <= line.m_breakPts.size(); ++i) {
+        const AcGePoint3d& to = i < line.m_breakPts.size() ? line.m_breakPts[i] : line.m_endPt;
+        CLineInfo piece = MakePiece(from, to, layerId);
+        if (!piece.m_id.isNull()) {
+            pieces.push_back(std::move(piece));
+        }
+        from = to;
+    }
+}
+
+void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {
+    size_t count = 0;
+    for (const CLineInfo& line : lines) {
+        count += IsBroken(line) ? line.m_breakPts.size() + 1 : 0;
+    }
+    if (count == 0) {
+        return;
+    }
+    std::vector<CLineInfo> pieces;
+    pieces.reserve(count);
+    CLineSplitter splitter;
+    size_t kept = 0;
+    for (size_t i = 0; i < lines.size(); ++i) {
+        if (IsBroken(lines[i])) {
+            splitter.Split(lines[i], pieces);
+        } else {
+            if (kept != i) {
+                lines[kept] = std::move(lines[i]);
+            }
+            ++kept;
+        }
+    }
+    lines.resize(kept);
+    lines.reserve(kept + pieces.size());
+    lines.insert(lines.end(), std::make_move_iterator(pieces.begin()),
+                 std::make_move_iterator(pieces.end()));
+}

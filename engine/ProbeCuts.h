@@ -1,0 +1,89 @@
+// Cutting lines where probes through the end points of others cross them.
+#pragma once
+
+#include <vector>
+
+#include "LineInfo.h"
+#include "PointCells.h"
+#include "QZRect.h"
+
+// What BreakLines2() knows before it looks at the lines.
+struct SProbeSetup {
+    CQZRect m_extents;   // its width and height are half the lengths of the probes
+    double m_dShift;     // how far it is moved along x to tell the end points that count
+    bool m_bWithVertical;  // vertical probes first, through all end points, then horizontal ones;
+                           // without: only horizontal ones, through points outside the moved box
+    AcGeTol m_tolPoint;
+};
+
+// One direction of probes: points sorted along it (by x for vertical probes, by y for horizontal
+// ones) and the probe's half length.
+class CProbeRow {
+public:
+    CProbeRow(const AcGePoint3d* pPoints, bool bVertical, double dHalfLength, const AcGeTol& tol)
+        : m_pPoints(pPoints), m_bVertical(bVertical), m_dHalfLength(dHalfLength), m_tol(tol) {}
+
+    // Adds to the line the break points where the probes through points first .. last - 1 cross it.
+    //
+    // result   as if every probe were intersected with the line and the point given to
+    //          CLineInfo::AddBreakPoint()
+    // cost     O((kept points) log n): a kept point refuses all that fall close to it, so probes
+    //          that must fall there are skipped. Drawings have few different heights, but a great
+    //          many points at each.
+    void Cut(int first, int last, CLineInfo& line) const;
+
+private:
+    AcGeLineSeg3d GetProbe(const AcGePoint3d& pt) const;
+    double GetPlace(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
+    int SkipTo(int index, int last, double dPlace) const;
+
+    const AcGePoint3d* m_pPoints;
+    bool m_bVertical;
+    double m_dHalfLength;
+    AcGeTol m_tol;
+};
+
+// All probes of one call of BreakLines2().
+class CProbeCuts {
+public:
+    // Collects the end points (equal ones once), sorts them and looks up the ends of every line.
+    // O(n log n).
+    CProbeCuts(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
+
+    // Adds to record number index, given again, the break points of its probes: the vertical ones
+    // by rising x, then the horizontal ones by rising y.
+    void Cut(size_t index, CLineInfo& line) const;
+
+    // Whether any probe of that direction can cut the record.
+    bool HasProbes(size_t index, bool bVertical) const {
+        const SRange& range = bVertical ? m_ranges[index].m_x : m_ranges[index].m_y;
+        return range.m_nFirst < range.m_nLast;
+    }
+    // The coordinates of that direction's probes, rising; empty when there are none.
+    std::vector<double> GetPlaces(bool bVertical) const;
+
+private:
+    struct SRange {
+        int m_nFirst = 0;
+        int m_nLast = 0;
+    };
+    struct SRanges {
+        SRange m_x;
+        SRange m_y;
+    };
+
+    void Collect(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
+    void FindRanges(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
+    SRange GetRange(const std::vector<int>& ranks, const std::vector<int>& starts,
+                    const std::vector<int>& ends) const;
+
+    CPointCells m_points;  // in the order in which they were met
+    std::vector<AcGePoint3d> m_byX;
+    std::vector<AcGePoint3d> m_byY;
+    std::vector<int> m_rankByX;  // place in m_byX of each collected point
+    std::vector<int> m_rankByY;
+    std::vector<SRanges> m_ranges;
+    double m_dHalfHeight;
+    double m_dHalfWidth;
+    AcGeTol m_tol;
+};
