@@ -139,7 +139,11 @@ TEST(Kernel, AgreesOnRandomParts) {
         if (seed % 2 == 0) outline = Flipped(outline);
         const Profile profile = Prepared(outline);
         if (HasFailure()) return;
-        EXPECT_NE(Revolved(profile), nullptr) << Show(outline);
+        const auto solid = Revolved(profile);
+        ASSERT_NE(solid, nullptr) << Show(outline);
+        std::string text, reason;
+        EXPECT_TRUE(solid->StepText(StepOptions(), text, reason)) << reason;
+        EXPECT_NEAR(StepVolume(text, "MM") / Measure(profile).volume, 1.0, 1e-6) << Show(outline);
     }
 }
 

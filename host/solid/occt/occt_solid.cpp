@@ -12,7 +12,10 @@
 #include <BRepGProp.hxx>
 #include <BRepPrimAPI_MakeRevol.hxx>
 #include <GProp_GProps.hxx>
+#include <GeomConvert.hxx>
+#include <Geom_BSplineCurve.hxx>
 #include <Geom_Circle.hxx>
+#include <Geom_TrimmedCurve.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <TopoDS.hxx>
@@ -62,6 +65,11 @@ std::vector<Piece> RingOf(const Profile& profile) {
     return ring;
 }
 
+// An arc that comes to a point on the axis: its circle about the axis is a torus that meets itself.
+bool EndsInTip(const Piece& piece) {
+    return (piece.from.y == 0.0 || piece.to.y == 0.0) && piece.centre.y != 0.0;
+}
+
 class WireMaker {
 public:
     explicit WireMaker(const Frame& frame) : frame_(frame) {}
@@ -86,7 +94,15 @@ private:
                                     Direction(frame_.At(piece.from) - frame_.At(piece.centre))),
                              piece.radius);
         const double sweep = 4.0 * std::atan(std::fabs(piece.bulge));
-        return BRepBuilderAPI_MakeEdge(new Geom_Circle(circle), from, to, 0.0, sweep).Edge();
+        const Handle(Geom_Circle) curve = new Geom_Circle(circle);
+        if (!EndsInTip(piece)) return BRepBuilderAPI_MakeEdge(curve, from, to, 0.0, sweep).Edge();
+        // As a rational spline, the same arc, the surface ends where the arc ends. With the circle
+        // it would go on behind the tip, and STEP readers lose the tip.
+        const Handle(Geom_BSplineCurve) spline = GeomConvert::CurveToBSplineCurve(
+            new Geom_TrimmedCurve(curve, 0.0, sweep), Convert_QuasiAngular);
+        return BRepBuilderAPI_MakeEdge(spline, from, to, spline->FirstParameter(),
+                                       spline->LastParameter())
+            .Edge();
     }
 
     const Frame& frame_;

@@ -8,6 +8,7 @@
 #include <Interface_Static.hxx>
 #include <STEPControl_Controller.hxx>
 #include <STEPControl_Writer.hxx>
+#include <StepBasic_Product.hxx>
 #include <StepData_Protocol.hxx>
 #include <StepData_StepModel.hxx>
 #include <StepData_StepWriter.hxx>
@@ -105,7 +106,6 @@ Handle(TCollection_HAsciiString) Ascii(const std::string& text) {
 bool SetParameters(const StepUnit& unit) {
     STEPControl_Controller::Init();
     return Interface_Static::SetCVal("write.step.schema", "AP214IS") &&
-           Interface_Static::SetCVal("write.step.product.name", kPlaceholder) &&
            Interface_Static::SetCVal("write.step.unit", unit.name) &&
            Interface_Static::SetCVal("xstep.cascade.unit", unit.name);
 }
@@ -115,6 +115,17 @@ TopoDS_Shape Scaled(const TopoDS_Shape& shape, double factor) {
     gp_Trsf scaling;
     scaling.SetScaleFactor(factor);
     return BRepBuilderAPI_Transform(shape, scaling, true).Shape();
+}
+
+// The library numbers the products of a process.
+void SetProductName(const Handle(StepData_StepModel) & model) {
+    for (int i = 1; i <= model->NbEntities(); ++i) {
+        const Handle(StepBasic_Product) product =
+            Handle(StepBasic_Product)::DownCast(model->Value(i));
+        if (product.IsNull()) continue;
+        product->SetId(Ascii(kPlaceholder));
+        product->SetName(Ascii(kPlaceholder));
+    }
 }
 
 // What the library fills in by the clock or by itself.
@@ -145,6 +156,7 @@ bool WriteStep(const TopoDS_Shape& shape, const StepOptions& options, std::strin
         }
         const Handle(StepData_StepModel) model = writer.Model();
         SetHeader(model, options);
+        SetProductName(model);
         StepData_StepWriter sender(model);
         sender.SendModel(Handle(StepData_Protocol)::DownCast(writer.WS()->Protocol()));
         std::ostringstream out;
