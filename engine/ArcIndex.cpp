@@ -8,34 +8,28 @@
 
 namespace {
 
-constexpr double kTwoPi = 2 * 3.14159265358979323846;
-
 // Stretches of a sixteenth of a turn leave their chord by under 2 % of the radius.
-constexpr double kStretch = kTwoPi / 16;
+constexpr double kStretch = 3.14159265358979323846 / 8;
 
 // Widens boxes by a hair more than what lies on the arc, so that rounding in the sines loses none.
 constexpr double kBoxMargin = 2 * kThroughArcTol;
 
-void AddStretches(const SArc& arc, size_t index, std::vector<CBoxTree::SBox>& boxes) {
-    double sweep = arc.m_dEndAngle - arc.m_dStartAngle;
-    if (!(sweep > 0.0)) {
-        sweep += kTwoPi;
-    }
-    const int count = static_cast<int>(std::ceil(sweep / kStretch));
-    const double step = sweep / count;
-    // What the arc rises above a stretch's chord, plus the rounding of coordinates far from 0.
+int CountStretches(const SArc& arc) {
+    return static_cast<int>(std::ceil(GetSweep(arc) / kStretch));
+}
+
+// The box of one of an arc's stretches.
+SFlatBox GetStretchBox(const SArc& arc, int index) {
+    const double step = GetSweep(arc) / CountStretches(arc);
+    const auto at = [&](int n) {
+        const double angle = arc.m_dStartAngle + n * step;
+        return AcGePoint3d(arc.m_centre.x + arc.m_dRadius * std::cos(angle),
+                           arc.m_centre.y + arc.m_dRadius * std::sin(angle), 0.0);
+    };
+    // What the arc rises above the stretch's chord, plus the rounding of coordinates far from 0.
     const double reach = arc.m_dRadius + std::fabs(arc.m_centre.x) + std::fabs(arc.m_centre.y);
-    const double margin = arc.m_dRadius * (1.0 - std::cos(step / 2)) + kBoxMargin + 1e-12 * reach;
-    for (int i = 0; i < count; ++i) {
-        const double from = arc.m_dStartAngle + i * step;
-        const double to = from + step;
-        const double x1 = arc.m_centre.x + arc.m_dRadius * std::cos(from);
-        const double y1 = arc.m_centre.y + arc.m_dRadius * std::sin(from);
-        const double x2 = arc.m_centre.x + arc.m_dRadius * std::cos(to);
-        const double y2 = arc.m_centre.y + arc.m_dRadius * std::sin(to);
-        boxes.push_back({(std::min)(x1, x2) - margin, (std::min)(y1, y2) - margin,
-                         (std::max)(x1, x2) + margin, (std::max)(y1, y2) + margin, index});
-    }
+    const double rise = arc.m_dRadius * (1.0 - std::cos(step / 2));
+    return SFlatBox::Of(at(index), at(index + 1)).Padded(rise + kBoxMargin + 1e-12 * reach);
 }
 
 // Sums of such coordinates do not overflow; angles that are not numbers fail too.
@@ -46,10 +40,15 @@ bool IsUsable(const SArc& arc) {
            std::isfinite(arc.m_dEndAngle);
 }
 
-std::vector<CBoxTree::SBox> GetBoxes(const std::vector<SArc>& arcs) {
-    std::vector<CBoxTree::SBox> boxes;
+std::vector<SFlatBox> GetStretchBoxes(const std::vector<SArc>& arcs,
+                                      std::vector<size_t>& stretchArcs) {
+    std::vector<SFlatBox> boxes;
     for (size_t i = 0; i < arcs.size(); ++i) {
-        AddStretches(arcs[i], i, boxes);
+        const int count = CountStretches(arcs[i]);
+        for (int n = 0; n < count; ++n) {
+            boxes.push_back(GetStretchBox(arcs[i], n));
+            stretchArcs.push_back(i);
+        }
     }
     return boxes;
 }
@@ -69,15 +68,19 @@ std::vector<SArc> ReadArcs(const AcArray<AcDbObjectId>& ids, std::vector<AcDbObj
 }  // namespace
 
 CArcIndex::CArcIndex(const AcArray<AcDbObjectId>& ids)
-    : m_arcs(ReadArcs(ids, m_ids)), m_tree(GetBoxes(m_arcs)) {}
+    : m_arcs(ReadArcs(ids, m_ids)), m_boxes(GetStretchBoxes(m_arcs, m_stretchArcs)) {}
 
 std::vector<size_t> CArcIndex::FindThrough(const AcGePoint3d& pt) const {
     std::vector<size_t> found;
-    m_tree.ForEachAt(pt.x, pt.y, [&](size_t index) {
-        if (GetDistanceToArc(m_arcs[index], pt) <= kThroughArcTol) {
-            found.push_back(index);
-        }
-    });
+    const SFlatBox at = SFlatBox::Of(pt, pt);
+    m_boxes.Visit([&](const SFlatBox& box) { return box.Holds(at); },
+                  [&](int stretch) {
+                      const size_t index = m_stretchArcs[static_cast<size_t>(stretch)];
+                      if (GetDistanceToArc(m_arcs[index], pt) <= kThroughArcTol) {
+                          found.push_back(index);
+                      }
+                      return false;  // all of them count
+                  });
     // Neighbouring stretches of one arc both hold their common end.
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());

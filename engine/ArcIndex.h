@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "ArcReader.h"
-#include "BoxTree.h"
+#include "BoxIndex.h"
 #include "StdAfx.h"
 
 // A point that is no farther from the bounded arc lies on it (drawing units, <=): what rounding
@@ -34,5 +34,6 @@ public:
 private:
     std::vector<AcDbObjectId> m_ids;
     std::vector<SArc> m_arcs;
-    CBoxTree m_tree;
+    std::vector<size_t> m_stretchArcs;  // which arc a short stretch belongs to
+    CBoxIndex m_boxes;                  // of the stretches
 };

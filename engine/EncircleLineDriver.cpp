@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "EncircleLayers.h"
 #include "EncircleRun.h"
@@ -55,7 +56,24 @@ void SweepInvalid(Lines& lines, CQZRect& extents) {
     }
 }
 
-void Append(Lines& all, const Lines& lines) { all.insert(all.end(), lines.begin(), lines.end()); }
+// Where a side's chain is kept, and what the trace calls its passes; a pass without a name does not
+// run for that side.
+struct SSide {
+    Lines SSideChains::*m_pChain;
+    const char* m_pVisible;
+    const char* m_pOther;
+    const char* m_pWalter;
+    const char* m_pConnected;
+};
+
+const SSide& GetSide(E_RemoveLine_Dir dir) {
+    static const SSide kSides[] = {
+        {&SSideChains::m_bottom, "bottom_visible", "bottom_other", nullptr, "bottom_chain"},
+        {&SSideChains::m_top, "top_visible", nullptr, nullptr, "top_chain"},
+        {&SSideChains::m_right, "right_visible", "right_other", "right_walter", "right_chain"},
+        {&SSideChains::m_left, "left_visible", "left_other", "left_walter", "left_chain"}};
+    return kSides[dir];
+}
 
 // How an outline goes round the drawing: the chains in order, each read forward or backward.
 struct SChainStep {
@@ -158,56 +176,51 @@ AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& c
 
 void CEncircleLine::FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                                SSideChains& chains) {
-    Lines all;  // what the sides before have taken
-    Lines copy = lines;
-    BreakLines2(copy, true, true);
-    CEncircleTrace::Count("copy_vertical", copy.size());
+    std::vector<E_RemoveLine_Dir> dirs;
     if (side != E_Dir_Bottom) {
-        chains.m_top = RemoveLine2(E_Dir_Top, copy);
-        CEncircleTrace::Count("top_visible", chains.m_top.size());
-        ConnectBreakLine(E_Dir_Top, chains.m_top);
-        CEncircleTrace::Count("top_chain", chains.m_top.size());
-        Append(all, chains.m_top);
+        dirs.push_back(E_Dir_Top);
     }
     if (side != E_Dir_Top) {
-        chains.m_bottom = RemoveLine2(E_Dir_Bottom, copy);
-        CEncircleTrace::Count("bottom_visible", chains.m_bottom.size());
-        RemoveLineInOtherDir(all, chains.m_bottom);
-        CEncircleTrace::Count("bottom_other", chains.m_bottom.size());
-        ConnectBreakLine(E_Dir_Bottom, chains.m_bottom);
-        CEncircleTrace::Count("bottom_chain", chains.m_bottom.size());
-        Append(all, chains.m_bottom);
+        dirs.push_back(E_Dir_Bottom);
     }
+    Lines all;  // what the sides before have taken
+    const auto see = [&](bool bWithVertical, bool bShiftRight) {
+        std::vector<Lines> seen = BreakAndSee(lines, bWithVertical, bShiftRight, dirs);
+        for (size_t i = 0; i < dirs.size(); ++i) {
+            Lines& chain = chains.*GetSide(dirs[i]).m_pChain;
+            chain = std::move(seen[i]);
+            MakeChain(dirs[i], all, chain);
+            all.insert(all.end(), chain.begin(), chain.end());
+        }
+    };
+    see(true, true);
     if (m_calInfo.m_bSideLinesVertical) {
         return;  // the ends are not searched
     }
-    copy = lines;
-    BreakLines2(copy, false, true);
-    CEncircleTrace::Count("copy_left", copy.size());
     if (side != E_Dir_Right) {
-        chains.m_left = RemoveLine2(E_Dir_Left, copy);
-        CEncircleTrace::Count("left_visible", chains.m_left.size());
-        RemoveLineInOtherDir(all, chains.m_left);
-        CEncircleTrace::Count("left_other", chains.m_left.size());
-        RemoveLineByWalter(chains.m_left, E_Dir_Left);
-        CEncircleTrace::Count("left_walter", chains.m_left.size());
-        ConnectBreakLine(E_Dir_Left, chains.m_left);
-        CEncircleTrace::Count("left_chain", chains.m_left.size());
-        Append(all, chains.m_left);
+        dirs = {E_Dir_Left};
+        see(false, true);
     }
-    copy = lines;
-    BreakLines2(copy, false, false);
-    CEncircleTrace::Count("copy_right", copy.size());
     if (side != E_Dir_Left) {
-        chains.m_right = RemoveLine2(E_Dir_Right, copy);
-        CEncircleTrace::Count("right_visible", chains.m_right.size());
-        RemoveLineInOtherDir(all, chains.m_right);
-        CEncircleTrace::Count("right_other", chains.m_right.size());
-        RemoveLineByWalter(chains.m_right, E_Dir_Right);
-        CEncircleTrace::Count("right_walter", chains.m_right.size());
-        ConnectBreakLine(E_Dir_Right, chains.m_right);
-        CEncircleTrace::Count("right_chain", chains.m_right.size());
+        dirs = {E_Dir_Right};
+        see(false, false);
     }
+}
+
+void CEncircleLine::MakeChain(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& all,
+                              std::vector<CLineInfo>& chain) {
+    const SSide& names = GetSide(dir);
+    CEncircleTrace::Count(names.m_pVisible, chain.size());
+    if (names.m_pOther != nullptr) {
+        RemoveLineInOtherDir(all, chain);
+        CEncircleTrace::Count(names.m_pOther, chain.size());
+    }
+    if (names.m_pWalter != nullptr) {
+        RemoveLineByWalter(chain, dir);
+        CEncircleTrace::Count(names.m_pWalter, chain.size());
+    }
+    ConnectBreakLine(dir, chain);
+    CEncircleTrace::Count(names.m_pConnected, chain.size());
 }
 
 void CEncircleLine::AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains) {

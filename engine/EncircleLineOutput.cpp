@@ -39,7 +39,7 @@ double GetFlatDistance(const AcGePoint3d& p, const AcGePoint3d& q) {
 }
 
 // The angle from one direction on to another, counter-clockwise, in [0, 2 pi).
-double GetSweep(double from, double to) { return to < from ? to - from + kTwoPi : to - from; }
+double GetTurn(double from, double to) { return to < from ? to - from + kTwoPi : to - from; }
 
 // bulge = tan(sweep / 4), counter-clockwise positive (DXF reference, LWPOLYLINE). A stretch that
 // ends nearer to the arc's start than it began runs clockwise.
@@ -47,9 +47,9 @@ double GetBulge(const SArc& arc, const AcGePoint3d& first, const AcGePoint3d& la
     const double angleFirst = GetAngle(arc.m_centre, first);
     const double angleLast = GetAngle(arc.m_centre, last);
     if (GetFlatDistance(last, arc.m_start) <= GetFlatDistance(first, arc.m_start)) {
-        return -std::tan(GetSweep(angleLast, angleFirst) / 4);
+        return -std::tan(GetTurn(angleLast, angleFirst) / 4);
     }
-    return std::tan(GetSweep(angleFirst, angleLast) / 4);
+    return std::tan(GetTurn(angleFirst, angleLast) / 4);
 }
 
 std::unique_ptr<AcDbPolyline> MakePolyline(const AcDbObjectId& layerId) {

