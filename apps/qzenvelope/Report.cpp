@@ -33,6 +33,14 @@ std::vector<CEncircleTrace::SGap> WideGaps(const EnvelopeRun& run, const Compute
     return gaps;
 }
 
+// A bridge in the direction of view closes a step whose face is seen edge-on; any other one closes
+// a place where the drawing shows nothing.
+bool IsStep(const CEncircleTrace::SGap& gap, const ComputeOptions& options) {
+    const bool vertical = gap.m_side == E_Dir_Top || gap.m_side == E_Dir_Bottom;
+    const double across = vertical ? gap.m_to.x - gap.m_from.x : gap.m_to.y - gap.m_from.y;
+    return std::abs(across) <= options.pointTolerance;
+}
+
 Json Corners(const Box& box) {
     if (box.IsEmpty()) return nullptr;
     return {box.minX, box.minY, box.maxX, box.maxY};
@@ -91,6 +99,7 @@ Json TraceJson(const EnvelopeRun& run, const ComputeOptions& options) {
     }
     for (const CEncircleTrace::SGap& gap : WideGaps(run, options))
         gaps.push_back({{"side", SideName(gap.m_side)},
+                        {"kind", IsStep(gap, options) ? "step" : "gap"},
                         {"from", {gap.m_from.x, gap.m_from.y}},
                         {"to", {gap.m_to.x, gap.m_to.y}},
                         {"length", gap.m_dLength}});
@@ -132,11 +141,16 @@ std::string EnvelopeSummary(const Envelope& e) {
 
 std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) {
     std::string text;
-    const auto gaps = WideGaps(run, options);
-    if (gaps.empty()) text += "  gaps       none\n";
-    for (const CEncircleTrace::SGap& gap : gaps)
-        text += Line("  gap        %-6s %.6g,%.6g to %.6g,%.6g, %.6g long", SideName(gap.m_side),
-                     gap.m_from.x, gap.m_from.y, gap.m_to.x, gap.m_to.y, gap.m_dLength);
+    int steps = 0, gaps = 0;
+    for (const CEncircleTrace::SGap& gap : WideGaps(run, options)) {
+        ++(IsStep(gap, options) ? steps : gaps);
+        if (IsStep(gap, options)) continue;
+        text += Line("  gap        %-6s %.6g,%.6g to %.6g,%.6g, %.6g long, bridged",
+                     SideName(gap.m_side), gap.m_from.x, gap.m_from.y, gap.m_to.x, gap.m_to.y,
+                     gap.m_dLength);
+    }
+    if (gaps == 0) text += "  gaps       none\n";
+    if (steps > 0) text += Line("  steps      %d faces seen edge-on", steps);
     for (const CEncircleTrace::SLeftOut& left : run.trace.m_leftOut)
         text += Line("  left out   %5d  %-10s %s", left.m_nCount,
                      CEncircleTrace::GetReasonName(left.m_reason), ToUtf8(left.m_strWhat).c_str());

@@ -34,6 +34,7 @@ public:
         const double margin = kMargin * std::max(m_view.Width(), m_view.Height()) + 1e-9;
         m_view.Add(Point{m_view.minX - margin, m_view.minY - margin});
         m_view.Add(Point{m_view.maxX + margin, m_view.maxY + margin});
+        m_scale = kLongSide / std::max(m_view.Width(), m_view.Height());
         m_origin = {(m_view.minX + m_view.maxX) / 2, (m_view.minY + m_view.maxY) / 2};
     }
 
@@ -56,9 +57,9 @@ private:
         m_out += text;
     }
     void Pair(Point p, Point origin) {
-        Number(p.x - origin.x);
+        Number((p.x - origin.x) * m_scale);
         m_out += ' ';
-        Number(p.y - origin.y);
+        Number((p.y - origin.y) * m_scale);
     }
     void Text(const std::string& text) {
         for (const char c : text) switch (c) {
@@ -78,34 +79,35 @@ private:
     }
 
     void Head() {
-        const double scale = kLongSide / std::max(m_view.Width(), m_view.Height());
+        const double width = m_view.Width() * m_scale, height = m_view.Height() * m_scale;
         m_out =
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
-        m_out += " width=\"";
-        Number(std::round(std::max(kShortSide, m_view.Width() * scale)));
-        m_out += "\" height=\"";
-        Number(std::round(std::max(kShortSide, m_view.Height() * scale)));
-        m_out += "\" viewBox=\"";
-        Number(m_view.minX - m_origin.x);
-        m_out += ' ';
-        Number(m_origin.y - m_view.maxY);
-        m_out += ' ';
-        Number(m_view.Width());
-        m_out += ' ';
-        Number(m_view.Height());
-        m_out += "\">\n<title>";
+        Attribute("width", std::round(std::max(kShortSide, width)));
+        Attribute("height", std::round(std::max(kShortSide, height)));
+        m_out += " viewBox=\"";
+        for (const double value : {-width / 2, -height / 2, width, height}) {
+            Number(value);
+            m_out += ' ';
+        }
+        m_out.back() = '"';
+        m_out += ">\n<title>";
         Text(m_picture.title);
         m_out += "</title>\n<style>";
         m_out += kStyle;
-        m_out += "</style>\n<rect x=\"";
-        Number(m_view.minX - m_origin.x);
-        m_out += "\" y=\"";
-        Number(m_origin.y - m_view.maxY);
-        m_out += "\" width=\"";
-        Number(m_view.Width());
-        m_out += "\" height=\"";
-        Number(m_view.Height());
-        m_out += "\" style=\"fill:#fff\"/>\n";
+        m_out += "</style>\n<rect";
+        Attribute("x", -width / 2);
+        Attribute("y", -height / 2);
+        Attribute("width", width);
+        Attribute("height", height);
+        m_out += " style=\"fill:#fff\"/>\n";
+    }
+
+    void Attribute(const char* name, double value) {
+        m_out += ' ';
+        m_out += name;
+        m_out += "=\"";
+        Number(value);
+        m_out += '"';
     }
 
     void Blocks() {
@@ -137,7 +139,8 @@ private:
             m_out += "MLAC"[step.kind];
             if (step.kind == PathStep::Arc) {
                 const double degrees = step.turn * 180 / std::acos(-1.0);
-                for (const double value : {step.radiusX, step.radiusY, degrees}) {
+                for (const double value :
+                     {step.radiusX * m_scale, step.radiusY * m_scale, degrees}) {
                     Number(value);
                     m_out += ' ';
                 }
@@ -183,7 +186,7 @@ private:
         m_out += "<text text-anchor=\"";
         m_out += kAnchors[shape.anchor];
         m_out += "\" font-size=\"";
-        Number(shape.textHeight * kFontPerCapital);
+        Number(shape.textHeight * kFontPerCapital * m_scale);
         m_out += "\" transform=\"";
         Matrix(upright, origin);
         m_out += "\">";
@@ -216,6 +219,9 @@ private:
     const Picture& m_picture;
     Box m_view;
     Point m_origin;
+    // Pixels per drawing unit. Applied to the coordinates, so that strokes have their width in
+    // pixels even for viewers that do not know strokes which keep it.
+    double m_scale = 1;
     std::string m_out;
 };
 
