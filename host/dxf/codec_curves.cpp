@@ -13,6 +13,11 @@ namespace host::dxf {
 
 namespace {
 
+// Length of a list; the reader goes by what is there.
+void Count(FieldIo& io, int code, std::size_t count) {
+    if (FieldWriter* writer = io.AsWriter()) writer->PutInt(code, static_cast<std::int64_t>(count));
+}
+
 void LineFields(FieldIo& io, AcDbLine& line) {
     io.Subclass("AcDbLine");
     io.OptReal(39, Access::Thickness(line), 0.0);
@@ -125,9 +130,6 @@ void ReadSplineLists(FieldReader& io, AcDbSpline& spline) {
 
 void WriteSplineLists(FieldWriter& io, const AcDbSpline& spline) {
     io.out().BeginList({10, 20, 30, 11, 21, 31, 40, 41});
-    io.PutInt(72, static_cast<std::int64_t>(Access::Knots(spline).size()));
-    io.PutInt(73, static_cast<std::int64_t>(Access::Controls(spline).size()));
-    io.PutInt(74, static_cast<std::int64_t>(Access::FitPoints(spline).size()));
     for (double knot : Access::Knots(spline)) io.PutReal(40, knot);
     for (double weight : Access::Weights(spline)) io.PutReal(41, weight);
     for (const AcGePoint3d& point : Access::Controls(spline)) io.PutPoint(10, point);
@@ -146,6 +148,9 @@ void SplineFields(FieldIo& io, AcDbSpline& spline) {
     flags.Bit(8, planar);
     flags.Done();
     io.IntAs(71, Access::Degree(spline));
+    Count(io, 72, Access::Knots(spline).size());
+    Count(io, 73, Access::Controls(spline).size());
+    Count(io, 74, Access::FitPoints(spline).size());
     io.Real(42, Access::KnotTol(spline));
     io.Real(43, Access::ControlTol(spline));
     io.OptReal(44, Access::FitTol(spline), 1e-10);
@@ -192,8 +197,7 @@ void ReadLightVertices(FieldReader& io, AcDbPolyline& line) {
 }
 
 void WriteLightVertices(FieldWriter& io, const AcDbPolyline& line) {
-    io.out().BeginList({20, 40, 41, 42, 91});
-    io.PutInt(90, static_cast<std::int64_t>(Access::Vertices(line).size()));
+    io.out().BeginList({10, 20, 40, 41, 42, 91});
     for (const auto& vertex : Access::Vertices(line)) {
         io.PutPoint(10, vertex.point);
         if (vertex.startWidth >= 0.0 || vertex.endWidth >= 0.0) {
@@ -209,6 +213,7 @@ void WriteLightVertices(FieldWriter& io, const AcDbPolyline& line) {
 
 void LightPolylineFields(FieldIo& io, AcDbPolyline& line) {
     io.Subclass("AcDbPolyline");
+    Count(io, 90, Access::Vertices(line).size());
     FlagSet flags(io, 70);
     flags.Bit(1, Access::Closed(line));
     flags.Bit(128, Access::Plinegen(line));
@@ -234,8 +239,8 @@ void LeaderFields(FieldIo& io, AcDbLeader& leader) {
             if (KindOf(tag.code) == ValueKind::kReal) vertices.Take(tag.code, reader->RealOf(tag));
     }
     if (FieldWriter* writer = io.AsWriter()) {
+        Count(io, 76, Access::Vertices(leader).size());
         writer->out().BeginList({10, 20, 30});
-        writer->PutInt(76, static_cast<std::int64_t>(Access::Vertices(leader).size()));
         for (const AcGePoint3d& point : Access::Vertices(leader)) writer->PutPoint(10, point);
         writer->out().EndList();
     }

@@ -22,7 +22,7 @@ void DictionaryFields(FieldIo& io, AcDbDictionary& dictionary) {
     const int owner = Access::Hard(dictionary) ? 360 : 350;
     writer->out().BeginList({3, 350, 360});
     for (const auto& entry : Access::Entries(dictionary)) {
-        if (entry.id.isNull() || entry.id.isErased()) continue;
+        if (!writer->IsNamed(entry.id)) continue;
         writer->PutText(3, entry.name);
         writer->PutId(owner, entry.id);
     }

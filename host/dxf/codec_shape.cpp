@@ -69,9 +69,9 @@ void ImageBody(FieldIo& io, AcDbRasterImage& image, const char* subclass) {
         return;
     }
     FieldWriter& writer = *io.AsWriter();
-    writer.out().BeginList({14, 24});
     writer.PutInt(71, boundary.size() == 2 ? 1 : 2);
     writer.PutInt(91, static_cast<std::int64_t>(boundary.size()));
+    writer.out().BeginList({14, 24});
     for (const AcGePoint2d& point : boundary) writer.PutPoint(14, point);
     writer.out().EndList();
 }

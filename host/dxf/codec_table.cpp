@@ -70,9 +70,9 @@ void LinetypeFields(FieldIo& io, AcDbLinetypeTableRecord& type) {
     }
     FieldWriter& writer = *io.AsWriter();
     writer.PutInt(72, 65);  // alignment: always 'A'
-    writer.out().BeginList({49, 74, 75, 340, 46, 50, 44, 45, 9});
     writer.PutInt(73, static_cast<std::int64_t>(dashes.size()));
     writer.PutReal(40, Access::PatternLength(type));
+    writer.out().BeginList({49, 74, 75, 340, 46, 50, 44, 45, 9});
     for (double dash : dashes) {
         writer.PutReal(49, dash);
         if (io.version() >= kVersionR13) writer.PutInt(74, 0);

@@ -66,6 +66,12 @@ void FieldWriter::PutId(int code, AcDbObjectId id) {
     if (there) references_.push_back(id.stub());
 }
 
+bool FieldWriter::IsNamed(AcDbObjectId id) const {
+    if (id.isNull() || id.isErased()) return false;
+    return options_.unnamed == nullptr || options_.unnamed->count(id.stub()) == 0 ||
+           DirtyMask(*id.stub()) != kDirtyNew;
+}
+
 std::wstring FieldWriter::NameOf(AcDbObjectId record) const {
     if (record.isNull()) return {};
     if (options_.originalNames != nullptr)

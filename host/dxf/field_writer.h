@@ -4,6 +4,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "host/dxf/field_io.h"
@@ -23,6 +24,9 @@ public:
         AcDbObjectId byLayer;     // the linetype that entities need not state
         bool paperSpace = false;  // the entity lies on a sheet
         bool whole = false;       // nothing of the object stands in a file yet
+        // Objects made for a file that lacked them; as long as nobody touches them, dictionaries do
+        // not name them. Null: everything is named.
+        const std::unordered_set<const Stub*>* unnamed = nullptr;
         // Handles that a new layer shares with the drawing's other layers; 0: none.
         std::uint64_t plotStyle = 0, material = 0;
     };
@@ -57,6 +61,8 @@ public:
     // Handle of an object; "0" for null or erased ones.
     void PutId(int code, AcDbObjectId id);
     std::wstring NameOf(AcDbObjectId record) const;
+    // Whether a container should name the object.
+    bool IsNamed(AcDbObjectId id) const;
 
     TagBuffer& out() { return out_; }
     const Options& options() const { return options_; }

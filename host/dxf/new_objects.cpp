@@ -174,6 +174,7 @@ RecordHead NewObjects::HeadOf(const Stub& stub, const std::string& name) const {
     head.options.marks = style_.version >= kVersionR13;
     head.options.byLayer = db_.byLayerLinetype();
     head.options.paperSpace = OnSheet(stub);
+    if (drawing_ != nullptr && !complete) head.options.unnamed = &drawing_->synthetic;
     return head;
 }
 
