@@ -225,34 +225,54 @@ TEST(Conformance, NewDrawings) {
     EXPECT_EQ("", found);
 }
 
-TEST(Conformance, AddedToDrawingsOfEveryVersion) {
+// Adds everything to a drawing and puts it into the folder.
+void AddAndWrite(const std::string& bytes, const fs::path& file, int version) {
+    SCOPED_TRACE(file.filename().string());
+    Loaded drawing(bytes);
+    ASSERT_TRUE(drawing.result.ok()) << drawing.result.message;
+    AddEverything(drawing.db, version);
+    host::dxf::Report report;
+    const auto result = host::dxf::WriteFile(drawing.db, file.string(), report);
+    ASSERT_TRUE(result.ok()) << result.message;
+    Loaded again(FileContent(file));
+    ASSERT_TRUE(again.result.ok()) << again.result.message;
+    EXPECT_EQ(drawing.ModelSpace().size(), again.ModelSpace().size());
+}
+
+TEST(Conformance, AddedToSmallDrawingsOfEveryVersion) {
     TempFolder folder;
     std::vector<fs::path> files;
     const auto add = [&](const std::string& bytes, const std::string& name, int version) {
-        SCOPED_TRACE(name);
-        Loaded drawing(bytes);
-        ASSERT_TRUE(drawing.result.ok()) << drawing.result.message;
-        AddEverything(drawing.db, version);
         files.push_back(folder.path / name);
-        host::dxf::Report report;
-        const auto result = host::dxf::WriteFile(drawing.db, files.back().string(), report);
-        ASSERT_TRUE(result.ok()) << result.message;
-        Loaded again(FileContent(files.back()));
-        ASSERT_TRUE(again.result.ok()) << again.result.message;
+        AddAndWrite(bytes, files.back(), version);
     };
     add(Small("AC1009", true), "r12.dxf", 1009);
     add(Small("AC1009", false), "r12_bare.dxf", 1009);
-    for (int version : {1015, 1018, 1021, 1024, 1027, 1032})
-        add(Small("AC" + std::to_string(version), false),
-            "bare_" + std::to_string(version) + ".dxf", version);
-    for (const fs::path& shared : SharedDrawings()) {
-        if (shared.filename().string().rfind("case_", 0) == 0 && shared.stem() > "case_03")
-            continue;
-        add(FileContent(shared), "shared_" + shared.filename().string(), 1015);
+    add(BinaryOf(Small("AC1009", true), false), "r12_binary.dxf", 1009);
+    for (int version : {1015, 1018, 1021, 1024, 1027, 1032}) {
+        const std::string small = Small("AC" + std::to_string(version), false);
+        add(small, "bare_" + std::to_string(version) + ".dxf", version);
+        add(BinaryOf(small, true), "binary_" + std::to_string(version) + ".dxf", version);
     }
     const std::string found = Audit(files);
     if (found == "skip") GTEST_SKIP() << "ezdxf is not installed";
     EXPECT_EQ("", found);
+}
+
+// Drawings by others may have faults of their own; adding to them must not make more.
+TEST(Conformance, AddedToSharedDrawings) {
+    TempFolder folder;
+    std::vector<fs::path> before, after;
+    for (const fs::path& shared : SharedDrawings()) {
+        if (shared.stem() > "case_03" && shared.stem() < "case_99") continue;
+        before.push_back(shared);
+        after.push_back(folder.path / shared.filename());
+        AddAndWrite(FileContent(shared), after.back(), 1015);
+    }
+    if (before.empty()) GTEST_SKIP() << "no shared drawings beside the source folder";
+    const std::string found = Audit(after);
+    if (found == "skip") GTEST_SKIP() << "ezdxf is not installed";
+    EXPECT_EQ(Audit(before), found);
 }
 
 }  // namespace
