@@ -71,6 +71,29 @@ std::vector<Stub*> HandleTable::All() const {
     return all;
 }
 
+void SnapshotStore::Put(Stub& stub, std::unique_ptr<AcDbObject> before) {
+    if (m_list.size() < kListed)
+        m_list.emplace_back(&stub, std::move(before));
+    else
+        m_more[&stub] = std::move(before);
+}
+
+std::unique_ptr<AcDbObject> SnapshotStore::Take(Stub& stub) {
+    std::unique_ptr<AcDbObject> before;
+    for (size_t i = m_list.size(); i-- > 0;) {
+        if (m_list[i].first != &stub) continue;
+        before = std::move(m_list[i].second);
+        m_list[i] = std::move(m_list.back());
+        m_list.pop_back();
+        return before;
+    }
+    const auto found = m_more.find(&stub);
+    if (found == m_more.end()) return before;
+    before = std::move(found->second);
+    m_more.erase(found);
+    return before;
+}
+
 Stub* DatabaseImp::NewStub(AcRxClass* cls, Stub* owner, Adesk::UInt16 flags) {
     Stub* const stub = arena.New();
     stub->database = db;

@@ -58,6 +58,20 @@ private:
     size_t m_size = 0;
 };
 
+// The state of objects before their first change while they are open for write, for cancel. Few are
+// open at a time, so the newest few are kept in a list; the rest goes to a hash.
+class SnapshotStore {
+public:
+    void Put(Stub& stub, std::unique_ptr<AcDbObject> before);
+    // Takes the state out; null when there is none.
+    std::unique_ptr<AcDbObject> Take(Stub& stub);
+
+private:
+    static constexpr size_t kListed = 16;
+    std::vector<std::pair<Stub*, std::unique_ptr<AcDbObject>>> m_list;
+    std::unordered_map<Stub*, std::unique_ptr<AcDbObject>> m_more;
+};
+
 struct DatabaseImp {
     explicit DatabaseImp(AcDbDatabase& owner) : db(&owner) {}
 
@@ -76,8 +90,7 @@ struct DatabaseImp {
     size_t openCount = 0;
     bool modified = false;
     std::vector<Stub*> erased;  // since the last purge; may hold stubs un-erased meanwhile
-    // State before the first change of objects that are open for write, for cancel.
-    std::unordered_map<Stub*, std::unique_ptr<AcDbObject>> snapshots;
+    SnapshotStore snapshots;
 
     Stub* NewStub(AcRxClass* cls, Stub* owner, Adesk::UInt16 flags);
     Adesk::UInt64 TakeHandle();

@@ -64,7 +64,7 @@ void FinishWrite(Stub& stub) {
         }
         stub.Clear(host::kStubNotifying);
     }
-    if ((flags & host::kOpenSnapshot) != 0) imp.snapshots.erase(&stub);
+    if ((flags & host::kOpenSnapshot) != 0) imp.snapshots.Take(stub).reset();
     flags = 0;
     stub.Clear(host::kStubWriter);
 }
@@ -161,18 +161,17 @@ Acad::ErrorStatus AcDbObject::cancel() {
     } else {
         if ((m_openFlags & host::kOpenEraseToggled) != 0)
             host::SetErased(stub, !stub.Has(host::kStubErased));
-        const auto snapshot = imp.snapshots.find(&stub);
-        if (snapshot != imp.snapshots.end()) {
-            const Adesk::UInt16 before = Access::DirtyBits(*snapshot->second);
-            const Acad::ErrorStatus es = copyFrom(snapshot->second.get());
+        if (const std::unique_ptr<AcDbObject> before = imp.snapshots.Take(stub)) {
+            const Adesk::UInt16 dirty = before->m_dirty;
+            const Acad::ErrorStatus es = copyFrom(before.get());
             HOST_ASSERT(es == Acad::eOk, "a snapshot is of the object's own class");
-            m_dirty = before;
+            m_dirty = dirty;
         }
         if (m_extras) {
             const std::vector<AcDbObjectReactor*> reactors = m_extras->reactors;
             for (AcDbObjectReactor* reactor : reactors) reactor->cancelled(this);
         }
-        m_openFlags &= host::kOpenSnapshot;
+        m_openFlags = 0;
     }
     return close();
 }
@@ -216,7 +215,7 @@ Acad::ErrorStatus AcDbObject::beginResidentWrite(Adesk::UInt16 dirtyMask) {
         AcDbObject* const copy = AcDbObject::cast(clone());
         if (copy != nullptr) {
             copy->m_dirty = m_dirty;
-            imp.snapshots[&stub].reset(copy);
+            imp.snapshots.Put(stub, std::unique_ptr<AcDbObject>(copy));
             m_openFlags |= host::kOpenSnapshot;
         }
     }
