@@ -197,17 +197,28 @@ private:
     std::vector<std::vector<std::size_t>> meeting_;
 };
 
-// The plane's normal, upward where it can: of an arc, else by the corners (Newell's method, about
-// the first corner, so that a plane parallel to XY gives z exactly).
+// A normal of straight corners: across the farthest corner and the one farthest beside it, as seen
+// from the first, so that corners parallel to XY give z exactly and crossing sides do not cancel.
+AcGeVector3d NormalOfCorners(const std::vector<Strand>& loop) {
+    AcGeVector3d far, normal;
+    for (const Strand& strand : loop) {
+        const AcGeVector3d q = strand.from - loop[0].from;
+        if (q.lengthSqrd() > far.lengthSqrd()) far = q;
+    }
+    for (const Strand& strand : loop) {
+        const AcGeVector3d n = far.crossProduct(strand.from - loop[0].from);
+        if (n.lengthSqrd() > normal.lengthSqrd()) normal = n;
+    }
+    // All in one line: any plane through it.
+    return normal.lengthSqrd() > 0.0 ? normal : far.perpVector();
+}
+
+// The plane's normal, upward where it can: of an arc, else by the corners.
 AcGeVector3d LoopNormal(const std::vector<Strand>& loop) {
     AcGeVector3d normal;
-    for (const Strand& strand : loop) {
-        if (strand.bulge != 0.0) {
-            normal = strand.normal;
-            break;
-        }
-        normal += (strand.from - loop[0].from).crossProduct(strand.to - loop[0].from);
-    }
+    for (const Strand& strand : loop)
+        if (strand.bulge != 0.0) normal = strand.normal;
+    if (normal.lengthSqrd() == 0.0) normal = NormalOfCorners(loop);
     normal.normalize();
     const bool down = normal.z != 0.0   ? normal.z < 0.0
                       : normal.y != 0.0 ? normal.y < 0.0
@@ -217,7 +228,6 @@ AcGeVector3d LoopNormal(const std::vector<Strand>& loop) {
 
 Refusal OutlineOfLoop(const std::vector<Strand>& loop, Outline& out) {
     const AcGeVector3d normal = LoopNormal(loop);
-    if (normal.length() < 0.5) return Refuse(Refusal::Fault::kNoArea);
     Outline outline = PlaneThrough(loop[0].from, normal);
     for (const Strand& strand : loop) {
         const bool offPlane =
