@@ -42,7 +42,6 @@ public:
     CString GetItemText(int nItem, int nSubItem) const;
     BOOL SetItemData(int nItem, DWORD_PTR dwData);
     DWORD_PTR GetItemData(int nItem) const;
-    BOOL EnsureVisible(int nItem, BOOL bPartialOK);
 
     // LVIS_SELECTED and LVIS_FOCUSED. Row -1: all rows.
     BOOL SetItemState(int nItem, UINT nState, UINT nMask);

@@ -68,7 +68,7 @@ class CGdiObject : public CObject {
 public:
     ~CGdiObject() override { DeleteObject(); }
     HGDIOBJ GetSafeHandle() const { return m_hObject; }
-    // Windows that still use it go back to the font of their dialog.
+    // Windows that still use it are shown in the font of the display.
     BOOL DeleteObject();
 
     HGDIOBJ m_hObject = nullptr;
@@ -255,7 +255,7 @@ protected:
     CWnd* m_pParentWnd = nullptr;
 
 private:
-    INT_PTR RunModalLoop(HWND owner);
+    void RunModalLoop();
     BOOL m_bModal = FALSE;    // made by DoModal
     BOOL m_bRunning = FALSE;  // until EndDialog or the end of the window
     INT_PTR m_nModalResult = 0;

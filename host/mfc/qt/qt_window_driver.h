@@ -1,0 +1,52 @@
+// Windows on the desktop, by Qt Widgets.
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <map>
+#include <set>
+
+#include "host/mfc/window_driver.h"
+
+namespace host {
+
+// Shows the host's windows as widgets. Widgets hold no state of their own: what a user does goes
+// into the host's queue, and what the host changes comes back through Changed. Needs a QApplication
+// that lives longer; works with the offscreen platform too.
+//
+// Under QApplication::exec waiting messages are handled whenever Qt is idle; the host's own loops
+// (modal dialogs, pumps) run Qt's events through Wait and Poll.
+class QtWindowDriver : public QObject, public WindowDriver {
+public:
+    QtWindowDriver();
+    ~QtWindowDriver() override;
+
+    // The program's window, which stands for the host's frame: dialogs are centred on it and stay
+    // in front of it. Not owned.
+    void SetMainWindow(QWidget* window);
+
+    void Created(const Window& window) override;
+    void Destroyed(const Window& window) override;
+    void Changed(const Window& window, WindowChange change) override;
+    void Posted() override;
+    void Poll() override;
+    bool Wait() override;
+    int ShowBox(const BoxRequest& request) override;
+    std::optional<std::wstring> ChooseFile(const ChooserRequest& request) override;
+    std::optional<std::wstring> ChooseFolder(const ChooserRequest& request) override;
+    bool Capture(const std::wstring& path, std::wstring& reason) override;
+
+private:
+    QWidget* Find(HWND handle) const;
+    void Refresh();
+    void OnIdle();
+
+    QPointer<QWidget> m_main;
+    HWND m_frame = nullptr;
+    std::map<HWND, QPointer<QWidget>> m_widgets;  // of dialogs and their controls
+    std::set<HWND> m_stale;                       // lists whose rows are to be shown anew
+    int m_polling = 0;                            // inside Qt's events, called from a loop of ours
+    bool m_isIdleAsked = false;
+};
+
+}  // namespace host

@@ -1,0 +1,152 @@
+// Names of the Windows headers that resource scripts use.
+#include <unordered_map>
+
+#include "host/mfc/script_tokens.h"
+
+namespace host {
+namespace {
+
+struct NamedValue {
+    const wchar_t* name;
+    std::int64_t value;
+};
+
+#define HOST_NAME(name) \
+    { L## #name, static_cast<std::int64_t>(name) }
+
+const NamedValue kNames[] = {
+    HOST_NAME(WS_OVERLAPPED),
+    HOST_NAME(WS_POPUP),
+    HOST_NAME(WS_CHILD),
+    HOST_NAME(WS_MINIMIZE),
+    HOST_NAME(WS_VISIBLE),
+    HOST_NAME(WS_DISABLED),
+    HOST_NAME(WS_CLIPSIBLINGS),
+    HOST_NAME(WS_CLIPCHILDREN),
+    HOST_NAME(WS_MAXIMIZE),
+    HOST_NAME(WS_CAPTION),
+    HOST_NAME(WS_BORDER),
+    HOST_NAME(WS_DLGFRAME),
+    HOST_NAME(WS_VSCROLL),
+    HOST_NAME(WS_HSCROLL),
+    HOST_NAME(WS_SYSMENU),
+    HOST_NAME(WS_THICKFRAME),
+    HOST_NAME(WS_GROUP),
+    HOST_NAME(WS_TABSTOP),
+    HOST_NAME(WS_MINIMIZEBOX),
+    HOST_NAME(WS_MAXIMIZEBOX),
+    HOST_NAME(WS_EX_DLGMODALFRAME),
+    HOST_NAME(WS_EX_TOPMOST),
+    HOST_NAME(WS_EX_TRANSPARENT),
+    HOST_NAME(WS_EX_TOOLWINDOW),
+    HOST_NAME(WS_EX_WINDOWEDGE),
+    HOST_NAME(WS_EX_CLIENTEDGE),
+    HOST_NAME(WS_EX_RIGHT),
+    HOST_NAME(WS_EX_CONTROLPARENT),
+    HOST_NAME(WS_EX_STATICEDGE),
+    HOST_NAME(WS_EX_APPWINDOW),
+    HOST_NAME(DS_SYSMODAL),
+    HOST_NAME(DS_3DLOOK),
+    HOST_NAME(DS_FIXEDSYS),
+    HOST_NAME(DS_NOFAILCREATE),
+    HOST_NAME(DS_SETFONT),
+    HOST_NAME(DS_MODALFRAME),
+    HOST_NAME(DS_SETFOREGROUND),
+    HOST_NAME(DS_CONTROL),
+    HOST_NAME(DS_CENTER),
+    HOST_NAME(DS_CENTERMOUSE),
+    HOST_NAME(DS_SHELLFONT),
+    HOST_NAME(BS_PUSHBUTTON),
+    HOST_NAME(BS_DEFPUSHBUTTON),
+    HOST_NAME(BS_CHECKBOX),
+    HOST_NAME(BS_AUTOCHECKBOX),
+    HOST_NAME(BS_RADIOBUTTON),
+    HOST_NAME(BS_3STATE),
+    HOST_NAME(BS_AUTO3STATE),
+    HOST_NAME(BS_GROUPBOX),
+    HOST_NAME(BS_AUTORADIOBUTTON),
+    HOST_NAME(BS_OWNERDRAW),
+    HOST_NAME(BS_LEFTTEXT),
+    HOST_NAME(BS_LEFT),
+    HOST_NAME(BS_RIGHT),
+    HOST_NAME(BS_CENTER),
+    HOST_NAME(BS_TOP),
+    HOST_NAME(BS_BOTTOM),
+    HOST_NAME(BS_VCENTER),
+    HOST_NAME(BS_MULTILINE),
+    HOST_NAME(BS_NOTIFY),
+    HOST_NAME(BS_FLAT),
+    HOST_NAME(SS_LEFT),
+    HOST_NAME(SS_CENTER),
+    HOST_NAME(SS_RIGHT),
+    HOST_NAME(SS_ICON),
+    HOST_NAME(SS_ETCHEDHORZ),
+    HOST_NAME(SS_ETCHEDVERT),
+    HOST_NAME(SS_ETCHEDFRAME),
+    HOST_NAME(SS_LEFTNOWORDWRAP),
+    HOST_NAME(SS_NOPREFIX),
+    HOST_NAME(SS_NOTIFY),
+    HOST_NAME(SS_CENTERIMAGE),
+    HOST_NAME(SS_SUNKEN),
+    HOST_NAME(SS_ENDELLIPSIS),
+    HOST_NAME(ES_LEFT),
+    HOST_NAME(ES_CENTER),
+    HOST_NAME(ES_RIGHT),
+    HOST_NAME(ES_MULTILINE),
+    HOST_NAME(ES_UPPERCASE),
+    HOST_NAME(ES_LOWERCASE),
+    HOST_NAME(ES_PASSWORD),
+    HOST_NAME(ES_AUTOVSCROLL),
+    HOST_NAME(ES_AUTOHSCROLL),
+    HOST_NAME(ES_NOHIDESEL),
+    HOST_NAME(ES_READONLY),
+    HOST_NAME(ES_WANTRETURN),
+    HOST_NAME(ES_NUMBER),
+    HOST_NAME(PBS_SMOOTH),
+    HOST_NAME(PBS_VERTICAL),
+    HOST_NAME(LVS_REPORT),
+    HOST_NAME(LVS_SINGLESEL),
+    HOST_NAME(LVS_SHOWSELALWAYS),
+    HOST_NAME(LVS_SORTASCENDING),
+    HOST_NAME(LVS_NOSORTHEADER),
+    HOST_NAME(LVS_NOCOLUMNHEADER),
+    HOST_NAME(LVS_ALIGNLEFT),
+    HOST_NAME(LVS_EX_GRIDLINES),
+    HOST_NAME(LVS_EX_CHECKBOXES),
+    HOST_NAME(LVS_EX_FULLROWSELECT),
+    HOST_NAME(LVS_EX_DOUBLEBUFFER),
+    {L"WS_POPUPWINDOW", static_cast<std::int64_t>(WS_POPUP | WS_BORDER | WS_SYSMENU)},
+    {L"WS_OVERLAPPEDWINDOW", static_cast<std::int64_t>(WS_CAPTION | WS_SYSMENU | WS_THICKFRAME |
+                                                       WS_MINIMIZEBOX | WS_MAXIMIZEBOX)},
+    HOST_NAME(IDOK),
+    HOST_NAME(IDCANCEL),
+    HOST_NAME(IDABORT),
+    HOST_NAME(IDRETRY),
+    HOST_NAME(IDIGNORE),
+    HOST_NAME(IDYES),
+    HOST_NAME(IDNO),
+    {L"IDC_STATIC", -1},
+    // Languages: read and set aside, since a script here holds one.
+    {L"LANG_NEUTRAL", 0x00},
+    {L"LANG_CHINESE", 0x04},
+    {L"LANG_ENGLISH", 0x09},
+    {L"SUBLANG_NEUTRAL", 0x00},
+    {L"SUBLANG_DEFAULT", 0x01},
+    {L"SUBLANG_CHINESE_SIMPLIFIED", 0x02},
+    {L"SUBLANG_ENGLISH_US", 0x01},
+};
+
+}  // namespace
+
+std::optional<std::int64_t> FindScriptName(const std::wstring& name) {
+    static const std::unordered_map<std::wstring, std::int64_t> values = [] {
+        std::unordered_map<std::wstring, std::int64_t> map;
+        for (const NamedValue& entry : kNames) map.emplace(entry.name, entry.value);
+        return map;
+    }();
+    const auto found = values.find(name);
+    if (found == values.end()) return {};
+    return found->second;
+}
+
+}  // namespace host
