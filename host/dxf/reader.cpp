@@ -189,6 +189,9 @@ private:
     void Declare(Root table, std::string_view bytes, std::string_view absent, const char* what,
                  std::size_t record) {
         if (bytes.empty()) bytes = absent;
+        std::string& last = lastDeclared_[table == Root::kLayerTable ? 0 : 1];
+        if (bytes == last) return;
+        last = bytes;
         if (drawing_.names.Find(table, bytes, *source_.codec) != nullptr) return;
         const std::wstring name = source_.codec->Decode(bytes);
         std::unique_ptr<AcDbObject> object(
@@ -214,7 +217,8 @@ private:
             LinkSpan(span, drawing_.blocks[i].record);
         }
         // The spaces come before their entities even when a file has no block for them.
-        for (const wchar_t* name : {ACDB_MODEL_SPACE, ACDB_PAPER_SPACE}) Space(name);
+        modelSpace_ = Space(ACDB_MODEL_SPACE);
+        paperSpace_ = Space(ACDB_PAPER_SPACE);
         for (const LoadedDrawing::Span& section : drawing_.sections)
             if (section.name == "ENTITIES") LinkSpan(section, nullptr);
     }
@@ -236,19 +240,19 @@ private:
         bool vertices = false;  // they are vertices
         for (std::size_t i = span.begin + 1; i < span.end; ++i) {
             Stub& stub = *drawing_.stubs[i];
-            const std::string& type = source_.Type(i);
+            const std::uint16_t type = source_.records[i].type;
             const bool belongs =
-                owner != nullptr && (type == "SEQEND" || type == (vertices ? "VERTEX" : "ATTRIB"));
+                owner != nullptr && (type == kSeqend || type == (vertices ? kVertex : kAttrib));
             if (belongs) {
                 SetOwner(stub, owner);
                 stub.Set(kStubSubentity);
-                if (type == "SEQEND") owner = nullptr;
+                if (type == kSeqend) owner = nullptr;
                 continue;
             }
             if (owner != nullptr && vertices) Note("a polyline has no SEQEND", owner->record);
-            owner = type == "POLYLINE" || type == "INSERT" ? &stub : nullptr;
-            vertices = type == "POLYLINE";
-            if (owner == nullptr && (type == "VERTEX" || type == "SEQEND"))
+            owner = type == kPolyline || type == kInsert ? &stub : nullptr;
+            vertices = type == kPolyline;
+            if (owner == nullptr && (type == kVertex || type == kSeqend))
                 Note("a vertex without polyline, kept as it is", i);
             AppendEntity(block != nullptr ? *block : *SpaceOf(i), stub);
         }
@@ -262,7 +266,7 @@ private:
             owner != nullptr && owner->cls == AcDbBlockTableRecord::desc() &&
             Access::IsSpace(static_cast<AcDbBlockTableRecord&>(*owner->object)))
             return owner;
-        return Space(r.paperSpace ? ACDB_PAPER_SPACE : ACDB_MODEL_SPACE);
+        return r.paperSpace ? paperSpace_ : modelSpace_;
     }
 
     Stub* Space(const wchar_t* name) {
@@ -332,6 +336,9 @@ private:
     std::vector<std::size_t> blockRecord_;  // by block: record number of its block table record
     std::vector<std::size_t> objects_;
     RecordClasses kinds_;
+    std::string lastDeclared_[2];  // layer and linetype that the last entity named
+    Stub* modelSpace_ = nullptr;
+    Stub* paperSpace_ = nullptr;
 };
 
 }  // namespace

@@ -37,12 +37,12 @@ std::int64_t RecordClasses::Peek(std::size_t record, int code, std::int64_t abse
 }
 
 AcRxClass* RecordClasses::OfEntity(std::size_t record) {
-    const std::string& type = source_.Type(record);
-    if (type == "POLYLINE") return polyline_ = PolylineClass(record);
-    if (type == "VERTEX") return VertexClass();
-    if (type == "INSERT") return InsertClass(record);
-    if (type == "DIMENSION") return DimensionClass(record);
-    return KnownClass(source_.records[record].type, true);
+    const std::uint16_t type = source_.records[record].type;
+    if (type == kPolyline) return polyline_ = PolylineClass(record);
+    if (type == kVertex) return VertexClass();
+    if (type == kInsert) return InsertClass(record);
+    if (type == kDimension) return DimensionClass(record);
+    return KnownClass(type, true);
 }
 
 AcRxClass* RecordClasses::PolylineClass(std::size_t record) const {
@@ -80,15 +80,16 @@ AcRxClass* RecordClasses::OfObject(std::size_t record) {
 }
 
 AcRxClass* RecordClasses::KnownClass(std::uint16_t type, bool entity) {
-    const auto [found, added] = known_.emplace(std::make_pair(type, entity), nullptr);
-    if (!added) return found->second;
+    std::vector<AcRxClass*>& known = entity ? entities_ : objects_;
+    if (known.empty()) known.resize(source_.types.size(), nullptr);
+    if (known[type] != nullptr) return known[type];
     const std::wstring name = WideFromUtf8(source_.types[type]);
-    AcRxClass* known = ClassByDxfName(name);
-    const bool fits = known != nullptr && known->isDerivedFrom(AcDbEntity::desc()) == entity &&
-                      FindCodec(known) != nullptr &&
-                      !known->isDerivedFrom(AcDbSymbolTableRecord::desc());
-    if (!fits) known = entity ? OpaqueEntityClass(name) : OpaqueObjectClass(name);
-    return found->second = known;
+    AcRxClass* found = ClassByDxfName(name);
+    const bool fits = found != nullptr && found->isDerivedFrom(AcDbEntity::desc()) == entity &&
+                      FindCodec(found) != nullptr &&
+                      !found->isDerivedFrom(AcDbSymbolTableRecord::desc());
+    if (!fits) found = entity ? OpaqueEntityClass(name) : OpaqueObjectClass(name);
+    return known[type] = found;
 }
 
 }  // namespace host::dxf

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "host/db/build.h"
 #include "host/dxf/source.h"
@@ -31,8 +32,8 @@ private:
     AcRxClass* KnownClass(std::uint16_t type, bool entity);
 
     const Source& source_;
-    std::map<std::pair<std::uint16_t, bool>, AcRxClass*> known_;
-    AcRxClass* polyline_ = nullptr;  // class of the last POLYLINE
+    std::vector<AcRxClass*> entities_, objects_;  // by type, as far as they were asked for
+    AcRxClass* polyline_ = nullptr;               // class of the last POLYLINE
 };
 
 }  // namespace host::dxf

@@ -57,6 +57,25 @@ struct FileInfo {
     bool utf8 = false;     // strings are read and written as UTF-8
 };
 
+// Numbers of the record types that the reader itself looks for; Source::types begins with their
+// names.
+enum TypeNumber : std::uint16_t {
+    kSection,
+    kEndsec,
+    kEof,
+    kTable,
+    kEndtab,
+    kBlock,
+    kEndblk,
+    kPolyline,
+    kVertex,
+    kSeqend,
+    kInsert,
+    kAttrib,
+    kDimension,
+    kDimstyle
+};
+
 // One file, not changed after it was scanned. Tags of a record are read on demand; the scan has
 // made sure that they can be.
 class Source {
@@ -78,8 +97,11 @@ public:
     TextLayout layout;
     std::unique_ptr<TextCodec> codec;
     std::vector<Record> records;
-    std::vector<std::string> types;  // values of group 0 as they stand in the file, each once
-    std::size_t end = 0;             // behind the last record; what follows is kept as it is
+    // Values of group 0, each once; those of TypeNumber first, whether the file has them or not.
+    std::vector<std::string> types = {"SECTION", "ENDSEC", "EOF",       "TABLE",   "ENDTAB",
+                                      "BLOCK",   "ENDBLK", "POLYLINE",  "VERTEX",  "SEQEND",
+                                      "INSERT",  "ATTRIB", "DIMENSION", "DIMSTYLE"};
+    std::size_t end = 0;  // behind the last record; what follows is kept as it is
 
     std::string_view View(std::size_t begin, std::size_t stop) const {
         return bytes.View().substr(begin, stop - begin);
@@ -88,6 +110,7 @@ public:
         return record + 1 < records.size() ? records[record + 1].begin : end;
     }
     const std::string& Type(std::size_t record) const { return types[records[record].type]; }
+    bool Is(std::size_t record, TypeNumber type) const { return records[record].type == type; }
     std::string_view Name(std::size_t record) const;
     std::string_view Layer(std::size_t record) const;
     std::string_view Linetype(std::size_t record) const;

@@ -14,22 +14,22 @@ public:
     void FindSections() {
         bool open = false;
         for (std::size_t i = 0; i < source_.records.size(); ++i) {
-            const std::string& type = source_.Type(i);
-            if (type == "SECTION" || type == "EOF") {
+            const std::uint16_t type = source_.records[i].type;
+            if (type == kSection || type == kEof) {
                 if (open) Close(drawing_.sections, i, false, "a section has no ENDSEC");
                 open = false;
             }
-            if (type == "SECTION") {
+            if (type == kSection) {
                 drawing_.sections.push_back({std::string(source_.Name(i)), i, i, true});
                 CheckName(i);
                 open = true;
-            } else if (type == "ENDSEC") {
+            } else if (type == kEndsec) {
                 if (open)
                     drawing_.sections.back().end = i;
                 else
                     Note("ENDSEC without a section", i);
                 open = false;
-            } else if (!open && type != "EOF") {
+            } else if (!open && type != kEof) {
                 Note("an object outside the sections, kept as it is", i);
             }
         }
@@ -40,12 +40,12 @@ public:
     void FindTables(const LoadedDrawing::Span& section) {
         bool open = false;
         for (std::size_t i = section.begin + 1; i < section.end; ++i) {
-            const std::string& type = source_.Type(i);
-            if (type == "TABLE") {
+            const std::uint16_t type = source_.records[i].type;
+            if (type == kTable) {
                 if (open) Close(drawing_.tables, i, false, "a table has no ENDTAB");
                 drawing_.tables.push_back({std::string(source_.Name(i)), i, i, true});
                 open = true;
-            } else if (type == "ENDTAB") {
+            } else if (type == kEndtab) {
                 if (open) drawing_.tables.back().end = i;
                 open = false;
             } else if (!open) {
@@ -58,12 +58,12 @@ public:
     void FindBlocks(const LoadedDrawing::Span& section) {
         bool open = false;
         for (std::size_t i = section.begin + 1; i < section.end; ++i) {
-            const std::string& type = source_.Type(i);
-            if (type == "BLOCK") {
+            const std::uint16_t type = source_.records[i].type;
+            if (type == kBlock) {
                 if (open) CloseBlock(i, false);
                 drawing_.blocks.push_back({{std::string(source_.Name(i)), i, i, true}, nullptr});
                 open = true;
-            } else if (type == "ENDBLK") {
+            } else if (type == kEndblk) {
                 if (open) CloseBlock(i, true);
                 open = false;
             } else if (!open) {
