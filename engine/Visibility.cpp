@@ -77,8 +77,8 @@ CVisibility::CVisibility(const std::vector<CLineInfo>& lines, const CQZRect& ext
         m_dNear = (std::min)(m_dNear, 4 * m_dRounding / tolPoint.equalVector());
     }
     m_dTrim = (std::max)(tolHorVer.equalPoint() / 2 - 4 * m_dRounding, 0.0);
-    m_bCanProve = tol > 0.0 && m_dRounding <= kRoundingShare * tol && extents.GetWidth() > 0.0 &&
-                  extents.GetHeight() > 0.0 && HoldsAll(extents, lines);
+    m_bCanProve = tol > 0.0 && m_dRounding <= kRoundingShare * tol && m_dTrim > 4 * m_dRounding &&
+                  extents.GetWidth() > 0.0 && extents.GetHeight() > 0.0 && HoldsAll(extents, lines);
 }
 
 std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir) {
@@ -142,8 +142,8 @@ CVisibility::SSight CVisibility::MakeSight(size_t record) const {
     sight.m_dV = GetV(low);
     sight.m_bClear = m_bCanProve && length > 0.0 && du >= steady * length;
     sight.m_dSlope = du > 0.0 ? dv / du : 0.0;
-    sight.m_dMargin = kClearTols * m_tolPoint.equalPoint() *
-                      AcGeVector2d(1.0, sight.m_dSlope).length();
+    sight.m_dMargin =
+        kClearTols * m_tolPoint.equalPoint() * AcGeVector2d(1.0, sight.m_dSlope).length();
     if (m_pProbes != nullptr) {
         sight.m_bCutAcross = m_pProbes->HasProbes(record, m_bVertical);
         // A line that is surely parallel to the probes across the view is never cut by them.
@@ -221,8 +221,8 @@ void CVisibility::SeeRecord(size_t record, std::vector<SSeenPiece>& seen) {
     }
 }
 
-// Leaves in m_open the stretches that no line clearly covers, and in m_near the other lines that may
-// hide something. The result tells whether m_near holds them all.
+// Leaves in m_open the stretches that no line clearly covers, and in m_near the other lines that
+// may hide something. The result tells whether m_near holds them all.
 bool CVisibility::FindOpenStretches(size_t record) {
     const SSight& own = m_sights[record];
     m_near.clear();
@@ -311,8 +311,8 @@ void CVisibility::Subtract(double dFrom, double dTo) {
         m_open.end());
 }
 
-// Drops stretches that are left over for want of certainty and in which no middle can lie. Crossings
-// and corners leave them everywhere, so that nearly every line would have to be broken.
+// Drops stretches that are left over for want of certainty and in which no middle can lie.
+// Crossings and corners leave them everywhere, so that nearly every line would have to be broken.
 void CVisibility::DropEmptyStretches(const SSight& own) {
     if (!(4 * m_dNear < m_dTrim)) {
         return;
@@ -436,8 +436,8 @@ bool CVisibility::Hides(size_t record, const SPiece& piece) {
         if (gap < -sight.m_dMargin) {
             return false;
         }
-        const bool bInside = sight.m_dFrom + m_dNear < piece.m_dU &&
-                             piece.m_dU < sight.m_dTo - m_dNear;
+        const bool bInside =
+            sight.m_dFrom + m_dNear < piece.m_dU && piece.m_dU < sight.m_dTo - m_dNear;
         if (bInside && gap > sight.m_dMargin && !IsSameEntity(record, true, piece) &&
             !IsCutNear(sight, piece)) {
             return true;
@@ -457,8 +457,8 @@ bool CVisibility::IsCutNear(const SSight& sight, const SPiece& piece) const {
     return sight.m_bCutAlong && HasPlaceIn(m_placesAlong, v - slack, v + slack);
 }
 
-// Records of one entity, or a piece and itself, do not hide each other. Pieces have entities of their
-// own, so only whole records can share one.
+// Records of one entity, or a piece and itself, do not hide each other. Pieces have entities of
+// their own, so only whole records can share one.
 bool CVisibility::IsSameEntity(size_t record, bool bWhole, const SPiece& piece) const {
     const AcDbObjectId& id = m_lines[record].m_id;
     return bWhole && piece.m_place.m_bWhole && !id.isNull() &&
@@ -478,9 +478,9 @@ bool CVisibility::HidesByPieces(size_t record, const SPiece& piece) {
     if (sight.m_bClear) {
         // The chain runs steadily across the view: only the pieces around the middle count.
         const double sign = GetU(chain.front()) < GetU(chain.back()) ? 1.0 : -1.0;
-        const auto found = std::lower_bound(
-            chain.begin(), chain.end(), sign * piece.m_dU,
-            [&](const AcGePoint3d& pt, double u) { return sign * GetU(pt) < u; });
+        const auto found =
+            std::lower_bound(chain.begin(), chain.end(), sign * piece.m_dU,
+                             [&](const AcGePoint3d& pt, double u) { return sign * GetU(pt) < u; });
         const size_t at = static_cast<size_t>(found - chain.begin());
         constexpr size_t kAround = 3;  // the middle may stand over a cut, and ends may come double
         first = at > kAround ? at - kAround : 0;

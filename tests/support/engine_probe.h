@@ -11,6 +11,7 @@ public:
 
     using CEncircleLine::AddBreakPoint;
     using CEncircleLine::AddPolyLinePt;
+    using CEncircleLine::BreakAndSee;
     using CEncircleLine::BreakLines;
     using CEncircleLine::BreakLines2;
     using CEncircleLine::CalBreakPoint;
