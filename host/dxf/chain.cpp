@@ -150,8 +150,7 @@ void WriteChain(FieldWriter& io, const resbuf* chain) {
 void WriteXData(FieldWriter& io, const resbuf* chain) {
     for (const resbuf* node = chain; node != nullptr; node = node->rbnext) {
         if (node->restype == kXdataApplication && node->resval.rstring != nullptr)
-            io.out().EnterScope("1001" + io.out().style().codec->Encode(node->resval.rstring),
-                                Area::kXdata);
+            io.out().EnterScope(io.out().style().codec->Encode(node->resval.rstring), Area::kXdata);
         WriteNode(io, *node);
     }
 }

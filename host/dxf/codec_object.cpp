@@ -40,7 +40,7 @@ std::vector<Tag> XrecordTags(const FieldReader& io) {
         const int code = placed.tag.code;
         if (placed.area != Area::kBody) continue;
         if (marked && !inside) {
-            inside = record.scopes[placed.scope] == kXrecordMark;
+            inside = record.ScopeName(placed) == kXrecordMark;
             continue;
         }
         if (!marked && (code == 0 || code == 5 || code == 330) && !inside) continue;

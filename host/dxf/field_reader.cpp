@@ -37,7 +37,7 @@ FieldReader::FieldReader(const Lookup& lookup, std::size_t record)
 
 void FieldReader::Subclass(const char* name) {
     if (!marks_) return;
-    const std::string mark(name);
+    const std::string_view mark(name);
     const auto times = std::count(entered_.begin(), entered_.end(), mark);
     scope_ = tags_.FindScope(mark, static_cast<int>(times));
     entered_.push_back(mark);

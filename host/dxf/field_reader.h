@@ -57,7 +57,7 @@ private:
     RecordTags tags_;
     bool marks_;
     int scope_ = -1;  // -1: the whole body
-    std::vector<std::string> entered_;
+    std::vector<std::string_view> entered_;
 };
 
 // The point in WCS of OCS coordinates, and back; exact for a normal of +z.

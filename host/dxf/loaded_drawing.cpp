@@ -24,7 +24,7 @@ void ReadAttachments(const FieldReader& io, AcDbObject& object) {
     for (const PlacedTag& placed : io.tags().tags) {
         if (placed.area == Area::kXdata) xdata.push_back(placed.tag);
         if (placed.area != Area::kGroup || placed.tag.code == 102) continue;
-        const std::string& group = io.tags().scopes[placed.scope];
+        const std::string_view group = io.tags().ScopeName(placed);
         const AcDbObjectId id = io.IdOf(placed.tag);
         if (id.isNull()) continue;
         if (group == "{ACAD_XDICTIONARY" && placed.tag.code == 360)

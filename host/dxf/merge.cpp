@@ -83,7 +83,9 @@ public:
           before_(before),
           after_(after),
           claimed_(original_.tags.size(), false) {
-        KeyMaker key(original_.scopes);
+        std::vector<std::string> names;
+        for (const Scope& scope : original_.scopes) names.emplace_back(scope.name);
+        KeyMaker key(names);
         for (std::size_t i = 0; i < original_.tags.size(); ++i) {
             const PlacedTag& placed = original_.tags[i];
             if (!IsBlock(placed.area)) byKey_.emplace(key(placed.scope, placed.tag.code), i);
@@ -205,7 +207,7 @@ private:
         const PlacedTag& placed = original_.tags[index];
         if (placed.area != Area::kBody || claimed_[index] || placed.tag.code == 100) return false;
         const std::string& scope = afterBuffer_.scopes()[list.scope];
-        if (original_.scopes[placed.scope] != scope) return false;
+        if (original_.ScopeName(placed) != scope) return false;
         if (list.rest) return true;
         const int code = placed.tag.code;
         const auto& extra = list.extraCodes;
@@ -232,7 +234,7 @@ private:
 
     void FindBlock(const std::string& name, std::size_t& begin, std::size_t& end) const {
         for (const PlacedTag& placed : original_.tags) {
-            if (!IsBlock(placed.area) || original_.scopes[placed.scope] != name) continue;
+            if (!IsBlock(placed.area) || original_.ScopeName(placed) != name) continue;
             if (begin == kNowhere) begin = placed.tag.begin;
             end = placed.tag.end;
         }

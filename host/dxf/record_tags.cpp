@@ -7,13 +7,12 @@ namespace {
 // Follows the tags of a record and tells where each stands.
 class Placer {
 public:
-    explicit Placer(RecordTags& out) : out_(out) { Enter(""); }
+    explicit Placer(RecordTags& out) : out_(out) { Enter("", Area::kBody); }
 
     void Add(const Tag& tag) {
         const std::string_view text = Trim(tag.value);
         if (tag.code == kXdataApplication) {
-            Enter("1001" + std::string(text));
-            area_ = Area::kXdata;
+            Enter(text, Area::kXdata);
         } else if (area_ == Area::kBody && !data_) {
             Open(tag.code, text);
         }
@@ -27,21 +26,20 @@ public:
 private:
     void Open(int code, std::string_view text) {
         if (code == 100) {
-            Enter(std::string(text));
+            Enter(text, Area::kBody);
             data_ = text == kXrecordMark;
         } else if (code == 102 && text.substr(0, 1) == "{") {
             outer_ = scope_;
-            Enter(std::string(text));
-            area_ = Area::kGroup;
+            Enter(text, Area::kGroup);
         } else if (code == 101) {
-            Enter("101" + std::string(text));
-            area_ = Area::kEmbedded;
+            Enter(text, Area::kEmbedded);
         }
     }
 
-    void Enter(std::string name) {
+    void Enter(std::string_view name, Area area) {
         // More scopes than the index holds only occur in broken files; they share the last one.
-        if (out_.scopes.size() < 0xFFFF) out_.scopes.push_back(std::move(name));
+        if (out_.scopes.size() < 0xFFFF) out_.scopes.push_back({name, area});
+        area_ = area;
         scope_ = static_cast<std::uint16_t>(out_.scopes.size() - 1);
     }
 
@@ -54,6 +52,9 @@ private:
 }  // namespace
 
 RecordTags::RecordTags(const Source& source, std::size_t record) {
+    constexpr std::size_t kUsualTags = 24;
+    tags.reserve(kUsualTags);
+    scopes.reserve(4);
     Placer placer(*this);
     TagWalker walker(source, record);
     for (Tag tag; walker.Next(tag);) placer.Add(tag);
@@ -67,7 +68,8 @@ bool RecordTags::HasMarks() const {
 
 int RecordTags::FindScope(std::string_view name, int n) const {
     for (std::size_t i = 0; i < scopes.size(); ++i)
-        if (scopes[i] == name && n-- == 0) return static_cast<int>(i);
+        if (scopes[i].area == Area::kBody && scopes[i].name == name && n-- == 0)
+            return static_cast<int>(i);
     return -1;
 }
 

@@ -1,7 +1,7 @@
 // The tags of one record with their places: subclass, application group, extended data.
 #pragma once
 
-#include <string>
+#include <string_view>
 #include <vector>
 
 #include "host/dxf/source.h"
@@ -22,17 +22,24 @@ struct PlacedTag {
 };
 
 // A scope is what follows one subclass mark (group 100), "" being what stands before the first.
-// Application groups and the data of each application are scopes of their own, "{NAME" and
-// "1001NAME", so that equal codes in different places are not mistaken for each other.
+// Application groups, embedded objects and the data of each application are scopes of their own, so
+// that equal codes in different places are not mistaken for each other.
+struct Scope {
+    std::string_view name;  // of the mark, the group with its brace, or the application
+    Area area = Area::kBody;
+};
+
+// Points into the source.
 struct RecordTags {
     RecordTags(const Source& source, std::size_t record);
 
     bool HasMarks() const;
-    // Index of the n-th (from 0) scope of that name, or -1.
+    // Index of the n-th (from 0) subclass of that name, or -1.
     int FindScope(std::string_view name, int n = 0) const;
+    std::string_view ScopeName(const PlacedTag& placed) const { return scopes[placed.scope].name; }
 
     std::vector<PlacedTag> tags;
-    std::vector<std::string> scopes;
+    std::vector<Scope> scopes;
 };
 
 // Codes whose tags in an XRECORD's data would start something anywhere else.
