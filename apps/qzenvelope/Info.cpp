@@ -56,7 +56,10 @@ public:
         ReadModelSpace();
         CountBlocks();
         m_info.taskItems = CountTaskItems();
-        m_info.units = UnitsName(static_cast<int>(m_database.insunits()));
+        // Versions before R2000 do not say.
+        m_info.units = m_database.originalFileVersion() < AcDb::kDHL_1015
+                           ? "not stated"
+                           : UnitsName(static_cast<int>(m_database.insunits()));
         return std::move(m_info);
     }
 

@@ -22,6 +22,10 @@ bool Box::Contains(const Box& inner) const {
     return inner.minX >= minX && inner.minY >= minY && inner.maxX <= maxX && inner.maxY <= maxY;
 }
 
+bool Box::Meets(const Box& other) const {
+    return other.minX <= maxX && other.maxX >= minX && other.minY <= maxY && other.maxY >= minY;
+}
+
 double Sweep(double bulge) { return 4 * std::atan(bulge); }
 
 Circle CircleOf(const Vertex& from, Point to) {

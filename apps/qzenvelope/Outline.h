@@ -28,6 +28,8 @@ struct Box {
     void Add(const Box& other);
     // Whether `inner` lies inside or on the border; no tolerance.
     bool Contains(const Box& inner) const;
+    // Whether the two have a point in common; no tolerance.
+    bool Meets(const Box& other) const;
 };
 
 // The circle of a bulged edge.

@@ -67,7 +67,8 @@ struct Picture {
     double axisFrom = 0, axisTo = 0, axisY = 0;
     bool hasWindow = false;
     Box window;
-    Box view;  // what is to be seen
+    Box view;                     // what is to be seen
+    std::vector<Box> dimensions;  // extents of the dimensions in model space
     std::string title;
 };
 

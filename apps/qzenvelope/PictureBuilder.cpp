@@ -3,6 +3,7 @@
 #include <cmath>
 #include <memory>
 
+#include "apps/qzenvelope/Selection.h"
 #include "apps/qzenvelope/Text.h"
 #include "engine/EncircleLayers.h"
 
@@ -166,6 +167,8 @@ void PictureBuilder::DrawDimension(const AcDbEntity& entity, Shapes& out) {
     m_inDimension = true;
     UseBlock(blockId, AcGeMatrix3d::kIdentity, out);
     m_inDimension = outer;
+    const std::optional<Box> box = ExtentsOf(entity);
+    if (box && !outer) m_picture.dimensions.push_back(*box);
 }
 
 void PictureBuilder::DrawNothing(const AcDbEntity&, Shapes&) {}

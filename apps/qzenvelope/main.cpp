@@ -39,6 +39,10 @@ void WritePicture(Picture picture, const EnvelopeRun& run, const ComputeOptions&
         picture.view.Add(Point{picture.axisFrom, picture.axisY});
         picture.view.Add(Point{picture.axisTo, picture.axisY});
     }
+    // The tool's own dimensions are shown whole.
+    const Box tool = picture.view;
+    for (const Box& dimension : picture.dimensions)
+        if (tool.Meets(dimension)) picture.view.Add(dimension);
     const std::string svg = ToSvg(picture);
     host::FileError error;
     if (!host::WriteFileAtomically(options.svg, {std::string_view(svg)}, error))

@@ -28,7 +28,7 @@ class Info(ProgramTest):
             with self.subTest(tool=name):
                 info = self.info(EXAMPLES / (name + ".dxf"))
                 self.assertEqual(version, info["version"])
-                self.assertEqual("millimetres" if version != "AC1009" else "none", info["units"])
+                self.assertEqual("millimetres" if version != "AC1009" else "not stated", info["units"])
                 frames = [(f["tool"], f["carrier"]) for f in info["frames"]]
                 self.assertEqual([(number, carrier)] if number else [], frames)
                 self.assertEqual(info["entities"], sum(info["types"].values()))
@@ -99,6 +99,64 @@ class Copy(ProgramTest):
         self.assertEqual(["tool.dxf"], self.left_behind())
 
 
+class Layers(ProgramTest):
+    """Layers that are off, frozen, locked or current, by changing the table of an example."""
+
+    WHERE = ("--centre", "140,120", "--window", "50,100,230,140")
+
+    def changed(self, **flags):
+        """The stepped drill with the given values of group 70 for layers; 'off' for a negative colour."""
+        text = (EXAMPLES / "stepped-drill.dxf").read_text(encoding="utf-8")
+        for layer, flag in flags.items():
+            entry = re.compile(r"(AcDbLayerTableRecord\n  2\n" + layer.lstrip("_") +
+                               r"\n 70\n *)\d+(\n 62\n *)(\d+)")
+            self.assertRegex(text, entry)
+            text = entry.sub(r"\g<1>0\g<2>-\3" if flag == "off" else rf"\g<1>{flag}\2\3", text)
+        path = self.folder / "changed.dxf"
+        path.write_text(text, encoding="utf-8")
+        return path
+
+    def test_a_window_picks_what_is_displayed(self):
+        everything = self.compute(EXAMPLES / "stepped-drill.dxf", *self.WHERE)
+        for flag in (1, "off"):
+            with self.subTest(flag=flag):
+                run = self.compute(self.changed(EDGES=flag), *self.WHERE)
+                hidden = run["selection"]["not_displayed"]
+                self.assertEqual(11, hidden)
+                self.assertEqual(everything["picked"] - hidden, run["picked"])
+                self.assertEqual(everything["envelope"]["extents"], run["envelope"]["extents"])
+        done = self.run_program("compute", self.changed(EDGES=1, OUTLINE="off", CENTER=1, DIM=1),
+                                *self.WHERE)
+        self.assertEqual(1, done.returncode)
+        self.assertRegex(done.stderr, r"entities inside the window are invisible or on layers")
+
+    def test_without_a_window_hidden_entities_are_picked_too(self):
+        centre = ("--centre", "140,120")
+        run = self.compute(self.changed(EDGES=1, OUTLINE="off"), *centre)
+        everything = self.compute(EXAMPLES / "stepped-drill.dxf", *centre)
+        self.assertEqual(everything["picked"], run["picked"])
+        self.assertEqual(everything["envelope"]["vertices"], run["envelope"]["vertices"])
+
+    def test_locked_layers_take_no_part_and_nothing_stays_behind(self):
+        # Layer 0 is the current one: the axis line must not get stuck on it.
+        path = self.changed(EDGES=4, _0=4)
+        run = self.compute(path, *self.WHERE, "-o", "out.dxf")
+        left = {(l["reason"], l["what"]): l["count"] for l in run["trace"]["left_out"]}
+        self.assertEqual(11, left.get(("locked", "EDGES")), left)
+        before, after = dxf_tags.entities(path), dxf_tags.entities(self.folder / "out.dxf")
+        self.assertEqual(before, after[:-1])
+        self.assertEqual(ENVELOPE_LAYER, dxf_tags.value(after[-1], 8))
+
+    def test_every_layer_is_on_afterwards_and_the_current_one_is_kept(self):
+        path = self.changed(EDGES="off", HIDDEN="off")
+        self.compute(path, *self.WHERE, "-o", "out.dxf")
+        info = json.loads(self.run_program("info", "out.dxf", "--json").stdout)
+        self.assertEqual([], [l["name"] for l in info["layers"] if not l["on"]])
+        head = lambda p: dxf_tags.sections(dxf_tags.read_tags(p))["HEADER"]
+        current = lambda tags: tags[tags.index((9, b"$CLAYER")) + 1]
+        self.assertEqual(current(head(path)), current(head(self.folder / "out.dxf")))
+
+
 class RealDrawings(ProgramTest):
     def test_spindle(self):
         drawing = shared_drawings() / "spindle_camm3.dxf"
@@ -124,11 +182,14 @@ class RealDrawings(ProgramTest):
         for drawing in sorted(shared_drawings().glob("*.dxf")):
             with self.subTest(drawing=drawing.name):
                 box = json.loads(self.run_program("info", drawing, "--json").stdout)["extents"]
+                box = box or [0, 0, 1, 1]
                 middle = f"{(box[0] + box[2]) / 2},{(box[1] + box[3]) / 2}"
                 done = self.run_program("compute", drawing, "--centre", middle, "--json")
                 self.assertIn(done.returncode, (0, 1), done.stderr)
-                self.assertEqual(done.returncode == 0, bool(json.loads(done.stdout)["envelope"]))
                 self.assertEqual(done.returncode == 0, done.stderr == "")
+                if done.stdout:
+                    found = json.loads(done.stdout)["envelope"] is not None
+                    self.assertEqual(done.returncode == 0, found)
 
 
 if __name__ == "__main__":

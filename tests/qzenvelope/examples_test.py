@@ -1,5 +1,6 @@
 """The example tools: what is computed, what is written, and what is left alone."""
 
+import functools
 import shutil
 import subprocess
 import xml.etree.ElementTree as xml
@@ -16,92 +17,100 @@ TOOLS = {
 }
 
 
-class Examples(ProgramTest):
-    def each(self):
+def each_tool(test):
+    """Runs the test once for every example, with its name, drawing and arguments."""
+
+    @functools.wraps(test)
+    def run(self):
         for name in TOOLS:
-            arguments = (EXAMPLES / (name + ".args")).read_text().split()
             with self.subTest(tool=name):
-                yield name, EXAMPLES / (name + ".dxf"), arguments
+                arguments = (EXAMPLES / (name + ".args")).read_text().split()
+                test(self, name, EXAMPLES / (name + ".dxf"), arguments)
 
-    def test_envelopes_are_closed_and_of_the_right_size(self):
-        for name, drawing, arguments in self.each():
-            run = self.compute(drawing, *arguments)
-            envelope, (extents, diameter) = run["envelope"], TOOLS[name]
-            self.assertTrue(envelope["closed"])
-            self.assertEqual(ENVELOPE_LAYER, envelope["layer"])
-            self.assertAlmostEqual(diameter, envelope["diameter"], delta=0.02)
-            for expected, actual in zip(extents, envelope["extents"]):
-                self.assertAlmostEqual(expected, actual, delta=0.02)
-            self.assertFalse(envelope["self_crossing"]["crosses"])
-            axis = run["parameters"]["centre"][1]
-            self.assertEqual(axis, envelope["vertices"][0][1])
-            self.assertEqual(axis, envelope["vertices"][-1][1])
-            self.assertEqual([], run["file"]["notes"] + run["warnings"])
-            self.assertGreater(run["picked"], 3)
+    return run
 
-    def test_nothing_but_the_envelope_is_added(self):
-        for name, drawing, arguments in self.each():
-            self.compute(drawing, *arguments, "-o", name + ".dxf")
-            before = dxf_tags.entities(drawing)
-            after = dxf_tags.entities(self.folder / (name + ".dxf"))
-            self.assertEqual(before, after[: len(before)], "an entity of the user has changed")
-            added = after[len(before):]
-            if added and added[0][0][1] == b"LWPOLYLINE":
-                self.assertEqual(1, len(added))
-            else:  # the oldest version knows heavy polylines only: vertices and an end follow
-                self.assertEqual(b"POLYLINE", added[0][0][1])
-                self.assertEqual({b"VERTEX", b"SEQEND"}, {r[0][1] for r in added[1:]})
-            self.assertEqual(ENVELOPE_LAYER, dxf_tags.value(added[0], 8))
-            self.assertEqual([], dxf_tags.on_layer(after, SCRATCH_LAYER))
 
-    def test_a_second_run_replaces_the_first(self):
-        for name, drawing, arguments in self.each():
-            first = self.compute(drawing, *arguments, "-o", name + ".dxf")
-            second = self.compute(name + ".dxf", *arguments, "-o", name + ".dxf")
-            self.assertEqual(first["envelope"]["vertices"], second["envelope"]["vertices"])
-            self.assertEqual(first["picked"], second["picked"])
-            self.assertEqual(1, second["selection"]["earlier_envelopes_erased"])
-            after = dxf_tags.entities(self.folder / (name + ".dxf"))
-            polylines = [r for r in dxf_tags.on_layer(after, ENVELOPE_LAYER)
-                         if r[0][1] in (b"LWPOLYLINE", b"POLYLINE")]
-            self.assertEqual(1, len(polylines))
+class Examples(ProgramTest):
+    @each_tool
+    def test_envelopes_are_closed_and_of_the_right_size(self, name, drawing, arguments):
+        run = self.compute(drawing, *arguments)
+        envelope, (extents, diameter) = run["envelope"], TOOLS[name]
+        self.assertTrue(envelope["closed"])
+        self.assertEqual(ENVELOPE_LAYER, envelope["layer"])
+        self.assertAlmostEqual(diameter, envelope["diameter"], delta=0.02)
+        for expected, actual in zip(extents, envelope["extents"]):
+            self.assertAlmostEqual(expected, actual, delta=0.02)
+        self.assertFalse(envelope["self_crossing"]["crosses"])
+        axis = run["parameters"]["centre"][1]
+        self.assertEqual(axis, envelope["vertices"][0][1])
+        self.assertEqual(axis, envelope["vertices"][-1][1])
+        self.assertEqual([], run["file"]["notes"] + run["warnings"])
+        self.assertGreater(run["picked"], 1)
 
-    def test_upper_and_lower_half_mirror_each_other(self):
-        for name, drawing, arguments in self.each():
-            arguments = [a for a in arguments if a not in ("--half", "upper", "lower")]
-            upper = self.compute(drawing, *arguments, "--half", "upper")["envelope"]
-            lower = self.compute(drawing, *arguments, "--half", "lower")["envelope"]
-            self.assertAlmostEqual(upper["length"], lower["length"], delta=0.01)
-            self.assertAlmostEqual(upper["diameter"], lower["diameter"], delta=0.01)
+    @each_tool
+    def test_nothing_but_the_envelope_is_added(self, name, drawing, arguments):
+        self.compute(drawing, *arguments, "-o", name + ".dxf")
+        before = dxf_tags.entities(drawing)
+        after = dxf_tags.entities(self.folder / (name + ".dxf"))
+        self.assertEqual(before, after[: len(before)], "an entity of the user has changed")
+        added = after[len(before):]
+        if added and added[0][0][1] == b"LWPOLYLINE":
+            self.assertEqual(1, len(added))
+        else:  # the oldest version knows heavy polylines only: vertices and an end follow
+            self.assertEqual(b"POLYLINE", added[0][0][1])
+            self.assertEqual({b"VERTEX", b"SEQEND"}, {r[0][1] for r in added[1:]})
+        self.assertEqual(ENVELOPE_LAYER, dxf_tags.value(added[0], 8))
+        self.assertEqual([], dxf_tags.on_layer(after, SCRATCH_LAYER))
 
-    def test_pictures(self):
-        for name, drawing, arguments in self.each():
-            self.compute(drawing, *arguments, "--svg", name + ".svg")
-            root = xml.parse(self.folder / (name + ".svg")).getroot()
-            svg = "{http://www.w3.org/2000/svg}"
-            paths = {}
-            for path in root.iter(svg + "path"):
-                paths.setdefault(path.get("class"), []).append(path.get("d"))
-            self.assertEqual(1, len(paths["envelope"]))
-            self.assertEqual(1, len(paths["axis"]))
-            self.assertTrue(paths["envelope"][0].endswith("Z"))
-            self.assertIn("A", "".join(paths["outline"]), "fillets are drawn as arcs")
-            self.assertTrue(any(t.text for t in root.iter(svg + "text")))
-            used = {use.get("href") for use in root.iter(svg + "use")}
-            defined = {"#" + g.get("id") for g in root.iter(svg + "g") if g.get("id")}
-            self.assertLessEqual(used, defined)
-            view = [float(v) for v in root.get("viewBox").split()]
-            self.assertGreater(view[2], 100)
+    @each_tool
+    def test_a_second_run_replaces_the_first(self, name, drawing, arguments):
+        first = self.compute(drawing, *arguments, "-o", name + ".dxf")
+        second = self.compute(name + ".dxf", *arguments, "-o", name + ".dxf")
+        self.assertEqual(first["envelope"]["vertices"], second["envelope"]["vertices"])
+        self.assertEqual(first["picked"], second["picked"])
+        self.assertEqual(1, second["selection"]["earlier_envelopes_erased"])
+        after = dxf_tags.entities(self.folder / (name + ".dxf"))
+        polylines = [r for r in dxf_tags.on_layer(after, ENVELOPE_LAYER)
+                     if r[0][1] in (b"LWPOLYLINE", b"POLYLINE")]
+        self.assertEqual(1, len(polylines))
 
-    def test_without_output_nothing_is_written(self):
-        for _, drawing, arguments in self.each():
-            shutil.copy(drawing, self.folder)
-            before = drawing.read_bytes()
-            done = self.run_program("compute", drawing.name, *arguments)
-            self.assertEqual(0, done.returncode, done.stderr)
-            self.assertIn("diameter", done.stdout)
-            self.assertEqual(before, (self.folder / drawing.name).read_bytes())
-        self.assertEqual(sorted(n + ".dxf" for n in TOOLS), self.left_behind())
+    @each_tool
+    def test_upper_and_lower_half_mirror_each_other(self, name, drawing, arguments):
+        arguments = [a for a in arguments if a not in ("--half", "upper", "lower")]
+        upper = self.compute(drawing, *arguments, "--half", "upper")["envelope"]
+        lower = self.compute(drawing, *arguments, "--half", "lower")["envelope"]
+        self.assertAlmostEqual(upper["length"], lower["length"], delta=0.01)
+        self.assertAlmostEqual(upper["diameter"], lower["diameter"], delta=0.01)
+
+    @each_tool
+    def test_pictures(self, name, drawing, arguments):
+        self.compute(drawing, *arguments, "--svg", name + ".svg")
+        root = xml.parse(self.folder / (name + ".svg")).getroot()
+        svg = "{http://www.w3.org/2000/svg}"
+        paths = {}
+        for path in root.iter(svg + "path"):
+            paths.setdefault(path.get("class"), []).append(path.get("d"))
+        self.assertEqual(1, len(paths["envelope"]))
+        self.assertEqual(1, len(paths["axis"]))
+        self.assertTrue(paths["envelope"][0].endswith("Z"))
+        self.assertIn("A", "".join(paths["outline"]), "fillets are drawn as arcs")
+        self.assertTrue(any(t.text for t in root.iter(svg + "text")))
+        used = {use.get("href") for use in root.iter(svg + "use")}
+        defined = {"#" + g.get("id") for g in root.iter(svg + "g") if g.get("id")}
+        self.assertLessEqual(used, defined)
+        view = [float(v) for v in root.get("viewBox").split()]
+        self.assertGreater(view[2], 100)
+
+    @each_tool
+    def test_without_output_nothing_is_written(self, name, drawing, arguments):
+        shutil.copy(drawing, self.folder)
+        before = drawing.read_bytes()
+        done = self.run_program("compute", drawing.name, *arguments)
+        self.assertEqual(0, done.returncode, done.stderr)
+        self.assertIn("diameter", done.stdout)
+        self.assertEqual(before, (self.folder / drawing.name).read_bytes())
+        self.assertEqual([drawing.name], self.left_behind())
+        (self.folder / drawing.name).unlink()
 
     def test_the_generator_draws_what_is_committed(self):
         made = subprocess.run([ROOT / "scripts/make-examples", self.folder], capture_output=True,
