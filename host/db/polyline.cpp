@@ -272,11 +272,14 @@ Acad::ErrorStatus AcDbPolyline::getArea(double& area) const {
 Acad::ErrorStatus AcDbPolyline::reverseCurve() {
     const Acad::ErrorStatus es = beginWrite(host::kDirtyGeometry);
     if (es != Acad::eOk || m_vertices.empty()) return es;
-    // Bulge and widths belong to the segment behind a vertex, which begins at its other end now.
-    std::vector<Vertex> turned(m_vertices.rbegin(), m_vertices.rend());
-    const size_t count = turned.size();
+    // Bulge and widths belong to the segment behind a vertex, which begins at its other end now. A
+    // closed polyline keeps its first vertex.
+    const size_t count = m_vertices.size();
+    const size_t first = m_closed ? count : count - 1;
+    std::vector<Vertex> turned(count);
     for (size_t i = 0; i < count; ++i) {
-        const Vertex& segment = m_vertices[(2 * count - 2 - i) % count];
+        const Vertex& segment = m_vertices[(first + count - 1 - i) % count];
+        turned[i] = m_vertices[(first + count - i) % count];
         turned[i].bulge = -segment.bulge;
         turned[i].startWidth = segment.endWidth;
         turned[i].endWidth = segment.startWidth;
