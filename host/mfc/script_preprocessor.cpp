@@ -9,7 +9,7 @@ namespace {
 
 constexpr int kDeepestInclude = 16;
 constexpr int kDeepestMacro = 32;
-constexpr std::size_t kMostWords = 1000000;  // macros within macros can grow without bound
+constexpr std::size_t kMostWords = 100000;  // macros within macros can grow without bound
 
 // Headers of Windows: what scripts use of them is in FindScriptName.
 bool IsWindowsHeader(const std::wstring& name) {
