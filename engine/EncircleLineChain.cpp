@@ -20,7 +20,7 @@ double GetKey(const AcGePoint3d& pt, bool bByX) { return bByX ? pt.x : -pt.y; }
 // Lines are large; the places are sorted, then each line moves once.
 struct SSortPlace {
     double m_dKey;
-    size_t m_nTie;   // order of equal keys
+    size_t m_nTie;  // order of equal keys
     size_t m_nLine;
 };
 
@@ -71,11 +71,9 @@ void CEncircleLine::ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo
         bridge.m_startPt = lines[i].m_endPt;
         bridge.m_endPt = lines[i + 1].m_startPt;
         CEncircleTrace::Gap(dir, bridge.m_startPt, bridge.m_endPt);
-        // A bridge with the key of the line that it leads to comes right before that line, or the
-        // chain would jump; otherwise bridges come after lines of the same key.
-        const double key = GetKey(bridge.m_startPt, bByX);
-        const bool bBeforeTarget = key == places[i + 1].m_dKey;
-        places.push_back({key, bBeforeTarget ? 2 * (i + 1) : 2 * count + i, lines.size()});
+        // Among lines of the same key a bridge stands where it was built, between its neighbours:
+        // put behind all of them, the chain would jump back over a doubled line.
+        places.push_back({GetKey(bridge.m_startPt, bByX), 2 * (i + 1), lines.size()});
         lines.push_back(std::move(bridge));
     }
     Arrange(lines, places);

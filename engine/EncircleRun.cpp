@@ -139,7 +139,7 @@ AcArray<AcDbObjectId> CEncircleRun::Clone(const AcArray<AcDbObjectId>& pickedIds
                                : *space)
             .m_ids.append(pickedIds[i]);
     }
-    CEncircleTrace::Count("selected", static_cast<size_t>(taken.length()));
+    CEncircleTrace::Count("selected", static_cast<size_t>(pickedIds.length()));
 
     std::map<AcDbObjectId, AcDbObjectId> cloneOf;
     for (const SSpace& space : spaces) {

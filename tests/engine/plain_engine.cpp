@@ -316,20 +316,18 @@ void PlainEngine::ConnectBreakLine(E_RemoveLine_Dir dir, Lines& lines) {
     const auto isBefore = [&](const CLineInfo& a, const CLineInfo& b) { return key(a) < key(b); };
     UpdateLineStartEndPt(dir, lines);
     std::stable_sort(lines.begin(), lines.end(), isBefore);
-    // A bridge that begins level with the line that it leads to goes before it; the others come
-    // after everything of their key.
+    // Bridges stand between their neighbours before the second sort, which keeps equal keys in
+    // order.
     Lines joined;
-    Lines bridges;
     for (size_t i = 0; i < lines.size(); ++i) {
         if (i > 0 && !lines[i].m_startPt.isEqualTo(lines[i - 1].m_endPt, m_calInfo.m_tolPoint)) {
             CLineInfo bridge;
             bridge.m_startPt = lines[i - 1].m_endPt;
             bridge.m_endPt = lines[i].m_startPt;
-            (key(bridge) == key(lines[i]) ? joined : bridges).push_back(bridge);
+            joined.push_back(bridge);
         }
         joined.push_back(lines[i]);
     }
-    joined.insert(joined.end(), bridges.begin(), bridges.end());
     std::stable_sort(joined.begin(), joined.end(), isBefore);
     lines = joined;
 }
