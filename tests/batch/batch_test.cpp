@@ -1,0 +1,275 @@
+// Tasks and tools: their statuses, their form in the drawing, and runs over them.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <random>
+
+#include "StdAfx.h"
+
+#include "BatchTaskList.h"
+#include "KnifeDiagramFactory.h"
+#include "Progress.h"
+#include "SatExport.h"
+#include "support/test_drawing.h"
+
+namespace {
+// What happens inside the progress display's pump.
+std::function<void(int)> g_pump;
+int g_open = 0;
+int g_steps = 0;
+}  // namespace
+
+void progressStart() { ++g_open; }
+void progressEnd() { --g_open; }
+void progressStep(int, int nCurrent, double) {
+    ++g_steps;
+    if (g_pump) g_pump(nCurrent);
+}
+CString AskSatPath(const CString&) { return CString(); }
+
+namespace {
+
+using test::TestDrawing;
+
+constexpr const char* kTool = "L 0,0 0,5 | L 0,5 30,5 | L 30,5 30,3 | L 30,3 60,3 | L 60,3 60,0";
+
+BatchTool MakeTool(const ACHAR* name, const AcDbObjectIdArray& ids) {
+    BatchTool tool;
+    tool.name = name;
+    tool.centre.set(10.0, 0.0, 0.0);
+    tool.sourceIds = ids;
+    return tool;
+}
+
+class BatchTest : public testing::Test {
+protected:
+    BatchTest() {
+        g_pump = nullptr;
+        g_open = g_steps = 0;
+    }
+    ~BatchTest() override {
+        CKnifeDiagramFactory::GetInstance().RemoveTaskList(&drawing.db());
+        EXPECT_EQ(0, g_open) << "a progress display was left open";
+    }
+    BatchTaskList& List() { return CKnifeDiagramFactory::GetInstance().GetTaskList(); }
+
+    TestDrawing drawing{kTool};
+};
+
+TEST(BatchStatusTest, RollsUp) {
+    struct Row {
+        std::vector<int> tools;
+        int expected;
+    };
+    const Row rows[] = {{{}, 0},        {{1, 1}, 1},    {{1, 0}, 0}, {{1, 0, 2}, 2},
+                        {{2, 1, 0}, 2}, {{1, 0, 1}, 0}, {{7}, 1},    {{0}, 0}};
+    for (const Row& row : rows) {
+        BatchTask task;
+        task.execStatus = task.exportStatus = kBatchFailed;
+        for (const int status : row.tools) {
+            BatchTool tool;
+            tool.execStatus = tool.exportStatus = static_cast<BatchStatus>(status);
+            task.tools.push_back(tool);
+        }
+        task.rollUpStatus();
+        EXPECT_EQ(row.expected, task.execStatus) << testing::PrintToString(row.tools);
+        EXPECT_EQ(row.expected, task.exportStatus);
+    }
+    EXPECT_TRUE(GetExecStatusText(static_cast<BatchStatus>(7)).IsEmpty());
+    EXPECT_EQ(CString(_T("生成错误")), GetExecStatusText(kBatchFailed));
+    EXPECT_EQ(CString(_T("导出错误")), GetExportStatusText(kBatchFailed));
+}
+
+TEST_F(BatchTest, WhatIsStoredComesBack) {
+    BatchTaskList list;
+    BatchTask task;
+    task.name = _T("精加工");
+    task.execStatus = kBatchDone;
+    task.params.m_bExcludeDashed = false;
+    task.params.m_bSideLinesVertical = true;
+    task.params.m_dArcPrecision = 0.1;
+    task.params.m_nHalfSide = 1;
+    task.params.m_tolPoint.setEqualPoint(0.002);
+    task.tools.push_back(MakeTool(_T("0001"), drawing.ids()));
+    task.tools.back().envelopeId = drawing.ids()[0];
+    task.tools.back().exportStatus = static_cast<BatchStatus>(-5);
+    list.push_back(task);
+    list.push_back(BatchTask());
+    EXPECT_FALSE(BatchTaskList::isStored(&drawing.db()));
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db()));
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db())) << "over what is there";
+    EXPECT_TRUE(BatchTaskList::isStored(&drawing.db()));
+
+    BatchTaskList back;
+    back.load(&drawing.db());
+    ASSERT_EQ(2u, back.size());
+    EXPECT_EQ(task.name, back[0].name);
+    EXPECT_EQ(kBatchDone, back[0].execStatus);
+    EXPECT_FALSE(back[0].params.m_bExcludeDashed);
+    EXPECT_FALSE(back[0].params.m_bSideLinesVertical) << "not part of the stored form";
+    EXPECT_EQ(0.1, back[0].params.m_dArcPrecision);
+    EXPECT_EQ(1, back[0].params.m_nHalfSide);
+    EXPECT_EQ(0.002, back[0].params.m_tolPoint.equalPoint());
+    EXPECT_EQ(0.002, back[0].params.m_tolPoint.equalVector());
+    ASSERT_EQ(1u, back[0].tools.size());
+    const BatchTool& tool = back[0].tools[0];
+    EXPECT_EQ(-5, tool.exportStatus);
+    EXPECT_EQ(drawing.ids()[0], tool.envelopeId);
+    EXPECT_TRUE(tool.sourceIds == drawing.ids());
+    EXPECT_EQ(10.0, tool.centre.x);
+    EXPECT_TRUE(back[1].tools.empty());
+
+    // Objects that are gone leave no identifiers behind.
+    AcDbObjectPointer<AcDbEntity> first(drawing.ids()[0], AcDb::kForWrite);
+    ASSERT_EQ(Acad::eOk, first->erase());
+    ASSERT_EQ(Acad::eOk, first.close());
+    back.load(&drawing.db());
+    EXPECT_TRUE(back[0].tools[0].envelopeId.isNull());
+    EXPECT_EQ(drawing.ids().length() - 1, back[0].tools[0].sourceIds.length());
+}
+
+// The record itself, to be cut and bent.
+AcDbObjectId RecordId(AcDbDatabase& db) {
+    AcDbObjectId id;
+    const AcDbObjectPointer<AcDbDictionary> root(db.namedObjectsDictionaryId(), AcDb::kForRead);
+    EXPECT_EQ(Acad::eOk, root->getAt(_T("QZDJBLX"), id));
+    const AcDbObjectPointer<AcDbDictionary> store(id, AcDb::kForRead);
+    EXPECT_EQ(Acad::eOk, store->getAt(_T("BLX"), id));
+    return id;
+}
+
+TEST_F(BatchTest, DamagedRecordsLoadWhatIsWhole) {
+    BatchTaskList list;
+    for (const ACHAR* name : {_T("a"), _T("b"), _T("c")}) {
+        BatchTask task;
+        task.name = name;
+        task.tools.push_back(MakeTool(name, drawing.ids()));
+        list.push_back(task);
+    }
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db()));
+    const AcDbObjectId recordId = RecordId(drawing.db());
+    resbuf* whole = nullptr;
+    {
+        const AcDbObjectPointer<AcDbXrecord> record(recordId, AcDb::kForRead);
+        ASSERT_EQ(Acad::eOk, record->rbChain(&whole));
+    }
+    std::vector<resbuf*> nodes;
+    for (resbuf* node = whole; node != nullptr; node = node->rbnext) nodes.push_back(node);
+
+    const auto load = [&] {
+        AcDbObjectPointer<AcDbXrecord> record(recordId, AcDb::kForWrite);
+        EXPECT_EQ(Acad::eOk, record->setFromRbChain(*whole));
+        EXPECT_EQ(Acad::eOk, record.close());
+        BatchTaskList back;
+        back.load(&drawing.db());
+        return back;
+    };
+    // Cut anywhere: only whole tasks come back, in order.
+    const size_t perTask = (nodes.size() - 2) / 3;
+    for (size_t length = 1; length < nodes.size(); ++length) {
+        nodes[length - 1]->rbnext = nullptr;
+        EXPECT_EQ(length < 2 ? 0 : (length - 2) / perTask, load().size()) << length;
+        nodes[length - 1]->rbnext = nodes[length];
+    }
+    // Counts and codes bent: never more than was stored, nothing allocated by a count.
+    const unsigned seed = 20261121;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    const Adesk::Int32 odd[] = {-1, 0, 1, 2, 3, 1 << 20, 2147483647, -2147483647 - 1};
+    for (int round = 0; round < 400; ++round) {
+        resbuf* const node = nodes[random() % nodes.size()];
+        const short type = node->restype;
+        const ads_u_val value = node->resval;
+        if (type >= 90 && type <= 99) {
+            node->resval.rlong = odd[random() % 8];
+        } else {
+            node->restype = static_cast<short>(random() % 2 == 0 ? 91 : 40);
+            node->resval.mnInt64 = 0;
+        }
+        EXPECT_LE(load().size(), 3u);
+        node->restype = type;
+        node->resval = value;
+    }
+    // Version 1 brings no parameters.
+    nodes[0]->resval.rlong = 1;
+    EXPECT_EQ(0u, load().size()) << "the parameters of the first task are no task";
+    acutRelRb(whole);
+}
+
+TEST_F(BatchTest, ToolsOfATaskAreComputedInOrder) {
+    BatchTask task;
+    task.tools.push_back(MakeTool(_T("good"), drawing.ids()));
+    task.tools.push_back(MakeTool(_T("empty"), AcDbObjectIdArray()));
+    task.tools.push_back(MakeTool(_T("again"), drawing.ids()));
+    List().push_back(task);
+    List()[0].run();
+    EXPECT_EQ(3, g_steps);
+    EXPECT_EQ(kBatchFailed, List()[0].execStatus) << "a later success does not mend it";
+    EXPECT_EQ(kBatchDone, List()[0].tools[0].execStatus);
+    EXPECT_EQ(kBatchFailed, List()[0].tools[1].execStatus);
+    EXPECT_FALSE(List()[0].tools[2].envelopeId.isNull());
+
+    // Once more: the former envelope goes, the new one stands in its place.
+    const AcDbObjectId former = List()[0].tools[0].envelopeId;
+    List()[0].run();
+    EXPECT_TRUE(former.isErased());
+    EXPECT_FALSE(List()[0].tools[0].envelopeId.isErased());
+
+    // An envelope among the picked entities is an old one: it is erased, not taken as input.
+    BatchTool& tool = List()[0].tools[0];
+    const AcDbObjectId old = List()[0].tools[2].envelopeId;
+    tool.sourceIds.append(old);
+    tool.computeEnvelope(List()[0].params);
+    EXPECT_TRUE(old.isErased());
+    EXPECT_EQ(drawing.ids().length(), tool.sourceIds.length());
+    EXPECT_EQ(kBatchDone, tool.execStatus);
+
+    tool.exportStatus = kBatchDone;
+    tool.deleteEnvelope();
+    EXPECT_TRUE(tool.envelopeId.isNull());
+    EXPECT_EQ(kBatchNotStarted, tool.execStatus);
+    EXPECT_EQ(kBatchDone, tool.exportStatus);
+}
+
+TEST_F(BatchTest, ARunSurvivesWhatClicksDoToTheList) {
+    for (int i = 0; i < 2; ++i) {
+        BatchTask task;
+        for (int k = 0; k < 3; ++k) task.tools.push_back(MakeTool(_T("t"), drawing.ids()));
+        List().push_back(task);
+    }
+    const BatchTask original = List()[1];
+
+    // A tool is deleted, and the list moves in memory.
+    g_pump = [&](int current) {
+        if (current != 1) return;
+        List()[1].tools.erase(List()[1].tools.begin() + 1);
+        for (int i = 0; i < 50; ++i) List().insert(List().begin(), BatchTask());
+    };
+    List()[1].run();
+    EXPECT_EQ(kBatchDone, List()[51].tools[0].execStatus);
+    EXPECT_EQ(kBatchDone, List()[51].tools[1].execStatus);
+    EXPECT_EQ(3, g_steps);
+
+    // The task itself goes.
+    g_steps = 0;
+    g_pump = [&](int current) {
+        if (current == 1) List().clear();
+    };
+    List()[51].run();
+    EXPECT_EQ(2, g_steps);
+
+    // Another drawing becomes current: nothing is computed in it.
+    List().push_back(original);
+    TestDrawing* other = nullptr;
+    g_steps = 0;
+    g_pump = [&](int current) {
+        if (current == 1) other = new TestDrawing("L 0,0 1,1");
+    };
+    List()[0].run();
+    EXPECT_EQ(2, g_steps);
+    const std::string entities = other->Dump();
+    EXPECT_EQ(1, std::count(entities.begin(), entities.end(), '\n'));
+    delete other;
+}
+
+}  // namespace
