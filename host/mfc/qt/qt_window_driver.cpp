@@ -1,6 +1,6 @@
 #include "host/mfc/qt/qt_window_driver.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
 #include <QTimer>
 #include <utility>
 
@@ -96,7 +96,8 @@ void QtWindowDriver::Changed(const Window& window, WindowChange change) {
         case WindowChange::kProgress:
             return ShowProgress(*widget, window);
         case WindowChange::kRaised:
-            widget->raise();
+            // The offscreen platform complains about it.
+            if (QGuiApplication::platformName() != QLatin1String("offscreen")) widget->raise();
             return widget->activateWindow();
     }
 }

@@ -308,6 +308,13 @@ void ShowSelection(QWidget& widget, const Window& window) {
                 selection.select(table->model()->index(i, 0),
                                  table->model()->index(i, table->columnCount() - 1));
         table->selectionModel()->select(selection, QItemSelectionModel::ClearAndSelect);
+        const auto focused = std::find_if(rows.begin(), rows.end(), [](const ListRow& row) {
+            return (row.state & LVIS_FOCUSED) != 0;
+        });
+        const int current = static_cast<int>(focused - rows.begin());
+        table->selectionModel()->setCurrentIndex(
+            table->model()->index(current, 0),  // none behind the last row
+            QItemSelectionModel::NoUpdate);
     }
 }
 
