@@ -12,8 +12,6 @@ using namespace host;
 
 namespace {
 
-constexpr size_t kOldStringSize = 133;
-
 // Set by acedInitGet for the next input only.
 int g_initGetBits = 0;
 
@@ -60,10 +58,6 @@ int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t n) {
     std::wmemcpy(result, answer.text.c_str(), length);
     result[length] = 0;
     return RTNORM;
-}
-
-int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result) {
-    return acedGetString(cronly, prompt, result, kOldStringSize);
 }
 
 int acedGetString(int cronly, const ACHAR* prompt, AcString& result) {

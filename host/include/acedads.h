@@ -30,8 +30,8 @@ int acedSSMemb(const ads_name entity, const ads_name ss);
 // Asks for a point, in UCS. RTNORM, RTNONE for Enter, RTCAN for Esc; result only with RTNORM.
 int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result);
 // Asks for a text. cronly 0: a blank ends it. Enter alone: RTNORM and an empty text. result has
-// room for n characters with the closing zero, 133 when no size is given.
-int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result);
+// room for n characters with the closing zero; a longer answer is cut. Unlike AutoCAD, takes no
+// bare pointer without a size.
 int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t n);
 template <size_t N>
 int acedGetString(int cronly, const ACHAR* prompt, ACHAR (&result)[N]) {
