@@ -15,14 +15,13 @@
 #include <GeomConvert.hxx>
 #include <Geom_BSplineCurve.hxx>
 #include <Geom_Circle.hxx>
+#include <Geom_Line.hxx>
 #include <Geom_TrimmedCurve.hxx>
 #include <Message.hxx>
 #include <Message_Messenger.hxx>
 #include <TopoDS.hxx>
 #include <TopoDS_Edge.hxx>
 #include <TopoDS_Vertex.hxx>
-#include <gp_Circ.hxx>
-#include <gp_Lin.hxx>
 #include <gp_Pln.hxx>
 
 #include "host/solid/occt/occt_guard.h"
@@ -31,7 +30,7 @@ namespace host::solid {
 
 namespace {
 
-// The kernel integrates surfaces of revolution numerically, to about this.
+// Relative; the library integrates numerically.
 constexpr double kVolumeTol = 1e-6;
 
 gp_Pnt Point(const AcGePoint3d& p) { return gp_Pnt(p.x, p.y, p.z); }
@@ -65,9 +64,18 @@ std::vector<Piece> RingOf(const Profile& profile) {
     return ring;
 }
 
-// An arc that comes to a point on the axis: its circle about the axis is a torus that meets itself.
+// Revolved as a circle, an arc that comes to a point on the axis is a torus that goes on behind the
+// tip: STEP readers lose the tip.
 bool EndsInTip(const Piece& piece) {
     return (piece.from.y == 0.0 || piece.to.y == 0.0) && piece.centre.y != 0.0;
+}
+
+// Revolved as a line, one that leaves the axis's direction by less than about 1e-4 comes out as a
+// cylinder, one that leaves the perpendicular by as little as a plane.
+bool IsNearlyAligned(const Piece& line) {
+    constexpr double kNearly = 1e-3;
+    const double dx = std::fabs(line.to.x - line.from.x), dy = std::fabs(line.to.y - line.from.y);
+    return dx != 0.0 && dy != 0.0 && (std::min)(dx, dy) < kNearly * (std::max)(dx, dy);
 }
 
 class WireMaker {
@@ -87,22 +95,35 @@ public:
 
 private:
     TopoDS_Edge Edge(const Piece& piece, const TopoDS_Vertex& from, const TopoDS_Vertex& to) const {
-        if (piece.bulge == 0.0) return BRepBuilderAPI_MakeEdge(from, to).Edge();
-        // An arc that turns right is counter-clockwise about the opposite normal.
-        const AcGeVector3d normal = piece.bulge > 0.0 ? frame_.Normal() : -frame_.Normal();
-        const gp_Circ circle(gp_Ax2(Point(frame_.At(piece.centre)), Direction(normal),
-                                    Direction(frame_.At(piece.from) - frame_.At(piece.centre))),
-                             piece.radius);
-        const double sweep = 4.0 * std::atan(std::fabs(piece.bulge));
-        const Handle(Geom_Circle) curve = new Geom_Circle(circle);
-        if (!EndsInTip(piece)) return BRepBuilderAPI_MakeEdge(curve, from, to, 0.0, sweep).Edge();
-        // As a rational spline, the same arc, the surface ends where the arc ends. With the circle
-        // it would go on behind the tip, and STEP readers lose the tip.
-        const Handle(Geom_BSplineCurve) spline = GeomConvert::CurveToBSplineCurve(
-            new Geom_TrimmedCurve(curve, 0.0, sweep), Convert_QuasiAngular);
+        if (piece.bulge == 0.0 && !IsNearlyAligned(piece))
+            return BRepBuilderAPI_MakeEdge(from, to).Edge();
+        const Handle(Geom_TrimmedCurve) curve = piece.bulge == 0.0 ? Line(piece) : Arc(piece);
+        if (piece.bulge != 0.0 && !EndsInTip(piece))
+            return BRepBuilderAPI_MakeEdge(curve->BasisCurve(), from, to, curve->FirstParameter(),
+                                           curve->LastParameter())
+                .Edge();
+        // As a spline, exactly the same points, it stays the meridian that it is.
+        const Handle(Geom_BSplineCurve) spline =
+            GeomConvert::CurveToBSplineCurve(curve, Convert_QuasiAngular);
         return BRepBuilderAPI_MakeEdge(spline, from, to, spline->FirstParameter(),
                                        spline->LastParameter())
             .Edge();
+    }
+
+    Handle(Geom_TrimmedCurve) Line(const Piece& piece) const {
+        const gp_Pnt from = Point(frame_.At(piece.from));
+        const gp_Vec along(from, Point(frame_.At(piece.to)));
+        return new Geom_TrimmedCurve(new Geom_Line(from, along), 0.0, along.Magnitude());
+    }
+
+    // An arc that turns right is counter-clockwise about the opposite normal.
+    Handle(Geom_TrimmedCurve) Arc(const Piece& piece) const {
+        const AcGeVector3d normal = piece.bulge > 0.0 ? frame_.Normal() : -frame_.Normal();
+        const AcGePoint3d centre = frame_.At(piece.centre);
+        const gp_Ax2 axes(Point(centre), Direction(normal),
+                          Direction(frame_.At(piece.from) - centre));
+        return new Geom_TrimmedCurve(new Geom_Circle(axes, piece.radius), 0.0,
+                                     4.0 * std::atan(std::fabs(piece.bulge)));
     }
 
     const Frame& frame_;
