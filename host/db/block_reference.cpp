@@ -3,6 +3,7 @@
 #include "dbents.h"
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
+#include "host/db/dimension_drawing.h"
 #include "host/db/entity_list.h"
 #include "host/db/entity_tools.h"
 #include "host/ge/angles.h"
@@ -64,6 +65,15 @@ void AddMoved(const AcDbEntity& entity, const AcGeMatrix3d& matrix, int depth, A
     if (const AcDbBlockReference* const nested = AcDbBlockReference::cast(&entity)) {
         AddBlock(*nested, matrix, depth + 1, box);
         AddAttributes(*nested, matrix, box);
+        return;
+    }
+    if (const AcDbDimension* const dimension = AcDbDimension::cast(&entity);
+        dimension != nullptr && host::DrawingOf(*dimension) != nullptr) {
+        // A turned or scaled copy would have no drawing any more.
+        const AcGeMatrix3d place = matrix * host::PlaceOfDrawing(*dimension);
+        ForEntities(*host::DrawingOf(*dimension), [&](const AcDbEntity& part) {
+            if (host::IsDrawnOfDimension(part)) AddMoved(part, place, depth + 1, box);
+        });
         return;
     }
     AcDbExtents own;

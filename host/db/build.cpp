@@ -119,8 +119,11 @@ bool AddTableRecord(Stub& table, Stub& record, const std::wstring& name) {
 bool AddDictionaryEntry(Stub& dictionary, const std::wstring& name, Stub& entry) {
     auto& object = static_cast<AcDbDictionary&>(*dictionary.object);
     auto& entries = Access::Entries(object);
-    if (!Access::EntriesByName(object).emplace(FoldName(name.c_str()), entries.size()).second)
-        return false;
+    const auto [place, fresh] =
+        Access::EntriesByName(object).emplace(FoldName(name.c_str()), entries.size());
+    // The name of an erased entry is free.
+    if (!fresh && !entries[place->second].id.isErased()) return false;
+    place->second = entries.size();
     entries.push_back({name, entry.Id()});
     return true;
 }

@@ -3,6 +3,7 @@
 #include "dbdim.h"
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
+#include "host/db/dimension_drawing.h"
 #include "host/db/entity_tools.h"
 
 using host::Access;
@@ -25,21 +26,28 @@ HOST_DEFINE_COPY(AcDbDiametricDimension)
 HOST_DEFINE_COPY(AcDbOrdinateDimension)
 HOST_DEFINE_COPY(AcDbArcDimension)
 
-namespace {
+namespace host {
 
-// The block that draws a dimension; null when there is none.
 const AcDbBlockTableRecord* DrawingOf(const AcDbDimension& dimension) {
     const AcDbObjectId id = dimension.dimBlockId();
     if (id.isNull() || id.isErased()) return nullptr;
-    return AcDbBlockTableRecord::cast(host::ObjectOf(*id.stub()));
+    return AcDbBlockTableRecord::cast(ObjectOf(*id.stub()));
 }
 
-// The block is drawn where it stands, moved by the insertion point for clones (group 12, OCS).
 AcGeMatrix3d PlaceOfDrawing(const AcDbDimension& dimension) {
     const AcGePoint3d offset = Access::Points(dimension)[Access::SlotOfGroup(12)];
     return AcGeMatrix3d::translation(AcGeMatrix3d::planeToWorld(dimension.normal()) *
                                      offset.asVector());
 }
+
+bool IsDrawnOfDimension(const AcDbEntity& entity) { return !entity.isKindOf(AcDbPoint::desc()); }
+
+}  // namespace host
+
+using host::DrawingOf;
+using host::PlaceOfDrawing;
+
+namespace {
 
 bool IsTranslation(const AcGeMatrix3d& matrix) {
     for (unsigned row = 0; row < 3; ++row)
@@ -76,10 +84,11 @@ Acad::ErrorStatus AcDbDimension::subGetGeomExtents(AcDbExtents& extents) const {
         const AcGeMatrix3d place = PlaceOfDrawing(*this);
         for (host::Stub* const stub : host::Members(*drawing)) {
             const AcDbObject* const object = host::ObjectOf(*stub);
-            // Definition points are kept in the block but not drawn.
-            if (object == nullptr || object->isKindOf(AcDbPoint::desc())) continue;
+            if (object == nullptr) continue;
+            const auto& entity = static_cast<const AcDbEntity&>(*object);
             AcDbExtents own;
-            if (static_cast<const AcDbEntity*>(object)->getGeomExtents(own) != Acad::eOk) continue;
+            if (!host::IsDrawnOfDimension(entity) || entity.getGeomExtents(own) != Acad::eOk)
+                continue;
             own.transformBy(place);
             box.addExt(own);
         }

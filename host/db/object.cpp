@@ -189,10 +189,17 @@ void SetErased(Stub& stub, bool erasing) {
     Access::OwnedIds(*stub.object, owned);
     if (const AcDbObjectId dictionary = ExtensionDictionaryId(*stub.object); !dictionary.isNull())
         owned.append(dictionary);
-    for (int i = 0; i < owned.length(); ++i)
-        if (Stub* const child = owned[i].stub();
-            child->Has(kStubErased) != erasing && !child->Has(kStubPurged))
-            SetErased(*child, erasing);
+    // What was erased before its owner stays erased when the owner comes back.
+    for (int i = 0; i < owned.length(); ++i) {
+        Stub& child = *owned[i].stub();
+        if (child.Has(kStubErased) == erasing || child.Has(kStubPurged)) continue;
+        if (!erasing && !child.Has(kStubFollowed)) continue;
+        SetErased(child, erasing);
+        if (erasing)
+            child.Set(kStubFollowed);
+        else
+            child.Clear(kStubFollowed);
+    }
 }
 
 Acad::ErrorStatus MakeResident(AcDbDatabase& db, AcDbObject& object, Stub* owner,

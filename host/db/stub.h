@@ -23,7 +23,8 @@ enum StubFlag : Adesk::UInt16 {
     kStubEntity = 0x0100,       // an entity: the layer lock holds for it
     kStubDormant = 0x0200,      // left out of its container's list of live entities
     kStubSubentity = 0x0400,    // vertex, attribute or sequence end
-    kStubLoading = 0x0800       // its record is being made into an object
+    kStubLoading = 0x0800,      // its record is being made into an object
+    kStubFollowed = 0x1000      // erased along with its owner, to come back with it
 };
 
 // Most objects open for read at once, per object.

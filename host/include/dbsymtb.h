@@ -16,11 +16,6 @@
 
 class AcDbSymbolTable;
 class AcDbSymbolTableRecord;
-class AcDbBlockTableRecordIterator;
-
-namespace host {
-class EntityList;
-}
 
 // A named record of a table.
 class AcDbSymbolTableRecord : public AcDbObject {
@@ -432,88 +427,4 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbViewportTable);
 };
 
-// A block definition, model space and paper spaces included: an ordered list of entities.
-class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
-public:
-    ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);
-    AcDbBlockTableRecord();
-    ~AcDbBlockTableRecord() override;
-
-    // Makes a new entity resident, with a new handle, at the end of the list. The record must be
-    // open for write; the entity is then open for write, to be closed. Missing layer and linetype
-    // become the current ones. eNotOpenForWrite, eAlreadyInDb, eNullEntityPointer, eNotInDatabase
-    // (record not in a table). O(1).
-    Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
-    Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
-
-    // The caller deletes it. Erasing and appending meanwhile are allowed; appended entities are
-    // visited. Erased entities cost nothing in the long run.
-    Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
-                                  bool skipDeleted = true) const;
-
-    bool isLayout() const { return !m_layoutId.isNull() || m_space; }
-    AcDbObjectId getLayoutId() const { return m_layoutId; }
-    Acad::ErrorStatus setLayoutId(AcDbObjectId layout);
-    bool isAnonymous() const { return m_anonymous; }
-    bool isFromExternalReference() const { return m_xref; }
-    bool isFromOverlayReference() const { return m_overlay; }
-    AcGePoint3d origin() const { return m_origin; }
-    Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
-    ACHAR* comments() const;
-    Acad::ErrorStatus setComments(const ACHAR* text);
-    bool explodable() const { return m_explodable; }
-    Acad::ErrorStatus setExplodable(bool explodable);
-    bool hasAttributeDefinitions() const;
-    // References to this block that are not erased; nested ones' insertions only when !directOnly.
-    // O(all entities of the drawing).
-    Acad::ErrorStatus getBlockReferenceIds(AcDbObjectIdArray& ids, bool directOnly = true,
-                                           bool forceValidity = false) const;
-
-    AcRxObject* clone() const override;
-    Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
-
-protected:
-    friend struct host::Access;
-    void ownedIds(AcDbObjectIdArray& ids) const override;
-
-private:
-    // Copies everything but the entities.
-    AcDbBlockTableRecord(const AcDbBlockTableRecord& other);
-    AcDbBlockTableRecord& operator=(const AcDbBlockTableRecord& other);
-    std::unique_ptr<host::EntityList> m_entities;
-    AcGePoint3d m_origin;
-    AcDbObjectId m_layoutId;
-    std::wstring m_comments;
-    std::wstring m_pathName;
-    bool m_space = false;
-    bool m_anonymous = false;
-    bool m_xref = false;
-    bool m_overlay = false;
-    bool m_explodable = true;
-};
-class AcDbBlockTableIterator : public host::TypedTableIterator<AcDbBlockTableRecord> {
-public:
-    using TypedTableIterator::TypedTableIterator;
-};
-class AcDbBlockTable : public host::TypedSymbolTable<AcDbBlockTableRecord, AcDbBlockTableIterator> {
-public:
-    ACRX_DECLARE_MEMBERS(AcDbBlockTable);
-};
-
-class AcDbBlockTableRecordIterator {
-public:
-    AcDbBlockTableRecordIterator(const host::EntityList& list, bool atBeginning, bool skipDeleted);
-    void start(bool atBeginning = true, bool skipDeleted = true);
-    bool done() const;
-    void step(bool forward = true, bool skipDeleted = true);
-    Acad::ErrorStatus getEntityId(AcDbObjectId& id) const;
-    Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
-                                bool openErased = false) const;
-    // eKeyNotFound.
-    Acad::ErrorStatus seek(AcDbObjectId id);
-
-private:
-    const host::EntityList* m_list;
-    host::Stub* m_at = nullptr;
-    size_t m_hint = 0;
-};
+#include "dbblkrec.h"

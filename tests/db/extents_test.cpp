@@ -242,6 +242,13 @@ TEST_F(Extents, DimensionsByTheirBlock) {
     EXPECT_OK(dimension.transformBy(AcGeMatrix3d::translation(AcGeVector3d(3, 4, 0))));
     ExpectSameBox(AcDbExtents({3, 4, 0}, {3, 13, 0}), BoxOf(dimension), 1e-12);
     EXPECT_EQ("L 3,4 3,13 | AcDbPoint", Show(Pieces(dimension)));
+    // Inside a block that is turned and stretched its drawing follows.
+    const AcDbObjectId outer = AddBlock(L"WITH_DIMENSION");
+    Add(AcDbEntity::cast(dimension.clone()), outer);
+    AcDbBlockReference reference(AcGePoint3d(100, 0, 0), outer);
+    EXPECT_OK(reference.setRotation(kPi / 2));
+    EXPECT_OK(reference.setScaleFactors(AcGeScale3d(1, 2, 1)));
+    ExpectSameBox(AcDbExtents({74, 3, 0}, {92, 3, 0}), BoxOf(reference), 1e-12);
 }
 
 TEST_F(Extents, PolylineQuestions) {

@@ -196,6 +196,26 @@ TEST_F(Storage, ExtensionDictionaries) {
     EXPECT_TRUE(line->extensionDictionary().isNull());
 }
 
+// What was erased before its owner does not come back with it.
+TEST_F(Storage, OwnedObjectsFollowTheirOwner) {
+    AcGePoint3dArray vertices;
+    for (int i = 0; i < 4; ++i) vertices.append(AcGePoint3d(i, i * i, 0));
+    const AcDbObjectId id = Add(new AcDb3dPolyline(AcDb::k3dSimplePoly, vertices));
+    AcDbObjectPointer<AcDb3dPolyline> polyline(id, AcDb::kForWrite);
+    std::vector<AcDbObjectId> ids;
+    for (std::unique_ptr<AcDbObjectIterator> it(polyline->vertexIterator()); !it->done();
+         it->step())
+        ids.push_back(it->objectId());
+    ASSERT_EQ(4u, ids.size());
+    Erase(ids[1]);
+    EXPECT_EQ("L 0,0 2,4 | L 2,4 3,9", test::Show(Pieces(*polyline)));
+    EXPECT_OK(polyline->erase());
+    for (const AcDbObjectId vertex : ids) EXPECT_TRUE(vertex.isErased());
+    EXPECT_OK(polyline->erase(false));
+    EXPECT_EQ("L 0,0 2,4 | L 2,4 3,9", test::Show(Pieces(*polyline)));
+    EXPECT_TRUE(ids[1].isErased());
+}
+
 TEST_F(Storage, Groups) {
     const AcDbObjectId a = Add(new AcDbLine), b = Add(new AcDbLine), c = Add(new AcDbLine);
     auto* group = new AcDbGroup(L"tool");
