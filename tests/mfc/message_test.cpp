@@ -1,4 +1,6 @@
 // Message maps and the queue.
+#include <fstream>
+
 #include "AcExtensionModule.h"
 #include "mfc/support.h"
 #include "rxmfcapi.h"
@@ -207,6 +209,21 @@ TEST_F(Messages, WindowsThatAreGone) {
     m_dialog.EnableWindow(TRUE);
 }
 
+TEST_F(Messages, TextsOfTheModule) {
+    const std::string path = ::testing::TempDir() + "texts.rc";
+    std::ofstream(path) << "STRINGTABLE\nBEGIN\n 7 \"seven %d\"\nEND\n";
+    host::SetResourceScript(AfxGetInstanceHandle(), host::Widen(path));
+    const CAcModuleResourceOverride resources;
+    CString text(_T("before"));
+    EXPECT_TRUE(text.LoadString(7));
+    EXPECT_EQ(text, _T("seven %d"));
+    EXPECT_FALSE(text.LoadString(8));
+    EXPECT_EQ(text, _T("seven %d"));
+    AfxMessageBox(7u);
+    EXPECT_EQ(script.boxes, std::vector<std::string>{"seven %d"});
+    std::remove(path.c_str());
+}
+
 TEST_F(Messages, ResourcesOfTheModule) {
     const HINSTANCE before = AfxGetResourceHandle();
     AfxSetResourceHandle(reinterpret_cast<HINSTANCE>(1));
@@ -221,6 +238,10 @@ TEST_F(Messages, ResourcesOfTheModule) {
     EXPECT_FALSE(CDialogEx().Create(100));
     EXPECT_EQ(reports.size(), 1u);
     AfxSetResourceHandle(before);
+    // Without another place the script lies in res/ beside the module.
+    host::SetResourceScript(AfxGetInstanceHandle(), L"");
+    EXPECT_FALSE(CDialogEx().Create(100));
+    EXPECT_THAT(reports.back(), ::testing::HasSubstr("/bin/res/mfc_tests.rc: the resource script"));
     HMODULE module = nullptr;
     EXPECT_TRUE(
         ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,

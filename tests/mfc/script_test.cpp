@@ -191,7 +191,7 @@ TEST(ResourceScript, DamagedScripts) {
     const std::string whole = ReadFile("ui/res/resource.h") + ReadFile("ui/res/QZEncircleLine.rc");
     ASSERT_GT(whole.size(), 1000u);
     const char kBytes[] = "\"\\#(){},|-0x/*\n A";
-    for (unsigned seed = 1; seed <= 400; ++seed) {
+    for (unsigned seed = 1; seed <= 200; ++seed) {
         SCOPED_TRACE(seed);
         std::mt19937 random(seed);
         std::string text = whole;

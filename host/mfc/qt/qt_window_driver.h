@@ -22,7 +22,9 @@ public:
     ~QtWindowDriver() override;
 
     // The program's window, which stands for the host's frame: dialogs are centred on it and stay
-    // in front of it. Not owned.
+    // in front of it. Not owned. When it closes, it should call CloseHostWindows first: dialogs
+    // answer a closing by Qt (QApplication::quit asks every window) only through their own
+    // messages.
     void SetMainWindow(QWidget* window);
 
     void Created(const Window& window) override;
