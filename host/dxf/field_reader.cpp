@@ -85,9 +85,9 @@ void FieldReader::Point(int code, AcGePoint3d& point) {
     Real(code + 10, point.y);
     if (const Tag* z = Find(code + 20)) {
         point.z = RealOf(*z);
-    } else if (version() <= kVersionR12) {
+    } else if (const Tag* elevation = FindIn(38, true)) {
         // Before points had three coordinates the elevation stood in a group of its own.
-        if (const Tag* elevation = FindIn(38, true)) point.z = RealOf(*elevation);
+        point.z = RealOf(*elevation);
     }
 }
 

@@ -106,14 +106,28 @@ void NewObjects::RequireTable(Root table) {
     }
     const AcDbObject* object = ObjectOf(*GetRoot(db_, table));
     for (Stub* member : Members(*object)) {
-        if (!IsImplied(*member)) Require(member);
+        if (!IsUnwritable(*member)) Require(member);
     }
 }
 
-// Before R13 the table could not hold these two.
-bool NewObjects::IsImplied(const Stub& stub) const {
+// Before R13 no table could hold these two.
+bool NewObjects::IsUnwritable(const Stub& stub) const {
     return style_.version < kVersionR13 &&
            (&stub == db_.byLayerLinetype().stub() || &stub == db_.byBlockLinetype().stub());
+}
+
+// Names that need no declaration up to R12.
+bool NewObjects::IsImplied(const Stub& stub) const {
+    const HeaderVars& header = Header(db_);
+    return style_.version < kVersionR13 &&
+           (IsUnwritable(stub) || &stub == db_.continuousLinetype().stub() ||
+            &stub == db_.layerZero().stub() || &stub == header.textstyle.stub() ||
+            &stub == header.dimstyle.stub());
+}
+
+void NewObjects::RequireNamed(const std::vector<Stub*>& references) {
+    for (const Stub* reference : references)
+        if (!IsImplied(*reference)) Require(reference);
 }
 
 void NewObjects::WriteStub(const Stub& stub) {
@@ -156,7 +170,7 @@ void NewObjects::WriteRecord(const Stub& stub) {
         any_ = any_ || !IsSpaceBlock(stub);
         return;
     }
-    if (IsImplied(stub)) return;
+    if (IsUnwritable(stub)) return;
     RequireTable(table);
     records[table][stub.handle] = WholeRecord(stub, "");
     if (block) blocks.push_back(&stub);
@@ -171,7 +185,8 @@ RecordHead NewObjects::HeadOf(const Stub& stub, const std::string& name) const {
     const bool hasOwner =
         style_.version >= kVersionR2000 || (plain && style_.version < kVersionR13);
     if (hasOwner && stub.owner != nullptr && IsInFile(*stub.owner)) head.owner = stub.owner->handle;
-    head.options.marks = style_.version >= kVersionR13;
+    // Objects that R12 did not have are written as later versions do.
+    head.options.marks = plain || style_.version >= kVersionR13;
     head.options.byLayer = db_.byLayerLinetype();
     head.options.paperSpace = OnSheet(stub);
     if (drawing_ != nullptr && !complete) head.options.unnamed = &drawing_->synthetic;
@@ -235,7 +250,7 @@ std::string NewObjects::WholeRecord(const Stub& stub, const std::string& name) {
     if (object->isKindOf(AcDbLayerTableRecord::desc())) LayerDefaults(head.options);
     std::vector<Stub*> references;
     WriteObject(*object, head, buffer, &references);
-    for (const Stub* reference : references) Require(reference);
+    RequireNamed(references);
     Check(buffer, stub);
     return buffer.TakeBytes();
 }
@@ -261,10 +276,15 @@ std::string NewObjects::Merged(const Stub& stub, std::size_t base, bool copy) {
     }
     TagBuffer before(style_), after(style_);
     const std::unique_ptr<AcDbObject> original = drawing_->Make(base, object.isA());
-    std::vector<Stub*> references;
-    WriteObject(*original, old, before, nullptr);
+    std::vector<Stub*> known, references;
+    WriteObject(*original, old, before, &known);
     WriteObject(object, head, after, &references);
-    for (const Stub* reference : references) Require(reference);
+    // What the record names already was good enough for the file.
+    const auto named = [&](Stub* reference) {
+        return !copy && std::find(known.begin(), known.end(), reference) != known.end();
+    };
+    references.erase(std::remove_if(references.begin(), references.end(), named), references.end());
+    RequireNamed(references);
     Check(after, stub);
     return MergeRecord(source, base, before, after);
 }
@@ -328,7 +348,7 @@ void NewObjects::WriteForm(const AcDbEntity& form, RecordHead head, const Stub& 
         part.handle = TakeHandle();
         WriteObject(end, part, buffer, &references);
     }
-    for (const Stub* reference : references) Require(reference);
+    RequireNamed(references);
     Check(buffer, original);
     out += buffer.TakeBytes();
 }

@@ -48,7 +48,9 @@ public:
     std::string Merged(const Stub& stub, std::size_t base, bool copy);
 
 private:
+    bool IsUnwritable(const Stub& stub) const;
     bool IsImplied(const Stub& stub) const;
+    void RequireNamed(const std::vector<Stub*>& references);
     bool OnSheet(const Stub& stub) const;
     const Stub* ModelSpace() const;
     void Collect();
