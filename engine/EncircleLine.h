@@ -75,9 +75,9 @@ protected:
     // BreakLines2() on a copy of the lines, and then RemoveLine2() on what that leaves for each of the
     // sides, in one (EncircleLineSee.cpp).
     //
-    // result   for each side, in the order given, what it sees: the same records in the same order
-    // drawing  in the same state as after those passes: what all of the sides see keeps its entity,
-    //          everything else is erased. Pieces that no side sees are never made.
+    // result   for each side, in the order given, what it sees: the same segments in the same order.
+    //          Pieces of broken lines have no entity; none is made for them.
+    // drawing  whole lines that all of the sides see stay, every other line is erased
     // cost     O((n + seen) log n), where BreakLines2() alone makes a quadratic number of pieces
     std::vector<std::vector<CLineInfo>> BreakAndSee(const std::vector<CLineInfo>& lines,
                                                     bool bWithVertical, bool bShiftRight,

@@ -4,10 +4,10 @@
 #include "EncircleLine.h"
 
 #include <algorithm>
-#include <map>
+#include <set>
 #include <utility>
 
-#include "LineSplitter.h"
+#include "EraseEntity.h"
 #include "RemoveMarked.h"
 #include "SideOrder.h"
 #include "Visibility.h"
@@ -46,34 +46,17 @@ Seen GetSeenByAll(std::vector<Seen> seen) {
     return seen.empty() ? Seen() : std::move(seen.front());
 }
 
-using PieceIds = std::map<std::pair<size_t, int>, AcDbObjectId>;
-
-// Erases every line but the whole ones that all sides see, and makes the pieces that all sides see.
-PieceIds MakePieces(const Lines& lines, const Seen& byAll) {
+// Erases every line but the whole ones that all sides see.
+void EraseOthers(const Lines& lines, const Seen& byAll) {
     std::vector<char> gone(lines.size(), 1);
     for (const SSeenPiece& piece : byAll) {
-        gone[piece.m_nRecord] = piece.m_bWhole ? 0 : 2;
-    }
-    CLineSplitter splitter;
-    PieceIds ids;
-    for (size_t i = 0; i < byAll.size(); ++i) {
-        if (byAll[i].m_bWhole) {
-            continue;
-        }
-        const size_t record = byAll[i].m_nRecord;
-        const AcDbObjectId layerId = splitter.TakeOff(lines[record]);
-        for (; i < byAll.size() && byAll[i].m_nRecord == record; ++i) {
-            ids[{record, byAll[i].m_nPiece}] =
-                splitter.MakePiece(byAll[i].m_from, byAll[i].m_to, layerId).m_id;
-        }
-        --i;
+        gone[piece.m_nRecord] = piece.m_bWhole ? 0 : 1;
     }
     EraseMarked(lines, gone);
-    return ids;
 }
 
 // The records of one side: the whole ones first, then the pieces, both in order.
-Lines ToLines(const Lines& lines, const Seen& seen, const PieceIds& ids, E_RemoveLine_Dir dir) {
+Lines ToLines(const Lines& lines, const Seen& seen, E_RemoveLine_Dir dir) {
     Lines visible;
     visible.reserve(seen.size());
     for (const bool bWhole : {true, false}) {
@@ -84,9 +67,6 @@ Lines ToLines(const Lines& lines, const Seen& seen, const PieceIds& ids, E_Remov
             CLineInfo line;
             if (bWhole) {
                 line.m_id = lines[piece.m_nRecord].m_id;
-            } else if (const auto id = ids.find({piece.m_nRecord, piece.m_nPiece});
-                       id != ids.end()) {
-                line.m_id = id->second;
             }
             line.m_startPt = piece.m_from;
             line.m_endPt = piece.m_to;
@@ -95,6 +75,22 @@ Lines ToLines(const Lines& lines, const Seen& seen, const PieceIds& ids, E_Remov
         }
     }
     return visible;
+}
+
+// Takes the pieces of broken lines out of the drawing.
+void DropPieceEntities(const Lines& lines, std::vector<Lines>& visible) {
+    std::set<AcDbObjectId> wholeIds;
+    for (const CLineInfo& line : lines) {
+        wholeIds.insert(line.m_id);
+    }
+    for (Lines& seen : visible) {
+        for (CLineInfo& line : seen) {
+            if (wholeIds.count(line.m_id) == 0) {
+                EraseById(line.m_id);
+                line.m_id = AcDbObjectId::kNull;
+            }
+        }
+    }
 }
 
 }  // namespace
@@ -110,6 +106,7 @@ std::vector<std::vector<CLineInfo>> CEncircleLine::BreakAndSee(
         for (const E_RemoveLine_Dir dir : dirs) {
             visible.push_back(RemoveLine2(dir, copy));
         }
+        DropPieceEntities(lines, visible);
         return visible;
     }
     const CProbeCuts probes(lines, GetProbeSetup(bWithVertical, bShiftRight));
@@ -117,9 +114,9 @@ std::vector<std::vector<CLineInfo>> CEncircleLine::BreakAndSee(
     for (const E_RemoveLine_Dir dir : dirs) {
         seen.push_back(visibility.See(dir, probes));
     }
-    const PieceIds ids = MakePieces(lines, GetSeenByAll(seen));
     for (size_t i = 0; i < dirs.size(); ++i) {
-        visible.push_back(ToLines(lines, seen[i], ids, dirs[i]));
+        visible.push_back(ToLines(lines, seen[i], dirs[i]));
     }
+    EraseOthers(lines, GetSeenByAll(std::move(seen)));
     return visible;
 }

@@ -35,22 +35,16 @@ AcDbObjectId CLineSplitter::TakeOff(const CLineInfo& line) {
     return layerId.isNull() ? GetScratchLayer() : layerId;
 }
 
-CLineInfo CLineSplitter::MakePiece(const AcGePoint3d& from, const AcGePoint3d& to,
-                                   const AcDbObjectId& layerId) {
-    CLineInfo piece;
-    piece.m_id = m_space.AppendLine(from, to, kByLayerColour, layerId);
-    piece.m_startPt.set(from.x, from.y, 0.0);
-    piece.m_endPt.set(to.x, to.y, 0.0);
-    return piece;
-}
-
 void CLineSplitter::Split(CLineInfo& line, std::vector<CLineInfo>& pieces) {
     line.Sort();
     const AcDbObjectId layerId = TakeOff(line);
     AcGePoint3d from = line.m_startPt;
     for (size_t i = 0; i <= line.m_breakPts.size(); ++i) {
         const AcGePoint3d& to = i < line.m_breakPts.size() ? line.m_breakPts[i] : line.m_endPt;
-        CLineInfo piece = MakePiece(from, to, layerId);
+        CLineInfo piece;
+        piece.m_id = m_space.AppendLine(from, to, kByLayerColour, layerId);
+        piece.m_startPt.set(from.x, from.y, 0.0);
+        piece.m_endPt.set(to.x, to.y, 0.0);
         if (!piece.m_id.isNull()) {
             pieces.push_back(std::move(piece));
         }

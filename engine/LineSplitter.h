@@ -6,8 +6,8 @@
 #include "AddEntity.h"
 #include "LineInfo.h"
 
-// Model space stays open for write for the splitter's life, since a pass makes hundreds of thousands
-// of pieces; keep it within one pass.
+// Model space stays open for write for the splitter's life, since a pass makes hundreds of
+// thousands of pieces; keep it within one pass.
 class CLineSplitter {
 public:
     CLineSplitter() = default;
@@ -21,21 +21,17 @@ public:
     }
 
     // Splits a broken line at its break points, which are sorted: erases its entity and appends its
-    // pieces from start to end, each with a new line of colour 256 on the erased one's layer; on the
-    // scratch layer when that one is gone already. Pieces of length zero are made too. A piece whose
-    // line cannot be made is left out.
+    // pieces from start to end, each with a new line of colour 256 on the erased one's layer; on
+    // the scratch layer when that one is gone already. Pieces of length zero are made too. A piece
+    // whose line cannot be made is left out.
     void Split(CLineInfo& line, std::vector<CLineInfo>& pieces);
-
-    // One piece of a line that was taken off layerId; a null id when its line cannot be made.
-    CLineInfo MakePiece(const AcGePoint3d& from, const AcGePoint3d& to,
-                        const AcDbObjectId& layerId);
-    // Erases the line's entity and returns the layer for its pieces.
-    AcDbObjectId TakeOff(const CLineInfo& line);
 
     // Splits all broken lines. Left are the others in their order, then the pieces line by line.
     static void SplitAll(std::vector<CLineInfo>& lines);
 
 private:
+    // Erases the line's entity and returns the layer for its pieces.
+    AcDbObjectId TakeOff(const CLineInfo& line);
     const AcDbObjectId& GetScratchLayer();
 
     CBlockAppender m_space;

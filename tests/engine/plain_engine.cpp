@@ -349,6 +349,14 @@ std::vector<PlainEngine::Lines> PlainEngine::BreakAndSee(
     BreakLines2(copy, withVertical, shiftRight);
     std::vector<Lines> seen;
     for (const E_RemoveLine_Dir dir : dirs) seen.push_back(RemoveLine2(dir, copy));
+    // Pieces of broken lines end without an entity.
+    const auto isWhole = [&](const CLineInfo& line) {
+        return std::any_of(lines.begin(), lines.end(),
+                           [&](const CLineInfo& whole) { return whole.m_id == line.m_id; });
+    };
+    for (CLineInfo& line : copy) {
+        if (!isWhole(line)) EraseById(line.m_id);
+    }
     return seen;
 }
 
