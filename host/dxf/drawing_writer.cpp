@@ -68,7 +68,8 @@ private:
                 gone_ = true;
                 replaced_[i].clear();
                 MarkOwner(*stub);
-            } else if (DirtyMask(*stub) != 0 || renamed) {
+            } else if (DirtyMask(*stub) != 0 || renamed ||
+                       (new_.TurnsHandlesOn() && stub->Has(kStubEntity))) {
                 MergeOne(*stub);
             }
         }
@@ -269,13 +270,14 @@ private:
         const LoadedDrawing::Span* section = FindSection("HEADER");
         if (section != nullptr) {
             if (added || Header(db_).changed != 0)
-                replaced_[section->begin] =
-                    HeaderRecord(db_, drawing_, section->begin, seed, style_);
-        } else if (drawing_ == nullptr || Header(db_).changed != 0) {
+                replaced_[section->begin] = HeaderRecord(db_, drawing_, section->begin,
+                                                         {seed, new_.TurnsHandlesOn()}, style_);
+        } else if (drawing_ == nullptr || Header(db_).changed != 0 || new_.TurnsHandlesOn()) {
             TagBuffer end(style_);
             WriteMark("ENDSEC", end);
             newSections_["HEADER"] =
-                HeaderRecord(db_, drawing_, kNoIndex, new_.nextHandle(), style_) + end.bytes();
+                HeaderRecord(db_, drawing_, kNoIndex, {new_.nextHandle(), true}, style_) +
+                end.bytes();
         }
         if (drawing_ == nullptr && style_.version >= kVersionR13) AddToSection("CLASSES", "");
     }

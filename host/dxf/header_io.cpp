@@ -135,6 +135,7 @@ const std::vector<Variable>& KnownVariables() {
         {"$DIMSTYLE", 0, 0, [](W io, V v, S) { PutName(io, 2, v.dimstyle, L"Standard"); }},
         {"$LUNITS", 0, 0, [](W io, V v, S) { io.PutInt(70, v.lunits); }},
         {"$LUPREC", 0, 0, [](W io, V v, S) { io.PutInt(70, v.luprec); }},
+        {"$HANDLING", 0, 0, [](W io, V, S) { io.PutInt(70, 1); }},
         {"$HANDSEED", 0, 0, [](W io, V, S seed) { io.out().PutHandle(5, seed); }},
         {"$TILEMODE", 0, 0, [](W io, V v, S) { io.PutInt(70, v.tilemode ? 1 : 0); }},
         {"$MEASUREMENT", 0, kVersionR13, [](W io, V v, S) { io.PutInt(70, v.measurement); }},
@@ -154,6 +155,11 @@ std::string VariableBytes(const Variable& variable, const HeaderVars& header, st
     return buffer.TakeBytes();
 }
 
+// From R13 on every drawing has handles.
+bool Belongs(const Variable& variable, int version) {
+    return version < kVersionR13 || std::string_view(variable.name) != "$HANDLING";
+}
+
 std::string NewHeader(const HeaderVars& header, std::uint64_t seed, const WriteStyle& style) {
     TagBuffer buffer(style);
     buffer.PutText(0, "SECTION");
@@ -163,13 +169,11 @@ std::string NewHeader(const HeaderVars& header, std::uint64_t seed, const WriteS
     if (style.version >= kVersionR13) {
         buffer.PutText(9, "$DWGCODEPAGE");
         buffer.PutText(3, "ANSI_1252");
-    } else {
-        buffer.PutText(9, "$HANDLING");
-        buffer.PutInt(70, 1);
     }
     std::string bytes = buffer.TakeBytes();
     for (const Variable& variable : KnownVariables())
-        if (style.version >= variable.since) bytes += VariableBytes(variable, header, seed, style);
+        if (style.version >= variable.since && Belongs(variable, style.version))
+            bytes += VariableBytes(variable, header, seed, style);
     return bytes;
 }
 
@@ -204,8 +208,9 @@ void ReadHeader(AcDbDatabase& db, const LoadedDrawing& drawing) {
 }
 
 std::string HeaderRecord(const AcDbDatabase& db, const LoadedDrawing* drawing, std::size_t record,
-                         std::uint64_t seed, const WriteStyle& style) {
+                         const HandleFacts& handles, const WriteStyle& style) {
     const HeaderVars& header = Header(db);
+    const std::uint64_t seed = handles.seed;
     if (drawing == nullptr || record == kNoIndex) return NewHeader(header, seed, style);
     const Source& source = drawing->source();
     const auto places = Places(source, record);
@@ -224,6 +229,8 @@ std::string HeaderRecord(const AcDbDatabase& db, const LoadedDrawing* drawing, s
             }
             wanted = seed > stated;
         }
+        if (std::string_view(variable.name) == "$HANDLING")
+            wanted = handles.turnedOn && Belongs(variable, style.version);
         if (!wanted) continue;
         std::string bytes = VariableBytes(variable, header, seed, style);
         if (found == places.end())

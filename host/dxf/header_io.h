@@ -15,8 +15,11 @@ void ReadHeader(AcDbDatabase& db, const LoadedDrawing& drawing);
 //
 // drawing     null for a drawing without file
 // record      the record of SECTION HEADER, or kNoIndex
-// seed        smallest handle that is free
+struct HandleFacts {
+    std::uint64_t seed = 0;  // smallest handle that is free; 0: what the file says still holds
+    bool turnedOn = false;   // the file had none before
+};
 std::string HeaderRecord(const AcDbDatabase& db, const LoadedDrawing* drawing, std::size_t record,
-                         std::uint64_t seed, const WriteStyle& style);
+                         const HandleFacts& handles, const WriteStyle& style);
 
 }  // namespace host::dxf

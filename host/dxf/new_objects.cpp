@@ -77,8 +77,14 @@ void NewObjects::Collect() {
             return table.name == "BLOCK_RECORD";
         });
     }
-    for (Stub* stub : all)
-        if (wanted(stub)) queue_.push_back(stub);
+    for (Stub* stub : all) {
+        if (!wanted(stub)) continue;
+        queue_.push_back(stub);
+        const bool plain =
+            !stub->cls->isDerivedFrom(AcDbEntity::desc()) && !IsRecord(*stub) && !IsTable(*stub);
+        turnsHandlesOn_ = turnsHandlesOn_ || (plain && !handles_);
+    }
+    handles_ = handles_ || turnsHandlesOn_;
 }
 
 void NewObjects::Write() {
@@ -269,6 +275,7 @@ std::string NewObjects::Merged(const Stub& stub, std::size_t base, bool copy) {
     head.options.marks = RecordTags(source, base).HasMarks();
     RecordHead old = head;
     old.options.originalNames = &drawing_->names;
+    if (turnsHandlesOn_) old.handle = source.records[base].handle;
     if (copy) {
         old.handle = source.records[base].handle;
         if (head.owner != 0) old.owner = source.records[base].owner;

@@ -31,6 +31,9 @@ public:
 
     bool Any() const { return any_; }
     bool handles() const { return handles_; }
+    // The file has no handles, but what is stored now may refer to objects by them: every entity is
+    // to get its own.
+    bool TurnsHandlesOn() const { return turnsHandlesOn_; }
     std::uint64_t TakeHandle() { return handles_ ? nextHandle_++ : 0; }
     std::uint64_t nextHandle() const { return nextHandle_; }
     // Handle of the first object that holds a number that is none, as text; empty when all is well.
@@ -71,7 +74,7 @@ private:
     const LoadedDrawing* drawing_;
     const WriteStyle& style_;
     Report& report_;
-    bool handles_ = true, any_ = false;
+    bool handles_ = true, turnsHandlesOn_ = false, any_ = false;
     std::uint64_t nextHandle_;
     std::vector<const Stub*> queue_;
     std::set<const Stub*> written_;

@@ -207,6 +207,32 @@ TEST(NewObject, AttributeOfAnOldReference) {
     EXPECT_EQ("", again.Notes());
 }
 
+// What a program stores may refer to objects by handle, so a drawing without handles gets them
+// then.
+TEST(NewObject, StoredDataTurnHandlesOn) {
+    for (const std::string& text : {R12(""), Lines(Section("ENTITIES", Line("")) + "0|EOF")}) {
+        Loaded drawing(text);
+        const Adesk::UInt64 old = drawing.ModelSpace()[0].handle();
+        const Adesk::UInt64 added = AddLine(drawing.db).handle();
+        AcDbDictionary* root = nullptr;
+        Ok(drawing.db.getNamedObjectsDictionary(root, AcDb::kForWrite));
+        auto* record = new AcDbXrecord;
+        AcDbObjectId id;
+        Ok(root->setAt(L"TASK", record, id));
+        Ok(record->close());
+        Ok(root->close());
+        Loaded again(drawing.Written());
+        ASSERT_TRUE(again.result.ok()) << again.result.message;
+        EXPECT_EQ("", again.Notes());
+        ASSERT_EQ(2u, again.ModelSpace().size());
+        EXPECT_EQ(old, Adesk::UInt64(again.ModelSpace()[0].handle()));
+        EXPECT_EQ(added, Adesk::UInt64(again.ModelSpace()[1].handle()));
+        Ok(again.db.getNamedObjectsDictionary(root, AcDb::kForRead));
+        EXPECT_TRUE(root->has(L"TASK"));
+        Ok(root->close());
+    }
+}
+
 // Handles are never given twice, even when the file's seed is too low.
 TEST(NewObject, HandlesStayUnique) {
     std::string text = R2000();
