@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "host/db/access.h"
+#include "host/dxf/codec.h"
 #include "host/dxf/field_reader.h"
 #include "host/ge/angles.h"
 
@@ -68,6 +69,8 @@ void FieldWriter::PutId(int code, AcDbObjectId id) {
 
 bool FieldWriter::IsNamed(AcDbObjectId id) const {
     if (id.isNull() || id.isErased()) return false;
+    const Codec* codec = FindCodec(id.stub()->cls);
+    if (IsNew(*id.stub()) && codec != nullptr && codec->since > version()) return false;
     return options_.unnamed == nullptr || options_.unnamed->count(id.stub()) == 0 ||
            DirtyMask(*id.stub()) != kDirtyNew;
 }

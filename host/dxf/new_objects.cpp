@@ -56,14 +56,21 @@ bool NewObjects::IsGone(const Stub& stub) {
     return false;
 }
 
+// Entities have other forms in older versions, objects have none.
+bool NewObjects::IsTooNew(const Stub& stub) const {
+    const Codec* codec = FindCodec(stub.cls);
+    return codec != nullptr && codec->since > style_.version &&
+           !stub.cls->isDerivedFrom(AcDbEntity::desc());
+}
+
 bool NewObjects::IsWanted(const Stub& stub) const {
     if (!IsNew(stub) || IsGone(stub)) return false;
+    if (IsTooNew(stub)) return false;
     const bool untouched = drawing_ != nullptr && drawing_->synthetic.count(&stub) != 0 &&
                            DirtyMask(stub) == kDirtyNew;
     // Up to R12 the spaces have no block records, and dictionaries only come with what they hold.
     const bool needless =
-        style_.version < kVersionR13 && (stub.cls->isDerivedFrom(AcDbDictionary::desc()) ||
-                                         stub.cls->isDerivedFrom(AcDbLayout::desc()));
+        style_.version < kVersionR13 && stub.cls->isDerivedFrom(AcDbDictionary::desc());
     return complete ? !needless : !untouched && !(needless && drawing_ == nullptr);
 }
 
@@ -95,6 +102,7 @@ void NewObjects::Write() {
 
 void NewObjects::Require(const Stub* stub) {
     if (stub == nullptr || !IsNew(*stub) || written_.count(stub) != 0 || IsGone(*stub)) return;
+    if (IsTooNew(*stub)) return;
     queue_.push_back(stub);
 }
 
@@ -188,8 +196,7 @@ RecordHead NewObjects::HeadOf(const Stub& stub, const std::string& name) const {
     head.name = name;
     const bool plain = !stub.cls->isDerivedFrom(AcDbEntity::desc()) && !IsRecord(stub);
     head.handle = handles_ || plain ? stub.handle : 0;
-    const bool hasOwner =
-        style_.version >= kVersionR2000 || (plain && style_.version < kVersionR13);
+    const bool hasOwner = plain || style_.version >= kVersionR2000;
     if (hasOwner && stub.owner != nullptr && IsInFile(*stub.owner)) head.owner = stub.owner->handle;
     // Objects that R12 did not have are written as later versions do.
     head.options.marks = plain || style_.version >= kVersionR13;

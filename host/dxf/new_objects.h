@@ -57,6 +57,7 @@ private:
     bool OnSheet(const Stub& stub) const;
     const Stub* ModelSpace() const;
     void Collect();
+    bool IsTooNew(const Stub& stub) const;
     bool IsWanted(const Stub& stub) const;
     void Require(const Stub* stub);
     void WriteStub(const Stub& stub);

@@ -206,7 +206,7 @@ std::string Small(const std::string& version, bool tables) {
 TEST(Conformance, NewDrawings) {
     TempFolder folder;
     std::vector<fs::path> files;
-    for (int version : {1009, 1015, 1018, 1021, 1024, 1027, 1032}) {
+    for (int version : {1009, 1014, 1015, 1018, 1021, 1024, 1027, 1032}) {
         AcDbDatabase db(true, true);
         AddEverything(db, version);
         host::dxf::Report report;
@@ -249,7 +249,7 @@ TEST(Conformance, AddedToSmallDrawingsOfEveryVersion) {
     add(Small("AC1009", true), "r12.dxf", 1009);
     add(Small("AC1009", false), "r12_bare.dxf", 1009);
     add(BinaryOf(Small("AC1009", true), false), "r12_binary.dxf", 1009);
-    for (int version : {1015, 1018, 1021, 1024, 1027, 1032}) {
+    for (int version : {1014, 1015, 1018, 1021, 1024, 1027, 1032}) {
         const std::string small = Small("AC" + std::to_string(version), false);
         add(small, "bare_" + std::to_string(version) + ".dxf", version);
         add(BinaryOf(small, true), "binary_" + std::to_string(version) + ".dxf", version);
