@@ -134,6 +134,10 @@ void MInsertFields(FieldIo& io, AcDbMInsertBlock& reference) {
     ReferenceFields(io, reference);
     io.OptInt(70, Access::Columns(reference), Adesk::UInt16(1));
     io.OptInt(71, Access::Rows(reference), Adesk::UInt16(1));
+    // Counts below one, which some programs write, mean one.
+    constexpr Adesk::UInt16 kLargest = 0x7FFF;
+    for (Adesk::UInt16* count : {&Access::Columns(reference), &Access::Rows(reference)})
+        if (io.AsReader() != nullptr && (*count == 0 || *count > kLargest)) *count = 1;
     io.OptReal(44, Access::ColumnSpacing(reference), 0.0);
     io.OptReal(45, Access::RowSpacing(reference), 0.0);
     io.Normal(Access::Normal(reference));

@@ -83,6 +83,12 @@ std::unique_ptr<AcDbObject> LoadedDrawing::Make(std::size_t record, AcRxClass* t
             FindExtents(*this, record, Access::OpaqueExtents(*unknown));
     }
     if (const Codec* codec = FindCodec(type)) codec->fields(io, *object);
+    if (cyclic.count(record) != 0) {
+        if (auto* reference = AcDbBlockReference::cast(object.get()))
+            Access::Block(*reference).setNull();
+        if (auto* dimension = AcDbDimension::cast(object.get()))
+            Access::Block(*dimension).setNull();
+    }
     ReadAttachments(io, *object);
     const auto found = blockOfRecord.find(record);
     if (auto* block = AcDbBlockTableRecord::cast(object.get());

@@ -50,6 +50,9 @@ public:
     // Index into blocks by the record number of the block table record's stub.
     std::unordered_map<std::size_t, std::size_t> blockOfRecord;
 
+    // References that would make a block contain itself; they show nothing.
+    std::unordered_set<std::size_t> cyclic;
+
     Names names;
 
 private:

@@ -5,6 +5,7 @@
 
 #include "host/db/access.h"
 #include "host/db/names.h"
+#include "host/dxf/block_cycles.h"
 #include "host/dxf/header_io.h"
 #include "host/dxf/record_classes.h"
 #include "host/dxf/structure.h"
@@ -92,7 +93,11 @@ private:
                 for (std::size_t i = section.begin + 1; i < section.end; ++i) PlanEntity(i);
     }
 
-    void PlanEntity(std::size_t record) { classes_[record] = kinds_.OfEntity(record); }
+    void PlanEntity(std::size_t record) {
+        classes_[record] = kinds_.OfEntity(record);
+        if (kinds_.IsHugeArray(record))
+            Note("an array of inserts is too large to be meant, read as a single one", record);
+    }
 
     void PlanObjects() {
         for (const LoadedDrawing::Span& section : drawing_.sections)
@@ -171,6 +176,10 @@ private:
             drawing_.names.Add(entry.table, NameOf(entry.record), *drawing_.stubs[entry.record]);
         for (std::size_t i = 0; i < drawing_.blocks.size(); ++i)
             drawing_.blocks[i].record = drawing_.stubs[blockRecord_[i]];
+        for (std::size_t record : ReferencesThatCloseCycles(drawing_)) {
+            drawing_.cyclic.insert(record);
+            Note("a block contains itself, this reference shows nothing", record);
+        }
     }
 
     // ---- What entities name and no table declares

@@ -1,5 +1,7 @@
 #include "host/dxf/record_classes.h"
 
+#include <algorithm>
+
 #include "host/db/access.h"
 #include "host/db/opaque.h"
 #include "host/dxf/codec.h"
@@ -58,9 +60,18 @@ AcRxClass* RecordClasses::VertexClass() const {
     return OpaqueEntityClass(L"VERTEX");
 }
 
+bool RecordClasses::IsHugeArray(std::size_t record) const {
+    // A drawing that shows so many cells could not be worked with; one that says so is broken.
+    constexpr std::int64_t kMostCells = 100000;
+    if (!source_.Is(record, kInsert)) return false;
+    const std::int64_t columns = Peek(record, 70, 1), rows = Peek(record, 71, 1);
+    return columns > kMostCells || rows > kMostCells ||
+           (std::max)(columns, std::int64_t{1}) * (std::max)(rows, std::int64_t{1}) > kMostCells;
+}
+
 AcRxClass* RecordClasses::InsertClass(std::size_t record) const {
     const bool array = Peek(record, 70, 1) > 1 || Peek(record, 71, 1) > 1;
-    return array ? AcDbMInsertBlock::desc() : AcDbBlockReference::desc();
+    return array && !IsHugeArray(record) ? AcDbMInsertBlock::desc() : AcDbBlockReference::desc();
 }
 
 AcRxClass* RecordClasses::DimensionClass(std::size_t record) const {

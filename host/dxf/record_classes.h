@@ -22,6 +22,8 @@ public:
     explicit RecordClasses(const Source& source) : source_(source) {}
     AcRxClass* OfEntity(std::size_t record);
     AcRxClass* OfObject(std::size_t record);
+    // An arrayed insert of more cells than can be meant; it is taken for a single one.
+    bool IsHugeArray(std::size_t record) const;
 
 private:
     std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const;

@@ -151,6 +151,19 @@ TEST(Fault, Tolerated) {
          Section("ENTITIES", Line("")) + Section("ENTITIES", Line("")) + "0|EOF", 2, ""},
         {"empty sections",
          Section("TABLES", "") + Section("BLOCKS", "") + Section("ENTITIES", "") + "0|EOF", 0, ""},
+        {"block that contains itself twice over",
+         Section("BLOCKS",
+                 "0|BLOCK|2|A|70|0|10|0.0|20|0.0|0|INSERT|8|0|2|B|10|0.0|20|0.0|0|INSERT|8|0|2|"
+                 "b|10|1.0|20|0.0|0|ENDBLK|0|BLOCK|2|B|70|0|10|0.0|20|0.0|0|INSERT|8|0|2|A|10|"
+                 "0.0|20|0.0|0|INSERT|8|0|2|A|10|0.0|20|1.0|0|ENDBLK") +
+             Section("ENTITIES", "0|INSERT|8|0|2|A|10|0.0|20|0.0") + "0|EOF",
+         1,
+         "line 47: INSERT \"A\": a block contains itself, this reference shows nothing\n"
+         "line 57: INSERT \"A\": a block contains itself, this reference shows nothing\n"},
+        {"array beyond reason",
+         Section("ENTITIES", "0|INSERT|8|0|2|B|10|0.0|20|0.0|70|30000|71|30000") + "0|EOF", 1,
+         "line 5: INSERT \"B\": an array of inserts is too large to be meant, read as a single "
+         "one\n"},
         {"code beyond the documented ones", Section("ENTITIES", Line("", "0", "1500|x")) + "0|EOF",
          1, "line 9: group 1500: group code outside the documented ranges, kept as it is\n"},
         {"dictionary entry that leads nowhere",
@@ -166,6 +179,13 @@ TEST(Fault, Tolerated) {
         EXPECT_EQ(c.notes, drawing.Notes());
         EXPECT_EQ(c.entities, drawing.ModelSpace().size());
         EXPECT_EQ(Acad::eOk, drawing.db.closeInput(true));
+        for (AcDbObjectId id : drawing.ModelSpace()) {
+            AcDbEntity* entity = nullptr;
+            ASSERT_EQ(Acad::eOk, acdbOpenObject(entity, id));
+            AcDbExtents box;
+            static_cast<void>(entity->getGeomExtents(box));  // must come to an end
+            EXPECT_EQ(Acad::eOk, entity->close());
+        }
         EXPECT_EQ(bytes, drawing.Written());
     }
 }

@@ -172,6 +172,20 @@ void Use(Loaded& drawing, Mutator& random) {
     }
 }
 
+// The objects that are no entities of model space, by their handles.
+void UseOthers(Loaded& drawing, Mutator& random) {
+    constexpr Adesk::UInt64 kHandles = 0x60;  // of the seeds
+    for (Adesk::UInt64 handle = 1; handle < kHandles; ++handle) {
+        AcDbObjectId id;
+        AcDbObject* object = nullptr;
+        if (drawing.db.getAcDbObjectId(id, false, AcDbHandle(handle)) != Acad::eOk) continue;
+        if (acdbOpenObject(object, id, AcDb::kForWrite) != Acad::eOk) continue;
+        if (random.Below(8) == 0) static_cast<void>(object->createExtensionDictionary());
+        if (random.Below(8) == 0) static_cast<void>(object->erase());
+        EXPECT_EQ(Acad::eOk, object->close());
+    }
+}
+
 // True when the bytes were read.
 bool Try(const std::string& bytes, Mutator& random) {
     Loaded drawing(bytes);
@@ -181,6 +195,7 @@ bool Try(const std::string& bytes, Mutator& random) {
     }
     EXPECT_EQ(bytes, drawing.Written());
     Use(drawing, random);
+    UseOthers(drawing, random);
     std::string changed;
     host::dxf::Report notes;
     // A broken drawing may hold what cannot be computed with; then the reason is said.
