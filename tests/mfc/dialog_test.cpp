@@ -53,6 +53,7 @@ public:
     }
     void OnDestroy() {
         Log().push_back(::IsWindow(::GetDlgItem(m_hWnd, 11)) ? "OnDestroy" : "OnDestroy too late");
+        DestroyWindow();  // under way already: nothing more happens
         CDialogEx::OnDestroy();
     }
     void OnDeleteThis() { delete this; }

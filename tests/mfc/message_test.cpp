@@ -33,7 +33,7 @@ END_MESSAGE_MAP()
 class CDerivedDlg : public CBaseDlg {
     DECLARE_DYNAMIC(CDerivedDlg)
 public:
-    int m_nPumps = 0;
+    bool m_bDestroysOnSelect = false;
 
     void OnTwo() { g_log += "derived2 "; }
     void OnItemChanged(NMHDR* header, LRESULT* result) {
@@ -41,6 +41,7 @@ public:
         g_log += std::to_string(notice->iItem) + ":" + std::to_string(notice->uOldState) + ">" +
                  std::to_string(notice->uNewState) + " ";
         *result = 17;
+        if (m_bDestroysOnSelect) DestroyWindow();
     }
     void OnSize(UINT type, int cx, int cy) {
         CBaseDlg::OnSize(type, cx, cy);
@@ -142,6 +143,16 @@ TEST_F(Messages, NotificationsCarryTheirRecord) {
     EXPECT_EQ(g_log, "1:3>0 ");
     NMLISTVIEW notice = {{list.m_hWnd, 4, LVN_ITEMCHANGED}, 8, 0, 1, 0, 0, {0, 0}, 0};
     EXPECT_EQ(m_dialog.SendMessage(WM_NOTIFY, 4, reinterpret_cast<LPARAM>(&notice)), 17);
+}
+
+// Run under the address sanitizer: the list is gone after the first of several notifications.
+TEST_F(Messages, AListMayGoInItsOwnNotification) {
+    CListCtrl& list = *static_cast<CListCtrl*>(m_dialog.GetDlgItem(4));
+    for (int i = 0; i < 3; ++i) list.InsertItem(i, L"x");
+    m_dialog.m_bDestroysOnSelect = true;
+    EXPECT_TRUE(host::SelectRows(100, 4, {1, 2, 3}));
+    EXPECT_EQ(g_log, "0:0>2 ");
+    EXPECT_EQ(m_dialog.m_hWnd, nullptr);
 }
 
 TEST_F(Messages, PostedOnesWaitTheirTurn) {
