@@ -75,7 +75,7 @@ struct OPENFILENAME {
     DWORD lStructSize;
     HWND hwndOwner;
     LPCTSTR
-        lpstrFilter;  // pairs of name and pattern, each with an end mark, a further one at the end
+    lpstrFilter;  // pairs of name and pattern, each with an end mark, a further one at the end
     DWORD nFilterIndex;  // from 1
     LPTSTR lpstrFile;
     DWORD nMaxFile;
