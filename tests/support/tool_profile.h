@@ -15,8 +15,8 @@ namespace test {
 using Segments = std::vector<std::pair<AcGePoint3d, AcGePoint3d>>;
 
 // A tool about the x axis, both halves, longer the more segments it has: lands, shoulders and
-// chamfers, and over them the strokes of inserts and grooves, which cross the contour and one
-// another. Corners included, a segment meets about 2.2 others.
+// chamfers, and over them pockets for inserts and keys, which cross the contour and one another.
+// Corners included, a segment meets about 2.2 others.
 //
 // As drawn with the snap on: coordinates are multiples of 0.05 and slopes are 45 degrees. With
 // freeHand nothing is round, and quarter circles in chords come in. Heights then never repeat, so
@@ -39,6 +39,7 @@ public:
 
 private:
     static constexpr double kSnap = 0.05;
+    static constexpr double kLongest = 10.0;  // side of a pocket
 
     double Unit() { return static_cast<double>(m_random() >> 11) / 9007199254740992.0; }
     double Real(double from, double to) { return from + (to - from) * Unit(); }
@@ -49,10 +50,10 @@ private:
         while (m_segments.size() < count) {
             const double x = m_at.x;
             AddStep();
-            // Three strokes for two segments of contour.
-            for (m_strokesDue += 1.5 * m_added; m_strokesDue >= 1.0 && m_segments.size() < count;
-                 m_strokesDue -= 1.0) {
-                AddStroke(x, m_at.x);
+            // Two segments of pockets for one of contour.
+            for (m_pocketsDue += 2 * m_added; m_pocketsDue >= 4 && m_segments.size() < count;
+                 m_pocketsDue -= 4) {
+                AddPocket(x, m_at.x);
             }
             m_added = 0;
         }
@@ -102,13 +103,18 @@ private:
         ++m_added;
     }
 
-    void AddStroke(double fromX, double toX) {
-        const AcGePoint3d from(Length(fromX, toX), Length(3, 12), 0);
-        const double longest = m_freeHand ? 8.0 : 18.0;
-        const bool upright = Unit() < 0.5;
-        const double dx = upright && !m_freeHand ? 0.0 : Length(-longest, longest);
-        const double dy = upright || m_freeHand ? Length(-longest, longest) : 0.0;
-        Add(from, AcGePoint3d(from.x + dx, (std::max)(from.y + dy, 0.5), 0));
+    // A rectangle that crosses contour and other pockets; free ones lean.
+    void AddPocket(double fromX, double toX) {
+        const AcGePoint3d from(Length(fromX, toX), Length(1, 10), 0);
+        const double width = Length(0.5, kLongest);
+        const double height = Length(0.5, kLongest);
+        const double lean = m_freeHand ? Real(-0.3, 0.3) : 0.0;
+        const AcGeVector3d across(width, width * lean, 0);
+        const AcGeVector3d up(-height * lean, height, 0);
+        Add(from, from + across);
+        Add(from + across, from + across + up);
+        Add(from + across + up, from + up);
+        Add(from + up, from);
     }
 
     void Add(const AcGePoint3d& p, const AcGePoint3d& q) {
@@ -121,7 +127,7 @@ private:
     Segments m_segments;
     AcGePoint3d m_at;
     double m_sign = 1.0;
-    double m_strokesDue = 0.0;
+    int m_pocketsDue = 0;
     int m_added = 0;
 };
 
