@@ -60,13 +60,14 @@ public:
     bool Visit(const Enter& enter, const Use& use) const;
 
     // Calls use(item, item) once for every two items whose boxes touch within pad, in an order that
-    // keeps neighbours together. mayMeet(item, box) may refuse pairs of a larger item and everything
-    // within a box; it is asked for small boxes under large items only.
+    // keeps neighbours together. mayMeet(item, box) may refuse pairs of a larger item and
+    // everything within a box; it is asked for small boxes under large items only.
     template <class MayMeet, class Use>
     void ForEachPair(double pad, const MayMeet& mayMeet, const Use& use) const;
     template <class Use>
     void ForEachPair(double pad, const Use& use) const {
-        ForEachPair(pad, [](int, const SFlatBox&) { return true; }, use);
+        ForEachPair(
+            pad, [](int, const SFlatBox&) { return true; }, use);
     }
 
     // Widens an item's box so that it holds the point.
@@ -76,7 +77,7 @@ private:
     static constexpr size_t kFanOut = 8;
 
     struct STree {
-        std::vector<int> m_items;                    // in the order of the curve
+        std::vector<int> m_items;                     // in the order of the curve
         std::vector<std::vector<SFlatBox>> m_levels;  // the items' boxes first, the roots last
         size_t Top() const { return m_levels.size() - 1; }
     };

@@ -72,10 +72,11 @@ protected:
     void RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
                               std::vector<CLineInfo>& lines);
 
-    // BreakLines2() on a copy of the lines, and then RemoveLine2() on what that leaves for each of the
-    // sides, in one (EncircleLineSee.cpp).
+    // BreakLines2() on a copy of the lines, and then RemoveLine2() on what that leaves for each of
+    // the sides, in one (EncircleLineSee.cpp).
     //
-    // result   for each side, in the order given, what it sees: the same segments in the same order.
+    // result   for each side, in the order given, what it sees: the same segments in the same
+    // order.
     //          Pieces of broken lines have no entity; none is made for them.
     // drawing  whole lines that all of the sides see stay, every other line is erased
     // cost     O((n + seen) log n), where BreakLines2() alone makes a quadratic number of pieces

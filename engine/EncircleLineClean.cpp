@@ -92,8 +92,8 @@ std::vector<SRepeat> FindRepeats(const Lines& lines, const std::vector<char>& sk
     return repeats;
 }
 
-// The nearest place on other lines to an end, as a walk over all lines in order finds it: of several
-// at the same distance the one that it tries first.
+// The nearest place on other lines to an end, as a walk over all lines in order finds it: of
+// several at the same distance the one that it tries first.
 class CNearestPlace {
 public:
     explicit CNearestPlace(const AcGePoint3d& pt) : m_pt(pt) {}

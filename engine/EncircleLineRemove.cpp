@@ -36,9 +36,8 @@ bool IsBeyondAxis(const CLineInfo& line, E_RemoveLine_Dir dir, double dAxis, dou
     const double start = bVertical ? line.m_startPt.y : line.m_startPt.x;
     const double end = bVertical ? line.m_endPt.y : line.m_endPt.x;
     const bool bKeepsHigh = dir == E_Dir_Top || dir == E_Dir_Right;
-    return bKeepsHigh
-               ? IsAtOrBelowValue(start, dAxis, tol) && IsAtOrBelowValue(end, dAxis, tol)
-               : IsAtOrAboveValue(start, dAxis, tol) && IsAtOrAboveValue(end, dAxis, tol);
+    return bKeepsHigh ? IsAtOrBelowValue(start, dAxis, tol) && IsAtOrBelowValue(end, dAxis, tol)
+                      : IsAtOrAboveValue(start, dAxis, tol) && IsAtOrAboveValue(end, dAxis, tol);
 }
 
 // Whether another side's line already stands for this one.

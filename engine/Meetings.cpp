@@ -50,12 +50,10 @@ public:
         const CLineInfo& line = m_lines[item];
         const double dx = line.m_endPt.x - line.m_startPt.x;
         const double dy = line.m_endPt.y - line.m_startPt.y;
-        const double toMiddle =
-            dx * (box.m_dMinY / 2 + box.m_dMaxY / 2 - line.m_startPt.y) -
-            dy * (box.m_dMinX / 2 + box.m_dMaxX / 2 - line.m_startPt.x);
-        const double reach =
-            std::fabs(dx) * ((box.m_dMaxY - box.m_dMinY) / 2 + m_dMargin) +
-            std::fabs(dy) * ((box.m_dMaxX - box.m_dMinX) / 2 + m_dMargin);
+        const double toMiddle = dx * (box.m_dMinY / 2 + box.m_dMaxY / 2 - line.m_startPt.y) -
+                                dy * (box.m_dMinX / 2 + box.m_dMaxX / 2 - line.m_startPt.x);
+        const double reach = std::fabs(dx) * ((box.m_dMaxY - box.m_dMinY) / 2 + m_dMargin) +
+                             std::fabs(dy) * ((box.m_dMaxX - box.m_dMinX) / 2 + m_dMargin);
         return !m_bUsable || std::fabs(toMiddle) <= reach;
     }
 
@@ -75,19 +73,20 @@ bool Meet(const CLineInfo& i, const CLineInfo& j, const AcGeTol& tol, AcGePoint3
 std::vector<SMeeting> FindMeetings(const std::vector<CLineInfo>& lines, const AcGeTol& tol) {
     const CSideTest sides(lines, tol);
     std::vector<SMeeting> meetings;
-    CBoxIndex(GetFlatBoxes(lines)).ForEachPair(
-        kPairPad, [&](int item, const SFlatBox& box) { return sides.MayMeet(item, box); },
-        [&](int a, int b) {
-            SMeeting meeting = {(std::min)(a, b), (std::max)(a, b), AcGePoint3d()};
-            if (Meet(lines[meeting.m_nLow], lines[meeting.m_nHigh], tol, meeting.m_pt)) {
-                meetings.push_back(meeting);
-            }
-        });
+    CBoxIndex(GetFlatBoxes(lines))
+        .ForEachPair(
+            kPairPad, [&](int item, const SFlatBox& box) { return sides.MayMeet(item, box); },
+            [&](int a, int b) {
+                SMeeting meeting = {(std::min)(a, b), (std::max)(a, b), AcGePoint3d()};
+                if (Meet(lines[meeting.m_nLow], lines[meeting.m_nHigh], tol, meeting.m_pt)) {
+                    meetings.push_back(meeting);
+                }
+            });
     return meetings;
 }
 
-// Adds the points in order. As many calls of CLineInfo::AddBreakPoint() give the same list, but walk
-// it each time, and a long line has thousands.
+// Adds the points in order. As many calls of CLineInfo::AddBreakPoint() give the same list, but
+// walk it each time, and a long line has thousands.
 void AddPoints(CLineInfo& line, const std::vector<SMeeting>& meetings, const SPartner* first,
                const SPartner* last, const AcGeTol& tol) {
     const AcGeLineSeg3d segment(line.m_startPt, line.m_endPt);
@@ -128,9 +127,8 @@ void AddMeetingPoints(std::vector<CLineInfo>& lines, const AcGeTol& tol) {
         SPartner* const first = partners.data() + ends[i];
         SPartner* const last = partners.data() + ends[i + 1];
         if (first != last) {
-            std::sort(first, last, [](const SPartner& a, const SPartner& b) {
-                return a.m_nOther < b.m_nOther;
-            });
+            std::sort(first, last,
+                      [](const SPartner& a, const SPartner& b) { return a.m_nOther < b.m_nOther; });
             AddPoints(lines[i], meetings, first, last, tol);
         }
     }

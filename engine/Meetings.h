@@ -12,6 +12,7 @@
 // result   that of the loop bit for bit: a point near an earlier one is dropped, so each record
 //          must see its partners in rising order
 // cost     O((n + k) log n) for k meetings. Pairs come from an index in an order that keeps
-//          neighbours together; visiting them in input order takes about four times as long on large
-//          drawings because of cache misses. The meetings are then handed to both records in order.
+//          neighbours together; visiting them in input order takes about four times as long on
+//          large drawings because of cache misses. The meetings are then handed to both records in
+//          order.
 void AddMeetingPoints(std::vector<CLineInfo>& lines, const AcGeTol& tol);

@@ -7,9 +7,9 @@
 #include "StdAfx.h"
 
 // A list of points with the plain questions "is an equal one there, and which is the first". The
-// answers are those of a walk along the list with isEqualTo(); a hash of cells a few tolerances wide
-// makes them O(1) as long as the points themselves are not closer than the tolerance, since passes
-// ask about every end of every line. Short lists are simply walked.
+// answers are those of a walk along the list with isEqualTo(); a hash of cells a few tolerances
+// wide makes them O(1) as long as the points themselves are not closer than the tolerance, since
+// passes ask about every end of every line. Short lists are simply walked.
 //
 // Any finite points and any tolerance do; coordinates so far off that cells cannot be told apart
 // only make it slow.

@@ -73,9 +73,7 @@ void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
     // How far probes on either side of a kept point are sure to fall on it.
     const double length = segment.length();
     const double across =
-        length > 0.0
-            ? std::fabs(GetPlace(line.m_endPt) - GetPlace(line.m_startPt)) / length
-            : 0.0;
+        length > 0.0 ? std::fabs(GetPlace(line.m_endPt) - GetPlace(line.m_startPt)) / length : 0.0;
     const double rounding =
         kRounding * (GetLargest(line.m_startPt) + length + GetLargest(m_pPoints[first]) +
                      GetLargest(m_pPoints[last - 1]) + m_dHalfLength);

@@ -9,8 +9,8 @@
 
 // What BreakLines2() knows before it looks at the lines.
 struct SProbeSetup {
-    CQZRect m_extents;   // its width and height are half the lengths of the probes
-    double m_dShift;     // how far it is moved along x to tell the end points that count
+    CQZRect m_extents;     // its width and height are half the lengths of the probes
+    double m_dShift;       // how far it is moved along x to tell the end points that count
     bool m_bWithVertical;  // vertical probes first, through all end points, then horizontal ones;
                            // without: only horizontal ones, through points outside the moved box
     AcGeTol m_tolPoint;

@@ -6,9 +6,7 @@
 
 // Seen from above or below: the view runs along y, segments from left to right. Every other value
 // looks along x, at segments that run from top to bottom.
-inline bool IsVerticalSide(E_RemoveLine_Dir dir) {
-    return dir == E_Dir_Bottom || dir == E_Dir_Top;
-}
+inline bool IsVerticalSide(E_RemoveLine_Dir dir) { return dir == E_Dir_Bottom || dir == E_Dir_Top; }
 
 // Exchanges the ends of a segment that does not run that way. One that is edge-on to the viewer is
 // exchanged every time.

@@ -20,9 +20,9 @@ struct SSeenPiece {
     AcGePoint3d m_to;
 };
 
-// Answers which pieces a side sees: those that are not edge-on to it and whose middle no other piece
-// hides. The plain way breaks every line by the probes, which gives a quadratic number of pieces (80
-// a line in a drawing of 100 000), and tests each against all others.
+// Answers which pieces a side sees: those that are not edge-on to it and whose middle no other
+// piece hides. The plain way breaks every line by the probes, which gives a quadratic number of
+// pieces (80 a line in a drawing of 100 000), and tests each against all others.
 //
 // Here nothing is broken that can be proven hidden:
 //   1  For each line the lines above it (towards the viewer) are taken from an index, long ones
@@ -63,12 +63,12 @@ public:
 private:
     // A line as the side sees it: u runs across the view, v towards the viewer.
     struct SSight {
-        double m_dFrom;    // lower end in u
-        double m_dTo;      // upper end in u
-        double m_dV;       // v at the lower end
-        double m_dSlope;   // dv / du
-        double m_dMargin;  // so much higher is clearly above, in v
-        bool m_bClear;     // steady enough for proofs: not close to parallel to the view
+        double m_dFrom;     // lower end in u
+        double m_dTo;       // upper end in u
+        double m_dV;        // v at the lower end
+        double m_dSlope;    // dv / du
+        double m_dMargin;   // so much higher is clearly above, in v
+        bool m_bClear;      // steady enough for proofs: not close to parallel to the view
         bool m_bCutAcross;  // probes along the view may cut it
         bool m_bCutAlong;   // probes across the view may cut it
         double At(double u) const { return m_dV + (u - m_dFrom) * m_dSlope; }

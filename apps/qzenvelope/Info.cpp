@@ -7,8 +7,12 @@
 #include <optional>
 #include <unordered_map>
 
+#include "engine/EncircleLayers.h"
+#include "LayerTools.h"
+
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Selection.h"
+#include "apps/qzenvelope/SolidReport.h"
 #include "apps/qzenvelope/Text.h"
 #include "apps/qzenvelope/ToolFrames.h"
 
@@ -28,12 +32,18 @@ struct LayerInfo {
     int entities = 0;
 };
 
+struct EnvelopeInfo {
+    std::string handle;
+    SolidRun solid;
+};
+
 struct DrawingInfo {
     std::vector<LayerInfo> layers;
     std::map<std::string, int> types;
     int entities = 0, unreadable = 0, blocks = 0;
     Box extents;
     std::vector<ToolFrame> frames;
+    std::vector<EnvelopeInfo> envelopes;
     std::optional<int> taskItems;
     std::string units;
 };
@@ -54,6 +64,8 @@ public:
     DrawingInfo Run() {
         ReadLayers();
         ReadModelSpace();
+        for (const AcDbObjectId& id : m_envelopeIds)
+            m_info.envelopes.push_back({HandleText(id), RevolveEnvelope(id)});
         CountBlocks();
         m_info.taskItems = CountTaskItems();
         // Versions before R2000 do not say.
@@ -89,6 +101,7 @@ private:
     }
 
     void ReadModelSpace() {
+        m_envelopeLayer = FindLayer(kEnvelopeLayer);
         AcDbObjectPointer<AcDbBlockTableRecord> space(acdbSymUtil()->blockModelSpaceId(&m_database),
                                                       AcDb::kForRead);
         AcDbBlockTableRecordIterator* made = nullptr;
@@ -110,7 +123,11 @@ private:
             return;
         }
         const auto layer = m_layerIndex.find(entity->layerId());
-        if (layer != m_layerIndex.end()) ++m_info.layers[layer->second].entities;
+        if (layer != m_layerIndex.end()) {
+            ++m_info.layers[layer->second].entities;
+            if (layer->first == m_envelopeLayer && entity->isKindOf(AcDbPolyline::desc()))
+                m_envelopeIds.push_back(id);
+        }
         if (const auto box = ExtentsOf(*entity.object())) m_info.extents.Add(*box);
         if (auto frame = FrameOf(*entity.object())) m_info.frames.push_back(std::move(*frame));
     }
@@ -150,6 +167,8 @@ private:
     AcDbDatabase& m_database;
     DrawingInfo m_info;
     std::unordered_map<AcDbObjectId, size_t> m_layerIndex;
+    AcDbObjectId m_envelopeLayer;
+    std::vector<AcDbObjectId> m_envelopeIds;
 };
 
 Json Corners(const std::optional<Box>& box) {
@@ -158,7 +177,8 @@ Json Corners(const std::optional<Box>& box) {
 }
 
 std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::string& path) {
-    Json layers = Json::array(), types = Json::object(), frames = Json::array();
+    Json layers = Json::array(), types = Json::object(), frames = Json::array(),
+         envelopes = Json::array();
     for (const LayerInfo& layer : info.layers)
         layers.push_back({{"name", layer.name},
                           {"on", !layer.off},
@@ -174,6 +194,8 @@ std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::s
                           {"handle", frame.handle},
                           {"block", frame.block},
                           {"extents", Corners(frame.extents)}});
+    for (const EnvelopeInfo& envelope : info.envelopes)
+        envelopes.push_back({{"handle", envelope.handle}, {"solid", SolidJson(envelope.solid)}});
     const Json json = {{"file", path},
                        {"version", drawing.Version()},
                        {"binary", drawing.IsBinary()},
@@ -185,6 +207,7 @@ std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::s
                        {"types", std::move(types)},
                        {"layers", std::move(layers)},
                        {"frames", std::move(frames)},
+                       {"envelopes", std::move(envelopes)},
                        {"tasks", info.taskItems ? Json{{"items", *info.taskItems}} : Json()},
                        {"unreadable", info.unreadable},
                        {"notes", drawing.Notes()}};
@@ -236,6 +259,14 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
             out += Numbers(", x %.6g .. %.6g, y %.6g .. %.6g", frame.extents->minX,
                            frame.extents->maxX, frame.extents->minY, frame.extents->maxY);
         out += "\n";
+    }
+    out +=
+        "Envelopes: " + (info.envelopes.empty() ? "none" : std::to_string(info.envelopes.size())) +
+        "\n";
+    for (const EnvelopeInfo& envelope : info.envelopes) {
+        const std::string phrase = SolidPhrase(envelope.solid);
+        out += "  handle " + envelope.handle + ", solid " +
+               (phrase.empty() ? "none: no horizontal edge to be its axis" : phrase) + "\n";
     }
     out += "Stored task list: " +
            (info.taskItems ? "yes, a record of " + std::to_string(*info.taskItems) + " items"

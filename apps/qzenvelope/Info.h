@@ -8,7 +8,8 @@
 namespace app {
 
 // Layers with their state and what lies on them, entities by type, extents, frames with their tool
-// numbers, a stored task list, faults in the file: as text for a terminal, or as one JSON object.
+// numbers, envelopes with the figures of their solids, a stored task list, faults in the file: as
+// text for a terminal, or as one JSON object.
 //
 // cost     opens every entity of model space once
 // fails    Failure with kUsage when the drawing has no model space

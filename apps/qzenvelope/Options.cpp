@@ -29,12 +29,16 @@ const char* const kComputeFooter =
     "on locked layers; the summary lists what was left out. An envelope of an earlier run (layer\n"
     "TempEncircleLine) among the picked entities is replaced.\n"
     "The axis is the horizontal line through the centre. After a run every layer is switched on.\n"
+    "For --sat, --step, --stl and --png the envelope is revolved about the axis into a solid; an\n"
+    "envelope that crosses itself or the axis has none, and the message says where.\n"
     "The input is never overwritten unless -o names it; without -o only the summary is printed.\n"
     "\n"
     "Examples:\n"
     "  qzenvelope compute drill.dxf --centre 140,120 --window 50,100,230,140 -o out.dxf\n"
     "  qzenvelope compute mill.dxf --centre -120,60 --half lower --svg mill.svg\n"
-    "  qzenvelope compute mill.dxf --centre=-120,60 --json\n";
+    "  qzenvelope compute mill.dxf --centre=-120,60 --json\n"
+    "  qzenvelope compute mill.dxf --centre -120,60 --sat mill.sat --step mill.stp --png "
+    "mill.png\n";
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
@@ -71,7 +75,7 @@ std::vector<double> ReadNumbers(const std::string& option, const std::string& te
 
 // Text of the options that take numbers, as typed.
 struct NumberTexts {
-    std::string centre, window, point, line, horVer, precision, side;
+    std::string centre, window, point, line, horVer, precision, side, chord;
 };
 
 struct LengthOption {
@@ -93,6 +97,8 @@ const LengthOption kLengths[] = {
      "arcs and splines become chords about this long (0.3)"},
     {"--side-length", &NumberTexts::side, &ComputeOptions::sideLength, true,
      "how far in the left and right ends are looked for (5)"},
+    {"--chord-tolerance", &NumberTexts::chord, &ComputeOptions::chordTolerance, false,
+     "triangles of --stl leave the solid by no more (a thousandth of its diameter)"},
 };
 
 void ReadLengths(const NumberTexts& texts, ComputeOptions& options) {
@@ -117,6 +123,9 @@ void ReadPlaces(const NumberTexts& texts, ComputeOptions& options) {
         throw Failure(
             kUsage, "no centre given; add --centre X,Y, a point on the tool's axis, or --no-axis");
     }
+    if (!options.centre && options.WantsSolidFile())
+        throw Failure(kUsage,
+                      "a solid needs its axis; add --centre X,Y, a point on the tool's axis");
     if (texts.window.empty()) return;
     const auto n = ReadNumbers("--window", texts.window, 4, "give two corners X1,Y1,X2,Y2");
     Box window;
@@ -144,7 +153,11 @@ void DeclareCompute(CLI::App& command, ComputeOptions& options, NumberTexts& tex
     for (const LengthOption& length : kLengths)
         command.add_option(length.name, texts.*length.text, length.help);
     command.add_option("-o,--output", options.output, "write the drawing with its envelope");
-    command.add_option("--svg", options.svg, "write a picture");
+    command.add_option("--svg", options.svg, "write a picture: drawing, envelope, shaded solid");
+    command.add_option("--sat", options.sat, "write the solid as SAT, version 7.0");
+    command.add_option("--step", options.step, "write the solid as STEP, AP214");
+    command.add_option("--stl", options.stl, "write the solid as binary STL");
+    command.add_option("--png", options.png, "write a picture of the solid above its profile");
     command.add_flag("--json", options.json, "print one JSON object and nothing else");
     command.footer(kComputeFooter);
 }

@@ -39,7 +39,14 @@ struct ComputeOptions {
     double sideLength = 5.0;
     std::string output;  // empty: the drawing is not written
     std::string svg;     // empty: no picture
+    // Files of the revolved solid; empty: not written.
+    std::string sat, step, stl, png;
+    double chordTolerance = 0;  // of the STL file; 0: a thousandth of the largest diameter
     bool json = false;
+
+    bool WantsSolidFile() const {
+        return !sat.empty() || !step.empty() || !stl.empty() || !png.empty();
+    }
 };
 
 struct InfoOptions {

@@ -70,6 +70,9 @@ struct Picture {
     Box view;                     // what is to be seen
     std::vector<Box> dimensions;  // extents of the dimensions in model space
     std::string title;
+    // A picture to stand below, a PNG file; empty: none.
+    std::string below;
+    int belowWidth = 0, belowHeight = 0;
 };
 
 // The picture as an SVG document: y upwards, hairlines that keep their width at any scale, true

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "apps/qzenvelope/SolidReport.h"
 #include "apps/qzenvelope/Text.h"
 
 namespace app {
@@ -139,6 +140,13 @@ std::string EnvelopeSummary(const Envelope& e) {
     return text;
 }
 
+std::string SolidFiles(const ComputeOptions& options) {
+    std::string text;
+    for (const std::string* path : {&options.sat, &options.step, &options.stl, &options.png})
+        if (!path->empty()) text += "  written    " + *path + "\n";
+    return text;
+}
+
 std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) {
     std::string text;
     int steps = 0, gaps = 0;
@@ -161,13 +169,19 @@ std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) 
 
 }  // namespace
 
-std::string RunJson(const EnvelopeRun& run, const Drawing& drawing, const ComputeOptions& options) {
+std::string RunJson(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
+                    const ComputeOptions& options) {
     const Json json = {{"envelope", EnvelopeJson(run.envelope)},
+                       {"solid", SolidJson(solid)},
                        {"picked", run.selection.ids.length()},
                        {"seconds", run.seconds},
                        {"input", options.input},
                        {"output", TextOrNull(run.envelope.found ? options.output : "")},
                        {"svg", TextOrNull(options.svg)},
+                       {"sat", TextOrNull(options.sat)},
+                       {"step", TextOrNull(options.step)},
+                       {"stl", TextOrNull(options.stl)},
+                       {"png", TextOrNull(options.png)},
                        {"selection",
                         {{"extents", Corners(run.selection.box)},
                          {"not_displayed", run.selection.notDisplayed},
@@ -182,7 +196,7 @@ std::string RunJson(const EnvelopeRun& run, const Drawing& drawing, const Comput
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string RunSummary(const EnvelopeRun& run, const Drawing& drawing,
+std::string RunSummary(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
                        const ComputeOptions& options) {
     std::string text = options.input + "\n";
     text += Line("  picked     %d entities, %s half%s", run.selection.ids.length(),
@@ -194,11 +208,14 @@ std::string RunSummary(const EnvelopeRun& run, const Drawing& drawing,
         text += Line("             %d envelope of an earlier run replaced",
                      run.selection.earlierEnvelopes);
     text += EnvelopeSummary(run.envelope);
+    if (const std::string phrase = SolidPhrase(solid); !phrase.empty())
+        text += "  solid      " + phrase + "\n";
     text += TraceSummary(run, options);
     text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
     for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
     if (run.envelope.found && !options.output.empty())
         text += "  written    " + options.output + "\n";
+    if (solid.profile) text += SolidFiles(options);
     if (!options.svg.empty()) text += "  picture    " + options.svg + "\n";
     if (run.envelope.found && options.output.empty())
         text += "  nothing was written to the drawing; -o FILE saves it with its envelope\n";

@@ -35,6 +35,8 @@ public:
         m_view.Add(Point{m_view.minX - margin, m_view.minY - margin});
         m_view.Add(Point{m_view.maxX + margin, m_view.maxY + margin});
         m_scale = kLongSide / std::max(m_view.Width(), m_view.Height());
+        if (!picture.below.empty())
+            m_belowHeight = m_view.Width() * m_scale * picture.belowHeight / picture.belowWidth;
         m_origin = {(m_view.minX + m_view.maxX) / 2, (m_view.minY + m_view.maxY) / 2};
     }
 
@@ -46,7 +48,9 @@ public:
         for (const Shape& shape : m_picture.shapes) Add(shape, m_origin);
         if (m_picture.hasAxis) Axis();
         if (!m_picture.envelope.empty()) Envelope();
-        m_out += "</g>\n</svg>\n";
+        m_out += "</g>\n";
+        if (!m_picture.below.empty()) Below();
+        m_out += "</svg>\n";
         return m_out;
     }
 
@@ -83,9 +87,9 @@ private:
         m_out =
             "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
         Attribute("width", std::round(std::max(kShortSide, width)));
-        Attribute("height", std::round(std::max(kShortSide, height)));
+        Attribute("height", std::round(std::max(kShortSide, height) + m_belowHeight));
         m_out += " viewBox=\"";
-        for (const double value : {-width / 2, -height / 2, width, height}) {
+        for (const double value : {-width / 2, -height / 2, width, height + m_belowHeight}) {
             Number(value);
             m_out += ' ';
         }
@@ -98,7 +102,7 @@ private:
         Attribute("x", -width / 2);
         Attribute("y", -height / 2);
         Attribute("width", width);
-        Attribute("height", height);
+        Attribute("height", height + m_belowHeight);
         m_out += " style=\"fill:#fff\"/>\n";
     }
 
@@ -216,12 +220,38 @@ private:
         Stroke("envelope", path, m_origin);
     }
 
+    void Below() {
+        m_out += "<image";
+        Attribute("x", -m_view.Width() * m_scale / 2);
+        Attribute("y", m_view.Height() * m_scale / 2);
+        Attribute("width", m_view.Width() * m_scale);
+        Attribute("height", m_belowHeight);
+        m_out += " href=\"data:image/png;base64,";
+        Base64(m_picture.below);
+        m_out += "\"/>\n";
+    }
+
+    // RFC 4648.
+    void Base64(const std::string& bytes) {
+        static const char kDigits[] =
+            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+        for (size_t i = 0; i < bytes.size(); i += 3) {
+            unsigned word = 0;
+            for (size_t k = 0; k < 3; ++k)
+                word = word << 8 |
+                       (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+            for (size_t k = 0; k < 4; ++k)
+                m_out += i + k > bytes.size() ? '=' : kDigits[word >> (18 - 6 * k) & 63u];
+        }
+    }
+
     const Picture& m_picture;
     Box m_view;
     Point m_origin;
     // Pixels per drawing unit. Applied to the coordinates, so that strokes have their width in
     // pixels even for viewers that do not know strokes which keep it.
     double m_scale = 1;
+    double m_belowHeight = 0;
     std::string m_out;
 };
 

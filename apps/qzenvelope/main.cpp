@@ -12,6 +12,7 @@
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/PictureBuilder.h"
 #include "apps/qzenvelope/Report.h"
+#include "apps/qzenvelope/SolidRun.h"
 #include "host/db/file_io.h"
 
 namespace {
@@ -21,7 +22,12 @@ using namespace app;
 // The rest of the axis line beyond the outline, as drawn in the picture: a share of its width.
 constexpr double kAxisOverhangInPicture = 0.06;
 
-void WritePicture(Picture picture, const EnvelopeRun& run, const ComputeOptions& options) {
+void Warn(const std::string& input, const std::string& warning) {
+    std::fprintf(stderr, "qzenvelope: %s: warning: %s\n", input.c_str(), warning.c_str());
+}
+
+void WritePicture(Picture picture, const EnvelopeRun& run, const SolidRun& solid,
+                  const ComputeOptions& options) {
     picture.title = options.input;
     picture.envelope = run.envelope.vertices;
     picture.view = run.selection.box;
@@ -43,6 +49,9 @@ void WritePicture(Picture picture, const EnvelopeRun& run, const ComputeOptions&
     const Box tool = picture.view;
     for (const Box& dimension : picture.dimensions)
         if (tool.Meets(dimension)) picture.view.Add(dimension);
+    std::string reason;
+    if (solid.profile && !AddSolid(solid, picture, reason))
+        Warn(options.input, "the picture shows no solid: " + reason);
     const std::string svg = ToSvg(picture);
     host::FileError error;
     if (!host::WriteFileAtomically(options.svg, {std::string_view(svg)}, error))
@@ -61,12 +70,16 @@ ExitStatus Compute(const ComputeOptions& options) {
     Picture picture;
     if (!options.svg.empty()) picture = PictureBuilder(drawing.Database()).Run();
     const EnvelopeRun run = RunEnvelope(drawing.Database(), options);
-    for (const std::string& warning : run.warnings)
-        std::fprintf(stderr, "qzenvelope: %s: warning: %s\n", options.input.c_str(),
-                     warning.c_str());
+    for (const std::string& warning : run.warnings) Warn(options.input, warning);
+    SolidRun solid;
+    if (run.envelope.found && options.centre)
+        solid = RevolveRing(run.envelope.vertices, run.envelope.closed, *options.centre);
     if (run.envelope.found && !options.output.empty()) drawing.Write(options.output);
-    if (!options.svg.empty()) WritePicture(std::move(picture), run, options);
-    Print(options.json ? RunJson(run, drawing, options) : RunSummary(run, drawing, options));
+    if (!options.svg.empty()) WritePicture(std::move(picture), run, solid, options);
+    if (run.envelope.found && options.WantsSolidFile())
+        WriteSolidFiles(solid, run, drawing, options);
+    Print(options.json ? RunJson(run, solid, drawing, options)
+                       : RunSummary(run, solid, drawing, options));
     if (run.envelope.found) return kDone;
     throw Failure(kNoResult,
                   options.input +

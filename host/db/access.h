@@ -27,9 +27,13 @@ namespace host {
 
 // A reference to each field: Access::Bulge(vertex) = 0.5;
 struct Access {
+    // Type and member names cannot stand in brackets.
+    // NOLINTBEGIN(bugprone-macro-parentheses)
 #define HOST_FIELD(Name, Class, field)                        \
     static auto& Name(Class& object) { return object.field; } \
     static const auto& Name(const Class& object) { return object.field; }
+
+    // NOLINTEND(bugprone-macro-parentheses)
 
     // Every object
     HOST_FIELD(StubOf, AcDbObject, m_stub)

@@ -330,6 +330,7 @@ std::vector<AcGeMatrix3d> AcDbMInsertBlock::cellTransforms() const {
     // Zero counts, which some writers leave, mean one.
     const int rowCount = m_rows == 0 ? 1 : m_rows;
     const int columnCount = m_columns == 0 ? 1 : m_columns;
+    cells.reserve(static_cast<size_t>(rowCount) * static_cast<size_t>(columnCount));
     for (int row = 0; row < rowCount; ++row)
         for (int column = 0; column < columnCount; ++column)
             cells.push_back(AcGeMatrix3d::translation(axes.x * (m_columnSpacing * column) +

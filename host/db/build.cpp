@@ -161,6 +161,7 @@ std::vector<Stub*> Members(const AcDbObject& container) {
         Access::OwnedIds(container, ids);
     }
     std::vector<Stub*> members;
+    members.reserve(static_cast<size_t>(ids.length()));
     for (int i = 0; i < ids.length(); ++i)
         if (!ids[i].isErased()) members.push_back(ids[i].stub());
     return members;

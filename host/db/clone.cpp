@@ -120,7 +120,7 @@ Acad::ErrorStatus CheckSources(const AcDbDatabase& db, const AcDbObjectIdArray& 
 // A name for the clone of a dictionary entry: the dictionary's own scheme for names it makes up.
 std::wstring FreeName(const AcDbDictionary& dictionary) {
     for (Adesk::UInt32 n = dictionary.numEntries() + 1;; ++n) {
-        const std::wstring name = L"*A" + std::to_wstring(n);
+        std::wstring name = L"*A" + std::to_wstring(n);
         if (!dictionary.has(name.c_str())) return name;
     }
 }

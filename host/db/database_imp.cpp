@@ -59,6 +59,7 @@ void HandleTable::Insert(Adesk::UInt64 handle, Stub* stub) {
 
 std::vector<Stub*> HandleTable::All() const {
     std::vector<Adesk::UInt64> keys;
+    keys.reserve(m_pages.size());
     for (const auto& page : m_pages) keys.push_back(page.first);
     std::sort(keys.begin(), keys.end());
     std::vector<Stub*> all;

@@ -39,6 +39,6 @@
     do {                                                   \
         const Acad::ErrorStatus hostEs = beginWrite(mask); \
         if (hostEs != Acad::eOk) return hostEs;            \
-        field = value;                                     \
+        (field) = (value);                                 \
         return Acad::eOk;                                  \
     } while (false)

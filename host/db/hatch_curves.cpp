@@ -153,8 +153,10 @@ public:
     }
 
     void Draw(const Plotter& plotter, Curves& out) const {
-        for (double row = std::ceil(m_low); row <= m_high; row += 1.0) {
-            const AcGePoint2d origin = m_line.base + m_line.offset * row;
+        const double first = std::ceil(m_low);
+        const int rows = static_cast<int>(std::floor(m_high) - first) + 1;
+        for (int row = 0; row < rows; ++row) {
+            const AcGePoint2d origin = m_line.base + m_line.offset * (first + row);
             const std::vector<double> cuts = Cuts(origin);
             for (size_t i = 0; i + 1 < cuts.size(); i += 2)
                 Dashes(plotter, origin, cuts[i], cuts[i + 1], out);
@@ -190,8 +192,10 @@ private:
             draw(from, to);
             return;
         }
-        for (double start = std::floor(from / period) * period; start < to; start += period) {
-            double at = start;
+        const double first = std::floor(from / period);
+        const int periods = static_cast<int>(std::ceil(to / period) - first);
+        for (int i = 0; i < periods; ++i) {
+            double at = (first + i) * period;
             for (const double dash : m_line.dashes) {
                 if (dash >= 0.0) draw((std::max)(at, from), (std::min)(at + dash, to));
                 at += std::fabs(dash);

@@ -18,6 +18,7 @@ std::vector<AcGePoint3d> AcDbRasterImage::frame() const {
         corners = {low, AcGePoint2d(high.x, low.y), high, AcGePoint2d(low.x, high.y)};
     }
     std::vector<AcGePoint3d> frame;
+    frame.reserve(corners.size());
     for (const AcGePoint2d& corner : corners)
         frame.push_back(m_origin + m_u * (corner.x + 0.5) + m_v * (m_height - 0.5 - corner.y));
     return frame;

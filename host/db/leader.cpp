@@ -21,6 +21,7 @@ std::vector<AcGePoint3d> DrawnPath(const std::vector<AcGePoint3d>& vertices, boo
     AcGePoint3dArray samples;
     curve.getSamplePoints(kSamplesPerSpan * static_cast<int>(vertices.size() - 1) + 1, samples);
     std::vector<AcGePoint3d> path;
+    path.reserve(static_cast<size_t>(samples.length()));
     for (int i = 0; i < samples.length(); ++i) path.push_back(samples[i]);
     return path;
 }

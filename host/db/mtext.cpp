@@ -49,7 +49,7 @@ Acad::ErrorStatus AcDbMText::setRotation(double angle) {
 #define HOST_MTEXT_LAYOUT(field, value)                            \
     const Acad::ErrorStatus es = beginWrite(host::kDirtyGeometry); \
     if (es != Acad::eOk) return es;                                \
-    field = value;                                                 \
+    (field) = (value);                                             \
     m_storedWidth = m_storedHeight = 0.0;                          \
     return Acad::eOk
 

@@ -17,6 +17,7 @@ namespace {
 template <class T>
 std::vector<T> ToVector(const AcArray<T>& array) {
     std::vector<T> out;
+    out.reserve(static_cast<size_t>(array.length()));
     for (int i = 0; i < array.length(); ++i) out.push_back(array[i]);
     return out;
 }

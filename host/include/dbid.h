@@ -55,7 +55,8 @@ public:
 
     Adesk::IntDbId asOldId() const { return reinterpret_cast<Adesk::IntDbId>(m_stub); }
     AcDbObjectId& setFromOldId(Adesk::IntDbId oldId) {
-        m_stub = reinterpret_cast<host::Stub*>(oldId);
+        // The interface passes identifiers through integers (ads_name).
+        m_stub = reinterpret_cast<host::Stub*>(oldId);  // NOLINT(performance-no-int-to-ptr)
         return *this;
     }
 

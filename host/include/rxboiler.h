@@ -3,6 +3,8 @@
 
 #include "rxclass.h"
 
+// Class names cannot stand in brackets.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define ACRX_DECLARE_MEMBERS(CLASS_NAME)                                       \
     static AcRxClass* desc();                                                  \
     static CLASS_NAME* cast(const AcRxObject* inPtr) {                         \
@@ -43,3 +45,4 @@
     }                                                                                        \
     AcRxClass* CLASS_NAME::isA() const { return CLASS_NAME::desc(); }                        \
     void CLASS_NAME::rxInit() { CLASS_NAME::desc(); }
+// NOLINTEND(bugprone-macro-parentheses)

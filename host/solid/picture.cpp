@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstddef>
-#include <cstdio>
 
 #include "host/solid/raster.h"
 
@@ -49,7 +48,7 @@ Colour Shade(const AcGeVector3d& normal, const View& view) {
     const double lit = (std::max)(0.0, normal.dotProduct(light));
     const double facing = (std::max)(0.0, -normal.dotProduct(view.away));
     const double shine = 0.35 * std::pow((std::max)(0.0, normal.dotProduct(half)), 40.0);
-    const double base = 0.28 + 0.55 * lit + 0.22 * facing;
+    const double base = 0.28 + 0.50 * lit + 0.34 * facing;
     return {kSteel.r * base + shine, kSteel.g * base + shine, kSteel.b * base + shine};
 }
 
@@ -207,46 +206,6 @@ Canvas PaintProfile(const Profile& profile, int width) {
     return canvas;
 }
 
-std::string Base64(const std::string& bytes) {
-    static const char kDigits[] =
-        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-    std::string out;
-    for (std::size_t i = 0; i < bytes.size(); i += 3) {
-        unsigned word = 0;
-        for (std::size_t k = 0; k < 3; ++k)
-            word =
-                word << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
-        for (std::size_t k = 0; k < 4; ++k)
-            out += i + k > bytes.size() ? '=' : kDigits[word >> (18 - 6 * k) & 63u];
-    }
-    return out;
-}
-
-void AppendFormat(std::string& out, const char* format, double a, double b) {
-    char text[80];
-    std::snprintf(text, sizeof text, format, a, b);
-    out += text;
-}
-
-// A chain as path data with y downwards, closed along the axis or by itself.
-std::string PathData(const Chain& chain, const Fit& fit) {
-    std::string out;
-    const ScreenPoint start = fit(chain.pieces.front().from.x, chain.pieces.front().from.y);
-    AppendFormat(out, "M%.3f %.3f", start.x, start.y);
-    for (const Piece& piece : chain.pieces) {
-        const ScreenPoint to = fit(piece.to.x, piece.to.y);
-        if (piece.IsArc()) {
-            AppendFormat(out, "A%.3f %.3f 0 ", piece.radius * fit.scale, piece.radius * fit.scale);
-            out += std::fabs(piece.bulge) > 1.0 ? "1 " : "0 ";
-            out += piece.bulge > 0.0 ? "0 " : "1 ";  // y points down: a left turn is against it
-            AppendFormat(out, "%.3f %.3f", to.x, to.y);
-        } else {
-            AppendFormat(out, "L%.3f %.3f", to.x, to.y);
-        }
-    }
-    return out + "Z";
-}
-
 }  // namespace
 
 Image RenderSolid(const Profile& profile, const Mesh& mesh, int width) {
@@ -260,38 +219,6 @@ Image RenderPicture(const Profile& profile, const Mesh& mesh, int width) {
     both.Put(solid, 0, 0);
     both.Put(flat, 0, solid.Height());
     return both.Reduced(kSamples);
-}
-
-std::string PictureSvg(const Profile& profile, const std::string& solidPng, int solidWidth,
-                       int solidHeight) {
-    const Box box = ProfileBox(profile);
-    const Fit fit(box.low.x, box.high.x, box.low.y, box.high.y, solidWidth);
-    char head[400];
-    std::snprintf(head, sizeof head,
-                  "<svg xmlns=\"http://www.w3.org/2000/svg\" width=\"%d\" height=\"%d\""
-                  " viewBox=\"0 0 %d %d\">\n"
-                  "<rect width=\"100%%\" height=\"100%%\" fill=\"white\"/>\n"
-                  "<image width=\"%d\" height=\"%d\" href=\"data:image/png;base64,",
-                  solidWidth, solidHeight + fit.height, solidWidth, solidHeight + fit.height,
-                  solidWidth, solidHeight);
-    std::string out = head + Base64(solidPng) + "\"/>\n";
-    std::snprintf(head, sizeof head,
-                  "<g transform=\"translate(0 %d)\" stroke-width=\"1.6\" stroke=\"#29303d\""
-                  " stroke-linejoin=\"round\">\n",
-                  solidHeight);
-    out += head;
-    bool isFirst = true;
-    for (const Chain& chain : profile.chains) {
-        out += std::string("<path fill=\"") + (isFirst ? "#dbe6f2" : "white") + "\" d=\"" +
-               PathData(chain, fit) + "\"/>\n";
-        isFirst = false;
-    }
-    const ScreenPoint from = fit(box.low.x, 0.0), to = fit(box.high.x, 0.0);
-    std::snprintf(head, sizeof head,
-                  "<path stroke=\"#cc261f\" stroke-width=\"1.2\" stroke-dasharray=\"24 6 2 6\""
-                  " fill=\"none\" d=\"M%.3f %.3fH%.3f\"/>\n</g>\n</svg>\n",
-                  from.x - 0.5 * kMargin * solidWidth, from.y, to.x + 0.5 * kMargin * solidWidth);
-    return out + head;
 }
 
 }  // namespace host::solid

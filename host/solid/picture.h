@@ -18,9 +18,4 @@ Image RenderSolid(const Profile& profile, const Mesh& mesh, int width);
 // axis dash-dotted.
 Image RenderPicture(const Profile& profile, const Mesh& mesh, int width);
 
-// The same as SVG, for the profile true lines and arcs; solidPng is the PNG file of a RenderSolid()
-// of solidWidth by solidHeight pixels.
-std::string PictureSvg(const Profile& profile, const std::string& solidPng, int solidWidth,
-                       int solidHeight);
-
 }  // namespace host::solid

@@ -42,15 +42,23 @@ void Canvas::Set(int x, int y, const Colour& colour) {
 void Canvas::FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]) {
     const double area = Side(p[0], p[1], p[2].x, p[2].y);
     if (area == 0.0) return;
-    const auto [left, right] = std::minmax({p[0].x, p[1].x, p[2].x});
     const auto [top, bottom] = std::minmax({p[0].y, p[1].y, p[2].y});
-    const Span rows(top, bottom, height_), columns(left, right, width_);
-    for (int y = rows.first; y <= rows.last; ++y)
+    const Span rows(top, bottom, height_);
+    for (int y = rows.first; y <= rows.last; ++y) {
+        // Along a row each corner's weight is linear in x; all three are positive in between.
+        double weight[3], slope[3], left = -1.0, right = width_ + 1.0;
+        for (std::size_t i = 0; i < 3; ++i) {
+            const ScreenPoint &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
+            weight[i] = Side(a, b, 0.0, y + 0.5) / area;
+            slope[i] = -(b.y - a.y) / area;
+            if (slope[i] > 0.0) left = (std::max)(left, -weight[i] / slope[i]);
+            if (slope[i] < 0.0) right = (std::min)(right, -weight[i] / slope[i]);
+            if (slope[i] == 0.0 && weight[i] < 0.0) right = -1.0;
+        }
+        const Span columns(left, right, width_);
         for (int x = columns.first; x <= columns.last; ++x) {
-            const double u = Side(p[1], p[2], x + 0.5, y + 0.5) / area;
-            const double v = Side(p[2], p[0], x + 0.5, y + 0.5) / area;
-            const double w = 1.0 - u - v;
-            if (u < 0.0 || v < 0.0 || w < 0.0) continue;
+            const double u = weight[0] + slope[0] * (x + 0.5);
+            const double v = weight[1] + slope[1] * (x + 0.5), w = 1.0 - u - v;
             const float depth =
                 static_cast<float>(u * p[0].depth + v * p[1].depth + w * p[2].depth);
             float& nearest = depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
@@ -61,6 +69,7 @@ void Canvas::FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]) {
                 {u * c[0].r + v * c[1].r + w * c[2].r, u * c[0].g + v * c[1].g + w * c[2].g,
                  u * c[0].b + v * c[1].b + w * c[2].b});
         }
+    }
 }
 
 void Canvas::DrawLine(const ScreenPoint& a, const ScreenPoint& b, double width,

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "host/solid/profile.h"
+#include "host/solid/stamp.h"
 
 namespace host::solid {
 
@@ -19,13 +20,6 @@ struct SatOptions {
     double millimetresPerUnit = 1.0;  // positive; coordinates stay in drawing units
     std::time_t date = 0;             // seconds since 1970, written as universal time
 };
-
-// The seconds that SOURCE_DATE_EPOCH names when it is set to a whole number, else the clock.
-std::time_t StampTime();
-
-// The time as files of this kind hold it: "Mon Jan  5 10:00:00 2026", 24 characters, universal
-// time.
-std::string DateText(std::time_t date);
 
 // The solids of several profiles as one SAT text, one body each. Each has one lump, a shell a
 // chain, a face a piece; only planes, cones, cylinders, spheres and tori, no seams. Lines end with

@@ -1,5 +1,6 @@
 // The whole pipeline on small tools, and what a run leaves behind.
 #include "engine/EncircleLayers.h"
+#include "support/engine_probe.h"
 #include "support/envelope_run.h"
 #include "util/LayerTools.h"
 
@@ -147,6 +148,18 @@ TEST(Driver, ArcsComeBackAsBulges) {
          " | L 30,8 30,0",
          "", "0,0 0,5 20,5(0.414214) 23,8 30,8 30,0 c"},
     });
+}
+
+TEST(Driver, AFaceDrawnTwiceDoesNotTearTheChain) {
+    std::vector<CLineInfo> lines(3);
+    lines[0].m_startPt = lines[1].m_startPt = AcGePoint3d(0, 5, 0);
+    lines[0].m_endPt = lines[1].m_endPt = lines[2].m_startPt = AcGePoint3d(0, 3, 0);
+    test::EngineProbe().ConnectBreakLine(E_Dir_Left, lines);
+    AcArray<AcGePoint3d> points;
+    test::EngineProbe().GetLineInfoPt(lines, false, false, points);
+    std::string shown;
+    for (int i = 0; i < points.length(); ++i) shown += test::Show(points[i]) + " ";
+    EXPECT_EQ("0,0 0,3 0,5 ", shown);
 }
 
 // What a user sees of a drawing that must not change.

@@ -231,5 +231,7 @@ TEST(SatText, DatesAreWrittenAsTheCLibraryWritesThem) {
         char expected[40];
         std::strftime(expected, sizeof expected, "%a %b %e %H:%M:%S %Y", std::gmtime(&t));
         EXPECT_EQ(host::solid::DateText(t), expected);
+        std::strftime(expected, sizeof expected, "%Y-%m-%dT%H:%M:%S", std::gmtime(&t));
+        EXPECT_EQ(host::solid::IsoDateText(t), expected);
     }
 }

@@ -239,11 +239,4 @@ TEST(Kernel, PicturesShowTheSolidAboveItsProfile) {
         }
     EXPECT_GT(shaded, image.width * image.height / 10);
     EXPECT_GT(filled, image.width * image.height / 20);
-    if (const char* folder = std::getenv("QZ_PICTURES")) {
-        std::ofstream(std::string(folder) + "/solid.png", std::ios::binary) << png;
-        const Image alone = RenderSolid(profile, mesh, 900);
-        ASSERT_TRUE(LoadKernel(reason)->EncodePng(alone, png, reason)) << reason;
-        std::ofstream(std::string(folder) + "/solid.svg")
-            << PictureSvg(profile, png, alone.width, alone.height);
-    }
 }

@@ -1,0 +1,194 @@
+// The export operations of both dialogs, on drawings without a window.
+#include "StdAfx.h"
+
+#include "EnvelopeExport.h"
+#include "RevolveSolid.h"
+#include "SatExport.h"
+
+#include <cmath>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+#include <gmock/gmock.h>
+
+#include "host/solid/revolve.h"
+#include "sat_reader.h"
+#include "support/test_drawing.h"
+
+namespace {
+
+// What the save dialog was offered, and what it answers.
+CString g_offered, g_answer;
+
+int SolidFaces(const std::string& path) {
+    std::ifstream in(path, std::ios::binary);
+    std::ostringstream text;
+    text << in.rdbuf();
+    sat::File file;
+    if (!sat::Parse(text.str(), file).empty()) return 0;
+    const sat::Audit audit = sat::Check(file);
+    return audit.faults.empty() ? audit.faces : -1;
+}
+
+class Export : public testing::Test {
+protected:
+    Export() {
+        host::solid::InstallModeller();
+        g_offered = _T("not asked");
+        g_answer = test::Widen(Path()).c_str();
+        std::remove(Path().c_str());
+    }
+    ~Export() override { std::remove(Path().c_str()); }
+
+    static std::string Path() { return testing::TempDir() + "qz_export_test.sat"; }
+
+    // "x y" lines of model space by class, to see what is left.
+    static std::string Classes(test::TestDrawing& drawing) {
+        std::istringstream lines(drawing.Dump());
+        std::string out, line, handle, name;
+        while (std::getline(lines, line)) {
+            std::istringstream words(line);
+            words >> handle >> name;
+            out += (out.empty() ? "" : " ") + name;
+        }
+        return out;
+    }
+
+    static std::vector<SToolFrame> Frames() {
+        const auto frame = [](const ACHAR* number, double left, double right) {
+            SToolFrame made;
+            made.m_strNumber = number;
+            made.m_rect = CQZRect(AcGePoint3d(left, -50, 0), AcGePoint3d(right, 50, 0));
+            return made;
+        };
+        return {frame(_T("0001"), 500, 900), frame(_T("0002"), -50, 50),
+                frame(_T("0003"), -90, 90)};
+    }
+};
+
+}  // namespace
+
+CString AskSatPath(const CString& strDefaultName) {
+    g_offered = strDefaultName;
+    return g_answer;
+}
+
+TEST_F(Export, OneEnvelopeByDialog) {
+    const char* const kGood = "P 0,0 20,0 20,5 0,5 c";
+    struct {
+        const char* name;
+        const char* envelope;
+        bool cancel, badPath, deleteEnvelope, deleteSolid;
+        const ACHAR* failure;
+        const char* left;
+        bool written;
+    } const kCases[] = {
+        {"done", kGood, false, false, false, true, nullptr, "AcDbPolyline", true},
+        {"done, all stays", kGood, false, false, false, false, nullptr, "AcDbPolyline AcDb3dSolid",
+         true},
+        {"done, nothing stays", kGood, false, false, true, true, nullptr, "", true},
+        {"cancelled", kGood, true, false, false, true, nullptr, "AcDbPolyline", false},
+        {"cancelled, nothing stays", kGood, true, false, true, true, nullptr, "", false},
+        {"no such folder", kGood, false, true, false, true, _T("0002生成失败"), "AcDbPolyline",
+         false},
+        {"open", "P 0,0 20,0 20,5 0,5", false, false, false, true, _T("0002生成三维实体失败"),
+         "AcDbPolyline", false},
+        {"crossing itself", "P 0,0 20,5 20,0 0,5 c", false, false, false, true,
+         _T("0002生成三维实体失败"), "AcDbPolyline", false},
+        {"crossing itself, erased", "P 0,0 20,5 20,0 0,5 c", false, false, true, true,
+         _T("0002生成三维实体失败"), "", false}};
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        std::remove(Path().c_str());
+        test::TestDrawing drawing(c.envelope);
+        g_answer = c.cancel
+                       ? CString()
+                       : CString(test::Widen(c.badPath ? "/no/such/folder/a.sat" : Path()).c_str());
+        SExportCleanUp cleanUp;
+        cleanUp.m_bEnvelope = c.deleteEnvelope;
+        cleanUp.m_bSolid = c.deleteSolid;
+        std::vector<CString> failures;
+        ExportEnvelopeSolid(drawing.ids()[0], AcGePoint3d(7, 0, 0), cleanUp, Frames(), failures);
+        if (c.failure == nullptr)
+            EXPECT_TRUE(failures.empty());
+        else
+            EXPECT_TRUE(failures.size() == 1 && failures[0] == c.failure);
+        EXPECT_EQ(Classes(drawing), c.left);
+        EXPECT_EQ(SolidFaces(Path()), c.written ? 3 : 0);
+    }
+    EXPECT_TRUE(g_offered == _T("0002"));
+}
+
+TEST_F(Export, WithoutEnvelopeNothingIsAsked) {
+    test::TestDrawing drawing;
+    std::vector<CString> failures;
+    ExportEnvelopeSolid(AcDbObjectId::kNull, AcGePoint3d(), SExportCleanUp(), Frames(), failures);
+    ASSERT_EQ(failures.size(), 1u);
+    EXPECT_TRUE(failures[0] == _T("请先计算包络线"));
+    EXPECT_TRUE(g_offered == _T("not asked"));
+}
+
+TEST_F(Export, ToolOfABatch) {
+    const std::string folder = testing::TempDir().substr(0, testing::TempDir().size() - 1);
+    struct {
+        const char* name;
+        const char* envelope;
+        const char* folder;
+        bool cancel;
+        E_ExportResult result;
+        const char* left;
+    } const kCases[] = {
+        {"into a folder", "P 0,0 20,0 20,5 0,5 c", folder.c_str(), false, E_Export_Done,
+         "AcDbPolyline"},
+        {"asked", "P 0,0 20,0 20,5 0,5 c", "", false, E_Export_Done, "AcDbPolyline"},
+        {"asked and cancelled", "P 0,0 20,0 20,5 0,5 c", "", true, E_Export_Cancelled,
+         "AcDbPolyline AcDb3dSolid"},
+        {"no such folder", "P 0,0 20,0 20,5 0,5 c", "/no/such/folder", false, E_Export_NotSaved,
+         "AcDbPolyline"},
+        {"crossing the axis", "P 0,-1 20,-1 20,5 0,5 c", folder.c_str(), false, E_Export_NoSolid,
+         "AcDbPolyline"}};
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.name);
+        std::remove(Path().c_str());
+        test::TestDrawing drawing(c.envelope);
+        const AcDbObjectId layer = drawing.db().clayer();
+        g_answer = c.cancel ? CString() : CString(test::Widen(Path()).c_str());
+        EXPECT_EQ(ExportToolSolid(drawing.ids()[0], AcGePoint3d(7, 0, 0), _T("qz_export_test"),
+                                  test::Widen(c.folder).c_str()),
+                  c.result);
+        EXPECT_EQ(Classes(drawing), c.left);
+        EXPECT_EQ(SolidFaces(Path()), c.result == E_Export_Done ? 3 : 0);
+        EXPECT_TRUE(drawing.db().clayer() == layer);
+        // What a cancelled export left goes with the next one.
+        if (!c.cancel) continue;
+        g_answer = test::Widen(Path()).c_str();
+        EXPECT_EQ(ExportToolSolid(drawing.ids()[0], AcGePoint3d(), _T("x"), _T("")), E_Export_Done);
+        EXPECT_EQ(Classes(drawing), "AcDbPolyline");
+    }
+}
+
+TEST_F(Export, ThroughARegion) {
+    const double turn = 8.0 * std::atan(1.0);
+    for (const char* curve :
+         {"P 0,0 20,0 20,5 0,5 c", "H 0,0 20,0 20,5 0,5 c", "P 0,0 10,0(1) c"}) {
+        SCOPED_TRACE(curve);
+        test::TestDrawing drawing(curve);
+        const std::string before = Classes(drawing);
+        const AcDbObjectId id =
+            RevolveThroughRegion(drawing.ids()[0], AcGePoint3d(), AcGeVector3d(1, 0, 0), turn);
+        EXPECT_EQ(Classes(drawing), before + " AcDb3dSolid");
+        EXPECT_TRUE(WriteSat(g_answer, id));
+        EXPECT_GT(SolidFaces(Path()), 0);
+    }
+    for (const char* curve :
+         {"P 0,0 20,0 20,5 0,5", "P 0,0 20,5 20,0 0,5 c", "L 0,0 20,0", "T 0,0 x"}) {
+        SCOPED_TRACE(curve);
+        test::TestDrawing drawing(curve);
+        const std::string before = Classes(drawing);
+        EXPECT_TRUE(
+            RevolveThroughRegion(drawing.ids()[0], AcGePoint3d(), AcGeVector3d(1, 0, 0), turn)
+                .isNull());
+        EXPECT_EQ(Classes(drawing), before);
+    }
+}
