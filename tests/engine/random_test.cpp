@@ -1,5 +1,7 @@
 // Fast passes against plain loops on random drawings: same records in the same order to the last
 // bit, same entities left in the drawing.
+#include <cstdlib>
+
 #include "engine/line_sets.h"
 #include "engine/plain_engine.h"
 
@@ -92,9 +94,15 @@ struct Scene {
     }
 };
 
+// The environment's QZ_RUNS makes the tests longer by that factor.
+int GetFactor() {
+    const char* text = std::getenv("QZ_RUNS");
+    return text == nullptr ? 1 : (std::max)(std::atoi(text), 1);
+}
+
 template <class Pass>
 void Compare(const char* name, int runs, size_t count, const Pass& pass) {
-    for (int run = 0; run < runs && !::testing::Test::HasFailure(); ++run) {
+    for (int run = 0; run < runs * GetFactor() && !::testing::Test::HasFailure(); ++run) {
         const Scene scene = {static_cast<std::uint64_t>(run) * 7919 + count, count};
         const Outcome plain = scene.Run<PlainEngine>(pass);
         const Outcome fast = scene.Run<EngineProbe>(pass);
