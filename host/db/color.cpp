@@ -25,7 +25,8 @@ double HueChannel(double hue, double offset) {
 Rgb ColorOfIndex(int index) {
     if (index < 10) return kFirstColors[index];
     if (index >= 250) return {kGreys[index - 250], kGreys[index - 250], kGreys[index - 250]};
-    const double hue = (index / 10 - 1) / 4.0;
+    const int spoke = index / 10 - 1;  // quarters of a sixth of the circle
+    const double hue = spoke / 4.0;
     const double value = kValues[index % 10 / 2] * 255.0;
     const double floor = index % 2 == 0 ? 0.0 : 0.5;  // odd indices are half saturated
     const auto channel = [&](double offset) {

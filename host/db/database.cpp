@@ -59,6 +59,8 @@ AcDbDatabase::~AcDbDatabase() {
     }
 }
 
+// Type and member names cannot stand in brackets.
+// NOLINTBEGIN(bugprone-macro-parentheses)
 #define HOST_TABLE(Table, getter, root)                                                  \
     Acad::ErrorStatus AcDbDatabase::getter(Table*& table, AcDb::OpenMode mode) {         \
         return OpenRoot(*this, root, table, mode);                                       \
@@ -66,6 +68,7 @@ AcDbDatabase::~AcDbDatabase() {
     Acad::ErrorStatus AcDbDatabase::getSymbolTable(Table*& table, AcDb::OpenMode mode) { \
         return OpenRoot(*this, root, table, mode);                                       \
     }
+// NOLINTEND(bugprone-macro-parentheses)
 HOST_TABLE(AcDbBlockTable, getBlockTable, Root::kBlockTable)
 HOST_TABLE(AcDbLayerTable, getLayerTable, Root::kLayerTable)
 HOST_TABLE(AcDbLinetypeTable, getLinetypeTable, Root::kLinetypeTable)

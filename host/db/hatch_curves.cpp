@@ -153,6 +153,7 @@ public:
     }
 
     void Draw(const Plotter& plotter, Curves& out) const {
+        if (!(m_low <= m_high)) return;  // no chords
         const double first = std::ceil(m_low);
         const int rows = static_cast<int>(std::floor(m_high) - first) + 1;
         for (int row = 0; row < rows; ++row) {

@@ -110,8 +110,8 @@ public:
                 MergeTag(key(tag.scope, tag.code), tag, anchor);
             }
         }
-        for (std::uint16_t number = 1; number <= afterBuffer_.ListCount(); ++number)
-            if (after_.lists[number - std::size_t{1}].empty()) MergeList(number, anchor);
+        for (std::size_t i = 0; i < after_.lists.size(); ++i)
+            if (after_.lists[i].empty()) MergeList(static_cast<std::uint16_t>(i + 1), anchor);
         RemoveGone();
         return Apply();
     }

@@ -59,8 +59,9 @@ private:
     }
     // Blank lines, a Ctrl-Z or zero bytes at the end of the file are no fault.
     Step NoCode(const char* start) {
+        constexpr std::string_view kBlanks{" \t\r\n\x1a\0", 6};
         for (const char* p = start; p != stop_; ++p)
-            if (std::memchr(" \t\r\n\x1a\0", *p, 6) == nullptr)
+            if (kBlanks.find(*p) == std::string_view::npos)
                 return Fault("the group code is not a number");
         return Step::kEnd;
     }

@@ -11,7 +11,7 @@ namespace host::solid {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr int kSamples = 3;           // pixels are averaged from this many squared
+constexpr int kSamples = 2;           // pixels are averaged from this many squared
 constexpr double kMargin = 0.04;      // of the width, around everything
 constexpr double kYaw = 0.55;         // the right end comes forward by this angle
 constexpr double kPitch = 0.35;       // seen from above by this angle

@@ -2,6 +2,7 @@
 #include <sys/wait.h>
 
 #include "drawing_text.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -9,16 +10,6 @@ using namespace test;
 namespace fs = std::filesystem;
 
 void Ok(Acad::ErrorStatus es) { EXPECT_EQ(Acad::eOk, es); }
-
-// A folder that is gone with the test.
-struct TempFolder {
-    fs::path path;
-    TempFolder() {
-        std::string name = (fs::temp_directory_path() / "dxf-test-XXXXXX").string();
-        path = ::mkdtemp(name.data());
-    }
-    ~TempFolder() { fs::remove_all(path); }
-};
 
 void Append(AcDbDatabase& db, AcDbEntity* entity, const wchar_t* space = ACDB_MODEL_SPACE) {
     AcDbBlockTable* table = nullptr;

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include "drawing_text.h"
+#include "support/scratch.h"
 
 namespace {
 
@@ -12,15 +13,7 @@ namespace fs = std::filesystem;
 
 class Save : public testing::Test {
 protected:
-    Save() {
-        std::string name = (fs::temp_directory_path() / "save-test-XXXXXX").string();
-        folder = ::mkdtemp(name.data());
-        EXPECT_TRUE(drawing.result.ok()) << drawing.result.message;
-    }
-    ~Save() override {
-        fs::permissions(folder, fs::perms::owner_all);
-        fs::remove_all(folder);
-    }
+    Save() { EXPECT_TRUE(drawing.result.ok()) << drawing.result.message; }
     host::dxf::Result To(const fs::path& path) {
         host::dxf::Report report;
         return host::dxf::WriteFile(drawing.db, path.string(), report);
@@ -35,7 +28,8 @@ protected:
 
     const std::string bytes = Lines(Section("ENTITIES", Line("A1")) + "0|EOF");
     Loaded drawing{bytes};
-    fs::path folder;
+    const TempFolder temp;
+    const fs::path folder = temp.path;
 };
 
 TEST_F(Save, NewAndExistingFiles) {

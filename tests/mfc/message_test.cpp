@@ -4,6 +4,7 @@
 #include "AcExtensionModule.h"
 #include "mfc/support.h"
 #include "rxmfcapi.h"
+#include "support/scratch.h"
 
 AC_IMPLEMENT_EXTENSION_MODULE(testModule)
 
@@ -221,7 +222,7 @@ TEST_F(Messages, WindowsThatAreGone) {
 }
 
 TEST_F(Messages, TextsOfTheModule) {
-    const std::string path = ::testing::TempDir() + "texts.rc";
+    const std::string path = test::ScratchFolder() + "texts.rc";
     std::ofstream(path) << "STRINGTABLE\nBEGIN\n 7 \"seven %d\"\nEND\n";
     host::SetResourceScript(AfxGetInstanceHandle(), host::Widen(path));
     const CAcModuleResourceOverride resources;

@@ -5,6 +5,7 @@
 
 #include "host/mfc/dialog_builder.h"
 #include "mfc/support.h"
+#include "support/scratch.h"
 
 using namespace host;
 
@@ -230,7 +231,7 @@ TEST(ResourceScript, FileEncodings) {
         {"UTF-8 not declared", body,
          "x.rc(1): texts beyond ASCII need #pragma code_page(65001) and UTF-8"},
     };
-    const std::string path = ::testing::TempDir() + "x.rc";
+    const std::string path = test::ScratchFolder() + "x.rc";
     for (const FileCase& c : cases) {
         SCOPED_TRACE(c.name);
         std::ofstream(path, std::ios::binary) << c.bytes;

@@ -1,12 +1,12 @@
 #include "mfc/support.h"
 
-#include <unistd.h>
-
 #include <cstdio>
 #include <fstream>
 
+#include "support/scratch.h"
+
 void test::HostTest::UseDialog(const std::string& statements, const std::string& style) {
-    const std::string path = ::testing::TempDir() + "dialog_" + std::to_string(getpid()) + ".rc";
+    const std::string path = ScratchFolder() + "dialog.rc";
     std::ofstream(path) << "#pragma code_page(65001)\n100 DIALOGEX 0, 0, 200, 100\nSTYLE " << style
                         << "\nCAPTION \"Test\"\nFONT 9, \"MS Shell Dlg\"\nBEGIN\n"
                         << statements << "\nEND\n";

@@ -14,6 +14,7 @@
 
 #include "host/solid/revolve.h"
 #include "sat_reader.h"
+#include "support/scratch.h"
 #include "support/test_drawing.h"
 
 namespace {
@@ -41,7 +42,7 @@ protected:
     }
     ~Export() override { std::remove(Path().c_str()); }
 
-    static std::string Path() { return testing::TempDir() + "qz_export_test.sat"; }
+    static std::string Path() { return test::ScratchFolder() + "qz_export_test.sat"; }
 
     // "x y" lines of model space by class, to see what is left.
     static std::string Classes(test::TestDrawing& drawing) {
@@ -130,7 +131,7 @@ TEST_F(Export, WithoutEnvelopeNothingIsAsked) {
 }
 
 TEST_F(Export, ToolOfABatch) {
-    const std::string folder = testing::TempDir().substr(0, testing::TempDir().size() - 1);
+    const std::string folder = test::ScratchFolder().substr(0, test::ScratchFolder().size() - 1);
     struct {
         const char* name;
         const char* envelope;

@@ -10,6 +10,7 @@
 #include "host/dxf/dxf_file.h"
 #include "host/solid/revolve.h"
 #include "sat_reader.h"
+#include "support/scratch.h"
 #include "support/test_drawing.h"
 
 using ::testing::IsEmpty;
@@ -60,7 +61,7 @@ protected:
         return es;
     }
 
-    static std::string SatPath() { return testing::TempDir() + "qz_modelling_test.sat"; }
+    static std::string SatPath() { return test::ScratchFolder() + "modelling_test.sat"; }
 };
 
 }  // namespace
@@ -274,9 +275,9 @@ TEST_F(Modelling, AcisOutWritesWhatWasAskedOrSaysNo) {
     // A refused call leaves the former file alone.
     EXPECT_EQ(ReadSat(ReadFile(SatPath())).faces, 3);
     // Any letters, and the other system's separators.
-    const std::wstring folder = test::Widen(testing::TempDir());
+    const std::wstring folder = test::Widen(test::ScratchFolder());
     EXPECT_EQ(AcDbBody::acisOut((folder + L"\\刀具 1.sat").c_str(), solids), Acad::eOk);
-    const std::string named = testing::TempDir() + "刀具 1.sat";
+    const std::string named = test::ScratchFolder() + "刀具 1.sat";
     EXPECT_EQ(ReadSat(ReadFile(named)).faces, 3);
     std::remove(named.c_str());
     std::remove(SatPath().c_str());

@@ -23,6 +23,7 @@
 #include "host/solid/picture.h"
 #include "host/solid/stl.h"
 #include "solid/outlines.h"
+#include "support/scratch.h"
 
 using namespace host::solid;
 
@@ -89,7 +90,7 @@ std::vector<std::array<AcGePoint3d, 3>> ReadStl(const std::string& bytes) {
 
 // Reads the text as a STEP file; the volume in the given unit, 0 when it is no valid solid.
 double StepVolume(const std::string& text, const char* unit) {
-    const std::string path = testing::TempDir() + "qz_kernel_test.stp";
+    const std::string path = test::ScratchFolder() + "kernel_test.stp";
     std::ofstream(path, std::ios::binary) << text;
     Message::DefaultMessenger()->ChangePrinters().Clear();
     STEPControl_Reader reader;

@@ -23,6 +23,7 @@
 #include "host/mfc/host_windows.h"
 #include "host/mfc/qt/qt_window_driver.h"
 #include "host/mfc/resources.h"
+#include "support/scratch.h"
 
 using namespace host;
 
@@ -147,7 +148,7 @@ TEST_F(Display, EveryTextFitsItsControl) {
                 EXPECT_LE(needed, button->width()) << button->text().toStdString();
             }
         }
-        const std::string path = (folder ? std::string(folder) + "/" : ::testing::TempDir()) +
+        const std::string path = (folder ? std::string(folder) + "/" : test::ScratchFolder()) +
                                  std::to_string(id) + ".png";
         ASSERT_TRUE(SaveScreenshot(std::wstring(path.begin(), path.end())));
         EXPECT_GT(QImage(QString::fromStdString(path)).width(), window->width());
