@@ -3,6 +3,7 @@
 
 #include "Commands.h"
 #include "Reactors.h"
+#include "AcExtensionModule.h"
 
 AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL)
 

@@ -7,6 +7,7 @@
 #include "ExportFolder.h"
 #include "InputNameDlg.h"
 #include "KnifeDiagramFactory.h"
+#include "AcExtensionModule.h"
 
 namespace {
 

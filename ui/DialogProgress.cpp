@@ -6,6 +6,8 @@
 #include <memory>
 
 #include "Progress.h"
+#include "AcExtensionModule.h"
+#include "rxmfcapi.h"
 
 IMPLEMENT_DYNAMIC(CDialogProgress, CDialog)
 

@@ -4,6 +4,8 @@
 #include "BulkGenEncircleLineDlg.h"
 #include "EncircleLineCalDlg.h"
 #include "KnifeDiagramFactory.h"
+#include "AcExtensionModule.h"
+#include "rxmfcapi.h"
 
 namespace {
 

@@ -199,7 +199,7 @@ void RebindRecord(Stub& stub, Adesk::UInt32 record) {
     if (stub.object != nullptr) Access::Record(*stub.object) = record;
 }
 
-size_t PurgeErased(AcDbDatabase& db) {
+size_t PurgeErased(AcDbDatabase& db, const std::function<bool(const Stub&)>& keeps) {
     DatabaseImp& imp = ImpOf(db);
     std::vector<Stub*> kept;
     std::set<Stub*> blocks;
@@ -208,7 +208,7 @@ size_t PurgeErased(AcDbDatabase& db) {
         if (!stub->Has(kStubErased) || stub->Has(kStubPurged)) continue;
         // Tables keep their erased records: iterators over them look at names.
         const bool record = stub->cls->isDerivedFrom(AcDbSymbolTableRecord::desc());
-        if (stub->IsOpen() || record) {
+        if (stub->IsOpen() || record || (keeps && keeps(*stub))) {
             if (!record) kept.push_back(stub);
             continue;
         }

@@ -8,6 +8,7 @@
 // opening by DrawingSource::Load, which may call AppendOwned for vertices and attributes.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -159,8 +160,9 @@ void RebindRecord(Stub& stub, Adesk::UInt32 record);
 
 // Frees the memory of erased objects that are closed. Their identifiers stay and answer
 // eWasErased, or ePermanentlyErased when erased objects are asked for; they cannot be un-erased any
-// more. Returns how many. O(erased since the last call).
-size_t PurgeErased(AcDbDatabase& db);
+// more. Returns how many. O(erased since the last call, and those kept then).
+// keeps  what is to stay; null: nothing
+size_t PurgeErased(AcDbDatabase& db, const std::function<bool(const Stub&)>& keeps = nullptr);
 
 struct OpenObject {
     Adesk::UInt64 handle;

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "aced.h"
 #include "acedads.h"
 #include "dbmain.h"
 #include "dbobjptr.h"
@@ -162,6 +163,22 @@ CommandEnd LoadModule(AcApDocument*) {
                                                              : CommandEnd::kFailed;
 }
 
+// Takes back what the last command, or the last press of a button, has done to this drawing.
+CommandEnd Undo(AcApDocument* document) {
+    std::wstring name;
+    int failed = 0;
+    if (!document->imp().undo->TakeBack(name, failed)) {
+        Session::Get().Print(L"\nNothing to undo.");
+        return CommandEnd::kFailed;
+    }
+    Session::Get().Print(L"\n" + (name.empty() ? L"Last change" : name) + L" undone.");
+    if (failed > 0)
+        Session::Get().Print(L"\n" + std::to_wstring(failed) +
+                             L" change(s) could not be undone: the objects are open.");
+    acedUpdateDisplay();
+    return failed == 0 ? CommandEnd::kEnded : CommandEnd::kFailed;
+}
+
 const BuiltinCommand kCommands[] = {
     {L"ARX", nullptr, true, LoadModule},
     {L"CLOSE", nullptr, true, Close},
@@ -173,6 +190,7 @@ const BuiltinCommand kCommands[] = {
     {L"OPEN", nullptr, true, Open},
     {L"QSAVE", L"SAVE", false, QuickSave},
     {L"SAVEAS", nullptr, false, SaveAs},
+    {L"U", L"UNDO", false, Undo},
 };
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "dbmain.h"
 #include "gepnt2d.h"
 #include "host/ed/typed_text.h"
+#include "host/ed/undo.h"
 
 namespace host {
 
@@ -30,6 +31,7 @@ struct DocumentLock {
 
 struct DocumentImp {
     std::unique_ptr<AcDbDatabase> database;
+    std::unique_ptr<UndoLog> undo;
     std::wstring fileName;  // full path, or the title of a drawing that was never saved
     std::wstring title;
     bool isTitled = false;  // has a file

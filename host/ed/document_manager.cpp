@@ -85,6 +85,7 @@ Acad::ErrorStatus AcApDocManager::lockDocument(AcApDocument* document, AcAp::Doc
         reactor.documentLockModeWillChange(document, before, mode, others, globalCmdName);
     });
     imp.locks.push_back({mode, context});
+    imp.undo->Begin(globalCmdName == nullptr ? L"" : globalCmdName);
     session.DocumentReactors().Notify([=](AcApDocManagerReactor& reactor) {
         reactor.documentLockModeChanged(document, before, mode, others, globalCmdName);
     });
@@ -95,10 +96,12 @@ Acad::ErrorStatus AcApDocManager::unlockDocument(AcApDocument* document) {
     Session& session = Session::Get();
     if (!session.IsOpen(document)) return Acad::eInvalidInput;
     const AcApDocument* const context = session.ContextDocument();
-    std::vector<host::DocumentLock>& locks = document->imp().locks;
+    host::DocumentImp& imp = document->imp();
+    std::vector<host::DocumentLock>& locks = imp.locks;
     for (size_t i = locks.size(); i-- > 0;) {
         if (locks[i].owner != context) continue;
         locks.erase(locks.begin() + static_cast<std::ptrdiff_t>(i));
+        if (locks.empty()) imp.undo->End();
         return Acad::eOk;
     }
     return Acad::eNotApplicable;

@@ -6,7 +6,9 @@
 #include "host/ed/document_locks.h"
 #include "host/ed/drawing_io.h"
 #include "host/ed/editor_services.h"
+#include "host/ed/module_table.h"
 #include "host/ge/host_assert.h"
+#include "host/solid/revolve.h"
 
 namespace host {
 namespace {
@@ -57,6 +59,7 @@ Session& Session::Get() {
 
 Session::Session() {
     RegisterEditorServices();
+    solid::InstallModeller();
     SetPrintSink([](const std::wstring& text) { Session::Get().Print(text); });
     SetDatabaseWatcher(&Hooks());
 }
@@ -125,11 +128,13 @@ AcApDocument* Session::Adopt(std::unique_ptr<AcApDocument> document) {
     AcApDocument* const adopted = document.get();
     m_documents.push_back(std::move(document));
     SetWriteGuard(*adopted->database(), &Hooks());
+    adopted->imp().undo = std::make_unique<UndoLog>(*adopted->database());
     // The drawing is whole before anybody hears of it; the reactors must cope with the working
     // database still being the former document's.
     m_documentReactors.Notify(
         [adopted](AcApDocManagerReactor& reactor) { reactor.documentCreated(adopted); });
     if (IsOpen(adopted)) MakeCurrent(adopted);
+    if (IsOpen(adopted)) ModuleTable::Get().SendAll(AcRx::kLoadDwgMsg);
     return IsOpen(adopted) ? adopted : nullptr;
 }
 
@@ -155,6 +160,7 @@ void Session::MakeCurrent(AcApDocument* document) {
 bool Session::Save(AcApDocument& document, const std::wstring& path) {
     DocumentImp& imp = document.imp();
     AcDbDatabase* const database = imp.database.get();
+    ModuleTable::Get().SendAll(AcRx::kSaveMsg);
     const std::wstring target = AbsolutePath(path.empty() ? imp.fileName : path);
     m_eventReactors.Notify([database, &target](AcRxEventReactor& reactor) {
         reactor.beginSave(database, target.c_str());
@@ -182,6 +188,7 @@ bool Session::Save(AcApDocument& document, const std::wstring& path) {
 void Session::Close(AcApDocument& document) {
     AcApDocument* const closing = &document;
     AcDbDatabase* const database = document.database();
+    ModuleTable::Get().SendAll(AcRx::kUnloadDwgMsg);
     NotifyEditor([database](AcEditorReactor& reactor) { reactor.beginClose(database); });
     m_documentReactors.Notify(
         [closing](AcApDocManagerReactor& reactor) { reactor.documentToBeDeactivated(closing); });

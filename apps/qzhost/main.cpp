@@ -1,0 +1,78 @@
+// qzhost: the embedded host as a program, on the desktop or headless with a script.
+#include <CLI/CLI.hpp>
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+#include "apps/qzhost/HostProgram.h"
+#include "apps/qzhost/ScriptRunner.h"
+#include "host/ed/session.h"
+#include "host/ge/format.h"
+
+namespace {
+
+enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
+
+struct Options {
+    std::string script;
+    std::vector<std::string> drawings;
+    std::vector<std::string> modules;
+    bool noModule = false;
+};
+
+bool LoadModules(const Options& options) {
+    bool allLoaded = true;
+    if (!options.noModule && options.modules.empty())
+        allLoaded = app::LoadModule(app::UsualModule());
+    for (const std::string& module : options.modules)
+        allLoaded &= app::LoadModule(host::Widen(module));
+    return allLoaded;
+}
+
+bool OpenDrawings(const Options& options) {
+    bool allOpened = true;
+    for (const std::string& drawing : options.drawings)
+        allOpened &= host::Session::Get().Open(host::Widen(drawing)) != nullptr;
+    return allOpened;
+}
+
+int RunScript(const Options& options) {
+    std::ifstream file(options.script, std::ios::binary);
+    std::stringstream text;
+    if (!file || !(text << file.rdbuf())) {
+        std::cerr << "qzhost: cannot read the script " << options.script << "\n";
+        return kUsage;
+    }
+    app::Transcript transcript([](const std::string& piece) { std::cout << piece << std::flush; });
+    app::ScriptRunner runner(options.script, app::ParseScript(text.str()), transcript);
+    bool isGood = OpenDrawings(options) && LoadModules(options);
+    if (!isGood) std::cerr << "qzhost: a drawing or module given is not there\n";
+    if (isGood && !runner.Run()) {
+        std::cerr << runner.Failure() << "\n";
+        isGood = false;
+    }
+    for (const std::wstring& line : app::EndHost()) {
+        std::cerr << "qzhost: left at the end: " << host::Narrow(line) << "\n";
+        isGood = false;
+    }
+    transcript.Finish();
+    return isGood ? kDone : kFailed;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    CLI::App parser{"The embedded host: opens drawings, loads modules, runs their commands."};
+    Options options;
+    parser.add_option("--script", options.script, "run this script without a display");
+    parser.add_option("--module", options.modules, "load this module instead of the usual one");
+    parser.add_flag("--no-module", options.noModule, "load no module at the start");
+    parser.add_option("drawings", options.drawings, "DXF drawings to open");
+    try {
+        parser.parse(argc, argv);
+    } catch (const CLI::ParseError& e) {
+        return parser.exit(e) == 0 ? kDone : kUsage;
+    }
+    return RunScript(options);
+}
