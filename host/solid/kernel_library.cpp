@@ -3,16 +3,35 @@
 
 #include <dlfcn.h>
 
+#include <filesystem>
+#include <system_error>
+
 namespace host::solid {
+
+namespace {
+
+constexpr char kLibraryName[] = "libhost_solid_occt.so";
+
+// Looked for beside the program, then wherever the loader looks. The program's own folder is named
+// because a run path is lost when something stands between this call and the loader, as the address
+// sanitizer does.
+void* OpenLibrary() {
+    std::error_code failed;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", failed);
+    if (!failed && std::filesystem::exists(program.parent_path() / kLibraryName, failed))
+        return ::dlopen((program.parent_path() / kLibraryName).c_str(), RTLD_NOW | RTLD_LOCAL);
+    return ::dlopen(kLibraryName, RTLD_NOW | RTLD_LOCAL);
+}
+
+}  // namespace
 
 const Kernel* LoadKernel(std::string& reason) {
     struct Library {
         const Kernel* kernel = nullptr;
         std::string reason;
 
-        // Looked for beside the program by the run path that linking to host_solid gives it.
         Library() {
-            void* const handle = ::dlopen("libhost_solid_occt.so", RTLD_NOW | RTLD_LOCAL);
+            void* const handle = OpenLibrary();
             void* const symbol = handle == nullptr ? nullptr : ::dlsym(handle, kKernelSymbol);
             if (symbol != nullptr)
                 kernel = reinterpret_cast<KernelFunction>(symbol)();
