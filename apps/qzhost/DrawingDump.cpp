@@ -51,23 +51,33 @@ std::wstring Particulars(const AcDbEntity& entity) {
 
 }  // namespace
 
-Lines DumpLayers(AcDbDatabase& database) {
-    Lines lines;
+std::vector<LayerState> LayersOf(AcDbDatabase& database) {
+    std::vector<LayerState> layers;
     const AcDbObjectPointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForRead);
     AcDbLayerTableIterator* made = nullptr;
-    if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return lines;
+    if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return layers;
     const std::unique_ptr<AcDbLayerTableIterator> iterator(made);
     for (; !iterator->done(); iterator->step()) {
         AcDbObjectId id;
         if (iterator->getRecordId(id) != Acad::eOk) continue;
         const AcDbLayerTableRecordPointer layer(id, AcDb::kForRead);
         if (layer.openStatus() != Acad::eOk) continue;
-        lines.push_back(NameOf(id) + (layer->isOff() ? L" off" : L" on") +
-                        (layer->isFrozen() ? L" frozen" : L" thawed") +
-                        (layer->isLocked() ? L" locked " : L" unlocked ") +
-                        NameOf(layer->linetypeObjectId()) +
-                        (id == database.clayer() ? L" current" : L""));
+        layers.push_back({NameOf(id), NameOf(layer->linetypeObjectId()), layer->isOff(),
+                          layer->isFrozen(), layer->isLocked(), id == database.clayer()});
     }
+    return layers;
+}
+
+std::wstring Describe(const LayerState& layer) {
+    return layer.name + (layer.isOff ? L" off" : L" on") +
+           (layer.isFrozen ? L" frozen" : L" thawed") +
+           (layer.isLocked ? L" locked " : L" unlocked ") + layer.linetype +
+           (layer.isCurrent ? L" current" : L"");
+}
+
+Lines DumpLayers(AcDbDatabase& database) {
+    Lines lines;
+    for (const LayerState& layer : LayersOf(database)) lines.push_back(Describe(layer));
     return lines;
 }
 

@@ -10,7 +10,19 @@ namespace app {
 
 using Lines = std::vector<std::wstring>;
 
-// Each layer with what can be switched, in the order of the table.
+struct LayerState {
+    std::wstring name;
+    std::wstring linetype;
+    bool isOff = false;
+    bool isFrozen = false;
+    bool isLocked = false;
+    bool isCurrent = false;
+};
+// In the order of the table.
+std::vector<LayerState> LayersOf(AcDbDatabase& database);
+std::wstring Describe(const LayerState& layer);
+
+// Each layer with what can be switched.
 Lines DumpLayers(AcDbDatabase& database);
 // Each entity of model space: handle, class, layer, what sets it apart, and its extents to six
 // decimals.

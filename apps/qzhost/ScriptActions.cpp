@@ -206,6 +206,7 @@ void ScriptRunner::DoDump(const ScriptLine& line) {
 }
 
 void ScriptRunner::DoScreenshot(const ScriptLine& line) {
+    UpdateDisplay();
     Check(line, host::SaveScreenshot(line.Rest(1)));
 }
 

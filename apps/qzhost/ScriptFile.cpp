@@ -48,4 +48,10 @@ std::optional<ScriptLine> InnerLine(const ScriptLine& line) {
     return MakeLine(line.number, line.Rest(1));
 }
 
+bool NeedsWindows(const ScriptLine& line) {
+    const std::optional<ScriptLine> inner = InnerLine(line);
+    return line.Verb() == L"screenshot" ||
+           (line.Verb() == L"later" && inner && NeedsWindows(*inner));
+}
+
 }  // namespace app

@@ -23,4 +23,7 @@ std::vector<ScriptLine> ParseScript(const std::string& utf8);
 // The line of an action inside another line, behind its first word; nothing when there is none.
 std::optional<ScriptLine> InnerLine(const ScriptLine& line);
 
+// True for a line, or one inside it, that takes a picture.
+bool NeedsWindows(const ScriptLine& line);
+
 }  // namespace app

@@ -148,6 +148,10 @@ Answer ScriptRunner::Text(bool) {
 
 void ScriptRunner::Print(const std::wstring& text) { m_transcript.Print(text); }
 
+void ScriptRunner::UpdateDisplay() {
+    if (onUpdateDisplay) onUpdateDisplay();
+}
+
 int ScriptRunner::box(const host::BoxRequest& request) {
     m_transcript.Line(L"box: " + request.text);
     return IDOK;

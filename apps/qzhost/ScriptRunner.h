@@ -30,11 +30,15 @@ public:
     // "NAME:LINE: reason"; empty when nothing failed.
     const std::string& Failure() const { return m_failure; }
 
+    // Called before a picture is taken and when the host asks for a repaint.
+    std::function<void()> onUpdateDisplay;
+
     // host::UserInput
     host::SelectionAnswer Select() override;
     host::Answer Point(const AcGePoint3d* base) override;
     host::Answer Text(bool spacesAllowed) override;
     void Print(const std::wstring& text) override;
+    void UpdateDisplay() override;
 
     // host::UserAnswers
     int box(const host::BoxRequest& request) override;

@@ -1,10 +1,14 @@
 // qzhost: the embedded host as a program, on the desktop or headless with a script.
+#include <QApplication>
+
 #include <CLI/CLI.hpp>
-#include <cstdio>
+#include <algorithm>
 #include <fstream>
 #include <iostream>
+#include <memory>
 #include <sstream>
 
+#include "apps/qzhost/Desktop.h"
 #include "apps/qzhost/HostProgram.h"
 #include "apps/qzhost/ScriptRunner.h"
 #include "host/ed/session.h"
@@ -37,7 +41,7 @@ bool OpenDrawings(const Options& options) {
     return allOpened;
 }
 
-int RunScript(const Options& options) {
+int RunScript(const Options& options, int& argc, char** argv) {
     std::ifstream file(options.script, std::ios::binary);
     std::stringstream text;
     if (!file || !(text << file.rdbuf())) {
@@ -45,7 +49,18 @@ int RunScript(const Options& options) {
         return kUsage;
     }
     app::Transcript transcript([](const std::string& piece) { std::cout << piece << std::flush; });
-    app::ScriptRunner runner(options.script, app::ParseScript(text.str()), transcript);
+    const std::vector<app::ScriptLine> lines = app::ParseScript(text.str());
+    // Pictures are taken of windows that nobody sees.
+    std::unique_ptr<QApplication> qt;
+    std::unique_ptr<app::Desktop> desktop;
+    if (std::any_of(lines.begin(), lines.end(), app::NeedsWindows)) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        qt = std::make_unique<QApplication>(argc, argv);
+        desktop = std::make_unique<app::Desktop>();
+        desktop->show();
+    }
+    app::ScriptRunner runner(options.script, lines, transcript);
+    if (desktop != nullptr) runner.onUpdateDisplay = [&desktop] { desktop->Refresh(); };
     bool isGood = OpenDrawings(options) && LoadModules(options);
     if (!isGood) std::cerr << "qzhost: a drawing or module given is not there\n";
     if (isGood && !runner.Run()) {
@@ -58,6 +73,17 @@ int RunScript(const Options& options) {
     }
     transcript.Finish();
     return isGood ? kDone : kFailed;
+}
+
+int RunDesktop(const Options& options, int& argc, char** argv) {
+    QApplication qt(argc, argv);
+    app::Desktop desktop;
+    desktop.show();
+    // What cannot be opened or loaded is told on the command line.
+    static_cast<void>(OpenDrawings(options));
+    if (host::Session::Get().Current() == nullptr) host::Session::Get().New();
+    static_cast<void>(LoadModules(options));
+    return QApplication::exec();
 }
 
 }  // namespace
@@ -74,5 +100,6 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& e) {
         return parser.exit(e) == 0 ? kDone : kUsage;
     }
-    return RunScript(options);
+    return options.script.empty() ? RunDesktop(options, argc, argv)
+                                  : RunScript(options, argc, argv);
 }

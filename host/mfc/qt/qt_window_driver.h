@@ -27,6 +27,9 @@ public:
     // messages.
     void SetMainWindow(QWidget* window);
 
+    // A loop of the host, a modal dialog's or a prompt's, has called Qt.
+    bool IsInHostLoop() const { return m_polling > 0; }
+
     void Created(const Window& window) override;
     void Destroyed(const Window& window) override;
     void Changed(const Window& window, WindowChange change) override;

@@ -1,0 +1,39 @@
+// The command line: what was said, and the line to type on.
+#pragma once
+
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QWidget>
+#include <functional>
+
+#include "apps/qzhost/Transcript.h"
+
+namespace app {
+
+// Up and Down bring back what was typed before.
+class CommandLine : public QWidget {
+public:
+    explicit CommandLine(QWidget* parent = nullptr);
+
+    Transcript& Output() { return m_transcript; }
+    QLineEdit& Edit() { return *m_edit; }
+    QString History() const { return m_history->toPlainText(); }
+
+    std::function<void(const std::wstring&)> onEnter;  // the line, which may be empty
+    std::function<void()> onEscape;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void Enter();
+    void Recall(int step);
+
+    QPlainTextEdit* m_history;
+    QLineEdit* m_edit;
+    Transcript m_transcript;
+    QStringList m_typed;
+    qsizetype m_recalled = 0;  // index into m_typed; its size: the line being typed
+};
+
+}  // namespace app

@@ -1,0 +1,241 @@
+#include "apps/qzhost/Desktop.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QDockWidget>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QStatusBar>
+#include <QToolBar>
+#include <QVBoxLayout>
+
+#include "apps/qzhost/HostProgram.h"
+#include "host/ed/session.h"
+#include "host/mfc/host_windows.h"
+#include "host/mfc/window_system.h"
+
+namespace app {
+namespace {
+
+constexpr int kTick = 40;  // milliseconds between looks at what has changed
+constexpr double kZoomStep = 1.5;
+const char* const kFilter = "Drawings (*.dxf);;All files (*)";
+
+host::Session& Session() { return host::Session::Get(); }
+
+}  // namespace
+
+Desktop::Desktop()
+    : m_view(new DrawingView(this)),
+      m_line(new CommandLine(this)),
+      m_layers(new LayerPanel(this)),
+      m_tabs(new QTabBar(this)),
+      m_input(*m_view, *m_line, m_driver) {
+    setWindowTitle("QZHost");
+    resize(1280, 800);
+    MakePanels();
+    MakeMenus();
+    m_view->onClick = [this](const AcGePoint3d& point) { m_input.Click(point); };
+    m_view->onEnter = [this] { Type({}); };
+    m_view->onMove = [this](const AcGePoint3d& point) {
+        statusBar()->showMessage(QString("%1, %2").arg(point.x, 0, 'f', 3).arg(point.y, 0, 'f', 3));
+    };
+    m_line->onEnter = [this](const std::wstring& line) { Type(line); };
+    m_line->onEscape = [this] { m_input.Escape(); };
+    m_layers->onSwitch = [this](const std::wstring& layer, bool on) {
+        Run(L"_.LAYER\n" + std::wstring(on ? L"ON\n" : L"OFF\n") + layer + L"\n");
+    };
+    m_input.onChange = [this] { ShowState(); };
+    connect(&m_timer, &QTimer::timeout, this, [this] { Tick(); });
+    m_timer.start(kTick);
+    Session().SetInput(&m_input);
+    host::WindowSystem::Get().SetDriver(&m_driver);
+    m_driver.SetMainWindow(this);
+    acDocManager->addReactor(this);
+    documentBecameCurrent(Session().Current());
+}
+
+Desktop::~Desktop() {
+    acDocManager->removeReactor(this);
+    Session().SetInput(nullptr);
+}
+
+void Desktop::MakePanels() {
+    auto* const middle = new QWidget(this);
+    auto* const layout = new QVBoxLayout(middle);
+    layout->setContentsMargins(0, 0, 0, 0);
+    layout->setSpacing(0);
+    m_tabs->setExpanding(false);
+    m_tabs->setDocumentMode(true);
+    layout->addWidget(m_tabs);
+    layout->addWidget(m_view, 1);
+    setCentralWidget(middle);
+    const struct {
+        const char* title;
+        QWidget* widget;
+        Qt::DockWidgetArea area;
+        int size;
+        Qt::Orientation along;
+    } docks[] = {{"Layers", m_layers, Qt::RightDockWidgetArea, 220, Qt::Horizontal},
+                 {"Command line", m_line, Qt::BottomDockWidgetArea, 170, Qt::Vertical}};
+    for (const auto& dock : docks) {
+        auto* const window = new QDockWidget(dock.title, this);
+        window->setWidget(dock.widget);
+        window->setFeatures(QDockWidget::DockWidgetMovable);
+        addDockWidget(dock.area, window);
+        resizeDocks({window}, {dock.size}, dock.along);
+    }
+    connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) {
+        const auto& documents = Session().Documents();
+        if (m_isFillingTabs || index < 0 || static_cast<size_t>(index) >= documents.size()) return;
+        if (!m_isRunning && !m_input.IsAsking())
+            Session().MakeCurrent(documents[static_cast<size_t>(index)].get());
+        ShowTabs();
+    });
+    statusBar();
+}
+
+void Desktop::MakeMenus() {
+    QToolBar* const bar = addToolBar("Tools");
+    bar->setMovable(false);
+    QMenu* const file = menuBar()->addMenu("&File");
+    QMenu* const edit = menuBar()->addMenu("&Edit");
+    QMenu* const view = menuBar()->addMenu("&View");
+    QMenu* const tools = menuBar()->addMenu("&Tools");
+    const auto add = [&](QMenu* menu, const char* text, const QKeySequence& key, bool needsIdle,
+                         const std::function<void()>& run) {
+        QAction* const action = menu->addAction(text);
+        action->setShortcut(key);
+        connect(action, &QAction::triggered, this, run);
+        if (needsIdle) m_idleActions.push_back(action);
+        bar->addAction(action);
+    };
+    const auto command = [this](const wchar_t* name) { return [this, name] { Run(name); }; };
+    add(file, "New", QKeySequence::New, true, command(L"_.NEW"));
+    add(file, "Open...", QKeySequence::Open, true, [this] { AskOpen(); });
+    add(file, "Save", QKeySequence::Save, true, [this] { AskSave(false); });
+    add(file, "Save as...", QKeySequence(), true, [this] { AskSave(true); });
+    add(file, "Close", QKeySequence::Close, true, command(L"_.CLOSE"));
+    bar->addSeparator();
+    add(edit, "Undo", QKeySequence::Undo, true, command(L"_.U"));
+    add(edit, "Erase", QKeySequence(), true, command(L"_.ERASE"));
+    add(edit, "Explode", QKeySequence(), true, command(L"_.EXPLODE"));
+    bar->addSeparator();
+    add(view, "Zoom all", QKeySequence(), false, [this] { m_view->ZoomExtents(); });
+    add(view, "Zoom in", QKeySequence::ZoomIn, false, [this] { m_view->ZoomBy(kZoomStep); });
+    add(view, "Zoom out", QKeySequence::ZoomOut, false, [this] { m_view->ZoomBy(1 / kZoomStep); });
+    bar->addSeparator();
+    add(tools, "Envelope", QKeySequence(), true, command(L"QZTOOLDESIGNProfileAuto3D"));
+    add(tools, "Envelopes, many", QKeySequence(), true, command(L"QZTOOLDESIGNProfilesAuto3D"));
+}
+
+void Desktop::Type(const std::wstring& line) {
+    if (m_input.IsAsking()) {
+        if (!line.empty()) m_line->Output().Line(L" < " + line);
+        m_input.Enter(line);
+        return;
+    }
+    Run(line.empty() ? m_lastCommand : line);
+}
+
+// Enter alone repeats the last command.
+void Desktop::Run(const std::wstring& command) {
+    if (m_isRunning || m_input.IsAsking() || command.empty()) return;
+    m_lastCommand = command.substr(0, command.find(L'\n'));
+    m_line->Output().Line(L"> " + m_lastCommand);
+    m_isRunning = true;
+    ShowState();
+    Session().Execute(command);
+    Settle();
+    m_isRunning = false;
+    m_line->Output().Finish();
+    ShowState();
+    m_view->Refresh();
+}
+
+void Desktop::Tick() {
+    // What handlers have queued runs when nothing else does.
+    if (!m_isRunning && !m_input.IsAsking() && !m_driver.IsInHostLoop()) {
+        m_isRunning = true;
+        Session().RunQueued();
+        m_isRunning = false;
+    }
+    Refresh();
+}
+
+void Desktop::Refresh() {
+    m_view->Refresh();
+    AcApDocument* const document = Session().Current();
+    m_layers->Show(document == nullptr ? nullptr : document->database());
+}
+
+void Desktop::ShowState() {
+    const bool isIdle = !m_isRunning && !m_input.IsAsking();
+    for (QAction* const action : m_idleActions) action->setEnabled(isIdle);
+    m_layers->setEnabled(isIdle);
+    m_line->Edit().setPlaceholderText(m_input.IsAsking() ? "Answer, or Esc" : "Type a command");
+}
+
+void Desktop::ShowTabs() {
+    m_isFillingTabs = true;
+    while (m_tabs->count() > 0) m_tabs->removeTab(0);
+    for (const auto& document : Session().Documents()) {
+        const int index = m_tabs->addTab(QString::fromWCharArray(document->docTitle()));
+        if (document.get() == Session().Current()) m_tabs->setCurrentIndex(index);
+    }
+    m_isFillingTabs = false;
+    const AcApDocument* const current = Session().Current();
+    setWindowTitle(current == nullptr ? QString("QZHost")
+                                      : QString::fromWCharArray(current->docTitle()) + " - QZHost");
+}
+
+void Desktop::documentBecameCurrent(AcApDocument* document) {
+    m_view->SetDocument(document);
+    ShowTabs();
+}
+
+void Desktop::documentToBeDestroyed(AcApDocument* document) {
+    m_view->SetDocument(nullptr);
+    m_view->Forget(document);
+}
+
+void Desktop::documentTitleUpdated(AcApDocument*) { ShowTabs(); }
+
+void Desktop::AskOpen() {
+    const QString path = QFileDialog::getOpenFileName(this, "Open drawing", {}, kFilter);
+    if (path.isEmpty()) return;
+    m_line->Output().Line(L"> OPEN " + path.toStdWString());
+    Session().Open(path.toStdWString());
+    Settle();
+}
+
+void Desktop::AskSave(bool asksName) {
+    AcApDocument* const document = Session().Current();
+    if (document == nullptr) return;
+    if (!asksName && document->imp().isTitled) return Run(L"_.QSAVE");
+    const QString name = QString::fromWCharArray(document->fileName());
+    const QString path = QFileDialog::getSaveFileName(this, "Save drawing", name, kFilter);
+    if (!path.isEmpty()) Run(L"_.SAVEAS\n" + path.toStdWString());
+}
+
+void Desktop::keyPressEvent(QKeyEvent* event) {
+    if (event->key() == Qt::Key_Escape && m_input.Escape()) return;
+    // Whatever is typed goes to the command line, wherever the focus is.
+    m_line->Edit().setFocus();
+    QCoreApplication::sendEvent(&m_line->Edit(), event);
+}
+
+void Desktop::closeEvent(QCloseEvent* event) {
+    // What waits inside a prompt has to come back first.
+    if (m_input.IsAsking() || m_isRunning || m_driver.IsInHostLoop()) {
+        m_input.GiveUp();
+        event->ignore();
+        QTimer::singleShot(0, this, [this] { close(); });
+        return;
+    }
+    m_timer.stop();
+    EndHost();
+    event->accept();
+}
+
+}  // namespace app

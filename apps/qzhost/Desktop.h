@@ -1,0 +1,65 @@
+// The host on the desktop: drawing, command line, layers, and the modules' dialogs.
+#pragma once
+
+#include <QMainWindow>
+#include <QTabBar>
+#include <QTimer>
+
+#include "acdocman.h"
+#include "apps/qzhost/DesktopInput.h"
+#include "apps/qzhost/LayerPanel.h"
+
+namespace app {
+
+// Needs a QApplication. Takes prompts and windows for its own life.
+class Desktop : public QMainWindow, public AcApDocManagerReactor {
+public:
+    Desktop();
+    ~Desktop() override;
+    Desktop(const Desktop&) = delete;
+    Desktop& operator=(const Desktop&) = delete;
+
+    DrawingView& View() { return *m_view; }
+    CommandLine& Line() { return *m_line; }
+    LayerPanel& Layers() { return *m_layers; }
+    DesktopInput& Input() { return m_input; }
+    host::QtWindowDriver& Driver() { return m_driver; }
+
+    // As typed on the command line, or as an answer when something is asked.
+    void Type(const std::wstring& line);
+
+    // Shows the drawing and its layers as they are now.
+    void Refresh();
+
+    void documentBecameCurrent(AcApDocument* document) override;
+    void documentToBeDestroyed(AcApDocument* document) override;
+    void documentTitleUpdated(AcApDocument* document) override;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void MakeMenus();
+    void MakePanels();
+    void Run(const std::wstring& command);
+    void Tick();
+    void ShowTabs();
+    void ShowState();
+    void AskOpen();
+    void AskSave(bool asksName);
+
+    host::QtWindowDriver m_driver;
+    DrawingView* m_view;
+    CommandLine* m_line;
+    LayerPanel* m_layers;
+    QTabBar* m_tabs;
+    DesktopInput m_input;
+    QTimer m_timer;
+    std::wstring m_lastCommand;
+    std::vector<QAction*> m_idleActions;  // not while something is asked
+    bool m_isRunning = false;
+    bool m_isFillingTabs = false;
+};
+
+}  // namespace app
