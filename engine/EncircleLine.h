@@ -40,9 +40,22 @@ public:
     // cost     O((n + k) log n) for n segments and k meetings
     void GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
+    // Lets the host trace the boundary instead: clone, convert, draw a frame around the half that
+    // is computed, and take the outline out of the loop that bounds the space between the two.
+    // Without an axis, or when the drawing does not reach it, the largest island in the frame is
+    // the outline.
+    //
+    // ids, outId, drawing as GetEncircleLine3(); the current view shows the frame afterwards.
+    // Arcs that bound the outline come back exactly; lines that end in the air bound nothing, and a
+    // gap is not bridged: the outline goes in through it. There are no vertical ends.
+    // cost     that of acedTraceBoundary()
+    void GetEncircleLineByHatch(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+
 protected:
     // Source preparation (EncircleLineConvert.cpp)
-    void ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out);
+    // bKeepArcs leaves arcs as they are: they are noted in m_cloneIds, but no chords replace them.
+    void ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out,
+                        bool bKeepArcs = false);
     void ConvertCurveToLine(AcDbObjectId curveId, AcArray<AcDbObjectId>& out);
     void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectId& lineId);
     void RemoveDashedIds(AcArray<AcDbObjectId>& ids);
@@ -111,7 +124,8 @@ protected:
     // Steps of the driver (EncircleLineDriver.cpp).
     // From clones to lines on the scratch layer, without the axis and what is dashed; every other
     // layer is off afterwards.
-    AcArray<AcDbObjectId> PrepareLines(const AcArray<AcDbObjectId>& cloneIds);
+    AcArray<AcDbObjectId> PrepareLines(const AcArray<AcDbObjectId>& cloneIds,
+                                       bool bKeepArcs = false);
     // Breaks a copy of the working set for each side that is computed and chains what it sees.
     void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                     SSideChains& chains);
@@ -123,6 +137,13 @@ protected:
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
     // The points of all chains in the order in which the outline goes round.
     AcArray<AcGePoint3d> CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
+
+    // Boundary tracing (EncircleLineHatch.cpp).
+    // The box of the lines and of the curves noted in m_cloneIds from that index on.
+    CQZRect GetTraceBox(const std::vector<CLineInfo>& lines, int nFirstCurve) const;
+    // Draws the frame, traces what lies between it and the drawing in the box, and adds the
+    // outline.
+    void TraceOutline(E_RemoveLine_Dir side, double dAxis, const CQZRect& box, AcDbObjectId& outId);
 
 protected:
     CEncircleCalInfo m_calInfo;

@@ -169,7 +169,8 @@ AcGePoint3dArray SampleCurve(const AcDbObjectId& id, double dPrecision) {
 
 }  // namespace
 
-void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out) {
+void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out,
+                                   bool bKeepArcs) {
     CSourceExploder exploder(m_calInfo.m_bExcludeDashed);
     CBlockFlattener flattener(exploder);
     AcArray<AcDbObjectId> polylines;
@@ -201,6 +202,10 @@ void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObject
     KeepIf(working, [&](const AcDbObjectId& id) {
         if (!IsReplacedByChords(id)) {
             return true;
+        }
+        if (bKeepArcs && IsKindOf(id, AcDbArc::desc())) {
+            m_cloneIds.append(id);
+            return false;
         }
         if (chords.length() < kMaxLines) {
             ConvertCurveToLine(id, chords);

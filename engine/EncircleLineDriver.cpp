@@ -11,39 +11,13 @@
 #include "EncircleLayers.h"
 #include "EncircleRun.h"
 #include "EncircleTrace.h"
-#include "EraseEntity.h"
 #include "LayerTools.h"
 #include "SideChains.h"
+#include "WorkingSet.h"
 
 namespace {
 
 using Lines = std::vector<CLineInfo>;
-
-// Coordinates from here on stand for no place in a drawing, and no box holds them.
-constexpr double kMaxCoordinate = 1e20;
-
-bool IsPlace(const AcGePoint3d& pt) {
-    return std::fabs(pt.x) < kMaxCoordinate && std::fabs(pt.y) < kMaxCoordinate;
-}
-
-// The records of the lines, in order. What is no line, or lies nowhere, is erased.
-Lines MakeWorkingSet(const AcArray<AcDbObjectId>& lineIds) {
-    Lines lines;
-    lines.reserve(static_cast<size_t>(lineIds.length()));
-    for (int i = 0; i < lineIds.length(); ++i) {
-        CLineInfo line(lineIds[i]);
-        if (line.m_id.isNull()) {
-            CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Type, lineIds[i]);
-            EraseById(lineIds[i]);
-        } else if (!IsPlace(line.m_startPt) || !IsPlace(line.m_endPt)) {
-            CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_NotFinite, lineIds[i]);
-            EraseById(lineIds[i]);
-        } else {
-            lines.push_back(std::move(line));
-        }
-    }
-    return lines;
-}
 
 // Drops the records that no pass has kept and grows the box by the others.
 void SweepInvalid(Lines& lines, CQZRect& extents) {
@@ -161,9 +135,10 @@ void CEncircleLine::GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjec
     DrawPolyLine(ids, points, axis, outId);
 }
 
-AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& cloneIds) {
+AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& cloneIds,
+                                                  bool bKeepArcs) {
     AcArray<AcDbObjectId> lineIds;
-    ConvertToLines(cloneIds, lineIds);
+    ConvertToLines(cloneIds, lineIds, bKeepArcs);
     CEncircleTrace::Count("after_convert", static_cast<size_t>(lineIds.length()));
     lineIds.remove(m_calInfo.m_midLineId);
     SetLayersShow(false);

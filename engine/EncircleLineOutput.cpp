@@ -5,13 +5,14 @@
 
 #include <cmath>
 #include <memory>
+#include <utility>
 
-#include "AddEntity.h"
 #include "ArcIndex.h"
 #include "ArcReader.h"
 #include "CurrentLayerGuard.h"
 #include "EncircleLayers.h"
 #include "EncircleTrace.h"
+#include "EnvelopePolyline.h"
 #include "LayerTools.h"
 #include "LinetypeResolver.h"
 #include "ThinPoints.h"
@@ -22,13 +23,6 @@ namespace {
 constexpr double kStraightOnDeg = 1.0;
 
 constexpr double kTwoPi = 2 * 3.14159265358979323846;
-
-void AddStraight(AcDbPolyline* pPolyline, const AcGePoint3d& pt, double dBulge, int& nVertexIndex) {
-    if (pPolyline->addVertexAt(static_cast<unsigned int>(nVertexIndex), AcGePoint2d(pt.x, pt.y),
-                               dBulge, -1.0, -1.0, 0) == Acad::eOk) {
-        ++nVertexIndex;
-    }
-}
 
 double GetAngle(const AcGePoint3d& centre, const AcGePoint3d& pt) {
     return AcGeVector2d(pt.x - centre.x, pt.y - centre.y).angle();
@@ -50,16 +44,6 @@ double GetBulge(const SArc& arc, const AcGePoint3d& first, const AcGePoint3d& la
         return -std::tan(GetTurn(angleLast, angleFirst) / 4);
     }
     return std::tan(GetTurn(angleFirst, angleLast) / 4);
-}
-
-std::unique_ptr<AcDbPolyline> MakePolyline(const AcDbObjectId& layerId) {
-    const AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
-    std::unique_ptr<AcDbPolyline> polyline(new AcDbPolyline);
-    if (polyline->setLayer(layerId) != Acad::eOk ||
-        polyline->setLinetype(pDatabase->byLayerLinetype()) != Acad::eOk) {
-        return nullptr;
-    }
-    return polyline;
 }
 
 }  // namespace
@@ -113,11 +97,7 @@ void CEncircleLine::DrawPolyLine(AcArray<AcDbObjectId>, AcArray<AcGePoint3d> pts
         return;
     }
     AddOutline(polyline.get(), pts);
-    polyline->setClosed(true);
-    const AcDbObjectId id = AddEntity(polyline.release());
-    if (!id.isNull()) {
-        polylineId = id;
-    }
+    AddEnvelope(std::move(polyline), polylineId);
 }
 
 void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts) {
@@ -129,7 +109,7 @@ void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3
         std::vector<size_t> through = arcs.FindThrough(pts[i]);
         const bool bLeaves = bPending && arcs.KeepAlong(through, pts[i - 1]).empty();
         if (bLeaves) {
-            AddStraight(pPolyline, pts[i - 1], 0.0, nVertex);
+            AddVertex(pPolyline, pts[i - 1], 0.0, nVertex);
         } else if (bPending) {
             arcPts.append(pts[i - 1]);
         }
@@ -166,13 +146,13 @@ void CEncircleLine::AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId,
     SArc arc;
     if (arcPts.length() < 2 || !ReadArc(arcId, arc)) {
         for (int i = 0; i < arcPts.length(); ++i) {
-            AddStraight(pPolyline, arcPts[i], 0.0, nVertexIndex);
+            AddVertex(pPolyline, arcPts[i], 0.0, nVertexIndex);
         }
         return;
     }
-    AddStraight(pPolyline, arcPts.first(), GetBulge(arc, arcPts.first(), arcPts.last()),
-                nVertexIndex);
+    AddVertex(pPolyline, arcPts.first(), GetBulge(arc, arcPts.first(), arcPts.last()),
+              nVertexIndex);
     if (!bSkipLast) {
-        AddStraight(pPolyline, arcPts.last(), 0.0, nVertexIndex);
+        AddVertex(pPolyline, arcPts.last(), 0.0, nVertexIndex);
     }
 }

@@ -1,4 +1,4 @@
-// Runs the live pipeline on a test drawing as the dialog does.
+// Runs a pipeline of the engine on a test drawing as the dialog does.
 #pragma once
 
 #include "engine/EncircleLine.h"
@@ -15,11 +15,13 @@ inline void SetBoth(AcGeTol& tol, double value) {
 }
 
 // words: "lower", "vertical", "dashed" (include them), "noaxis", "p=0.1" (arc precision),
-// "side=20", "axis=5" (its height, 0 without)
+// "side=20", "axis=5" (its height, 0 without), "by=hatch" (the pipeline: 3, the live one, without)
 struct RunOptions {
     CEncircleCalInfo info;
     double axis = 0.0;
     bool hasAxis = true;
+    void (CEncircleLine::*pipeline)(const AcArray<AcDbObjectId>&,
+                                    AcDbObjectId&) = &CEncircleLine::GetEncircleLine3;
 
     explicit RunOptions(const std::string& words) {
         for (const std::string& word : Split(words, ' ')) {
@@ -28,6 +30,7 @@ struct RunOptions {
             if (word == "vertical") info.m_bSideLinesVertical = true;
             if (word == "dashed") info.m_bExcludeDashed = false;
             if (word == "noaxis") hasAxis = false;
+            if (word == "by=hatch") pipeline = &CEncircleLine::GetEncircleLineByHatch;
             if (word.rfind("p=", 0) == 0) info.m_dArcPrecision = value;
             if (word.rfind("side=", 0) == 0) info.m_dSideLength = value;
             if (word.rfind("axis=", 0) == 0) axis = value;
@@ -58,7 +61,7 @@ inline AcDbObjectId RunEnvelope(const AcDbObjectIdArray& ids, RunOptions options
     }
     AcDbObjectId outId;
     CEncircleLine engine(options.info);
-    engine.GetEncircleLine3(ids, outId);
+    (engine.*options.pipeline)(ids, outId);
     EraseById(options.info.m_midLineId);
     return outId;
 }

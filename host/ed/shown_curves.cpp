@@ -1,0 +1,167 @@
+#include "host/ed/shown_curves.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <memory>
+
+#include "dbblkref.h"
+#include "dbcurve.h"
+#include "dbents.h"
+#include "dbobjptr.h"
+#include "dbpl.h"
+#include "dbsymtb.h"
+#include "host/ed/entity_query.h"
+
+namespace host {
+namespace {
+
+constexpr double kPi = 3.14159265358979323846;
+// Block references in block references; a drawing that refers to itself must end somewhere.
+constexpr int kMaxDepth = 32;
+// A curve is halved so often at least and at most.
+constexpr int kLeastHalvings = 4;
+constexpr int kMostHalvings = 14;
+
+AcGePoint2d Flat(const AcGePoint3d& p) { return AcGePoint2d(p.x, p.y); }
+
+bool IsPlace(const AcGePoint2d& p) {
+    return std::fabs(p.x) < kMaxCoordinate && std::fabs(p.y) < kMaxCoordinate;
+}
+
+class Collector {
+public:
+    explicit Collector(std::vector<PlaneCurve>& curves) : m_curves(curves) {}
+
+    void Add(const AcDbEntity& entity, int depth) {
+        if (const AcDbArc* const arc = AcDbArc::cast(&entity)) {
+            AddCircular(*arc, arc->center(), arc->radius(), arc->normal(), arc->totalAngle());
+        } else if (const AcDbCircle* const circle = AcDbCircle::cast(&entity)) {
+            AddCircular(*circle, circle->center(), circle->radius(), circle->normal(), 2 * kPi);
+        } else if (const AcDbLine* const line = AcDbLine::cast(&entity)) {
+            AddLine(Flat(line->startPoint()), Flat(line->endPoint()));
+        } else if (IsMadeOfParts(entity)) {
+            AddParts(entity, depth);
+        } else if (const AcDbCurve* const curve = AcDbCurve::cast(&entity)) {
+            AddChords(*curve);
+        }
+    }
+
+private:
+    static bool IsMadeOfParts(const AcDbEntity& entity) {
+        return entity.isKindOf(AcDbBlockReference::desc()) ||
+               entity.isKindOf(AcDbPolyline::desc()) || entity.isKindOf(AcDb2dPolyline::desc()) ||
+               entity.isKindOf(AcDb3dPolyline::desc());
+    }
+
+    void Push(PlaneCurve curve) {
+        curve.source = static_cast<int>(m_curves.size());
+        m_curves.push_back(curve);
+    }
+
+    void AddLine(const AcGePoint2d& start, const AcGePoint2d& end) {
+        if (IsPlace(start) && IsPlace(end) && (end - start).length() > kNodeTol)
+            Push(PlaneCurve::Line(start, end));
+    }
+
+    // An arc or circle; total is its angle, counter-clockwise about the normal.
+    void AddCircular(const AcDbCurve& curve, const AcGePoint3d& center, double radius,
+                     const AcGeVector3d& normal, double total) {
+        if (!normal.isParallelTo(AcGeVector3d::kZAxis)) return AddChords(curve);
+        AcGePoint3d start, end;
+        if (curve.getStartPoint(start) != Acad::eOk || curve.getEndPoint(end) != Acad::eOk) return;
+        const AcGePoint2d middle = Flat(center);
+        if (!IsPlace(middle) || !IsPlace(Flat(start)) || !(radius > kNodeTol)) return;
+        const double sweep = normal.z < 0.0 ? -total : total;
+        const double from = std::atan2(start.y - middle.y, start.x - middle.x);
+        if (start.distanceTo(end) <= kNodeTol) {
+            if (std::fabs(sweep) < kPi) return;  // an arc without length
+            AddCircle(middle, radius, from, sweep);
+            return;
+        }
+        PlaneCurve arc = PlaneCurve::Arc(middle, radius, from, sweep);
+        arc.start = Flat(start);
+        arc.end = Flat(end);
+        Push(arc);
+    }
+
+    // A curve that ends where it starts has no two ends to be traced between.
+    void AddCircle(const AcGePoint2d& center, double radius, double from, double sweep) {
+        PlaneCurve first = PlaneCurve::Arc(center, radius, from, sweep / 2);
+        PlaneCurve second = PlaneCurve::Arc(center, radius, from + sweep / 2, sweep / 2);
+        second.start = first.end;
+        second.end = first.start;
+        Push(first);
+        second.source = m_curves.back().source;
+        m_curves.push_back(second);
+    }
+
+    void AddParts(const AcDbEntity& entity, int depth) {
+        AcDbVoidPtrArray parts;
+        if (depth >= kMaxDepth || entity.explode(parts) != Acad::eOk) return;
+        for (int i = 0; i < parts.length(); ++i) {
+            const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[i]));
+            if (part->visibility() != AcDb::kInvisible && IsShown(part->layerId()))
+                Add(*part, depth + 1);
+        }
+    }
+
+    // Parts of a block have layers of their own.
+    bool IsShown(AcDbObjectId layerId) {
+        const auto known = m_shown.find(layerId);
+        if (known != m_shown.end()) return known->second;
+        const AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
+        const bool isShown =
+            layer.openStatus() != Acad::eOk || (!layer->isOff() && !layer->isFrozen());
+        m_shown[layerId] = isShown;
+        return isShown;
+    }
+
+    void AddChords(const AcDbCurve& curve) {
+        double from = 0.0, to = 0.0;
+        AcGePoint3d start, end;
+        if (curve.getStartParam(from) != Acad::eOk || curve.getEndParam(to) != Acad::eOk ||
+            curve.getPointAtParam(from, start) != Acad::eOk ||
+            curve.getPointAtParam(to, end) != Acad::eOk)
+            return;
+        AcDbExtents box;
+        if (curve.getGeomExtents(box) != Acad::eOk) return;
+        const double size = box.minPoint().distanceTo(box.maxPoint());
+        Halve(curve, {from, Flat(start)}, {to, Flat(end)}, (std::max)(kChordTol * size, kNodeTol),
+              0);
+    }
+
+    struct Sample {
+        double param;
+        AcGePoint2d point;
+    };
+    void Halve(const AcDbCurve& curve, const Sample& a, const Sample& b, double tol, int depth) {
+        const double param = a.param + (b.param - a.param) / 2;
+        AcGePoint3d middle;
+        if (depth == kMostHalvings || curve.getPointAtParam(param, middle) != Acad::eOk)
+            return AddLine(a.point, b.point);
+        const Sample m{param, Flat(middle)};
+        const AcGePoint2d chord = a.point + (b.point - a.point) / 2;
+        if (depth >= kLeastHalvings && (m.point - chord).length() <= tol)
+            return AddLine(a.point, b.point);
+        Halve(curve, a, m, tol, depth + 1);
+        Halve(curve, m, b, tol, depth + 1);
+    }
+
+    std::vector<PlaneCurve>& m_curves;
+    std::map<AcDbObjectId, bool> m_shown;
+};
+
+}  // namespace
+
+std::vector<PlaneCurve> FindShownCurves(AcDbDatabase& database) {
+    std::vector<PlaneCurve> curves;
+    Collector collector(curves);
+    for (const AcDbObjectId id : QueryEntities(database, QueryRules::Displayed())) {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.openStatus() == Acad::eOk) collector.Add(*entity, 0);
+    }
+    return curves;
+}
+
+}  // namespace host
