@@ -1,5 +1,6 @@
 // What each word of the script language does.
 #include <cwchar>
+#include <utility>
 
 #include "apps/qzhost/HostProgram.h"
 #include "apps/qzhost/ScriptRunner.h"
@@ -177,13 +178,25 @@ void ScriptRunner::DoKey(const ScriptLine& line) {
 }
 
 // A click that comes while a long run is going on: it waits in the queue of window messages until
-// the run looks there.
+// the run looks there. What a later line puts off again waits until the run has shown how far it
+// is.
 void ScriptRunner::DoLater(const ScriptLine& line) {
     const std::optional<ScriptLine> inner = InnerLine(line);
+    if (!inner) return Fail(&line, L"nothing to do later: " + line.text);
+    if (m_isLater)
+        m_waiting.push_back(*inner);
+    else
+        PostLater(*inner);
+}
+
+void ScriptRunner::PostLater(const ScriptLine& line) {
     CWnd* const frame = acedGetAcadFrame();
-    if (!inner || frame == nullptr) return Fail(&line, L"nothing to do later: " + line.text);
-    host::WindowSystem::Get().PostInput(frame->GetSafeHwnd(),
-                                        [this, action = *inner] { RunLine(action); });
+    if (frame == nullptr) return Fail(&line, L"the windows are gone: " + line.text);
+    host::WindowSystem::Get().PostInput(frame->GetSafeHwnd(), [this, line] {
+        const bool before = std::exchange(m_isLater, true);
+        RunLine(line);
+        m_isLater = before;
+    });
 }
 
 void ScriptRunner::DoDump(const ScriptLine& line) {

@@ -1,5 +1,7 @@
 #include "apps/qzhost/ScriptRunner.h"
 
+#include <utility>
+
 #include "apps/qzhost/HostProgram.h"
 #include "arxHeaders.h"
 #include "host/ed/prompts.h"
@@ -37,6 +39,7 @@ bool ScriptRunner::Run() {
     while (m_failure.empty() && m_next < m_lines.size()) {
         const ScriptLine& line = m_lines[m_next++];
         RunLine(line);
+        if (line.Verb() == L"later") continue;
         Settle();
         for (const std::wstring& left : DumpLeftovers())
             if (left != L"none") Fail(&line, L"left behind: " + left);
@@ -53,9 +56,7 @@ void ScriptRunner::RunLine(const ScriptLine& line) {
         return Fail(&line, L"too " + std::wstring(given < action->fewest ? L"few" : L"many") +
                                L" words: " + line.text);
     m_transcript.Line(L"> " + line.text);
-    ++m_depth;
     (this->*action->run)(line);
-    --m_depth;
 }
 
 const ScriptLine* ScriptRunner::TakeAnswer(const wchar_t* verb) {
@@ -184,6 +185,11 @@ bool ScriptRunner::act() {
     const ScriptLine& line = m_lines[m_next++];
     RunLine(line);
     return m_failure.empty();
+}
+
+void ScriptRunner::updated() {
+    const std::vector<ScriptLine> waiting = std::exchange(m_waiting, {});
+    for (const ScriptLine& line : waiting) PostLater(line);
 }
 
 }  // namespace app

@@ -45,6 +45,7 @@ public:
     std::optional<std::wstring> nextFile(const host::ChooserRequest& request) override;
     std::optional<std::wstring> nextFolder(const host::ChooserRequest& request) override;
     bool act() override;
+    void updated() override;
 
 private:
     // One word of the language that does something (ScriptActions.cpp).
@@ -59,7 +60,7 @@ private:
     static bool IsAnswer(const std::wstring& verb);
 
     void RunLine(const ScriptLine& line);
-    void RunLater(const ScriptLine& line);
+    void PostLater(const ScriptLine& line);
     void Fail(const ScriptLine* line, const std::wstring& reason);
     // The line that answers; null after a failure. Lines that only look are run on the way.
     const ScriptLine* TakeAnswer(const wchar_t* verb);
@@ -92,7 +93,8 @@ private:
     size_t m_next = 0;
     Transcript& m_transcript;
     std::string m_failure;
-    int m_depth = 0;  // actions that run inside one another
+    bool m_isLater = false;             // a line runs that was to be run later
+    std::vector<ScriptLine> m_waiting;  // for the next time that a window is shown anew
 };
 
 }  // namespace app

@@ -48,7 +48,6 @@ int RunScript(const Options& options, int& argc, char** argv) {
         std::cerr << "qzhost: cannot read the script " << options.script << "\n";
         return kUsage;
     }
-    app::Transcript transcript([](const std::string& piece) { std::cout << piece << std::flush; });
     const std::vector<app::ScriptLine> lines = app::ParseScript(text.str());
     // Pictures are taken of windows that nobody sees.
     std::unique_ptr<QApplication> qt;
@@ -59,6 +58,10 @@ int RunScript(const Options& options, int& argc, char** argv) {
         desktop = std::make_unique<app::Desktop>();
         desktop->show();
     }
+    app::Transcript transcript([&desktop](const std::string& piece) {
+        std::cout << piece << std::flush;
+        if (desktop != nullptr) desktop->Line().Output().Print(host::Widen(piece));
+    });
     app::ScriptRunner runner(options.script, lines, transcript);
     if (desktop != nullptr) runner.onUpdateDisplay = [&desktop] { desktop->Refresh(); };
     bool isGood = OpenDrawings(options) && LoadModules(options);

@@ -23,6 +23,9 @@ public:
     // Called again and again until the dialog ends. False when the script has nothing left; the
     // dialog is then cancelled and a line in the log says so.
     virtual bool act() = 0;
+
+    // A window was shown anew in the middle of a run (UpdateWindow).
+    virtual void updated() {}
 };
 
 }  // namespace host

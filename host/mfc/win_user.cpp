@@ -36,6 +36,7 @@ BOOL EnableWindow(HWND hWnd, BOOL bEnable) { return System().Enable(hWnd, bEnabl
 
 BOOL UpdateWindow(HWND hWnd) {
     if (Find(hWnd) == nullptr) return FALSE;
+    if (host::UserAnswers* const answers = System().Answers()) answers->updated();
     System().Driver().Poll();
     return TRUE;
 }

@@ -1,0 +1,49 @@
+"""Drawings that the scripts work on besides the examples."""
+
+import pathlib
+import re
+
+EXAMPLES = pathlib.Path(__file__).resolve().parents[2] / "examples"
+
+
+def hidden(folder):
+    """The end mill with its centre line and its text hidden, the text on a locked layer."""
+    text = (EXAMPLES / "end-mill.dxf").read_text(encoding="utf-8")
+
+    def hide(handle):
+        return lambda source: re.sub(
+            r"(\n  5\n%s\n.*?\n100\nAcDbEntity\n)" % handle, r"\g<1> 60\n1\n", source, 1, re.S)
+
+    for handle in ("70", "CC"):
+        changed = hide(handle)(text)
+        assert changed != text, handle
+        text = changed
+    # Bit 4 of a layer's flags locks it.
+    locked = re.sub(r"(\n  2\nDIM\n 70\n)0\n", r"\g<1>4\n", text, 1)
+    assert locked != text
+    (folder / "hidden.dxf").write_text(locked, encoding="utf-8")
+
+
+def polyline(handle, layer, points):
+    tags = [(0, "LWPOLYLINE"), (5, handle), (100, "AcDbEntity"), (8, layer), (100, "AcDbPolyline"),
+            (90, len(points)), (70, 1)]
+    for x, y in points:
+        tags += [(10, x), (20, y)]
+    return tags
+
+
+def envelopes(folder):
+    """Three closed polylines: a slanted triangle, a stepped profile, and one on another layer."""
+    tags = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1015"), (9, "$HANDSEED"),
+            (5, "100"), (0, "ENDSEC"),
+            (0, "SECTION"), (2, "TABLES"), (0, "TABLE"), (2, "LAYER"), (5, "2"), (70, 2)]
+    for handle, name in (("10", "0"), ("11", "TEMPENCIRCLELINE")):
+        tags += [(0, "LAYER"), (5, handle), (100, "AcDbSymbolTableRecord"),
+                 (100, "AcDbLayerTableRecord"), (2, name), (70, 0), (62, 7), (6, "Continuous")]
+    tags += [(0, "ENDTAB"), (0, "ENDSEC"), (0, "SECTION"), (2, "ENTITIES")]
+    tags += polyline("50", "TEMPENCIRCLELINE", [(0, 0), (0, 5), (10, 5), (10, 3), (40, 3), (40, 0)])
+    tags += polyline("51", "0", [(0, 20), (0, 25), (10, 25), (10, 20)])
+    tags += polyline("52", "TEMPENCIRCLELINE", [(50, 0), (55, 8), (70, 1)])
+    tags += [(0, "ENDSEC"), (0, "EOF")]
+    (folder / "envelopes.dxf").write_text(
+        "".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")

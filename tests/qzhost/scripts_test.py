@@ -1,0 +1,110 @@
+"""Whole sessions: scripts, what is said meanwhile, and what is in the files afterwards.
+
+The expected transcript of scripts/NAME.scr is scripts/NAME.txt. To write them anew after a change
+that is meant, set QZ_WRITE_TRANSCRIPTS=1 and read what has changed before committing it.
+"""
+
+import os
+import pathlib
+import re
+import shutil
+import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "qzenvelope"))
+
+import drawings
+import dxf_tags
+from program import ENVELOPE_LAYER, EXAMPLES, PROGRAM, SCRATCH_LAYER, ProgramTest, main
+
+SCRIPTS = pathlib.Path(__file__).resolve().parent / "scripts"
+END_MILL, DRILL = "end-mill.dxf", "stepped-drill.dxf"
+
+
+class Scripts(ProgramTest):
+    def setUp(self):
+        super().setUp()
+        for drawing in EXAMPLES.glob("*.dxf"):
+            shutil.copy(drawing, self.folder)
+        drawings.hidden(self.folder)
+        drawings.envelopes(self.folder)
+        self.given = set(self.left_behind())
+
+    def session(self, name, *arguments):
+        """Runs the script; what it says must be as written down. The names of new files."""
+        shutil.copy(SCRIPTS / (name + ".scr"), self.folder)
+        done = self.run_program("--script", name + ".scr", *arguments)
+        # How many handles a computation uses up is nobody's business.
+        said = re.sub(r"^[0-9A-F]+ (?=AcDb\w+ on (%s|EncircleLine3D) )" % ENVELOPE_LAYER, "new ",
+                      done.stdout.replace(str(self.folder), "FOLDER"), flags=re.M)
+        expected = SCRIPTS / (name + ".txt")
+        if os.environ.get("QZ_WRITE_TRANSCRIPTS"):
+            expected.write_text(said, encoding="utf-8")
+        self.maxDiff = None
+        self.assertEqual("", done.stderr)
+        self.assertEqual(expected.read_text(encoding="utf-8"), said)
+        self.assertEqual(0, done.returncode)
+        return set(self.left_behind()) - self.given - {name + ".scr"}
+
+    def envelopes(self, name):
+        entities = dxf_tags.entities(self.folder / name)
+        self.assertEqual([], dxf_tags.on_layer(entities, SCRATCH_LAYER))
+        return dxf_tags.on_layer(entities, ENVELOPE_LAYER)
+
+    def test_one_tool_from_the_selection_to_the_file(self):
+        self.assertEqual({"EM50-2.sat", "out.dxf"}, self.session("single_tool", END_MILL))
+        self.assertEqual(["LWPOLYLINE"], [r[0][1].decode() for r in self.envelopes("out.dxf")])
+        sat = (self.folder / "EM50-2.sat").read_text()
+        self.assertIn("End-of-ACIS-data", sat)
+        self.assertEqual(1, sat.count("\nbody "))
+        # Nothing else has changed: what both files hold is the same, tag by tag.
+        before = dxf_tags.entities(self.folder / END_MILL)
+        after = dxf_tags.entities(self.folder / "out.dxf")
+        self.assertEqual(before, [r for r in after if r not in self.envelopes("out.dxf")])
+
+    def test_lower_half_and_the_other_way(self):
+        self.assertEqual(set(), self.session("lower_half", END_MILL))
+
+    def test_turning_back(self):
+        self.assertEqual(set(), self.session("cancel", END_MILL))
+
+    def test_an_earlier_envelope_in_the_selection(self):
+        self.assertEqual(set(), self.session("earlier_envelope", END_MILL))
+
+    def test_hidden_entities_are_shown(self):
+        self.assertEqual(set(), self.session("hidden", "hidden.dxf"))
+
+    def test_two_drawings(self):
+        self.assertEqual({"first.dxf", "second.dxf"},
+                         self.session("two_documents", END_MILL, DRILL))
+        for name in ("first.dxf", "second.dxf"):
+            self.assertEqual(1, len(self.envelopes(name)))
+
+    def test_explosions(self):
+        self.assertEqual(set(), self.session("explode", END_MILL))
+
+    def test_the_dialog_again(self):
+        self.assertEqual(set(), self.session("reopen", END_MILL))
+
+    def test_bad_numbers(self):
+        self.assertEqual(set(), self.session("bad_numbers", END_MILL))
+
+    def test_exports(self):
+        self.assertEqual({"good.sat"}, self.session("export", "envelopes.dxf"))
+
+    def test_commands_of_the_host(self):
+        self.assertEqual({"copy.dxf", "fresh.dxf"}, self.session("builtins", END_MILL))
+
+    def test_the_module_by_command(self):
+        module = PROGRAM.parent / "QZEncircleLine.arx"
+        (self.folder / "QZEncircleLine.arx").symlink_to(module)
+        self.session("module", "--no-module", END_MILL, DRILL)
+
+    def test_messages_to_a_module(self):
+        self.session("messages", "--module", os.environ["QZ_MESSAGE_LOG"])
+
+    def test_the_module_without_a_drawing(self):
+        self.session("no_drawing")
+
+
+if __name__ == "__main__":
+    main()
