@@ -16,6 +16,7 @@
 #include "ModuleDialogs.h"
 #include "PickedTool.h"
 #include "ToolFrame.h"
+#include "rxmfcapi.h"
 
 IMPLEMENT_DYNAMIC(CEncircleLineCalDlg, CDialogEx)
 
@@ -131,11 +132,17 @@ void CEncircleLineCalDlg::RunEnvelope(E_Algorithm algorithm) {
         }
         ShowHiddenEntities();
     }
+    const HWND hWnd = GetSafeHwnd();
     const AcDbObjectIdArray ids = SelectEntities(_T("\n请选择需要计算轮廓的对象"));
-    if (ids.isEmpty() || !PickPoint(_T("\n请选择中心点"), m_centre)) {
+    AcGePoint3d centre;
+    if (ids.isEmpty() || !PickPoint(_T("\n请选择中心点"), centre)) {
         return;
     }
-    Compute(algorithm, ids);
+    // The prompts let other windows act: this one, and its object, may be gone.
+    if (::IsWindow(hWnd)) {
+        m_centre = centre;
+        Compute(algorithm, ids);
+    }
 }
 
 void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids) {
