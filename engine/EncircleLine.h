@@ -51,6 +51,16 @@ public:
     // cost     that of acedTraceBoundary()
     void GetEncircleLineByHatch(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
+    // The two earlier forms of the live pipeline, kept for other modules. Lines that lie on one
+    // another are merged instead of dropped, both halves of the drawing take part, nothing is
+    // broken along the view, and the outline has neither arcs nor vertical ends. The dimension
+    // layer takes part. The second form works, and leaves its envelope, 1000 units to the right of
+    // what was picked.
+    //
+    // ids, outId, drawing as GetEncircleLine3()
+    void GetEncircleLine(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+    void GetEncircleLine2(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+
 protected:
     // Source preparation (EncircleLineConvert.cpp)
     // bKeepArcs leaves arcs as they are: they are noted in m_cloneIds, but no chords replace them.
@@ -137,6 +147,20 @@ protected:
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
     // The points of all chains in the order in which the outline goes round.
     AcArray<AcGePoint3d> CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
+
+    // The earlier pipelines (EncircleLineEarlier.cpp).
+    void RunEarlier(const AcArray<AcDbObjectId>& ids, double dShift, AcDbObjectId& outId);
+    // As FindChains(), from the working set itself.
+    void FindEarlierChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
+                           SSideChains& chains);
+    // As RemoveLine2(), with the older test. O(n log n) unless many long oblique lines overlap.
+    std::vector<CLineInfo> RemoveLine(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& lines);
+    bool IsPtInLineSpecifiedDir(AcGePoint3d pt, AcGePoint3d lineStart, AcGePoint3d lineEnd,
+                                E_RemoveLine_Dir dir);
+    // Merges level or upright lines into the next collinear one that they overlap, which then
+    // covers both and has a new entity; oblique ones stay. Dropped lines are not merged, but others
+    // may be merged into them. O(n log^2 n) beside the pairs that touch.
+    void RemoveCrossLine(std::vector<CLineInfo>& lines);
 
     // Boundary tracing (EncircleLineHatch.cpp).
     // The box of the lines and of the curves noted in m_cloneIds from that index on.

@@ -207,6 +207,7 @@ void CEncircleLine::AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideCh
     SortLineInfos(copy, true);
     chains.m_left.push_back(MakeVerticalEnd(copy.front().m_startPt, dAxis));
     chains.m_right.push_back(MakeVerticalEnd(copy.back().m_endPt, dAxis));
+    chains.m_bVerticalEnds = true;
 }
 
 AcArray<AcGePoint3d> CEncircleLine::CollectOutline(E_RemoveLine_Dir side,
@@ -216,8 +217,7 @@ AcArray<AcGePoint3d> CEncircleLine::CollectOutline(E_RemoveLine_Dir side,
         const Lines& chain = chains.*step.m_pChain;
         // A vertical end runs down to the axis whatever the half; read towards the chain, the
         // outline begins on the axis and keeps the corner.
-        const bool bFromAxis =
-            m_calInfo.m_bSideLinesVertical && step.m_pChain == &SSideChains::m_left;
+        const bool bFromAxis = chains.m_bVerticalEnds && step.m_pChain == &SSideChains::m_left;
         GetLineInfoPt(chain, step.m_bForward && !bFromAxis, step.m_bUnused, points);
     }
     return points;

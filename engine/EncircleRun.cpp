@@ -23,9 +23,9 @@ struct SSpace {
 // Decides which picked entities take part, reading each layer once.
 class CPicker {
 public:
-    CPicker()
+    explicit CPicker(bool bWithDimensions)
         : m_pDatabase(acdbHostApplicationServices()->workingDatabase()),
-          m_dimensionLayerId(FindLayer(kDimensionLayer)) {}
+          m_refusedLayerId(bWithDimensions ? AcDbObjectId::kNull : FindLayer(kDimensionLayer)) {}
 
     // The space of an entity that takes part; null for any other.
     AcDbObjectId Pick(const AcDbObjectId& id) {
@@ -38,7 +38,7 @@ public:
             return AcDbObjectId::kNull;
         }
         const AcDbObjectId layerId = entity->layerId();
-        if (layerId == m_dimensionLayerId) {
+        if (layerId == m_refusedLayerId) {
             CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Layer, kDimensionLayer, id);
             return AcDbObjectId::kNull;
         }
@@ -64,7 +64,7 @@ private:
     }
 
     AcDbDatabase* m_pDatabase;
-    AcDbObjectId m_dimensionLayerId;
+    AcDbObjectId m_refusedLayerId;
     std::set<AcDbObjectId> m_seen;
     std::map<AcDbObjectId, bool> m_locked;
 };
@@ -122,8 +122,9 @@ CEncircleRun::~CEncircleRun() {
     }
 }
 
-AcArray<AcDbObjectId> CEncircleRun::Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook) {
-    CPicker picker;
+AcArray<AcDbObjectId> CEncircleRun::Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook,
+                                          bool bWithDimensions) {
+    CPicker picker(bWithDimensions);
     AcDbObjectIdArray taken;
     std::vector<SSpace> spaces;
     for (int i = 0; i < pickedIds.length(); ++i) {

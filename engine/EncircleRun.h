@@ -24,8 +24,10 @@ public:
     // database, lies on the dimension layer or on a locked one (its clone could not be changed); an
     // entity picked twice counts once.
     //
-    // bKeepLook  line types that come from a layer are stated on the clones before they move
-    AcArray<AcDbObjectId> Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook);
+    // bKeepLook        line types that come from a layer are stated on the clones before they move
+    // bWithDimensions  entities on the dimension layer take part as well
+    AcArray<AcDbObjectId> Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook,
+                                bool bWithDimensions = false);
 
 private:
     void EraseScratch();

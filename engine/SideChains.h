@@ -11,4 +11,6 @@ struct SSideChains {
     std::vector<CLineInfo> m_bottom;
     std::vector<CLineInfo> m_left;
     std::vector<CLineInfo> m_right;
+    // The left and the right chain are lines straight to the axis, not what a side sees.
+    bool m_bVerticalEnds = false;
 };

@@ -183,7 +183,9 @@ TEST(Driver, LeavesNothingBehind) {
         kTool +
         " | L@MINE%DASHED 5,9 15,9 | A@OWN 10,5 3 0 180 | S 0,5 3,8 6,2 9,5 | C 10,7 1"
         " | H 0,0 3,9(0.5) 9,9 | T 3,3 x | E 10,7 2,0 0.5 0 180";
-    for (const char* options : {"", "lower", "vertical", "noaxis", "axis=100", "p=0.02"}) {
+    for (const char* options :
+         {"", "lower", "vertical", "noaxis", "axis=100", "p=0.02", "by=hatch", "by=hatch lower",
+          "by=hatch noaxis", "by=1", "by=1 noaxis", "by=2 lower", "by=2 vertical"}) {
         SCOPED_TRACE(options);
         TestDrawing d;
         d.Layer("OFF", "", "off").Layer("MINE").Layer("LOCKED", "DASHED", "lock");

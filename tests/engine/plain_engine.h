@@ -30,6 +30,12 @@ public:
     std::vector<Lines> BreakAndSee(const Lines& lines, bool withVertical, bool shiftRight,
                                    const std::vector<E_RemoveLine_Dir>& dirs);
 
+    // Of the earlier pipelines (plain_earlier.cpp).
+    void RemoveCrossLine(Lines& lines);
+    Lines RemoveLine(E_RemoveLine_Dir dir, const Lines& lines);
+    bool IsPtInLineSpecifiedDir(AcGePoint3d pt, AcGePoint3d start, AcGePoint3d end,
+                                E_RemoveLine_Dir dir);
+
 private:
     void SplitAll(Lines& lines);
 };

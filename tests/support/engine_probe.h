@@ -27,10 +27,13 @@ public:
     using CEncircleLine::GetMidLineAxisValue;
     using CEncircleLine::IsPointOnArc;
     using CEncircleLine::IsPtExist;
+    using CEncircleLine::IsPtInLineSpecifiedDir;
     using CEncircleLine::IsPtInLineSpecifiedDir2;
+    using CEncircleLine::RemoveCrossLine;
     using CEncircleLine::RemoveDashedIds;
     using CEncircleLine::RemoveDimLineIds;
     using CEncircleLine::RemoveIdsInLayer;
+    using CEncircleLine::RemoveLine;
     using CEncircleLine::RemoveLine2;
     using CEncircleLine::RemoveLineByWalter;
     using CEncircleLine::RemoveLineInExcludeDir;
@@ -41,6 +44,7 @@ public:
     using CEncircleLine::SetLineLayerAndType;
     using CEncircleLine::SortLineInfos;
     using CEncircleLine::SplitLine;
+    using CEncircleLine::TraceOutline;
     using CEncircleLine::UpdateLinePtByNearestPt;
     using CEncircleLine::UpdateLineStartEndPt;
 

@@ -15,7 +15,7 @@ inline void SetBoth(AcGeTol& tol, double value) {
 }
 
 // words: "lower", "vertical", "dashed" (include them), "noaxis", "p=0.1" (arc precision),
-// "side=20", "axis=5" (its height, 0 without), "by=hatch" (the pipeline: 3, the live one, without)
+// "side=20", "axis=5" (its height, 0 without), "by=hatch|1|2" (the live pipeline without)
 struct RunOptions {
     CEncircleCalInfo info;
     double axis = 0.0;
@@ -31,6 +31,8 @@ struct RunOptions {
             if (word == "dashed") info.m_bExcludeDashed = false;
             if (word == "noaxis") hasAxis = false;
             if (word == "by=hatch") pipeline = &CEncircleLine::GetEncircleLineByHatch;
+            if (word == "by=1") pipeline = &CEncircleLine::GetEncircleLine;
+            if (word == "by=2") pipeline = &CEncircleLine::GetEncircleLine2;
             if (word.rfind("p=", 0) == 0) info.m_dArcPrecision = value;
             if (word.rfind("side=", 0) == 0) info.m_dSideLength = value;
             if (word.rfind("axis=", 0) == 0) axis = value;
