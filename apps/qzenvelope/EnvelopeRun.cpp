@@ -100,6 +100,15 @@ CEncircleCalInfo ParametersOf(const ComputeOptions& options) {
     return info;
 }
 
+using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>&, AcDbObjectId&);
+
+Pipeline PipelineOf(Algorithm algorithm) {
+    static const Pipeline kPipelines[] = {
+        &CEncircleLine::GetEncircleLine3, &CEncircleLine::GetEncircleLineByHatch,
+        &CEncircleLine::GetEncircleLine, &CEncircleLine::GetEncircleLine2};
+    return kPipelines[static_cast<int>(algorithm)];
+}
+
 // The temporary axis line; gone at the end of the scope whatever happens.
 class AxisLine {
 public:
@@ -176,7 +185,7 @@ EnvelopeRun RunEnvelope(AcDbDatabase& database, const ComputeOptions& options) {
             info.m_midLineId = axis->Id();
         }
         CEncircleLine engine(info);
-        engine.GetEncircleLine3(run.selection.ids, envelopeId);
+        (engine.*PipelineOf(options.algorithm))(run.selection.ids, envelopeId);
     }
     run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
     run.envelope = ReadEnvelope(envelopeId, options);

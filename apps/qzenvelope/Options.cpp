@@ -2,8 +2,10 @@
 
 #include <CLI/CLI.hpp>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 namespace app {
 namespace {
@@ -39,6 +41,13 @@ const char* const kComputeFooter =
     "  qzenvelope compute mill.dxf --centre=-120,60 --json\n"
     "  qzenvelope compute mill.dxf --centre -120,60 --sat mill.sat --step mill.stp --png "
     "mill.png\n";
+
+const char* const kAlgorithms[] = {"3", "hatch", "1", "2"};
+
+Algorithm AlgorithmOf(const std::string& name) {
+    const auto found = std::find(std::begin(kAlgorithms), std::end(kAlgorithms), name);
+    return static_cast<Algorithm>(found - std::begin(kAlgorithms));
+}
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
@@ -144,8 +153,13 @@ void DeclareCompute(CLI::App& command, ComputeOptions& options, NumberTexts& tex
     command.add_option("--window", texts.window, "X1,Y1,X2,Y2: pick inside this rectangle only");
     command.add_option("--half", half, "the half to envelop: upper or lower (upper)")
         ->check(CLI::IsMember({"upper", "lower"}));
-    command.add_option("--algorithm", algorithm, "3: the outline seen from the sides (3)")
-        ->check(CLI::IsMember({"3"}));
+    command
+        .add_option("--algorithm", algorithm,
+                    "3: the outline seen from the sides; hatch: the boundary traced around the "
+                    "tool, with its exact arcs; 1, 2: earlier forms of 3, whose arcs stay chords; "
+                    "2 puts the envelope 1000 units to the right (3)")
+        ->check(CLI::IsMember(
+            std::vector<std::string>(std::begin(kAlgorithms), std::end(kAlgorithms))));
     command.add_flag("--include-dashed", options.includeDashed, "keep dashed and centre lines");
     command.add_flag("--vertical-ends", options.verticalEnds,
                      "close both ends by vertical lines down to the axis");
@@ -189,6 +203,8 @@ void RequireCommand(const std::vector<std::string>& arguments, const CLI::App& a
 
 }  // namespace
 
+const char* NameOf(Algorithm algorithm) { return kAlgorithms[static_cast<int>(algorithm)]; }
+
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
     NumberTexts texts;
@@ -227,6 +243,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (compute) {
         options.command = Options::Command::Compute;
         options.compute.lowerHalf = half == "lower";
+        options.compute.algorithm = AlgorithmOf(algorithm);
         ReadLengths(texts, options.compute);
         ReadPlaces(texts, options.compute);
     }

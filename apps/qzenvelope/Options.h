@@ -23,11 +23,18 @@ private:
     ExitStatus m_status;
 };
 
+// The engine's pipelines.
+enum class Algorithm { Live, Hatch, First, Second };
+
+// As --algorithm and reports name them: 3, hatch, 1, 2.
+const char* NameOf(Algorithm algorithm);
+
 struct ComputeOptions {
     std::string input;
     std::optional<Point> centre;  // unset only with noAxis
     std::optional<Box> window;
     bool lowerHalf = false;
+    Algorithm algorithm = Algorithm::Live;
     bool includeDashed = false;
     bool verticalEnds = false;
     bool noAxis = false;

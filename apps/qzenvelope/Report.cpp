@@ -71,11 +71,17 @@ Json EnvelopeJson(const Envelope& envelope) {
             {"self_crossing", MeetingJson(envelope)}};
 }
 
+// The numbered pipelines by their numbers.
+Json AlgorithmJson(Algorithm algorithm) {
+    const std::string name = NameOf(algorithm);
+    return name.size() == 1 ? Json(name[0] - '0') : Json(name);
+}
+
 Json ParametersJson(const ComputeOptions& options) {
     return {{"centre", options.centre ? Json{options.centre->x, options.centre->y} : Json()},
             {"window", options.window ? Corners(*options.window) : Json()},
             {"half", options.lowerHalf ? "lower" : "upper"},
-            {"algorithm", 3},
+            {"algorithm", AlgorithmJson(options.algorithm)},
             {"include_dashed", options.includeDashed},
             {"vertical_ends", options.verticalEnds},
             {"axis", !options.noAxis},

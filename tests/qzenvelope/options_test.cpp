@@ -40,12 +40,13 @@ TEST(Options, NegativeNumbersInBothSpellings) {
 TEST(Options, EveryOptionArrives) {
     const app::ComputeOptions o =
         Parse(
-            "compute in.dxf --no-axis --half lower --algorithm 3 --include-dashed "
+            "compute in.dxf --no-axis --half lower --algorithm hatch --include-dashed "
             "--vertical-ends --point-tolerance 0.1 --line-tolerance 0.2 --horver-tolerance 0.3 "
             "--arc-precision 0.4 --side-length 0.5 -o out.dxf --svg out.svg --json")
             .compute;
     EXPECT_FALSE(o.centre || o.window);
     EXPECT_TRUE(o.noAxis && o.lowerHalf && o.includeDashed && o.verticalEnds && o.json);
+    EXPECT_EQ(app::Algorithm::Hatch, o.algorithm);
     EXPECT_EQ(0.1, o.pointTolerance);
     EXPECT_EQ(0.2, o.lineTolerance);
     EXPECT_EQ(0.3, o.horVerTolerance);
@@ -84,7 +85,7 @@ TEST(Options, Refusals) {
         {"compute a.dxf --centre 0,0 --horver-tolerance inf", "is not a finite number"},
         {"compute a.dxf --centre 0,0 --side-length -5", "--side-length: -5 is negative"},
         {"compute a.dxf --centre 0,0 --half left", "--half"},
-        {"compute a.dxf --centre 0,0 --algorithm hatch", "--algorithm"},
+        {"compute a.dxf --centre 0,0 --algorithm 4", "--algorithm"},
         {"compute a.dxf --centre 0,0 --frobnicate", "--frobnicate"},
         {"compute a.dxf --centre --json", "--centre"},
         {"info", "DRAWING is required"},
