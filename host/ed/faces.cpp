@@ -28,10 +28,13 @@ double BulgeArea(const PlaneCurve& curve) {
                        : 0.0;
 }
 
-// Whether the point lies between an arc and its chord.
+// Whether the point lies between an arc and its chord. A point on the chord's line counts as moved
+// a little to the right, and by much less upwards: on the side on which CrossesRay() has it.
 bool IsUnderArc(const PlaneCurve& curve, const AcGePoint2d& p) {
     if (!curve.isArc || (p - curve.center).length() >= curve.radius) return false;
-    const double side = Cross(curve.end - curve.start, p - curve.start);
+    const AcGeVector2d chord = curve.end - curve.start;
+    double side = Cross(chord, p - curve.start);
+    if (side == 0.0) side = chord.y != 0.0 ? -chord.y : chord.x;
     return curve.sweep > 0.0 ? side < 0.0 : side > 0.0;
 }
 

@@ -1,4 +1,5 @@
 // acedTraceBoundary: node what is shown, find the face around the seed, give its loops back.
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <stdexcept>
@@ -42,7 +43,8 @@ std::vector<Side> SidesOf(const FaceLoop& loop, const std::vector<PlaneCurve>& c
     return sides;
 }
 
-// Takes out the vertices at which a curve merely met another one and goes on.
+// Takes out the vertices at which a curve merely met another one and goes on; the loop begins at
+// the leftmost of the lowest that stay.
 void JoinSides(std::vector<Side>& sides) {
     // Begin where two curves meet, so that no curve runs across the end of the list.
     for (size_t i = 0; i < sides.size(); ++i) {
@@ -59,6 +61,15 @@ void JoinSides(std::vector<Side>& sides) {
         }
     }
     if (joined.size() > 1) sides = std::move(joined);
+    double lowest = sides.front().start.y;
+    for (const Side& side : sides) lowest = (std::min)(lowest, side.start.y);
+    const auto key = [lowest](const Side& side) {
+        return side.start.y - lowest <= kNodeTol ? side.start.x : HUGE_VAL;
+    };
+    std::rotate(sides.begin(),
+                std::min_element(sides.begin(), sides.end(),
+                                 [&](const Side& a, const Side& b) { return key(a) < key(b); }),
+                sides.end());
 }
 
 std::unique_ptr<AcDbPolyline> PolylineOf(const std::vector<Side>& sides) {

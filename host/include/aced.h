@@ -53,17 +53,18 @@ Acad::ErrorStatus acedSetCurrentView(AcDbViewTableRecord* view, AcDbViewport* vi
 // seed           in UCS; at least 1e-6 drawing units away from every curve
 // detectIslands  also give the loops that lie within, apart from the outer one
 // result         emptied first; receives new closed AcDbPolylines that belong to the caller and are
-//                in no drawing: the outer loop, then the islands, each counter-clockwise. Arcs and
+//                in no drawing: the outer loop, then the islands, each counter-clockwise from the
+//                leftmost of its lowest vertices. Arcs and
 //                circles come back as bulges, with the curves' own ends and computed crossings as
 //                vertices; ellipses and splines as chords at most 1e-4 of their size away.
 // curves         what is shown of the current space, parts of polylines and block references
-//                included, laid into the XY plane; in other drawings than plans, so does the result.
-//                Loops may be off the screen, unlike AutoCAD. Points within 1e-6 are one; curves
-//                that end in the air bound nothing, and wider gaps are open.
+//                included, laid into the XY plane; in other drawings than plans, so does the
+//                result. Loops may be off the screen, unlike AutoCAD. Points within 1e-6 are one;
+//                curves that end in the air bound nothing, and wider gaps are open.
 // status         eInvalidInput when no loop encloses the seed, whether it lies outside or the
-//                boundary is open, and when it lies on a curve; eNoDocument; eGeneralModelingFailure
-//                when the curves defy tracing. Unlike AutoCAD, a program without documents traces
-//                the working database.
+//                boundary is open, and when it lies on a curve; eNoDocument;
+//                eGeneralModelingFailure when the curves defy tracing. Unlike AutoCAD, a program
+//                without documents traces the working database.
 // cost           O((n + k) log n) for n curves and k pairs of curves whose boxes touch
 Acad::ErrorStatus acedTraceBoundary(const AcGePoint3d& seed, bool detectIslands,
                                     AcDbVoidPtrArray& result);
