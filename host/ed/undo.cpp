@@ -111,6 +111,17 @@ Acad::ErrorStatus UndoLog::Revert(const Change& change) {
     return object->isErased() == erase ? Acad::eOk : object->erase(erase);
 }
 
+// A layer that the group made may be locked by now, with entities on it that have to go first.
+void UndoLog::UnlockNewLayers(const Group& group) {
+    for (const Change& change : group.changes) {
+        if (change.kind != Kind::kAppended ||
+            change.id.objectClass() != AcDbLayerTableRecord::desc())
+            continue;
+        const AcDbLayerTableRecordPointer layer(change.id, AcDb::kForWrite);
+        if (layer.openStatus() == Acad::eOk) layer->setIsLocked(false);
+    }
+}
+
 bool UndoLog::TakeBack(std::wstring& name, int& failed) {
     failed = 0;
     if (m_groups.empty()) return false;
@@ -118,6 +129,7 @@ bool UndoLog::TakeBack(std::wstring& name, int& failed) {
     const Group group = std::move(m_groups.back());
     m_groups.pop_back();
     name = group.name;
+    UnlockNewLayers(group);
     for (size_t i = group.changes.size(); i-- > 0;)
         if (Revert(group.changes[i]) != Acad::eOk) ++failed;
     m_isTakingBack = false;

@@ -61,6 +61,7 @@ private:
     bool IsRecording(const AcDbObject& object) const;
     void DropScratch();
     void FreeErased();
+    static void UnlockNewLayers(const Group& group);
     Acad::ErrorStatus Revert(const Change& change);
 
     AcDbDatabase* m_database;

@@ -89,10 +89,16 @@ inline std::string Show(const AcDbPolyline& polyline) {
     return text + (polyline.isClosed() ? " c" : "");
 }
 
-// A drawing of its own, the working database for its life.
+// A drawing of its own, or one that is there, the working database for its life.
 class TestDrawing {
 public:
-    explicit TestDrawing(const std::string& entities = "") : m_db(true, true) {
+    explicit TestDrawing(const std::string& entities = "")
+        : m_own(std::make_unique<AcDbDatabase>(true, true)), m_db(*m_own) {
+        m_former = acdbHostApplicationServices()->workingDatabase();
+        acdbHostApplicationServices()->setWorkingDatabase(&m_db);
+        Add(entities);
+    }
+    TestDrawing(AcDbDatabase& db, const std::string& entities) : m_db(db) {
         m_former = acdbHostApplicationServices()->workingDatabase();
         acdbHostApplicationServices()->setWorkingDatabase(&m_db);
         Add(entities);
@@ -312,7 +318,8 @@ private:
         return reference;
     }
 
-    AcDbDatabase m_db;
+    std::unique_ptr<AcDbDatabase> m_own;
+    AcDbDatabase& m_db;
     AcDbDatabase* m_former = nullptr;
     AcDbObjectIdArray m_ids;
 };
