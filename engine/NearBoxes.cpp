@@ -40,8 +40,11 @@ bool CNearBoxes::IsNearAny(const std::vector<CQZRect>& boxes, const CQZRect& box
 bool CNearBoxes::IsNearInCells(const SCell& cell, const CQZRect& box) const {
     constexpr int kNeighbours = 81;  // 3 in each of the four bounds
     for (int n = 0; n < kNeighbours; ++n) {
-        const SCell other = {cell[0] + n % 3 - 1, cell[1] + n / 3 % 3 - 1, cell[2] + n / 9 % 3 - 1,
-                             cell[3] + n / 27 - 1};
+        const int second = n / 3 % 3;
+        const int third = n / 9 % 3;
+        const int fourth = n / 27;
+        const SCell other = {cell[0] + n % 3 - 1, cell[1] + second - 1, cell[2] + third - 1,
+                             cell[3] + fourth - 1};
         const auto found = m_cells.find(other);
         if (found != m_cells.end() && IsNearAny(found->second, box)) {
             return true;

@@ -190,10 +190,42 @@ TEST_F(BatchTest, DamagedRecordsLoadWhatIsWhole) {
         node->restype = type;
         node->resval = value;
     }
-    // Version 1 brings no parameters.
+    // Version 1 brings no parameters: those that stand here are no second task.
     nodes[0]->resval.rlong = 1;
-    EXPECT_EQ(0u, load().size()) << "the parameters of the first task are no task";
+    EXPECT_EQ(1u, load().size());
     acutRelRb(whole);
+}
+
+TEST_F(BatchTest, RecordsOfTheFirstVersionBringNoParameters) {
+    const auto item = [](short code, auto set) {
+        resbuf* const node = acutNewRb(code);
+        set(*node);
+        return node;
+    };
+    const auto number = [&](short code, Adesk::Int32 value) {
+        return item(code, [&](resbuf& node) { node.resval.rlong = value; });
+    };
+    const auto name = [&](const ACHAR* text) {
+        resbuf* const node = acutNewRb(1);
+        EXPECT_EQ(Acad::eOk, acutNewString(text, node->resval.rstring));
+        return node;
+    };
+    std::vector<resbuf*> chain{number(91, 1), number(92, 2)};
+    for (const ACHAR* const task : {_T("a"), _T("b")})
+        chain.insert(chain.end(), {name(task), number(90, 2), number(90, 1), number(92, 0)});
+    for (size_t i = 1; i < chain.size(); ++i) chain[i - 1]->rbnext = chain[i];
+    ASSERT_EQ(Acad::eOk, BatchTaskList().store(&drawing.db()));
+    {
+        AcDbObjectPointer<AcDbXrecord> record(RecordId(drawing.db()), AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, record->setFromRbChain(*chain[0]));
+    }
+    acutRelRb(chain[0]);
+    BatchTaskList back;
+    back.load(&drawing.db());
+    ASSERT_EQ(2u, back.size());
+    EXPECT_STREQ(_T("b"), back[1].name);
+    EXPECT_EQ(kBatchFailed, back[1].execStatus);
+    EXPECT_EQ(CEncircleCalInfo().m_dArcPrecision, back[1].params.m_dArcPrecision);
 }
 
 TEST_F(BatchTest, ToolsOfATaskAreComputedInOrder) {
