@@ -96,14 +96,22 @@ public:
         return loop;
     }
 
-    // Halves the chords of the pieces; false when none of them is an arc that still can be.
-    bool Refine(const FaceLoop& loop) {
+    // Halves the chords of the loops' pieces; false when none of them is an arc that still can be.
+    // Loops read before no longer fit what GEOS holds.
+    bool Refine(const std::vector<FaceLoop>& loops) {
+        std::vector<char> isDone(m_curves.size(), 0);
         bool isFiner = false;
-        for (const FaceLoop::Step& step : loop.steps) {
-            if (!m_curves[step.piece].isArc || m_halvings[step.piece] >= kMostRounds) continue;
-            ++m_halvings[step.piece];
-            Chord(step.piece);
-            isFiner = true;
+        for (const FaceLoop& loop : loops) {
+            for (const FaceLoop::Step& step : loop.steps) {
+                const size_t piece = step.piece;
+                if (isDone[piece] != 0 || !m_curves[piece].isArc ||
+                    m_halvings[piece] >= kMostRounds)
+                    continue;
+                isDone[piece] = 1;
+                ++m_halvings[piece];
+                Chord(piece);
+                isFiner = true;
+            }
         }
         return isFiner;
     }
@@ -218,12 +226,11 @@ Polygons Polygonize(const GeosContext& geos, const ChordedPieces& pieces) {
 // Rings of chords that cross, although their curves do not, are lost to GEOS: finer chords bring
 // them back. False when every ring is good, or none can get better.
 bool RefineInvalid(const GeosContext& geos, const GEOSGeometry* invalid, ChordedPieces& pieces) {
-    bool isFiner = false;
-    for (int i = 0; i < GEOSGetNumGeometries_r(geos.Handle(), invalid); ++i) {
-        const GEOSGeometry* const ring = GEOSGetGeometryN_r(geos.Handle(), invalid, i);
-        isFiner = pieces.Refine(pieces.LoopOf(geos.PointsOf(ring))) || isFiner;
-    }
-    return isFiner;
+    std::vector<FaceLoop> loops;
+    for (int i = 0; i < GEOSGetNumGeometries_r(geos.Handle(), invalid); ++i)
+        loops.push_back(
+            pieces.LoopOf(geos.PointsOf(GEOSGetGeometryN_r(geos.Handle(), invalid, i))));
+    return pieces.Refine(loops);
 }
 
 FaceLoop LoopOfRing(const GeosContext& geos, const GEOSGeometry* ring,
@@ -271,10 +278,7 @@ std::vector<FaceLoop> FindFaceAround(const AcGePoint2d& seed, const std::vector<
         if (face == nullptr) return {};
         std::vector<FaceLoop> loops = LoopsOf(geos, face, pieces);
         // An island whose chords cross the outer loop's may have been given to another face.
-        bool isFiner = false;
-        if (GEOSisValid_r(geos.Handle(), face) != 1)
-            for (const FaceLoop& loop : loops) isFiner = pieces.Refine(loop) || isFiner;
-        if (isFiner) continue;
+        if (GEOSisValid_r(geos.Handle(), face) != 1 && pieces.Refine(loops)) continue;
         for (FaceLoop& loop : loops) MakeCounterClockwise(loop, pieces, seed);
         return loops;
     }
