@@ -1,6 +1,6 @@
-// The engine's passes, each alone and all of them behind GetEncircleLine3(), on generated tools,
-// and beside them what a geometry library needs merely to node the same segments. Growth exponents
-// are printed at the end.
+// The engine's passes, each alone and all of them behind each pipeline, on generated tools,
+// boundary tracing, and beside them what a geometry library needs merely to node the same segments.
+// Growth exponents are printed at the end.
 #include <benchmark/benchmark.h>
 #include <geos_c.h>
 
@@ -9,6 +9,7 @@
 #include <ctime>
 #include <map>
 #include <memory>
+#include <random>
 #include <string>
 
 #include "support/engine_probe.h"
@@ -123,7 +124,10 @@ void BM_Passes(benchmark::State& state) {
     }
 }
 
+using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>&, AcDbObjectId&);
+
 // Picked lines in, envelope out: cloning, conversion, all passes, drawing, erasing.
+template <Pipeline kPipeline>
 void BM_Pipeline(benchmark::State& state) {
     for (auto _ : state) {
         BenchDrawing drawing;
@@ -133,9 +137,43 @@ void BM_Pipeline(benchmark::State& state) {
             AddLine(AcGePoint3d(-10, 0, 0), AcGePoint3d(10, 0, 0), 256, ACDB_MODEL_SPACE);
         AcDbObjectId outId;
         const double start = GetSeconds();
-        CEncircleLine(info).GetEncircleLine3(ids, outId);
+        (CEncircleLine(info).*kPipeline)(ids, outId);
         state.SetIterationTime(GetSeconds() - start);
         if (outId.isNull()) state.SkipWithError("no envelope");
+    }
+}
+
+// The host's boundary tracing around lines, arcs and circles that cross all over a square; the seed
+// lies outside of them, in a frame.
+void BM_TraceBoundary(benchmark::State& state) {
+    BenchDrawing drawing;
+    const double size = std::sqrt(static_cast<double>(state.range(0))) * 4;
+    std::mt19937_64 random(kSeed);
+    const auto real = [&](double from, double to) {
+        return from + (to - from) * static_cast<double>(random() >> 11) / 9007199254740992.0;
+    };
+    {
+        CBlockAppender space;
+        const AcGePoint3d corners[] = {
+            {-9, -9, 0}, {size + 9, -9, 0}, {size + 9, size + 9, 0}, {-9, size + 9, 0}};
+        for (int i = 0; i < 4; ++i) space.AppendLine(corners[i], corners[(i + 1) % 4], 256);
+        for (int i = 0; i < state.range(0); ++i) {
+            const AcGePoint3d p(real(0, size), real(0, size), 0);
+            if (i % 2 == 0) {
+                space.AppendLine(p, p + AcGeVector3d(real(-5, 5), real(-5, 5), 0), 256);
+            } else {
+                space.Append(new AcDbArc(p, real(0.5, 4), real(0, 3), real(3.5, 6)));
+            }
+        }
+    }
+    for (auto _ : state) {
+        AcDbVoidPtrArray loops;
+        const double start = GetSeconds();
+        if (acedTraceBoundary(AcGePoint3d(-8, -8, 0), true, loops) != Acad::eOk)
+            state.SkipWithError("no boundary");
+        state.SetIterationTime(GetSeconds() - start);
+        state.counters["loops"] = loops.length();
+        for (int i = 0; i < loops.length(); ++i) delete static_cast<AcDbEntity*>(loops[i]);
     }
 }
 
@@ -172,10 +210,16 @@ void AddSizes(benchmark::internal::Benchmark* bench) {
 }
 
 BENCHMARK(BM_Passes)->Apply(AddSizes);
-BENCHMARK(BM_Pipeline)->Apply(AddSizes);
+BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine3>)->Name("BM_Pipeline")->Apply(AddSizes);
+BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLineByHatch>)
+    ->Name("BM_PipelineHatch")
+    ->Apply(AddSizes);
+BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine>)->Name("BM_Pipeline1")->Apply(AddSizes);
+BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine2>)->Name("BM_Pipeline2")->Apply(AddSizes);
+BENCHMARK(BM_TraceBoundary)->Apply(AddSizes);
 BENCHMARK(BM_GeosNode)->Apply(AddSizes);
 // Two gigabytes of memory and more.
-BENCHMARK(BM_Pipeline)
+BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine3>)
     ->Name("BM_PipelineLarge")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
