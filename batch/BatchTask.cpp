@@ -92,7 +92,8 @@ void BatchTask::rollUpStatus() {
 }
 
 void BatchTask::run() {
-    execStatus = kBatchDone;
+    // Nothing was done where there is nothing to do.
+    execStatus = tools.empty() ? kBatchNotStarted : kBatchDone;
     RunTools(*this, &BatchTask::execStatus, [](const BatchTask& task, BatchTool& tool) {
         tool.computeEnvelope(task.params);
         return tool.execStatus;
@@ -100,7 +101,7 @@ void BatchTask::run() {
 }
 
 void BatchTask::exportAll(const CString& strFolder) {
-    exportStatus = kBatchDone;
+    exportStatus = tools.empty() ? kBatchNotStarted : kBatchDone;
     const CString folder(strFolder);
     RunTools(*this, &BatchTask::exportStatus, [&folder](const BatchTask&, BatchTool& tool) {
         tool.exportSolid(folder);

@@ -23,12 +23,13 @@ void CBulkGenEncircleLineDlg::OnAddTools() {
         return;
     }
     const HWND hWnd = GetSafeHwnd();
+    const Adesk::UInt64 serial = FindTask(nTask)->serial;
     CString strPrevious;
     SPickedTool picked;
     while (PickTool(strPrevious, picked)) {
         // The prompts let other windows act: the dialog or the task may be gone.
         BatchTask* const pTask = ::IsWindow(hWnd) ? FindTask(nTask) : nullptr;
-        if (pTask == nullptr) {
+        if (pTask == nullptr || pTask->serial != serial) {
             return;
         }
         BatchTool tool;
@@ -60,7 +61,10 @@ void CBulkGenEncircleLineDlg::OnDeleteTools() {
             task.tools.erase(task.tools.begin() + rows[i]);
         }
     }
-    fillToolGrid(task);
+    task.rollUpStatus();
+    // The rows selected are gone; others that took their places are not meant.
+    m_toolGrid.SelectRows({});
+    RefillGrids({nTask});
 }
 
 void CBulkGenEncircleLineDlg::OnCompute() {

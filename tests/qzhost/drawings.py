@@ -47,3 +47,47 @@ def envelopes(folder):
     tags += [(0, "ENDSEC"), (0, "EOF")]
     (folder / "envelopes.dxf").write_text(
         "".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")
+
+
+TOOL = [(20, 40), (20, 80), (60, 80), (64, 76), (64, 72), (120, 72), (140, 60), (120, 48),
+        (64, 48), (64, 44), (60, 40)]
+
+
+def tool(handle, x, scale=1.0):
+    """A stepped drill about the line y = 60."""
+    return polyline(handle, "0", [(x + px, 60 + (py - 60) * scale) for px, py in TOOL])
+
+
+def frame(handle, x, number):
+    """A frame around it that carries its number as an attribute."""
+    return [(0, "INSERT"), (5, handle), (100, "AcDbEntity"), (8, "0"), (66, 1),
+            (100, "AcDbBlockReference"), (2, "FRAME"), (10, x), (20, 0),
+            (0, "ATTRIB"), (5, handle + "1"), (100, "AcDbEntity"), (8, "0"), (100, "AcDbText"),
+            (10, x + 100), (20, 5), (40, 4), (1, number), (100, "AcDbAttribute"),
+            (2, "TUKANGE_NAME_IDENTITY"), (70, 1),
+            (0, "SEQEND"), (5, handle + "2"), (100, "AcDbEntity"), (8, "0")]
+
+
+def write(path, entities):
+    tags = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1021"), (9, "$HANDSEED"),
+            (5, "1000"), (0, "ENDSEC"), (0, "SECTION"), (2, "BLOCKS"),
+            (0, "BLOCK"), (5, "20"), (100, "AcDbEntity"), (8, "0"), (100, "AcDbBlockBegin"),
+            (2, "FRAME"), (70, 0), (10, 0), (20, 0)]
+    tags += polyline("21", "0", [(0, 0), (180, 0), (180, 120), (0, 120)])
+    tags += [(0, "ENDBLK"), (5, "22"), (100, "AcDbEntity"), (8, "0"), (100, "AcDbBlockEnd"),
+             (0, "ENDSEC"), (0, "SECTION"), (2, "ENTITIES")] + entities
+    tags += [(0, "ENDSEC"), (0, "EOF")]
+    path.write_text("".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")
+
+
+def tools(folder):
+    """Three framed tools in a row, and three without frames."""
+    framed, plain = [], []
+    for i in range(3):
+        framed += tool("%d1" % (5 + i), 200 * i, 1.0 - 0.2 * i)
+        framed += frame("%d2" % (5 + i), 200 * i, "T-%02d" % (i + 1))
+        plain += tool("%d1" % (5 + i), 200 * i)
+    plain += [(0, "TEXT"), (5, "90"), (100, "AcDbEntity"), (8, "0"), (100, "AcDbText"), (10, 300),
+              (20, 150), (40, 5), (1, "three drills"), (100, "AcDbText")]
+    write(folder / "framed.dxf", framed)
+    write(folder / "plain.dxf", plain)

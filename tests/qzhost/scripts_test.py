@@ -27,6 +27,8 @@ class Scripts(ProgramTest):
             shutil.copy(drawing, self.folder)
         drawings.hidden(self.folder)
         drawings.envelopes(self.folder)
+        drawings.tools(self.folder)
+        (self.folder / "out").mkdir()
         self.given = set(self.left_behind())
 
     def session(self, name, *arguments):
@@ -36,6 +38,7 @@ class Scripts(ProgramTest):
         # How many handles a computation uses up is nobody's business.
         said = re.sub(r"^[0-9A-F]+ (?=AcDb\w+ on (%s|EncircleLine3D) )" % ENVELOPE_LAYER, "new ",
                       done.stdout.replace(str(self.folder), "FOLDER"), flags=re.M)
+        said = re.sub(r"(用时|预计还需|平均)：[\d.]+秒", r"\1：*秒", said)
         expected = SCRIPTS / (name + ".txt")
         if os.environ.get("QZ_WRITE_TRANSCRIPTS"):
             expected.write_text(said, encoding="utf-8")
@@ -98,6 +101,25 @@ class Scripts(ProgramTest):
         module = PROGRAM.parent / "QZEncircleLine.arx"
         (self.folder / "QZEncircleLine.arx").symlink_to(module)
         self.session("module", "--no-module", END_MILL, DRILL)
+
+    def test_a_task_of_three_tools(self):
+        self.assertEqual({"tasks.dxf"}, self.session("batch", "framed.dxf"))
+        self.assertEqual(2, len(self.envelopes("tasks.dxf")))
+        self.assertEqual(["T-01.sat", "T-02.sat", "T-03.sat"],
+                         sorted(p.name for p in (self.folder / "out").iterdir()))
+        stored = dxf_tags.sections(dxf_tags.read_tags(self.folder / "tasks.dxf"))["OBJECTS"]
+        self.assertIn((3, b"QZDJBLX"), stored)
+        self.session("batch_again", "tasks.dxf")
+        self.assertEqual([], self.envelopes("tasks.dxf"))
+
+    def test_several_tasks(self):
+        self.session("batch_many", "plain.dxf")
+
+    def test_tasks_of_two_drawings(self):
+        self.session("batch_two_drawings", "framed.dxf", "plain.dxf")
+
+    def test_clicks_during_a_run(self):
+        self.session("batch_clicks", "framed.dxf")
 
     def test_messages_to_a_module(self):
         self.session("messages", "--module", os.environ["QZ_MESSAGE_LOG"])
