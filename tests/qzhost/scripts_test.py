@@ -14,7 +14,7 @@ sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "qzenvelope
 
 import drawings
 import dxf_tags
-from program import ENVELOPE_LAYER, EXAMPLES, PROGRAM, SCRATCH_LAYER, ProgramTest, main
+from program import ENVELOPE_LAYER, EXAMPLES, PROGRAM, ROOT, SCRATCH_LAYER, ProgramTest, main
 
 SCRIPTS = pathlib.Path(__file__).resolve().parent / "scripts"
 END_MILL, DRILL = "end-mill.dxf", "stepped-drill.dxf"
@@ -120,6 +120,27 @@ class Scripts(ProgramTest):
 
     def test_clicks_during_a_run(self):
         self.session("batch_clicks", "framed.dxf")
+
+    def test_the_script_of_the_manual(self):
+        manual = (ROOT / "docs" / "qzhost.md").read_text(encoding="utf-8")
+        script = manual.rsplit("```", 2)[1].lstrip("\n")
+        (self.folder / "manual.scr").write_text(script, encoding="utf-8")
+        done = self.run_program("--script", "manual.scr", END_MILL)
+        self.assertEqual(("", 0), (done.stderr, done.returncode))
+        self.assertEqual(1, len(self.envelopes("end-mill-with-envelope.dxf")))
+        self.assertTrue((self.folder / "end-mill.sat").exists())
+
+    def test_pictures_of_every_dialog(self):
+        (self.folder / "a.scr").write_text(
+            "command QZTOOLDESIGNProfileAuto3D\nscreenshot one.png\nclose-dialog 186\n"
+            "command QZTOOLDESIGNProfilesAuto3D\npress 188 1018\nset 190 1040 name\n"
+            "screenshot two.png\npress 190 1\npress 188 1022\nselect window 10,10 170,110\npoint 100,60\n"
+            "select none\nlater screenshot three.png\npress 188 1019\n", encoding="utf-8")
+        done = self.run_program("--script", "a.scr", "framed.dxf")
+        self.assertEqual(0, done.returncode, done.stderr)
+        pictures = [(self.folder / (n + ".png")).read_bytes() for n in ("one", "two", "three")]
+        self.assertEqual([b"\x89PNG"] * 3, [p[:4] for p in pictures])
+        self.assertEqual(3, len(set(pictures)))
 
     def test_messages_to_a_module(self):
         self.session("messages", "--module", os.environ["QZ_MESSAGE_LOG"])
