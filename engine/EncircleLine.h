@@ -46,9 +46,9 @@ public:
     // the outline.
     //
     // ids, outId, drawing as GetEncircleLine3(); the current view shows the frame afterwards.
-    // Arcs that bound the outline come back exactly; lines that end in the air bound nothing, and a
-    // gap is not bridged: the outline goes in through it. There are no vertical ends.
-    // cost     that of acedTraceBoundary()
+    // Arcs that bound the outline come back exactly. A gap is not bridged: lines that end in the
+    // air bound nothing, and the outline is what is closed behind them, if anything is. There are
+    // no vertical ends. cost     that of acedTraceBoundary()
     void GetEncircleLineByHatch(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
     // The two earlier forms of the live pipeline, kept for other modules. Lines that lie on one

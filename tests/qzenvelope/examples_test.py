@@ -48,7 +48,27 @@ class Examples(ProgramTest):
         self.assertGreater(run["picked"], 1)
 
     @each_tool
+    def test_the_other_pipelines(self, name, drawing, arguments):
+        run = {a: self.compute(drawing, *arguments, "--algorithm", a) for a in ("3", "hatch", "1", "2")}
+        self.assertEqual([3, "hatch", 1, 2], [r["parameters"]["algorithm"] for r in run.values()])
+        envelope = {a: r["envelope"] for a, r in run.items()}
+        self.assertAlmostEqual(envelope["3"]["length"], envelope["hatch"]["length"], delta=0.02)
+        for live, traced in zip(envelope["3"]["extents"], envelope["hatch"]["extents"]):
+            self.assertAlmostEqual(live, traced, delta=1e-6)
+        for v, shifted in zip(envelope["1"]["vertices"], envelope["2"]["vertices"], strict=True):
+            self.assertEqual(0, v[2], "chords stay chords")
+            for a, b in zip((v[0] + 1000, v[1]), shifted):
+                self.assertAlmostEqual(a, b, delta=1e-6)
+        # Both halves are seen from the ends, so these run from one side of the axis to the other.
+        self.assertAlmostEqual(envelope["3"]["diameter"], envelope["1"]["diameter"], delta=0.1)
+
+    @each_tool
     def test_nothing_but_the_envelope_is_added(self, name, drawing, arguments):
+        for algorithm in ("3", "hatch", "1", "2"):
+            with self.subTest(algorithm=algorithm):
+                self.check_only_added(name, drawing, [*arguments, "--algorithm", algorithm])
+
+    def check_only_added(self, name, drawing, arguments):
         self.compute(drawing, *arguments, "-o", name + ".dxf")
         before = dxf_tags.entities(drawing)
         after = dxf_tags.entities(self.folder / (name + ".dxf"))
