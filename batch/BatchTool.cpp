@@ -6,7 +6,6 @@
 #include "CurrentLayerGuard.h"
 #include "DocumentLock.h"
 #include "EncircleLayers.h"
-#include "EncircleLine.h"
 #include "EntityBox.h"
 #include "EraseEntity.h"
 #include "EnvelopeExport.h"
@@ -52,7 +51,7 @@ void BatchTool::EraseFormerEnvelope() {
     envelopeId.setNull();
 }
 
-void BatchTool::computeEnvelope(const CEncircleCalInfo& params) {
+void BatchTool::computeEnvelope(const CEncircleCalInfo& params, EnvelopePipeline pPipeline) {
     const CDocumentLock lock;
     if (!lock.IsOk()) {
         execStatus = kBatchFailed;
@@ -65,7 +64,7 @@ void BatchTool::computeEnvelope(const CEncircleCalInfo& params) {
         CEncircleCalInfo info(params);
         info.m_midLineId = axis.GetId();
         CEncircleLine engine(info);
-        engine.GetEncircleLine3(sourceIds, envelopeId);
+        (engine.*pPipeline)(sourceIds, envelopeId);
     }
     highlightEnvelope(true);
     execStatus = envelopeId.isNull() ? kBatchFailed : kBatchDone;

@@ -2,7 +2,11 @@
 #pragma once
 
 #include "BatchStatus.h"
-#include "EncircleCalInfo.h"
+#include "EncircleLine.h"
+
+// One of the engine's pipelines.
+using EnvelopePipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids,
+                                                 AcDbObjectId& outId);
 
 // All operations work on the working database; those that change it take its document's write lock.
 class BatchTool {
@@ -13,7 +17,8 @@ public:
     //
     // drawing  envelopes among sourceIds are erased and leave the list; the tool's former envelope
     //          is erased; the new one is drawn and highlighted
-    void computeEnvelope(const CEncircleCalInfo& params);
+    void computeEnvelope(const CEncircleCalInfo& params,
+                         EnvelopePipeline pPipeline = &CEncircleLine::GetEncircleLine3);
 
     // Revolves the envelope and writes it as SAT.
     //

@@ -6,6 +6,7 @@
 #include "DocumentLock.h"
 #include "EntityBox.h"
 #include "EraseEntity.h"
+#include "FileName.h"
 #include "RevolveSolid.h"
 #include "SatExport.h"
 
@@ -57,7 +58,9 @@ E_ExportResult ExportToolSolid(const AcDbObjectId& envelopeId, const AcGePoint3d
         result = WriteAskedSat(solidId, strName);
     } else {
         const CString strPath = strFolder + _T("\\") + strName + _T(".sat");
-        result = WriteSat(strPath, solidId) ? E_Export_Done : E_Export_NotSaved;
+        // A name with a separator in it would land in another folder.
+        const bool bWritten = IsFileName(strName) && WriteSat(strPath, solidId);
+        result = bWritten ? E_Export_Done : E_Export_NotSaved;
     }
     if (result != E_Export_Cancelled) {
         EraseOnLayer(guard.GetLayerId());

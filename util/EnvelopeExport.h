@@ -11,7 +11,7 @@ constexpr const ACHAR* kSolidLayer = _T("EncircleLine3D");
 enum E_ExportResult {
     E_Export_Done,      // the file is written
     E_Export_NoSolid,   // the envelope cannot be revolved
-    E_Export_NotSaved,  // the solid cannot be written
+    E_Export_NotSaved,  // the solid cannot be written, or the name cannot be a file's
     E_Export_Cancelled  // no file was chosen
 };
 

@@ -63,14 +63,32 @@ bool ReadAttribute(const AcDbEntity& entity, const ACHAR* pTag, CString& strText
     return false;
 }
 
+// In the order in which they are asked.
+const struct {
+    E_TextCarrier m_carrier;
+    bool (*m_pRead)(const AcDbEntity& entity, const ACHAR* pKey, CString& strText);
+} kCarriers[] = {
+    {E_Carrier_ExtendedData, &ReadExtendedData},
+    {E_Carrier_ExtensionRecord, &ReadExtensionRecord},
+    {E_Carrier_Attribute, &ReadAttribute},
+};
+
 }  // namespace
 
-CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey) {
+CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey, E_TextCarrier* pCarrier) {
     CString strText;
+    E_TextCarrier found = E_Carrier_None;
     const AcDbObjectPointer<AcDbEntity> pEntity(id, AcDb::kForRead);
-    if (pEntity.openStatus() == Acad::eOk && !ReadExtendedData(*pEntity.object(), pKey, strText) &&
-        !ReadExtensionRecord(*pEntity.object(), pKey, strText)) {
-        ReadAttribute(*pEntity.object(), pKey, strText);
+    if (pEntity.openStatus() == Acad::eOk) {
+        for (const auto& row : kCarriers) {
+            if (row.m_pRead(*pEntity.object(), pKey, strText)) {
+                found = row.m_carrier;
+                break;
+            }
+        }
+    }
+    if (pCarrier != nullptr) {
+        *pCarrier = found;
     }
     return strText;
 }
@@ -94,9 +112,10 @@ std::vector<SToolFrame> CollectToolFrames() {
             !id.objectClass()->isDerivedFrom(AcDbBlockReference::desc())) {
             continue;
         }
-        const CString strNumber = GetAttachedText(id, kToolNumberKey);
+        E_TextCarrier carrier = E_Carrier_None;
+        const CString strNumber = GetAttachedText(id, kToolNumberKey, &carrier);
         if (!strNumber.IsEmpty()) {
-            frames.push_back({id, strNumber, GetEntityBox(id)});
+            frames.push_back({id, strNumber, GetEntityBox(id), carrier});
         }
     }
     return frames;

@@ -9,17 +9,29 @@
 // Name under which a frame carries its tool number.
 constexpr const ACHAR* kToolNumberKey = _T("TUKANGE_NAME_IDENTITY");
 
+// How an entity can carry a text.
+enum E_TextCarrier {
+    E_Carrier_None,
+    E_Carrier_ExtendedData,
+    E_Carrier_ExtensionRecord,
+    E_Carrier_Attribute
+};
+
 struct SToolFrame {
     AcDbObjectId m_id;
     CString m_strNumber;
     CQZRect m_rect;  // extents of the block reference
+    E_TextCarrier m_carrier = E_Carrier_None;
 };
 
 // The text that an entity carries under a key: in its extended data of that application name, else
 // as an Xrecord of that key in its extension dictionary, else, for a block reference, in an
 // attribute of that tag. The first text of the first carrier that is there counts; empty when none
 // is. Keys and tags match without regard to case.
-CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey);
+//
+// pCarrier  when given, receives which it was
+CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey,
+                        E_TextCarrier* pCarrier = nullptr);
 
 // The frames of the working database's model space, in drawing order. O(entities).
 std::vector<SToolFrame> CollectToolFrames();

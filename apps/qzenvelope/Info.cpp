@@ -9,12 +9,12 @@
 
 #include "engine/EncircleLayers.h"
 #include "LayerTools.h"
+#include "ToolFrame.h"
 
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Selection.h"
 #include "apps/qzenvelope/SolidReport.h"
 #include "apps/qzenvelope/Text.h"
-#include "apps/qzenvelope/ToolFrames.h"
 
 namespace app {
 namespace {
@@ -37,25 +37,21 @@ struct EnvelopeInfo {
     SolidRun solid;
 };
 
+struct FrameInfo {
+    std::string number, carrier, handle, block;
+    std::optional<Box> extents;
+};
+
 struct DrawingInfo {
     std::vector<LayerInfo> layers;
     std::map<std::string, int> types;
     int entities = 0, unreadable = 0, blocks = 0;
     Box extents;
-    std::vector<ToolFrame> frames;
+    std::vector<FrameInfo> frames;
     std::vector<EnvelopeInfo> envelopes;
     std::optional<int> taskItems;
     std::string units;
 };
-
-std::string UnitsName(int units) {
-    static const char* const kNames[] = {
-        "none",       "inches",     "feet",        "miles",      "millimetres", "centimetres",
-        "metres",     "kilometres", "microinches", "mils",       "yards",       "angstroms",
-        "nanometres", "microns",    "decimetres",  "decametres", "hectometres", "gigametres"};
-    const int known = static_cast<int>(sizeof kNames / sizeof kNames[0]);
-    return units >= 0 && units < known ? kNames[units] : "unit code " + std::to_string(units);
-}
 
 class Collector {
 public:
@@ -64,14 +60,12 @@ public:
     DrawingInfo Run() {
         ReadLayers();
         ReadModelSpace();
+        for (const SToolFrame& frame : CollectToolFrames()) ReadFrame(frame);
         for (const AcDbObjectId& id : m_envelopeIds)
             m_info.envelopes.push_back({HandleText(id), RevolveEnvelope(id)});
         CountBlocks();
         m_info.taskItems = CountTaskItems();
-        // Versions before R2000 do not say.
-        m_info.units = m_database.originalFileVersion() < AcDb::kDHL_1015
-                           ? "not stated"
-                           : UnitsName(static_cast<int>(m_database.insunits()));
+        m_info.units = UnitName(m_database);
         return std::move(m_info);
     }
 
@@ -129,7 +123,21 @@ private:
                 m_envelopeIds.push_back(id);
         }
         if (const auto box = ExtentsOf(*entity.object())) m_info.extents.Add(*box);
-        if (auto frame = FrameOf(*entity.object())) m_info.frames.push_back(std::move(*frame));
+    }
+
+    void ReadFrame(const SToolFrame& frame) {
+        static const char* const kCarriers[] = {"", "xdata", "xrecord", "attribute"};
+        FrameInfo info;
+        info.number = ToUtf8(frame.m_strNumber);
+        info.carrier = kCarriers[frame.m_carrier];
+        info.handle = HandleText(frame.m_id);
+        AcDbObjectPointer<AcDbBlockReference> reference(frame.m_id, AcDb::kForRead);
+        if (reference.openStatus() != Acad::eOk) return;
+        AcString block;
+        if (acdbSymUtil()->getSymbolName(block, reference->blockTableRecord()) == Acad::eOk)
+            info.block = ToUtf8(block);
+        info.extents = ExtentsOf(*reference.object());
+        m_info.frames.push_back(std::move(info));
     }
 
     void CountBlocks() {
@@ -188,7 +196,7 @@ std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::s
                           {"linetype", layer.linetype},
                           {"entities", layer.entities}});
     for (const auto& [type, count] : info.types) types[type] = count;
-    for (const ToolFrame& frame : info.frames)
+    for (const FrameInfo& frame : info.frames)
         frames.push_back({{"tool", frame.number},
                           {"carrier", frame.carrier},
                           {"handle", frame.handle},
@@ -252,7 +260,7 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
     }
     out += "\nTool frames: " + (info.frames.empty() ? "none" : std::to_string(info.frames.size())) +
            "\n";
-    for (const ToolFrame& frame : info.frames) {
+    for (const FrameInfo& frame : info.frames) {
         out += "  tool " + frame.number + ", block " + frame.block + ", handle " + frame.handle +
                ", number in " + frame.carrier;
         if (frame.extents)

@@ -102,4 +102,15 @@ std::string HandleText(const AcDbHandle& handle) {
     return handle.getIntoAsciiBuffer(text, AcDbHandle::kStrSiz) ? ToUtf8(text) : "0";
 }
 
+std::string UnitName(const AcDbDatabase& database) {
+    static const char* const kNames[] = {
+        "none",       "inches",     "feet",        "miles",      "millimetres", "centimetres",
+        "metres",     "kilometres", "microinches", "mils",       "yards",       "angstroms",
+        "nanometres", "microns",    "decimetres",  "decametres", "hectometres", "gigametres"};
+    if (database.originalFileVersion() < AcDb::kDHL_1015) return "not stated";
+    const int unit = static_cast<int>(database.insunits());
+    const int known = static_cast<int>(sizeof kNames / sizeof kNames[0]);
+    return unit >= 0 && unit < known ? kNames[unit] : "unit code " + std::to_string(unit);
+}
+
 }  // namespace app

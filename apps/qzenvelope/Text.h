@@ -21,6 +21,9 @@ std::vector<std::string> PlainLines(const std::string& text);
 // "LINE" for an AcDbLine: the class's name in files, or its own where it has none.
 std::string TypeName(const AcRxClass* type);
 
+// The drawing unit: "millimetres", "none", "not stated" in versions before R2000, which do not say.
+std::string UnitName(const AcDbDatabase& database);
+
 std::string HandleText(const AcDbHandle& handle);
 inline std::string HandleText(const AcDbObjectId& id) { return HandleText(id.handle()); }
 

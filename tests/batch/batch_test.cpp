@@ -1,6 +1,8 @@
 // Tasks and tools: their statuses, their form in the drawing, and runs over them.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <fstream>
 #include <functional>
 #include <random>
 
@@ -10,6 +12,7 @@
 #include "KnifeDiagramFactory.h"
 #include "Progress.h"
 #include "SatExport.h"
+#include "support/scratch.h"
 #include "support/test_drawing.h"
 
 namespace {
@@ -226,6 +229,105 @@ TEST_F(BatchTest, RecordsOfTheFirstVersionBringNoParameters) {
     EXPECT_STREQ(_T("b"), back[1].name);
     EXPECT_EQ(kBatchFailed, back[1].execStatus);
     EXPECT_EQ(CEncircleCalInfo().m_dArcPrecision, back[1].params.m_dArcPrecision);
+}
+
+// Any values in any order, each of which may be right, half right or nonsense.
+resbuf* RandomItem(std::mt19937& random, const AcDbObjectIdArray& ids) {
+    const short codes[] = {1, 10, 40, 90, 91, 92, 290, 1000, 5, 330, 310, -4};
+    const Adesk::Int32 counts[] = {0, 1, 2, 3, -1, 1 << 30, 2147483647, -2147483647 - 1};
+    const short code = codes[random() % (random() % 8 == 0 ? 12 : 8)];
+    resbuf* const node = acutNewRb(code);
+    if (code == 1 || code == 1000) {
+        ACHAR handle[AcDbHandle::kStrSiz];
+        ids[static_cast<int>(random() % 5)].handle().getIntoAsciiBuffer(handle);
+        const ACHAR* const texts[] = {
+            handle, _T(""), _T("0"), _T("zz"), _T("-1"), _T("FFFFFFFFFFFFFFFFFFFFFFFF"), _T("名")};
+        EXPECT_EQ(Acad::eOk, acutNewString(texts[random() % 7], node->resval.rstring));
+    } else if (code == 10 || code == 40) {
+        const double values[] = {0.0, 1.5, -1e308, std::nan(""), HUGE_VAL};
+        for (double& value : node->resval.rpoint) value = values[random() % 5];
+    } else if (code != 310 && code != 330 && code != 5 && code != -4) {
+        node->resval.rlong = counts[random() % (random() % 4 == 0 ? 8 : 4)];
+    } else {
+        node->restype = 70;
+    }
+    return node;
+}
+
+// The stored form of a list that may end, or go astray, anywhere.
+std::vector<short> Shape(std::mt19937& random) {
+    std::vector<short> codes{91, 92};
+    for (unsigned tasks = random() % 3; tasks > 0; --tasks) {
+        codes.insert(codes.end(), {1, 90, 90, 92});
+        for (unsigned tools = random() % 3; tools > 0; --tools) {
+            codes.insert(codes.end(), {1, 10, 90, 90, 1000, 92});
+            codes.insert(codes.end(), random() % 3, 1000);
+        }
+        codes.insert(codes.end(), {290, 40, 40, 40, 40, 40, 90});
+    }
+    return codes;
+}
+
+TEST_F(BatchTest, AnyRecordLoadsWithoutHarm) {
+    ASSERT_EQ(Acad::eOk, BatchTaskList().store(&drawing.db()));
+    const AcDbObjectId recordId = RecordId(drawing.db());
+    const unsigned seed = 20261122;
+    SCOPED_TRACE(seed);
+    std::mt19937 random(seed);
+    size_t loaded = 0;
+    for (int round = 0; round < 3000; ++round) {
+        resbuf* head = nullptr;
+        resbuf** end = &head;
+        size_t length = 0;
+        for (const short code : Shape(random)) {
+            // Mostly the code that belongs here, with whatever value.
+            do {
+                acutRelRb(*end);
+                *end = RandomItem(random, drawing.ids());
+            } while ((*end)->restype != code && random() % 300 != 0);
+            end = &(*end)->rbnext;
+            ++length;
+        }
+        {
+            AcDbObjectPointer<AcDbXrecord> record(recordId, AcDb::kForWrite);
+            ASSERT_EQ(Acad::eOk, record->setFromRbChain(*head));
+        }
+        acutRelRb(head);
+        BatchTaskList back;
+        back.load(&drawing.db());
+        loaded += back.size();
+        // Every task takes items of the chain; a count alone makes none.
+        EXPECT_LE(back.size() * 4, length);
+        for (const BatchTask& task : back)
+            for (const BatchTool& tool : task.tools)
+                for (int i = 0; i < tool.sourceIds.length(); ++i)
+                    EXPECT_FALSE(tool.sourceIds[i].isNull());
+    }
+    EXPECT_GT(loaded, 100u) << "the records are too broken to test anything";
+}
+
+TEST_F(BatchTest, ANameThatIsNoFileNameFailsItsExport) {
+    const std::string folder = test::ScratchFolder();
+    BatchTool tool = MakeTool(_T(""), drawing.ids());
+    tool.computeEnvelope(CEncircleCalInfo());
+    ASSERT_EQ(kBatchDone, tool.execStatus);
+    const CString target = test::Widen(folder.substr(0, folder.size() - 1)).c_str();
+    for (const ACHAR* name : {_T(""), _T("../outside"), _T("..\\outside"), _T("a/b"), _T("C:x"),
+                              _T("what?"), _T("tab\tbed"), _T("dot."), _T("nul"), _T("COM1.x")}) {
+        tool.name = name;
+        tool.exportStatus = kBatchNotStarted;
+        tool.exportSolid(target);
+        EXPECT_EQ(kBatchFailed, tool.exportStatus) << test::Narrow(name);
+    }
+    EXPECT_FALSE(std::ifstream(folder + "../outside.sat").good());
+    for (const ACHAR* name : {_T("0001"), _T("D12 R0.5"), _T("console"), _T(".5")}) {
+        tool.name = name;
+        tool.exportSolid(target);
+        EXPECT_EQ(kBatchDone, tool.exportStatus) << test::Narrow(name);
+        const std::string path = folder + test::Narrow(name) + ".sat";
+        EXPECT_TRUE(std::ifstream(path).good()) << path;
+        std::remove(path.c_str());
+    }
 }
 
 TEST_F(BatchTest, ToolsOfATaskAreComputedInOrder) {
