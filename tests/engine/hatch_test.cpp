@@ -1,7 +1,6 @@
 // The envelope by boundary tracing.
-#include "engine/EncircleLayers.h"
+#include "support/engine_probe.h"
 #include "support/envelope_run.h"
-#include "util/LayerTools.h"
 
 namespace {
 
@@ -41,6 +40,28 @@ TEST(ByHatch, Outlines) {
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
         EXPECT_EQ(c.outline, ShowEnvelope(c.entities, std::string("by=hatch ") + c.options));
+    }
+}
+
+// A tool about an upright axis: no parameter asks for these sides, but the trace knows all four.
+TEST(ByHatch, SidesOfAnUprightAxis) {
+    const struct {
+        E_RemoveLine_Dir side;
+        const char* outline;
+    } cases[] = {{E_Dir_Right, "0,0 3,0 3,-20 5,-20 5,-40 0,-40 c"},
+                 {E_Dir_Left, "0,0 -3,0 -3,-20 -5,-20 -5,-40 0,-40 c"}};
+    for (const auto& c : cases) {
+        TestDrawing d("P -3,0 3,0 3,-20 5,-20 5,-40 -5,-40 -5,-20 -3,-20 c");
+        const std::string before = d.Dump();
+        AcDbObjectId id;
+        test::EngineProbe().TraceOutline(c.side, 0.0, test::BoxOf(d.ids()), id);
+        {
+            AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
+            ASSERT_EQ(Acad::eOk, polyline.openStatus());
+            EXPECT_EQ(c.outline, test::Show(*polyline));
+        }
+        EXPECT_TRUE(EraseById(id));
+        EXPECT_EQ(before, d.Dump()) << "the frame is gone";
     }
 }
 
