@@ -60,7 +60,10 @@ void BatchTool::computeEnvelope(const CEncircleCalInfo& params, EnvelopePipeline
     DropEnvelopesFromSource();
     EraseFormerEnvelope();
     {
+        // The axis does not go on the user's layer: that may be locked, and it could not be erased.
+        CCurrentLayerGuard layer(kEnvelopeLayer);
         const CAxisLine axis(GetEntitiesBox(sourceIds), centre.y);
+        layer.Restore();
         CEncircleCalInfo info(params);
         info.m_midLineId = axis.GetId();
         CEncircleLine engine(info);

@@ -118,7 +118,7 @@ void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<int>& taskRows) {
 }
 
 void CBulkGenEncircleLineDlg::ShowTaskOfSelection() {
-    const std::vector<int> rows = selectedRows(m_taskGrid);
+    std::vector<int> rows = selectedRows(m_taskGrid);
     const BatchTask* const pTask = rows.empty() ? nullptr : FindTask(rows.front());
     if (pTask != nullptr) {
         fillToolGrid(*pTask);
@@ -139,7 +139,7 @@ BatchTask* CBulkGenEncircleLineDlg::FindTask(int nRow) const {
 }
 
 std::vector<int> CBulkGenEncircleLineDlg::AskTaskRows() {
-    const std::vector<int> rows = selectedRows(m_taskGrid);
+    std::vector<int> rows = selectedRows(m_taskGrid);
     if (rows.empty()) {
         AfxMessageBox(_T("请选择任务数据"));
     }
@@ -147,7 +147,7 @@ std::vector<int> CBulkGenEncircleLineDlg::AskTaskRows() {
 }
 
 int CBulkGenEncircleLineDlg::AskOneTaskRow() {
-    const std::vector<int> rows = selectedRows(m_taskGrid);
+    std::vector<int> rows = selectedRows(m_taskGrid);
     if (rows.size() != 1 || FindTask(rows.front()) == nullptr) {
         AfxMessageBox(_T("请选择一条任务数据"));
         return -1;
@@ -156,7 +156,7 @@ int CBulkGenEncircleLineDlg::AskOneTaskRow() {
 }
 
 std::vector<int> CBulkGenEncircleLineDlg::AskToolRows() {
-    const std::vector<int> rows = selectedRows(m_toolGrid);
+    std::vector<int> rows = selectedRows(m_toolGrid);
     if (rows.empty()) {
         AfxMessageBox(_T("请选择刀具数据"));
     }

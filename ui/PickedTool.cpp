@@ -79,7 +79,7 @@ AcDbObjectIdArray SelectEntities(const ACHAR* pPrompt, const ACHAR* pFilter) {
         }
     }
     const ACHAR* prompts[2] = {pPrompt, pPrompt};
-    const AcDbObjectIdArray ids = CSelectionSet(_T(":$"), prompts, pChain).GetIds();
+    AcDbObjectIdArray ids = CSelectionSet(_T(":$"), prompts, pChain).GetIds();
     acutRelRb(pChain);
     return ids;
 }

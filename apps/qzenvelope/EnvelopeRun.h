@@ -22,6 +22,10 @@ struct Envelope {
     std::optional<SelfMeeting> selfMeeting;
 };
 
+// Reads an envelope and what can be told of it; not found for a null id. The axis gives the
+// diameter. fails  Failure with kNoResult when the polyline cannot be read
+Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Point>& axis);
+
 struct EnvelopeRun {
     Selection selection;
     Envelope envelope;

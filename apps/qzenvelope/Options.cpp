@@ -3,9 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
-#include <charconv>
-#include <cmath>
 #include <iterator>
+
+#include "apps/qzenvelope/OptionNumbers.h"
 
 namespace app {
 namespace {
@@ -15,12 +15,12 @@ const char* const kVersion = "qzenvelope 1.0";
 const char* const kMainFooter =
     "Examples:\n"
     "  qzenvelope compute tool.dxf --centre 60,0 -o out.dxf --svg out.svg\n"
+    "  qzenvelope batch sheet1.dxf sheet2.dxf --out out --report out/index.html\n"
     "  qzenvelope info tool.dxf --json\n"
     "  qzenvelope copy tool.dxf same.dxf\n"
     "Each command has its own --help.\n"
-    "Exit status: 0 done; 1 no envelope, or a file could not be written; 2 usage, or an input "
-    "that\n"
-    "cannot be read.";
+    "Exit status: 0 done; 1 no envelope, or a file could not be written; 2 usage, or an input\n"
+    "that cannot be read.";
 
 const char* const kComputeFooter =
     "What is picked: without --window everything in model space. With --window the entities whose\n"
@@ -42,6 +42,33 @@ const char* const kComputeFooter =
     "  qzenvelope compute mill.dxf --centre -120,60 --sat mill.sat --step mill.stp --png "
     "mill.png\n";
 
+const char* const kBatchFooter =
+    "The tools are found by their frames: each block reference that carries a tool number\n"
+    "(TUKANGE_NAME_IDENTITY, as extended data, Xrecord or attribute) is one tool; what lies "
+    "inside\n"
+    "the frame is its drawing, the longest horizontal centre line there its axis. A drawing that\n"
+    "stores a task list is run as stored, with the parameters of each task; --from-frames passes\n"
+    "over it. --tools names the tools of drawings without frames, one a line:\n"
+    "  name,centre x,centre y,x1,y1,x2,y2[,drawing]\n"
+    "with two corners of the window around the tool; a last column keeps a line to one drawing.\n"
+    "\n"
+    "The output folder receives each drawing under its own name, with the envelopes and the task\n"
+    "list, and TOOL.sat for each tool. Tools of one name get numbered files, with a warning. A "
+    "tool\n"
+    "that fails never stops the rest. Every file is written whole or not at all: a run that was\n"
+    "stopped can simply be started again.\n"
+    "\n"
+    "Exit status: 0 everything done; 1 a tool or a file failed, the summary says which and why;\n"
+    "2 usage, or a drawing that cannot be read.\n"
+    "\n"
+    "Examples:\n"
+    "  qzenvelope batch sheet.dxf --out out --report out/index.html\n"
+    "  qzenvelope batch *.dxf --jobs 2 --step --arc-precision 0.1\n"
+    "  qzenvelope batch cutters.dxf --tools cutters.csv\n";
+
+// More than any machine that draws tools has processors.
+constexpr int kMostJobs = 256;
+
 const char* const kAlgorithms[] = {"3", "hatch", "1", "2"};
 
 Algorithm AlgorithmOf(const std::string& name) {
@@ -49,82 +76,13 @@ Algorithm AlgorithmOf(const std::string& name) {
     return static_cast<Algorithm>(found - std::begin(kAlgorithms));
 }
 
-std::string Quoted(const std::string& text) { return "'" + text + "'"; }
-
-// Reads "X,Y,...": exactly `count` finite numbers, in C notation whatever the locale is.
-std::vector<double> ReadNumbers(const std::string& option, const std::string& text, size_t count,
-                                const char* remedy) {
-    const auto refuse = [&](const std::string& why) -> Failure {
-        return {kUsage, option + ": " + Quoted(text) + " " + why + "; " + remedy};
-    };
-    std::vector<double> numbers;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    for (;;) {
-        while (at != end && *at == ' ') ++at;
-        if (at != end && *at == '+') ++at;
-        double number = 0;
-        const auto [next, error] = std::from_chars(at, end, number);
-        if (error == std::errc::result_out_of_range) throw refuse("is out of range");
-        if (error != std::errc()) throw refuse("is not a number");
-        if (!std::isfinite(number)) throw refuse("is not a finite number");
-        numbers.push_back(number);
-        at = next;
-        while (at != end && *at == ' ') ++at;
-        if (at == end) break;
-        if (*at != ',') throw refuse("has something that is no number in it");
-        ++at;
-    }
-    if (numbers.size() != count)
-        throw refuse("has " + std::to_string(numbers.size()) + " number" +
-                     (numbers.size() == 1 ? "" : "s") + " where " + std::to_string(count) +
-                     (count == 1 ? " is" : " are") + " needed");
-    return numbers;
-}
-
-// Text of the options that take numbers, as typed.
-struct NumberTexts {
-    std::string centre, window, point, line, horVer, precision, side, chord;
+// Text of the options that are not taken over as they stand.
+struct Texts {
+    std::string centre, window, half = "upper", algorithm = "3";
+    LengthTexts lengths;
 };
 
-struct LengthOption {
-    const char* name;
-    std::string NumberTexts::*text;
-    double ComputeOptions::*value;
-    bool mayBeZero;
-    const char* help;
-};
-
-const LengthOption kLengths[] = {
-    {"--point-tolerance", &NumberTexts::point, &ComputeOptions::pointTolerance, false,
-     "points closer than this are one (0.0005)"},
-    {"--line-tolerance", &NumberTexts::line, &ComputeOptions::lineTolerance, false,
-     "for tests between lines (0.001)"},
-    {"--horver-tolerance", &NumberTexts::horVer, &ComputeOptions::horVerTolerance, false,
-     "a line is horizontal or vertical within this (1e-6)"},
-    {"--arc-precision", &NumberTexts::precision, &ComputeOptions::arcPrecision, false,
-     "arcs and splines become chords about this long (0.3)"},
-    {"--side-length", &NumberTexts::side, &ComputeOptions::sideLength, true,
-     "how far in the left and right ends are looked for (5)"},
-    {"--chord-tolerance", &NumberTexts::chord, &ComputeOptions::chordTolerance, false,
-     "triangles of --stl leave the solid by no more (a thousandth of its diameter)"},
-};
-
-void ReadLengths(const NumberTexts& texts, ComputeOptions& options) {
-    for (const LengthOption& length : kLengths) {
-        const std::string& text = texts.*length.text;
-        if (text.empty()) continue;
-        const double number =
-            ReadNumbers(length.name, text, 1, "give a length in drawing units")[0];
-        if (number < 0 || (number == 0 && !length.mayBeZero))
-            throw Failure(kUsage, std::string(length.name) + ": " + text +
-                                      (number < 0 ? " is negative" : " leaves no length") +
-                                      "; give a positive length in drawing units");
-        options.*length.value = number;
-    }
-}
-
-void ReadPlaces(const NumberTexts& texts, ComputeOptions& options) {
+void ReadPlaces(const Texts& texts, ComputeOptions& options) {
     if (!texts.centre.empty()) {
         const auto n = ReadNumbers("--centre", texts.centre, 2, "give X,Y of a point on the axis");
         options.centre = Point{n[0], n[1]};
@@ -146,15 +104,11 @@ void ReadPlaces(const NumberTexts& texts, ComputeOptions& options) {
     options.window = window;
 }
 
-void DeclareCompute(CLI::App& command, ComputeOptions& options, NumberTexts& texts,
-                    std::string& half, std::string& algorithm) {
-    command.add_option("IN", options.input, "the drawing, a DXF file")->required();
-    command.add_option("--centre,--center", texts.centre, "X,Y of a point on the tool's axis");
-    command.add_option("--window", texts.window, "X1,Y1,X2,Y2: pick inside this rectangle only");
-    command.add_option("--half", half, "the half to envelop: upper or lower (upper)")
+void DeclareTool(CLI::App& command, ToolOptions& options, Texts& texts) {
+    command.add_option("--half", texts.half, "the half to envelop: upper or lower (upper)")
         ->check(CLI::IsMember({"upper", "lower"}));
     command
-        .add_option("--algorithm", algorithm,
+        .add_option("--algorithm", texts.algorithm,
                     "3: the outline seen from the sides; hatch: the boundary traced around the "
                     "tool, with its exact arcs; 1, 2: earlier forms of 3, whose arcs stay chords; "
                     "2 puts the envelope 1000 units to the right (3)")
@@ -163,23 +117,71 @@ void DeclareCompute(CLI::App& command, ComputeOptions& options, NumberTexts& tex
     command.add_flag("--include-dashed", options.includeDashed, "keep dashed and centre lines");
     command.add_flag("--vertical-ends", options.verticalEnds,
                      "close both ends by vertical lines down to the axis");
+    DeclareLengths(command, texts.lengths);
+    command.add_flag("--json", options.json, "print one JSON object and nothing else");
+}
+
+void ReadTool(const Texts& texts, ToolOptions& options) {
+    options.lowerHalf = texts.half == "lower";
+    options.algorithm = AlgorithmOf(texts.algorithm);
+    ReadLengths(texts.lengths, options);
+}
+
+void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
+    command.add_option("IN", options.input, "the drawing, a DXF file")->required();
+    command.add_option("--centre,--center", texts.centre, "X,Y of a point on the tool's axis");
+    command.add_option("--window", texts.window, "X1,Y1,X2,Y2: pick inside this rectangle only");
+    DeclareTool(command, options, texts);
     command.add_flag("--no-axis", options.noAxis, "pass no axis: the outline of all four sides");
-    for (const LengthOption& length : kLengths)
-        command.add_option(length.name, texts.*length.text, length.help);
     command.add_option("-o,--output", options.output, "write the drawing with its envelope");
     command.add_option("--svg", options.svg, "write a picture: drawing, envelope, shaded solid");
     command.add_option("--sat", options.sat, "write the solid as SAT, version 7.0");
     command.add_option("--step", options.step, "write the solid as STEP, AP214");
     command.add_option("--stl", options.stl, "write the solid as binary STL");
     command.add_option("--png", options.png, "write a picture of the solid above its profile");
-    command.add_flag("--json", options.json, "print one JSON object and nothing else");
     command.footer(kComputeFooter);
+}
+
+void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
+    command.add_option("DRAWING", options.inputs, "drawings, DXF files")->required();
+    command.add_option("--out", options.out,
+                       "folder for the drawings with envelopes and a TOOL.sat each (out)");
+    command.add_option("--report", options.report, "write a page to look at, an HTML file");
+    command
+        .add_option("--jobs", options.jobs, "drawings worked on at a time (one for each processor)")
+        ->check(CLI::Range(1, kMostJobs));
+    command.add_option("--task", options.tasks, "run this stored task; may be repeated (all)")
+        ->expected(1)
+        ->take_all();
+    command.add_flag("--from-frames", options.fromFrames,
+                     "find the tools by their frames although the drawing stores tasks");
+    command.add_option("--tools", options.tools,
+                       "CSV file that names the tools: name,centre x,centre y,x1,y1,x2,y2");
+    command.add_flag("--step", options.step, "write each solid as STEP too");
+    command.add_flag("--stl", options.stl, "write each solid as STL too");
+    DeclareTool(command, options, texts);
+    command.footer(kBatchFooter);
+}
+
+// Ways to name the tools that exclude one another.
+void CheckBatch(const BatchOptions& options) {
+    const char* const remedy = "; use one of the two";
+    if (!options.tools.empty() && !options.tasks.empty())
+        throw Failure(kUsage,
+                      std::string("--tools names the tools, --task takes stored ones") + remedy);
+    if (options.fromFrames && !options.tasks.empty())
+        throw Failure(
+            kUsage,
+            std::string("--from-frames passes over the stored tasks, --task takes them") + remedy);
+    if (options.fromFrames && !options.tools.empty())
+        throw Failure(kUsage,
+                      std::string("--tools names the tools, --from-frames finds them") + remedy);
 }
 
 // The parser takes "-5,0" for options; joined to the option it belongs to it is a value.
 std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
-    std::vector<std::string> takers = {"--centre", "--center", "--window"};
-    for (const LengthOption& length : kLengths) takers.emplace_back(length.name);
+    std::vector<std::string> takers = LengthOptionNames();
+    takers.insert(takers.end(), {"--centre", "--center", "--window"});
     std::vector<std::string> joined;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const bool takes = std::find(takers.begin(), takers.end(), arguments[i]) != takers.end();
@@ -193,7 +195,7 @@ std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
 
 // The parser's own message does not name the word that is no command.
 void RequireCommand(const std::vector<std::string>& arguments, const CLI::App& app) {
-    const char* const remedy = "; use compute, info or copy, see qzenvelope --help";
+    const char* const remedy = "; use compute, batch, info or copy, see qzenvelope --help";
     if (arguments.empty()) throw Failure(kUsage, std::string("no command given") + remedy);
     if (!arguments[0].empty() && arguments[0][0] == '-') return;
     for (const CLI::App* command : app.get_subcommands(nullptr))
@@ -207,14 +209,15 @@ const char* NameOf(Algorithm algorithm) { return kAlgorithms[static_cast<int>(al
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
-    NumberTexts texts;
-    std::string half = "upper", algorithm = "3";
+    Texts texts;
     CLI::App app("Computes the envelope line of a rotating tool from its drawing.", "qzenvelope");
     app.set_version_flag("--version", kVersion);
     app.require_subcommand(1);
     app.footer(kMainFooter);
     CLI::App& compute = *app.add_subcommand("compute", "compute the envelope of one tool");
-    DeclareCompute(compute, options.compute, texts, half, algorithm);
+    DeclareCompute(compute, options.compute, texts);
+    CLI::App& batch = *app.add_subcommand("batch", "compute every tool of many drawings");
+    DeclareBatch(batch, options.batch, texts);
     CLI::App& info = *app.add_subcommand(
         "info", "list layers, entities, frames with their tool numbers, stored tasks, faults");
     info.add_option("DRAWING", options.info.input, "the drawing, a DXF file")->required();
@@ -235,17 +238,24 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             options.text = out.str();
             return options;
         }
-        const std::string name = compute ? " compute" : info ? " info" : copy ? " copy" : "";
+        const std::string name = compute ? " compute"
+                                 : batch ? " batch"
+                                 : info  ? " info"
+                                 : copy  ? " copy"
+                                         : "";
         throw Failure(kUsage, std::string(error.what()) + "; see qzenvelope" + name + " --help");
     }
     if (info) options.command = Options::Command::Info;
     if (copy) options.command = Options::Command::Copy;
     if (compute) {
         options.command = Options::Command::Compute;
-        options.compute.lowerHalf = half == "lower";
-        options.compute.algorithm = AlgorithmOf(algorithm);
-        ReadLengths(texts, options.compute);
+        ReadTool(texts, options.compute);
         ReadPlaces(texts, options.compute);
+    }
+    if (batch) {
+        options.command = Options::Command::Batch;
+        ReadTool(texts, options.batch);
+        CheckBatch(options.batch);
     }
     return options;
 }

@@ -29,31 +29,46 @@ enum class Algorithm { Live, Hatch, First, Second };
 // As --algorithm and reports name them: 3, hatch, 1, 2.
 const char* NameOf(Algorithm algorithm);
 
-struct ComputeOptions {
-    std::string input;
-    std::optional<Point> centre;  // unset only with noAxis
-    std::optional<Box> window;
+// What is stated alike for one tool and for many.
+struct ToolOptions {
     bool lowerHalf = false;
     Algorithm algorithm = Algorithm::Live;
     bool includeDashed = false;
     bool verticalEnds = false;
-    bool noAxis = false;
     // Drawing units; the defaults are the engine's own.
     double pointTolerance = 0.0005;
     double lineTolerance = 0.001;
     double horVerTolerance = 1e-6;
     double arcPrecision = 0.3;
     double sideLength = 5.0;
+    double chordTolerance = 0;  // of STL files; 0: a thousandth of the largest diameter
+    bool json = false;
+};
+
+struct ComputeOptions : ToolOptions {
+    std::string input;
+    std::optional<Point> centre;  // unset only with noAxis
+    std::optional<Box> window;
+    bool noAxis = false;
     std::string output;  // empty: the drawing is not written
     std::string svg;     // empty: no picture
     // Files of the revolved solid; empty: not written.
     std::string sat, step, stl, png;
-    double chordTolerance = 0;  // of the STL file; 0: a thousandth of the largest diameter
-    bool json = false;
 
     bool WantsSolidFile() const {
         return !sat.empty() || !step.empty() || !stl.empty() || !png.empty();
     }
+};
+
+struct BatchOptions : ToolOptions {
+    std::vector<std::string> inputs;
+    std::string out = "out";         // folder of the drawings and solids
+    std::string report;              // the page's file; empty: none
+    std::string tools;               // file that names the tools; empty: none
+    std::vector<std::string> tasks;  // stored tasks to run; empty: all
+    bool fromFrames = false;         // although the drawing stores tasks
+    bool step = false, stl = false;  // beside the SAT files
+    int jobs = 0;                    // drawings at a time; 0: one for each processor
 };
 
 struct InfoOptions {
@@ -66,8 +81,9 @@ struct CopyOptions {
 };
 
 struct Options {
-    enum class Command { Compute, Info, Copy, Nothing } command = Command::Nothing;
+    enum class Command { Compute, Batch, Info, Copy, Nothing } command = Command::Nothing;
     ComputeOptions compute;
+    BatchOptions batch;
     InfoOptions info;
     CopyOptions copy;
     std::string text;  // Nothing: the help or the version, to be printed
@@ -77,8 +93,7 @@ struct Options {
 // next argument, negative numbers too.
 //
 // fails    Failure with kUsage for anything that is no sensible request: unknown options, numbers
-// that
-//          are not numbers, lengths that are not positive, windows without area, no centre
+//          that are not numbers, lengths that are not positive, windows without area, no centre
 Options ParseOptions(const std::vector<std::string>& arguments);
 
 }  // namespace app

@@ -59,6 +59,12 @@ struct Shape {
     Affine place;           // Label: baseline origin, x along the text, y up. BlockUse
 };
 
+// A numbered place to look at.
+struct Mark {
+    Point at;
+    std::string label;
+};
+
 struct Picture {
     std::vector<Shape> shapes;
     std::vector<std::vector<Shape>> blocks;  // named by index, for Shape::block
@@ -68,7 +74,8 @@ struct Picture {
     bool hasWindow = false;
     Box window;
     Box view;                     // what is to be seen
-    std::vector<Box> dimensions;  // extents of the dimensions in model space
+    std::vector<Box> dimensions;  // extents of the dimensions among the shapes
+    std::vector<Mark> marks;
     std::string title;
     // A picture to stand below, a PNG file; empty: none.
     std::string below;
@@ -79,5 +86,15 @@ struct Picture {
 // arcs and curves. Coordinates are written relative to the middle of the view, for viewers
 // calculate with few digits.
 std::string ToSvg(const Picture& picture);
+
+// The same as an element to stand in a page, which brings SvgStyle(): no size of its own, and the
+// prefix, a letter and digits, keeps its names apart from those of other pictures there.
+std::string ToSvgElement(const Picture& picture, const std::string& prefix);
+
+// The look of the picture's classes.
+const char* SvgStyle();
+
+// RFC 4648.
+std::string Base64(const std::string& bytes);
 
 }  // namespace app

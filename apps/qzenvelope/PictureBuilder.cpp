@@ -6,6 +6,7 @@
 #include "apps/qzenvelope/Selection.h"
 #include "apps/qzenvelope/Text.h"
 #include "engine/EncircleLayers.h"
+#include "util/LayerTools.h"
 
 namespace app {
 namespace {
@@ -39,11 +40,25 @@ const PictureBuilder::ClassRow PictureBuilder::kClasses[] = {
     {&AcDbCurve::desc, &PictureBuilder::DrawAnyCurve},
 };
 
-PictureBuilder::PictureBuilder(AcDbDatabase& database) : m_database(database) {}
+PictureBuilder::PictureBuilder(AcDbDatabase& database) : m_database(database) {
+    for (const SLayerLinetype& layer : GetLayerLinetypes()) LookOf(layer.m_layerId);
+}
 
 Picture PictureBuilder::Run() {
     DrawContents(acdbSymUtil()->blockModelSpaceId(&m_database), true, m_picture.shapes);
-    return std::move(m_picture);
+    return Take();
+}
+
+Picture PictureBuilder::Run(const AcArray<AcDbObjectId>& ids) {
+    for (int i = 0; i < ids.length(); ++i) DrawDisplayed(ids[i], true, m_picture.shapes);
+    return Take();
+}
+
+Picture PictureBuilder::Take() {
+    Picture picture = std::move(m_picture);
+    m_picture = Picture();
+    m_blocks.clear();
+    return picture;
 }
 
 Ink PictureBuilder::InkOfLinetype(const AcDbObjectId& linetypeId) const {
@@ -77,18 +92,21 @@ void PictureBuilder::DrawContents(const AcDbObjectId& blockId, bool isModelSpace
     const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
     for (; !entities->done(); entities->step()) {
         AcDbObjectId id;
-        if (entities->getEntityId(id) != Acad::eOk) continue;
-        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk || entity->visibility() == AcDb::kInvisible) continue;
-        // Inside a block, layer 0 stands for the layer of the reference.
-        const LayerLook& look = LookOf(entity->layerId());
-        if ((!look.displayed && (isModelSpace || !look.isZero)) || look.isEnvelope) continue;
-        m_ink = entity->linetypeId() == m_database.byLayerLinetype()
-                    ? look.ink
-                    : InkOfLinetype(entity->linetypeId());
-        if (m_inDimension) m_ink = Ink::Dimension;
-        Draw(*entity.object(), out);
+        if (entities->getEntityId(id) == Acad::eOk) DrawDisplayed(id, isModelSpace, out);
     }
+}
+
+void PictureBuilder::DrawDisplayed(const AcDbObjectId& id, bool isModelSpace, Shapes& out) {
+    AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+    if (entity.openStatus() != Acad::eOk || entity->visibility() == AcDb::kInvisible) return;
+    // Inside a block, layer 0 stands for the layer of the reference.
+    const LayerLook& look = LookOf(entity->layerId());
+    if ((!look.displayed && (isModelSpace || !look.isZero)) || look.isEnvelope) return;
+    m_ink = entity->linetypeId() == m_database.byLayerLinetype()
+                ? look.ink
+                : InkOfLinetype(entity->linetypeId());
+    if (m_inDimension) m_ink = Ink::Dimension;
+    Draw(*entity.object(), out);
 }
 
 void PictureBuilder::Draw(const AcDbEntity& entity, Shapes& out) {

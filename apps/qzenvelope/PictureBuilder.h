@@ -14,10 +14,13 @@ namespace app {
 // cost  opens every displayed entity once
 class PictureBuilder {
 public:
+    // Reads the layers: what they show at this moment is what pictures show.
     explicit PictureBuilder(AcDbDatabase& database);
 
     // The shapes of model space and their blocks; envelope, axis and view are for the caller.
     Picture Run();
+    // The same of some entities of model space.
+    Picture Run(const AcArray<AcDbObjectId>& ids);
 
 private:
     using Shapes = std::vector<Shape>;
@@ -38,6 +41,8 @@ private:
     const LayerLook& LookOf(const AcDbObjectId& layerId);
     Ink InkOfLinetype(const AcDbObjectId& linetypeId) const;
     void DrawContents(const AcDbObjectId& blockId, bool isModelSpace, Shapes& out);
+    void DrawDisplayed(const AcDbObjectId& id, bool isModelSpace, Shapes& out);
+    Picture Take();
     void Draw(const AcDbEntity& entity, Shapes& out);
     int BlockIndex(const AcDbObjectId& blockId);
     void UseBlock(const AcDbObjectId& blockId, const AcGeMatrix3d& place, Shapes& out);

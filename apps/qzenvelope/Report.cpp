@@ -1,46 +1,16 @@
 #include "apps/qzenvelope/Report.h"
 
-#include <cmath>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
 #include "apps/qzenvelope/SolidReport.h"
 #include "apps/qzenvelope/Text.h"
+#include "apps/qzenvelope/TraceReport.h"
 
 namespace app {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-const char* SideName(E_RemoveLine_Dir side) {
-    static const char* const kNames[] = {"bottom", "top", "right", "left", "none"};
-    return kNames[side];
-}
-
-const char* MeetingName(Meeting kind) {
-    static const char* const kNames[] = {"touch", "crossing", "overlap"};
-    return kNames[static_cast<int>(kind)];
-}
-
-bool Crosses(const Envelope& envelope) {
-    return envelope.selfMeeting && envelope.selfMeeting->kind != Meeting::Touch;
-}
-
-// The bridges that the user should look at: a shorter one only joins points that are one.
-std::vector<CEncircleTrace::SGap> WideGaps(const EnvelopeRun& run, const ComputeOptions& options) {
-    std::vector<CEncircleTrace::SGap> gaps;
-    for (const CEncircleTrace::SGap& gap : run.trace.m_gaps)
-        if (gap.m_dLength > options.pointTolerance) gaps.push_back(gap);
-    return gaps;
-}
-
-// A bridge in the direction of view closes a step whose face is seen edge-on; any other one closes
-// a place where the drawing shows nothing.
-bool IsStep(const CEncircleTrace::SGap& gap, const ComputeOptions& options) {
-    const bool vertical = gap.m_side == E_Dir_Top || gap.m_side == E_Dir_Bottom;
-    const double across = vertical ? gap.m_to.x - gap.m_from.x : gap.m_to.y - gap.m_from.y;
-    return std::abs(across) <= options.pointTolerance;
-}
 
 Json Corners(const Box& box) {
     if (box.IsEmpty()) return nullptr;
@@ -104,9 +74,9 @@ Json TraceJson(const EnvelopeRun& run, const ComputeOptions& options) {
                            {"count", left.m_nCount},
                            {"handles", std::move(handles)}});
     }
-    for (const CEncircleTrace::SGap& gap : WideGaps(run, options))
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance))
         gaps.push_back({{"side", SideName(gap.m_side)},
-                        {"kind", IsStep(gap, options) ? "step" : "gap"},
+                        {"kind", IsStep(gap, options.pointTolerance) ? "step" : "gap"},
                         {"from", {gap.m_from.x, gap.m_from.y}},
                         {"to", {gap.m_to.x, gap.m_to.y}},
                         {"length", gap.m_dLength}});
@@ -156,9 +126,9 @@ std::string SolidFiles(const ComputeOptions& options) {
 std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) {
     std::string text;
     int steps = 0, gaps = 0;
-    for (const CEncircleTrace::SGap& gap : WideGaps(run, options)) {
-        ++(IsStep(gap, options) ? steps : gaps);
-        if (IsStep(gap, options)) continue;
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance)) {
+        ++(IsStep(gap, options.pointTolerance) ? steps : gaps);
+        if (IsStep(gap, options.pointTolerance)) continue;
         text += Line("  gap        %-6s %.6g,%.6g to %.6g,%.6g, %.6g long, bridged",
                      SideName(gap.m_side), gap.m_from.x, gap.m_from.y, gap.m_to.x, gap.m_to.y,
                      gap.m_dLength);

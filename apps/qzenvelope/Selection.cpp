@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <memory>
+#include <numeric>
 #include <unordered_map>
 #include <vector>
 
@@ -18,66 +19,22 @@ struct LayerState {
     bool isEnvelope = false;
 };
 
-class Picker {
+class Layers {
 public:
-    explicit Picker(const std::optional<Box>& window) : m_window(window) {}
-
-    Selection Run(AcDbDatabase& database) {
-        const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(&database);
-        AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpace, AcDb::kForRead);
-        AcDbBlockTableRecordIterator* made = nullptr;
-        if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
-            throw Failure(kNoResult, "the drawing has no model space that can be read");
-        const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
-        for (; !entities->done(); entities->step()) {
-            AcDbObjectId id;
-            if (entities->getEntityId(id) == Acad::eOk) Look(id);
-        }
-        if (space.close() != Acad::eOk)
-            throw Failure(kNoResult, "the drawing's model space cannot be closed");
-        for (const AcDbObjectId& id : m_envelopes)
-            if (EraseById(id)) ++m_selection.earlierEnvelopes;
-        return m_selection;
+    const LayerState& StateOf(const AcDbObjectId& layerId) {
+        const auto [at, isNew] = m_layers.try_emplace(layerId);
+        if (!isNew) return at->second;
+        LayerState& state = at->second;
+        AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
+        if (layer.openStatus() != Acad::eOk) return state;
+        AcString name;
+        state.displayed = !layer->isOff() && !layer->isFrozen();
+        state.isEnvelope =
+            layer->getName(name) == Acad::eOk && name.compareNoCase(kEnvelopeLayer) == 0;
+        return state;
     }
 
 private:
-    LayerState StateOf(const AcDbObjectId& layerId) {
-        const auto known = m_layers.find(layerId);
-        if (known != m_layers.end()) return known->second;
-        LayerState state;
-        AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
-        if (layer.openStatus() == Acad::eOk) {
-            AcString name;
-            state.displayed = !layer->isOff() && !layer->isFrozen();
-            state.isEnvelope =
-                layer->getName(name) == Acad::eOk && name.compareNoCase(kEnvelopeLayer) == 0;
-        }
-        return m_layers[layerId] = state;
-    }
-
-    void Look(const AcDbObjectId& id) {
-        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) return;
-        const std::optional<Box> box = ExtentsOf(*entity.object());
-        const LayerState layer = StateOf(entity->layerId());
-        if (m_window) {
-            if (!box || !m_window->Contains(*box)) return;
-            if (!layer.displayed || entity->visibility() == AcDb::kInvisible) {
-                ++m_selection.notDisplayed;
-                return;
-            }
-        }
-        if (layer.isEnvelope) {
-            m_envelopes.push_back(id);
-            return;
-        }
-        m_selection.ids.append(id);
-        if (box) m_selection.box.Add(*box);
-    }
-
-    const std::optional<Box>& m_window;
-    Selection m_selection;
-    std::vector<AcDbObjectId> m_envelopes;
     std::unordered_map<AcDbObjectId, LayerState> m_layers;
 };
 
@@ -137,8 +94,57 @@ std::optional<Box> ExtentsOf(const AcDbEntity& entity) {
     return box;
 }
 
-Selection Pick(AcDbDatabase& database, const std::optional<Box>& window) {
-    return Picker(window).Run(database);
+PickList::PickList(AcDbDatabase& database) {
+    const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(&database);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpace, AcDb::kForRead);
+    AcDbBlockTableRecordIterator* made = nullptr;
+    if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
+        throw Failure(kNoResult, "the drawing has no model space that can be read");
+    const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
+    Layers layers;
+    for (; !entities->done(); entities->step()) {
+        Entry entry;
+        if (entities->getEntityId(entry.id) != Acad::eOk) continue;
+        AcDbObjectPointer<AcDbEntity> entity(entry.id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) continue;
+        const LayerState& layer = layers.StateOf(entity->layerId());
+        entry.box = ExtentsOf(*entity.object());
+        entry.isDisplayed = layer.displayed && entity->visibility() != AcDb::kInvisible;
+        entry.isEnvelope = layer.isEnvelope;
+        if (entry.box) m_byLeft.push_back(m_entries.size());
+        m_entries.push_back(std::move(entry));
+    }
+    std::stable_sort(m_byLeft.begin(), m_byLeft.end(), [this](size_t a, size_t b) {
+        return m_entries[a].box->minX < m_entries[b].box->minX;
+    });
+}
+
+Selection PickList::Pick(const std::optional<Box>& window) const {
+    std::vector<size_t> inside;
+    if (window) {
+        auto at = std::lower_bound(
+            m_byLeft.begin(), m_byLeft.end(), window->minX,
+            [this](size_t i, double left) { return m_entries[i].box->minX < left; });
+        for (; at != m_byLeft.end() && m_entries[*at].box->minX <= window->maxX; ++at)
+            if (window->Contains(*m_entries[*at].box)) inside.push_back(*at);
+        std::sort(inside.begin(), inside.end());
+    } else {
+        inside.resize(m_entries.size());
+        std::iota(inside.begin(), inside.end(), size_t{0});
+    }
+    Selection selection;
+    for (const size_t i : inside) {
+        const Entry& entry = m_entries[i];
+        if (window && !entry.isDisplayed) {
+            ++selection.notDisplayed;
+        } else if (entry.isEnvelope) {
+            if (EraseById(entry.id)) ++selection.earlierEnvelopes;
+        } else {
+            selection.ids.append(entry.id);
+            if (entry.box) selection.box.Add(*entry.box);
+        }
+    }
+    return selection;
 }
 
 double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {

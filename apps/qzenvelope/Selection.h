@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <vector>
 
 #include "apps/qzenvelope/Outline.h"
 #include "arxHeaders.h"
@@ -18,14 +19,32 @@ struct Selection {
     int earlierEnvelopes = 0;   // erased
 };
 
-// Picks entities of model space: without a window all of them; with one those whose extents lie
-// inside it and that are displayed, as a window selection does.
-//
-// drawing  envelopes of earlier runs (layer TempEncircleLine, in any case of letters) among what is
-//          picked are erased and not part of the result
-// cost     opens every entity once
-// fails    Failure with kNoResult when model space cannot be read
-Selection Pick(AcDbDatabase& database, const std::optional<Box>& window);
+// The entities of model space with what picking asks of them, read once.
+class PickList {
+public:
+    // cost   opens every entity once
+    // fails  Failure with kNoResult when model space cannot be read
+    explicit PickList(AcDbDatabase& database);
+
+    // Picks without a window everything; with one what lies inside it and is displayed, as a window
+    // selection does.
+    //
+    // drawing  envelopes of earlier runs (layer TempEncircleLine, in any case of letters) among
+    //          what is picked are erased and not part of the result
+    // cost     O(log n + m) for m entities that begin within the window's x range
+    Selection Pick(const std::optional<Box>& window) const;
+
+private:
+    struct Entry {
+        AcDbObjectId id;
+        std::optional<Box> box;
+        bool isDisplayed = false;
+        bool isEnvelope = false;
+    };
+
+    std::vector<Entry> m_entries;  // in file order
+    std::vector<size_t> m_byLeft;  // those with a box, by its left side
+};
 
 // Number of chords into which the picked curves will be cut, blocks included, from above.
 double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision);

@@ -48,19 +48,9 @@ private:
 namespace {
 
 constexpr int kPictureWidth = 1400;  // pixels
-constexpr int kBelowWidth = 900;
 // Of the largest diameter: what a triangle may leave the surface by, in files and in pictures.
 constexpr double kDefaultChord = 1e-3;
 constexpr double kPictureChord = 5e-4;
-
-std::string ToolName(const EnvelopeRun& run, const ComputeOptions& options) {
-    const Box& box = run.envelope.extents;
-    const CString number = FindToolNumber(
-        CollectToolFrames(),
-        CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0)));
-    if (!number.IsEmpty()) return ToUtf8(number);
-    return std::filesystem::path(options.input).stem().string();
-}
 
 SolidRun Told(const host::solid::Refusal& refusal, host::solid::Profile profile) {
     SolidRun solid;
@@ -80,9 +70,9 @@ const host::solid::Mesh* PictureTriangles(const SolidRun& solid, std::string& re
 
 class FileMaker {
 public:
-    FileMaker(const SolidRun& solid, const EnvelopeRun& run, const Drawing& drawing,
+    FileMaker(const SolidRun& solid, const std::string& product, AcDbDatabase& database,
               const ComputeOptions& options)
-        : m_solid(solid), m_run(run), m_database(drawing.Database()), m_options(options) {}
+        : m_solid(solid), m_product(product), m_database(database), m_options(options) {}
 
     bool Sat(std::string& bytes, std::string&) {
         host::solid::SatOptions sat;
@@ -93,7 +83,7 @@ public:
     }
     bool Step(std::string& bytes, std::string& reason) {
         host::solid::StepOptions step;
-        step.product = ToolName(m_run, m_options);
+        step.product = m_product;
         step.unitsValue = static_cast<int>(m_database.insunits());
         step.timestamp = host::solid::IsoDateText(host::solid::StampTime());
         const host::solid::KernelSolid* form = m_solid.form->Get(reason);
@@ -118,7 +108,7 @@ public:
 
 private:
     const SolidRun& m_solid;
-    const EnvelopeRun& m_run;
+    const std::string& m_product;
     AcDbDatabase& m_database;
     const ComputeOptions& m_options;
 };
@@ -159,13 +149,22 @@ SolidRun RevolveEnvelope(const AcDbObjectId& id) {
     return Told(refusal, std::move(profile));
 }
 
-void WriteSolidFiles(const SolidRun& solid, const EnvelopeRun& run, const Drawing& drawing,
+std::string ToolName(const Envelope& envelope, const std::string& input) {
+    const Box& box = envelope.extents;
+    const CString number = FindToolNumber(
+        CollectToolFrames(),
+        CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0)));
+    if (!number.IsEmpty()) return ToUtf8(number);
+    return std::filesystem::path(input).stem().string();
+}
+
+void WriteSolidFiles(const SolidRun& solid, const std::string& product, AcDbDatabase& database,
                      const ComputeOptions& options) {
     if (solid.refusal)
         throw Failure(kNoResult, options.input + ": no solid can be made of the envelope: " +
                                      solid.refusal->Text() + "; look at it with --svg");
     if (!solid.profile) return;
-    FileMaker maker(solid, run, drawing, options);
+    FileMaker maker(solid, product, database, options);
     for (const FileKind& kind : kKinds) {
         const std::string& path = options.*kind.path;
         if (path.empty()) continue;
@@ -180,13 +179,16 @@ void WriteSolidFiles(const SolidRun& solid, const EnvelopeRun& run, const Drawin
     }
 }
 
-bool AddSolid(const SolidRun& solid, Picture& picture, std::string& reason) {
+std::optional<SolidPicture> DrawSolid(const SolidRun& solid, int width, std::string& reason) {
     const host::solid::Mesh* mesh = PictureTriangles(solid, reason);
-    if (mesh == nullptr) return false;
-    const host::solid::Image image = host::solid::RenderSolid(*solid.profile, *mesh, kBelowWidth);
-    picture.belowWidth = image.width;
-    picture.belowHeight = image.height;
-    return host::solid::LoadKernel(reason)->EncodePng(image, picture.below, reason);
+    if (mesh == nullptr) return std::nullopt;
+    const host::solid::Image image = host::solid::RenderSolid(*solid.profile, *mesh, width);
+    SolidPicture picture;
+    picture.width = image.width;
+    picture.height = image.height;
+    if (!host::solid::LoadKernel(reason)->EncodePng(image, picture.bytes, reason))
+        return std::nullopt;
+    return picture;
 }
 
 }  // namespace app

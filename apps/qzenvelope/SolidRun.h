@@ -6,10 +6,8 @@
 #include <string>
 #include <vector>
 
-#include "apps/qzenvelope/Drawing.h"
 #include "apps/qzenvelope/EnvelopeRun.h"
 #include "apps/qzenvelope/Options.h"
-#include "apps/qzenvelope/Picture.h"
 #include "host/solid/profile.h"
 
 namespace app {
@@ -31,15 +29,23 @@ SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Point& 
 // refusal when it has none.
 SolidRun RevolveEnvelope(const AcDbObjectId& id);
 
-// Writes every file of the solid that the options name, each as a whole or not at all. STEP names
-// the product after the tool frame around the envelope, else after the input file.
+// The number of the tool frame around an envelope, else the name of the input file.
+std::string ToolName(const Envelope& envelope, const std::string& input);
+
+// Writes every file of the solid that the options name, each as a whole or not at all.
 //
-// fails  Failure with kNoResult: the envelope has no solid, with the reason and the place; a file
-//        cannot be written
-void WriteSolidFiles(const SolidRun& solid, const EnvelopeRun& run, const Drawing& drawing,
+// product  what STEP names the product
+// fails    Failure with kNoResult: the envelope has no solid, with the reason and the place; a file
+//          cannot be written
+void WriteSolidFiles(const SolidRun& solid, const std::string& product, AcDbDatabase& database,
                      const ComputeOptions& options);
 
-// Puts the shaded solid below a picture. False with a reason when it cannot be drawn.
-bool AddSolid(const SolidRun& solid, Picture& picture, std::string& reason);
+// A PNG file of the solid, shaded.
+struct SolidPicture {
+    std::string bytes;
+    int width = 0, height = 0;  // pixels
+};
+// Nothing, with a reason, when it cannot be drawn.
+std::optional<SolidPicture> DrawSolid(const SolidRun& solid, int width, std::string& reason);
 
 }  // namespace app

@@ -10,6 +10,7 @@ namespace {
 constexpr double kLongSide = 1400;        // pixels of the picture's longer side
 constexpr double kShortSide = 240;        // and at least for the shorter one
 constexpr double kMargin = 0.05;          // of the view's longer side
+constexpr double kMarkRadius = 20;        // pixels
 constexpr double kFontPerCapital = 1.38;  // font size by height of capitals, of usual sans fonts
 
 const char* const kStyle =
@@ -23,12 +24,15 @@ const char* const kStyle =
     ".hatch{stroke:#e2e2e2;stroke-width:1px}"
     ".axis{stroke:#2f6fb3;stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
     ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
-    ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}";
+    ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}"
+    ".mark circle{fill:#fff3c4;stroke:#a35c00;stroke-width:2px;vector-effect:non-scaling-stroke}"
+    ".mark text{fill:#6b3c00;font-weight:bold;text-anchor:middle}";
 
 // SVG writes what the path data or an attribute needs: enough digits for any screen.
 class Writer {
 public:
-    explicit Writer(const Picture& picture) : m_picture(picture) {
+    Writer(const Picture& picture, const std::string* prefix)
+        : m_picture(picture), m_isElement(prefix != nullptr), m_prefix(prefix ? *prefix : "") {
         m_view = picture.view;
         if (m_view.IsEmpty()) m_view.Add(Point{});
         const double margin = kMargin * std::max(m_view.Width(), m_view.Height()) + 1e-9;
@@ -49,6 +53,7 @@ public:
         if (m_picture.hasAxis) Axis();
         if (!m_picture.envelope.empty()) Envelope();
         m_out += "</g>\n";
+        for (const Mark& mark : m_picture.marks) AddMark(mark);
         if (!m_picture.below.empty()) Below();
         m_out += "</svg>\n";
         return m_out;
@@ -57,7 +62,8 @@ public:
 private:
     void Number(double value) {
         char text[32];
-        std::snprintf(text, sizeof text, "%.9g", value);
+        // In a page of many pictures a hundredth of a pixel will do.
+        std::snprintf(text, sizeof text, m_isElement ? "%.7g" : "%.9g", value);
         m_out += text;
     }
     void Pair(Point p, Point origin) {
@@ -84,10 +90,15 @@ private:
 
     void Head() {
         const double width = m_view.Width() * m_scale, height = m_view.Height() * m_scale;
-        m_out =
-            "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg xmlns=\"http://www.w3.org/2000/svg\"";
-        Attribute("width", std::round(std::max(kShortSide, width)));
-        Attribute("height", std::round(std::max(kShortSide, height) + m_belowHeight));
+        if (m_isElement) {
+            m_out = "<svg class=\"drawing\" role=\"img\"";
+        } else {
+            m_out =
+                "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
+                "<svg xmlns=\"http://www.w3.org/2000/svg\"";
+            Attribute("width", std::round(std::max(kShortSide, width)));
+            Attribute("height", std::round(std::max(kShortSide, height) + m_belowHeight));
+        }
         m_out += " viewBox=\"";
         for (const double value : {-width / 2, -height / 2, width, height + m_belowHeight}) {
             Number(value);
@@ -96,7 +107,9 @@ private:
         m_out.back() = '"';
         m_out += ">\n<title>";
         Text(m_picture.title);
-        m_out += "</title>\n<style>";
+        m_out += "</title>\n";
+        if (m_isElement) return;
+        m_out += "<style>";
         m_out += kStyle;
         m_out += "</style>\n<rect";
         Attribute("x", -width / 2);
@@ -117,7 +130,7 @@ private:
     void Blocks() {
         m_out += "<defs>\n";
         for (size_t i = 0; i < m_picture.blocks.size(); ++i) {
-            m_out += "<g id=\"b" + std::to_string(i) + "\">\n";
+            m_out += "<g id=\"" + m_prefix + "b" + std::to_string(i) + "\">\n";
             for (const Shape& shape : m_picture.blocks[i]) Add(shape, Point{});
             m_out += "</g>\n";
         }
@@ -176,7 +189,8 @@ private:
             Stroke(kClasses[static_cast<int>(shape.ink)], shape.path, origin);
         if (shape.kind == Shape::Label) Label(shape, origin);
         if (shape.kind == Shape::BlockUse) {
-            m_out += "<use href=\"#b" + std::to_string(shape.block) + "\" transform=\"";
+            m_out +=
+                "<use href=\"#" + m_prefix + "b" + std::to_string(shape.block) + "\" transform=\"";
             Matrix(shape.place, origin);
             m_out += "\"/>\n";
         }
@@ -220,6 +234,22 @@ private:
         Stroke("envelope", path, m_origin);
     }
 
+    void AddMark(const Mark& mark) {
+        const double x = (mark.at.x - m_origin.x) * m_scale;
+        const double y = (m_origin.y - mark.at.y) * m_scale;
+        m_out += "<g class=\"mark\"><circle";
+        Attribute("cx", x);
+        Attribute("cy", y);
+        Attribute("r", kMarkRadius);
+        m_out += "/><text";
+        Attribute("x", x);
+        Attribute("y", y + kMarkRadius * 0.45);
+        Attribute("font-size", kMarkRadius * 1.3);
+        m_out += ">";
+        Text(mark.label);
+        m_out += "</text></g>\n";
+    }
+
     void Below() {
         m_out += "<image";
         Attribute("x", -m_view.Width() * m_scale / 2);
@@ -227,25 +257,13 @@ private:
         Attribute("width", m_view.Width() * m_scale);
         Attribute("height", m_belowHeight);
         m_out += " href=\"data:image/png;base64,";
-        Base64(m_picture.below);
+        m_out += Base64(m_picture.below);
         m_out += "\"/>\n";
     }
 
-    // RFC 4648.
-    void Base64(const std::string& bytes) {
-        static const char kDigits[] =
-            "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-        for (size_t i = 0; i < bytes.size(); i += 3) {
-            unsigned word = 0;
-            for (size_t k = 0; k < 3; ++k)
-                word = word << 8 |
-                       (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
-            for (size_t k = 0; k < 4; ++k)
-                m_out += i + k > bytes.size() ? '=' : kDigits[word >> (18 - 6 * k) & 63u];
-        }
-    }
-
     const Picture& m_picture;
+    bool m_isElement;
+    std::string m_prefix;
     Box m_view;
     Point m_origin;
     // Pixels per drawing unit. Applied to the coordinates, so that strokes have their width in
@@ -257,6 +275,28 @@ private:
 
 }  // namespace
 
-std::string ToSvg(const Picture& picture) { return Writer(picture).Run(); }
+std::string ToSvg(const Picture& picture) { return Writer(picture, nullptr).Run(); }
+
+std::string ToSvgElement(const Picture& picture, const std::string& prefix) {
+    return Writer(picture, &prefix).Run();
+}
+
+const char* SvgStyle() { return kStyle; }
+
+std::string Base64(const std::string& bytes) {
+    static const char kDigits[] =
+        "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+    std::string text;
+    text.reserve((bytes.size() + 2) / 3 * 4);
+    for (size_t i = 0; i < bytes.size(); i += 3) {
+        unsigned word = 0;
+        for (size_t k = 0; k < 3; ++k)
+            word =
+                word << 8 | (i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0u);
+        for (size_t k = 0; k < 4; ++k)
+            text += i + k > bytes.size() ? '=' : kDigits[word >> (18 - 6 * k) & 63u];
+    }
+    return text;
+}
 
 }  // namespace app

@@ -13,6 +13,7 @@
 #include "apps/qzenvelope/PictureBuilder.h"
 #include "apps/qzenvelope/Report.h"
 #include "apps/qzenvelope/SolidRun.h"
+#include "apps/qzenvelope/batch/BatchRun.h"
 #include "host/db/file_io.h"
 
 namespace {
@@ -21,6 +22,7 @@ using namespace app;
 
 // The rest of the axis line beyond the outline, as drawn in the picture: a share of its width.
 constexpr double kAxisOverhangInPicture = 0.06;
+constexpr int kSolidWidth = 900;  // pixels of the solid below a picture
 
 void Warn(const std::string& input, const std::string& warning) {
     std::fprintf(stderr, "qzenvelope: %s: warning: %s\n", input.c_str(), warning.c_str());
@@ -50,8 +52,15 @@ void WritePicture(Picture picture, const EnvelopeRun& run, const SolidRun& solid
     for (const Box& dimension : picture.dimensions)
         if (tool.Meets(dimension)) picture.view.Add(dimension);
     std::string reason;
-    if (solid.profile && !AddSolid(solid, picture, reason))
-        Warn(options.input, "the picture shows no solid: " + reason);
+    if (solid.profile) {
+        if (const auto below = DrawSolid(solid, kSolidWidth, reason)) {
+            picture.below = below->bytes;
+            picture.belowWidth = below->width;
+            picture.belowHeight = below->height;
+        } else {
+            Warn(options.input, "the picture shows no solid: " + reason);
+        }
+    }
     const std::string svg = ToSvg(picture);
     host::FileError error;
     if (!host::WriteFileAtomically(options.svg, {std::string_view(svg)}, error))
@@ -77,7 +86,7 @@ ExitStatus Compute(const ComputeOptions& options) {
     if (run.envelope.found && !options.output.empty()) drawing.Write(options.output);
     if (!options.svg.empty()) WritePicture(std::move(picture), run, solid, options);
     if (run.envelope.found && options.WantsSolidFile())
-        WriteSolidFiles(solid, run, drawing, options);
+        WriteSolidFiles(solid, ToolName(run.envelope, options.input), drawing.Database(), options);
     Print(options.json ? RunJson(run, solid, drawing, options)
                        : RunSummary(run, solid, drawing, options));
     if (run.envelope.found) return kDone;
@@ -92,6 +101,8 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     switch (options.command) {
         case Options::Command::Compute:
             return Compute(options.compute);
+        case Options::Command::Batch:
+            return RunBatch(options.batch);
         case Options::Command::Info:
             Print(InfoText(Drawing(options.info.input), options.info.input, options.info.json));
             return kDone;

@@ -1,0 +1,37 @@
+// Numbers on the command line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "apps/qzenvelope/Options.h"
+
+namespace CLI {
+class App;
+}
+
+namespace app {
+
+// A word as messages show it.
+std::string Quoted(const std::string& text);
+
+// Reads "X,Y,...": exactly `count` finite numbers, in C notation whatever the locale is.
+// fails  Failure with kUsage that names the option and ends with the remedy
+std::vector<double> ReadNumbers(const std::string& option, const std::string& text, size_t count,
+                                const char* remedy);
+
+// Text of the options that take a length, as typed; empty: not given.
+struct LengthTexts {
+    std::string point, line, horVer, precision, side, chord;
+};
+
+void DeclareLengths(CLI::App& command, LengthTexts& texts);
+
+// Reads those that were given; the others keep their values.
+// fails  Failure with kUsage for what is no number, negative, or zero where that leaves no length
+void ReadLengths(const LengthTexts& texts, ToolOptions& options);
+
+// Names of the options that take numbers.
+std::vector<std::string> LengthOptionNames();
+
+}  // namespace app
