@@ -1,4 +1,4 @@
-// Character sets through the system's iconv; the only file that knows it.
+// Character sets through iconv, or the code pages of Windows; the only header that stands for them.
 #pragma once
 
 #include <memory>

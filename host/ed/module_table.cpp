@@ -1,10 +1,8 @@
 #include "host/ed/module_table.h"
 
-#include <dlfcn.h>
-
 #include "host/ed/drawing_io.h"
+#include "host/ed/library_file.h"
 #include "host/ed/text_compare.h"
-#include "host/ge/format.h"
 
 namespace host {
 namespace {
@@ -25,15 +23,10 @@ ModuleTable& ModuleTable::Get() {
 Module* ModuleTable::Load(const std::wstring& path, std::wstring& reason) {
     auto module = std::make_unique<Module>();
     module->name = BaseName(path);
-    module->library = dlopen(Narrow(AbsolutePath(path)).c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (module->library == nullptr) {
-        reason = Widen(dlerror());
-        return nullptr;
-    }
-    void* const entry = dlsym(module->library, "acrxEntryPoint");
+    void* const entry = OpenLibrary(AbsolutePath(path), "acrxEntryPoint", module->library, reason);
     if (entry == nullptr) {
-        reason = path + L" has no acrxEntryPoint: it is not a module of this host.";
-        dlclose(module->library);
+        if (reason.empty())
+            reason = path + L" has no acrxEntryPoint: it is not a module of this host.";
         return nullptr;
     }
     module->entry = reinterpret_cast<AcRx::AppRetCode (*)(AcRx::AppMsgCode, void*)>(entry);
