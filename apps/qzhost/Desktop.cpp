@@ -11,7 +11,7 @@
 
 #include "apps/qzhost/HostProgram.h"
 #include "host/ed/session.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
 
 namespace app {

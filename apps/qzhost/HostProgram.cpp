@@ -5,7 +5,7 @@
 #include "host/ed/module_table.h"
 #include "host/ed/session.h"
 #include "host/mfc/dialog_probe.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/module_handle.h"
 
 namespace app {

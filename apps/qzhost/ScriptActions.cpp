@@ -6,7 +6,7 @@
 #include "apps/qzhost/ScriptRunner.h"
 #include "arxHeaders.h"
 #include "host/ed/session.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
 
 namespace app {

@@ -15,7 +15,7 @@
 #include "host/ed/session.h"
 #include "host/ge/format.h"
 #include "host/mfc/dialog_probe.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 // The font library keeps a few records to the end of the process.

@@ -14,7 +14,7 @@
 #include "afxdlgs.h"
 #include "host/ge/format.h"
 #include "host/mfc/dialog_probe.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/resources.h"
 
 namespace test {

@@ -13,10 +13,13 @@ namespace {
 constexpr double kPointTolerances = 10;
 constexpr double kDiameterShare = 1e-3;
 
-// A figure as a person reads it: four digits, and nothing below a ten thousandth.
+// Below this nobody draws or measures; in drawing units.
+constexpr double kNothing = 1e-4;
+
+// A figure as a person reads it.
 std::string Figure(double value) {
     char text[32];
-    std::snprintf(text, sizeof text, "%.4g", std::abs(value) < 1e-4 ? 0 : value);
+    std::snprintf(text, sizeof text, "%.4g", value);
     return text;
 }
 
@@ -52,16 +55,17 @@ void AddLeftOut(const CEncircleTrace::SLeftOut& left, ToolResult& result) {
         {CEncircleTrace::E_LeftOut_Unopenable, "cannot be opened"},
         {CEncircleTrace::E_LeftOut_Layer, "on the dimension layer"},
         {CEncircleTrace::E_LeftOut_Locked, "on a locked layer"},
-        {CEncircleTrace::E_LeftOut_Type, "no part of an outline by type"},
-        {CEncircleTrace::E_LeftOut_Linetype, "by line style"},
+        {CEncircleTrace::E_LeftOut_Type, "never part of an outline"},
+        {CEncircleTrace::E_LeftOut_Linetype, "by its line type"},
         {CEncircleTrace::E_LeftOut_Duplicate, "drawn twice"},
         {CEncircleTrace::E_LeftOut_Explode, "a block that cannot be taken apart"},
         {CEncircleTrace::E_LeftOut_NotFinite, "with a coordinate that is no number"},
     };
     const auto row = std::find_if(std::begin(kTexts), std::end(kTexts),
                                   [&](const auto& r) { return r.reason == left.m_reason; });
-    const char* const why = row == std::end(kTexts) ? "left out" : row->text;
-    std::string text = std::to_string(left.m_nCount) + " × " + ToUtf8(left.m_strWhat) + ", " + why;
+    const std::string why = row == std::end(kTexts) ? std::string() : std::string(", ") + row->text;
+    std::string text =
+        std::to_string(left.m_nCount) + " × " + ToUtf8(left.m_strWhat) + " left out" + why;
     std::string handles;
     for (const CString& handle : left.m_handles) handles += " " + ToUtf8(handle);
     if (IsSuspicious(left.m_reason) && !handles.empty()) text += ", handle" + handles;
@@ -109,8 +113,10 @@ void AddOutlineFindings(const OutlineCheck& check, const CEncircleCalInfo& param
         result.offContour = off.distance;
         const bool isWarning = off.distance > notable;
         Add(result, Finding::Kind::Outline, isWarning,
-            "the envelope lies " + Figure(off.distance) + (off.isOutside ? " outside" : " inside") +
-                " the drawing's contour at " + Place(off.at),
+            off.distance < kNothing ? "the envelope lies on the drawing's contour"
+                                    : "the envelope lies up to " + Figure(off.distance) +
+                                          (off.isOutside ? " outside" : " inside") +
+                                          " the drawing's contour, at " + Place(off.at),
             isWarning ? std::optional<Point>(off.at) : std::nullopt);
     }
     for (const OutlineCheck::Round& round : check.rounds)
@@ -128,7 +134,9 @@ void AddOutlineFindings(const OutlineCheck& check, const CEncircleCalInfo& param
         result.betweenHalves = differ.distance;
         const bool isWarning = differ.distance > notable;
         Add(result, Finding::Kind::Halves, isWarning,
-            "upper and lower half differ by " + Figure(differ.distance) + " at " + Place(differ.at),
+            differ.distance < kNothing ? "upper and lower half agree"
+                                       : "upper and lower half differ by up to " +
+                                             Figure(differ.distance) + ", at " + Place(differ.at),
             isWarning ? std::optional<Point>(differ.at) : std::nullopt);
     }
 }

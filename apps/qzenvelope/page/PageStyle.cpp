@@ -39,6 +39,11 @@ td.findings{min-width:23em;font-size:12.5px}
 td.findings ol{margin:0 0 4px;padding-left:20px;color:var(--look)}
 td.findings ul{margin:0;padding-left:20px;color:var(--soft)}
 [hidden]{display:none}
+@media (max-width:1500px){
+td.picture svg{width:250px}
+td.solid img{width:150px}
+td.findings{min-width:15em}
+}
 @media print{
 @page{size:A4 landscape;margin:10mm}
 *{print-color-adjust:exact;-webkit-print-color-adjust:exact}

@@ -18,7 +18,7 @@
 #include <algorithm>
 
 #include "host/mfc/fonts.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/qt/control_events.h"
 #include "host/mfc/window_system.h"
 

@@ -20,7 +20,7 @@
 #include "afxcmn.h"
 #include "afxdialogex.h"
 #include "host/mfc/dialog_probe.h"
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 #include "host/mfc/qt/qt_window_driver.h"
 #include "host/mfc/resources.h"
 #include "support/scratch.h"

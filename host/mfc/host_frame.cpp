@@ -1,4 +1,4 @@
-#include "host/mfc/host_windows.h"
+#include "host/mfc/host_frame.h"
 
 #include <memory>
 
