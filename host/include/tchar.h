@@ -40,7 +40,9 @@ double _tstof(const TCHAR* text);
 // number is infinite, too small a one 0. Takes decimal and hexadecimal numbers, inf and nan.
 double _tcstod(const TCHAR* text, TCHAR** end);
 
+#ifndef _WIN32  // there the C library has these
 inline int _wtoi(const wchar_t* text) { return _ttoi(text); }
 inline std::int64_t _wtoi64(const wchar_t* text) { return _ttoi64(text); }
 inline double _wtof(const wchar_t* text) { return _tstof(text); }
 inline int _wcsicmp(const wchar_t* a, const wchar_t* b) { return _tcsicmp(a, b); }
+#endif
