@@ -76,7 +76,7 @@ void BM_KernelStep(benchmark::State& state) {
 }
 BENCHMARK(BM_KernelStep)
     ->RangeMultiplier(10)
-    ->Range(10, 1000)
+    ->Range(10, 10000)
     ->Unit(benchmark::kMillisecond)
     ->Complexity();
 

@@ -71,6 +71,8 @@ private:
     std::vector<int> AskToolRows();
     // What the tool buttons need: one task and some tools; false after the message.
     bool AskTaskAndTools(int& nTask, std::vector<int>& tools);
+    // Highlights of each selected tool what the operation names.
+    void HighlightSelected(void (BatchTool::*pHighlight)(bool) const);
     // Null when the row is no task's (any more).
     BatchTask* FindTask(int nRow) const;
 

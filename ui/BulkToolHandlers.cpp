@@ -117,7 +117,7 @@ void CBulkGenEncircleLineDlg::OnExportTools() {
     AfxMessageBox(bFailed ? _T("导出三维文件失败") : _T("导出三维文件成功"));
 }
 
-void CBulkGenEncircleLineDlg::OnHighlightTools() {
+void CBulkGenEncircleLineDlg::HighlightSelected(void (BatchTool::*pHighlight)(bool) const) {
     int nTask = -1;
     std::vector<int> rows;
     if (!AskTaskAndTools(nTask, rows)) {
@@ -125,22 +125,15 @@ void CBulkGenEncircleLineDlg::OnHighlightTools() {
     }
     for (const int nRow : rows) {
         if (const BatchTool* const pTool = FindTool(*FindTask(nTask), nRow)) {
-            pTool->highlightSource(true);
+            (pTool->*pHighlight)(true);
         }
     }
 }
 
+void CBulkGenEncircleLineDlg::OnHighlightTools() { HighlightSelected(&BatchTool::highlightSource); }
+
 void CBulkGenEncircleLineDlg::OnHighlightEnvelopes() {
-    int nTask = -1;
-    std::vector<int> rows;
-    if (!AskTaskAndTools(nTask, rows)) {
-        return;
-    }
-    for (const int nRow : rows) {
-        if (const BatchTool* const pTool = FindTool(*FindTask(nTask), nRow)) {
-            pTool->highlightEnvelope(true);
-        }
-    }
+    HighlightSelected(&BatchTool::highlightEnvelope);
 }
 
 void CBulkGenEncircleLineDlg::OnClearHighlight() {
