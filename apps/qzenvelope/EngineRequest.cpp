@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "apps/qzenvelope/Selection.h"
+#include "apps/qzenvelope/Text.h"
 
 namespace app {
 namespace {
@@ -42,12 +43,12 @@ void CheckLengths(const CEncircleCalInfo& parameters, double size) {
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
     const double offX = std::max({box.minX - c.x, c.x - box.maxX, 0.0});
     const double offY = std::max({box.minY - c.y, c.y - box.maxY, 0.0});
-    const std::string where = Format("the centre %.6g,%.6g lies ", c.x, c.y);
+    const std::string where = "the centre " + Figure(c.x) + "," + Figure(c.y) + " lies ";
     const std::string what = " units outside what was picked (" + Describe(box) + ")";
     if (!(std::max(offX, offY) <= size))
-        throw Failure(kUsage, where + Format("%.6g", std::max(offX, offY)) + what +
+        throw Failure(kUsage, where + Figure(std::max(offX, offY)) + what +
                                   "; give a point on the tool's axis");
-    if (offY > 0) warnings.push_back(where + Format("%.6g", offY) + what);
+    if (offY > 0) warnings.push_back(where + Figure(offY) + what);
 }
 
 }  // namespace
@@ -77,8 +78,8 @@ EnvelopePipeline PipelineOf(Algorithm algorithm) {
 }
 
 std::string Describe(const Box& box) {
-    return Format("x %.6g..%.6g, ", box.minX, box.maxX) +
-           Format("y %.6g..%.6g", box.minY, box.maxY);
+    return "x " + Figure(box.minX) + " .. " + Figure(box.maxX) + ", y " + Figure(box.minY) +
+           " .. " + Figure(box.maxY);
 }
 
 void CheckRequest(const AcArray<AcDbObjectId>& picked, const Box& box,

@@ -1,6 +1,5 @@
 #include "apps/qzenvelope/Info.h"
 
-#include <cstdio>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -11,6 +10,7 @@
 #include "LayerTools.h"
 #include "ToolFrame.h"
 
+#include "apps/qzenvelope/EngineRequest.h"
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Selection.h"
 #include "apps/qzenvelope/SolidReport.h"
@@ -222,12 +222,6 @@ std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::s
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string Numbers(const char* format, double a, double b, double c, double d) {
-    char text[160];
-    std::snprintf(text, sizeof text, format, a, b, c, d);
-    return text;
-}
-
 std::string Padded(std::string text, size_t width) {
     if (text.size() < width) text.append(width - text.size(), ' ');
     return text + " ";
@@ -242,9 +236,7 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
     std::string out = path + "\n  " + (drawing.IsBinary() ? "binary " : "") + "DXF " +
                       drawing.Version() + ", code page " + drawing.CodePage() + ", units " +
                       info.units + "\n";
-    if (!info.extents.IsEmpty())
-        out += Numbers("  extents x %.6g .. %.6g, y %.6g .. %.6g\n", info.extents.minX,
-                       info.extents.maxX, info.extents.minY, info.extents.maxY);
+    if (!info.extents.IsEmpty()) out += "  extents " + Describe(info.extents) + "\n";
     out += "\n" + std::to_string(info.entities) + " entities in model space, " +
            std::to_string(info.blocks) + " block definitions\n";
     for (const auto& [type, count] : info.types) out += Counted(count) + type + "\n";
@@ -263,9 +255,7 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
     for (const FrameInfo& frame : info.frames) {
         out += "  tool " + frame.number + ", block " + frame.block + ", handle " + frame.handle +
                ", number in " + frame.carrier;
-        if (frame.extents)
-            out += Numbers(", x %.6g .. %.6g, y %.6g .. %.6g", frame.extents->minX,
-                           frame.extents->maxX, frame.extents->minY, frame.extents->maxY);
+        if (frame.extents) out += ", " + Describe(*frame.extents);
         out += "\n";
     }
     out +=

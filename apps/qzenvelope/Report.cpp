@@ -104,15 +104,15 @@ std::string EnvelopeSummary(const Envelope& e) {
     std::string text =
         Line("  envelope   %s polyline of %zu vertices on layer %s, handle %s",
              e.closed ? "closed" : "open", e.vertices.size(), e.layer.c_str(), e.handle.c_str());
-    text += Line("  extents    x %.6g .. %.6g   y %.6g .. %.6g", e.extents.minX, e.extents.maxX,
-                 e.extents.minY, e.extents.maxY);
-    text +=
-        Line("  length     %.6g along the outline, %.6g end to end", e.length, e.extents.Width());
-    if (e.diameter > 0) text += Line("  diameter   %.6g", e.diameter);
+    text += "  extents    x " + Figure(e.extents.minX) + " .. " + Figure(e.extents.maxX) + "   y " +
+            Figure(e.extents.minY) + " .. " + Figure(e.extents.maxY) + "\n";
+    text += "  length     " + Figure(e.length) + " along the outline, " +
+            Figure(e.extents.Width()) + " end to end\n";
+    if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";
     if (e.selfMeeting)
-        text += Line("  %s    the outline %s at %.6g,%.6g", Crosses(e) ? "CROSSES" : "touches",
+        text += Line("  %s    the outline %s at %s,%s", Crosses(e) ? "CROSSES" : "touches",
                      Crosses(e) ? "crosses itself, no solid can be made of it," : "touches itself",
-                     e.selfMeeting->at.x, e.selfMeeting->at.y);
+                     Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
     return text;
 }
 
@@ -129,9 +129,10 @@ std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) 
     for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance)) {
         ++(IsStep(gap, options.pointTolerance) ? steps : gaps);
         if (IsStep(gap, options.pointTolerance)) continue;
-        text += Line("  gap        %-6s %.6g,%.6g to %.6g,%.6g, %.6g long, bridged",
-                     SideName(gap.m_side), gap.m_from.x, gap.m_from.y, gap.m_to.x, gap.m_to.y,
-                     gap.m_dLength);
+        text += Line("  gap        %-6s %s,%s to %s,%s, %s long, bridged", SideName(gap.m_side),
+                     Figure(gap.m_from.x).c_str(), Figure(gap.m_from.y).c_str(),
+                     Figure(gap.m_to.x).c_str(), Figure(gap.m_to.y).c_str(),
+                     Figure(gap.m_dLength).c_str());
     }
     if (gaps == 0) text += "  gaps       none\n";
     if (steps > 0) text += Line("  steps      %d faces seen edge-on", steps);

@@ -1,5 +1,7 @@
 #include "apps/qzenvelope/Text.h"
 
+#include <cmath>
+#include <cstdio>
 #include <cstdlib>
 
 namespace app {
@@ -95,6 +97,19 @@ std::vector<std::string> PlainLines(const std::string& text) {
 std::string TypeName(const AcRxClass* type) {
     if (type == nullptr) return "unknown";
     return ToUtf8(type->dxfName() != nullptr ? type->dxfName() : type->name());
+}
+
+std::string Figure(double value) {
+    char text[64];
+    // Beyond that a double has no such digits.
+    const bool isFar = std::abs(value) >= 100 && std::abs(value) < 1e11;
+    std::snprintf(text, sizeof text, isFar ? "%.4f" : "%.6g", value);
+    std::string figure = text;
+    if (isFar) {
+        figure.erase(figure.find_last_not_of('0') + 1);
+        if (figure.back() == '.') figure.pop_back();
+    }
+    return figure;
 }
 
 std::string HandleText(const AcDbHandle& handle) {

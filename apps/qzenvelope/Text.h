@@ -24,6 +24,10 @@ std::string TypeName(const AcRxClass* type);
 // The drawing unit: "millimetres", "none", "not stated" in versions before R2000, which do not say.
 std::string UnitName(const AcDbDatabase& database);
 
+// A coordinate or a length as a person reads it: six digits, and further from the origin as many as
+// show a ten thousandth of a unit.
+std::string Figure(double value);
+
 std::string HandleText(const AcDbHandle& handle);
 inline std::string HandleText(const AcDbObjectId& id) { return HandleText(id.handle()); }
 

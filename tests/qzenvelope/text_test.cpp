@@ -51,4 +51,15 @@ TEST(Text, Utf8) {
     EXPECT_EQ("\uFFFDx", app::ToUtf8(lone));
 }
 
+TEST(Text, FiguresKeepTheirTenThousandthsFarOut) {
+    EXPECT_EQ("0", app::Figure(0));
+    EXPECT_EQ("-12.5", app::Figure(-12.5));
+    EXPECT_EQ("1e-05", app::Figure(1e-5));
+    EXPECT_EQ("100", app::Figure(100));
+    EXPECT_EQ("220.0043", app::Figure(220.00432));
+    EXPECT_EQ("1000060.5", app::Figure(1000060.5));
+    EXPECT_EQ("-2000000.0001", app::Figure(-2000000.0001));
+    EXPECT_EQ("1e+300", app::Figure(1e300));
+}
+
 }  // namespace

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 #include "apps/qzenvelope/Text.h"
 #include "apps/qzenvelope/TraceReport.h"
@@ -16,18 +15,7 @@ constexpr double kDiameterShare = 1e-3;
 // Below this nobody draws or measures; in drawing units.
 constexpr double kNothing = 1e-4;
 
-// A figure as a person reads it.
-std::string Figure(double value) {
-    char text[32];
-    std::snprintf(text, sizeof text, "%.4g", value);
-    return text;
-}
-
-std::string Place(const Point& p) {
-    char text[64];
-    std::snprintf(text, sizeof text, "%.6g, %.6g", p.x, p.y);
-    return text;
-}
+std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
 
 void Add(ToolResult& result, Finding::Kind kind, bool isWarning, const std::string& text,
          const std::optional<Point>& at = std::nullopt) {
