@@ -14,18 +14,18 @@ if(QZ_SANITIZE)
   target_link_options(common_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
-# qz_library(name [dependency ...]): one library from every source of the current folder; of a need
-# that the systems meet differently, only the file of this system.
+# Sources that are not for this system: a folder meets a need that the systems meet differently in
+# one file for each. Folders may add to it.
+if(WIN32)
+  set(QZ_LEFT_OUT "_posix\\.cpp$")
+else()
+  set(QZ_LEFT_OUT "_windows\\.cpp$")
+endif()
+
+# qz_library(name [dependency ...]): one library from every source of the current folder.
 function(qz_library name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
-  if(WIN32)
-    list(FILTER sources EXCLUDE REGEX "_posix\\.cpp$")
-  else()
-    list(FILTER sources EXCLUDE REGEX "_windows\\.cpp$")
-  endif()
-  foreach(pattern IN LISTS QZ_LEFT_OUT)
-    list(FILTER sources EXCLUDE REGEX "/${pattern}\\.cpp$")
-  endforeach()
+  list(FILTER sources EXCLUDE REGEX "${QZ_LEFT_OUT}")
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC common_flags ${ARGN})
@@ -51,6 +51,7 @@ endfunction()
 # found one by one.
 function(qz_test name)
   file(GLOB sources CONFIGURE_DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/*.cpp)
+  list(FILTER sources EXCLUDE REGEX "${QZ_LEFT_OUT}")
   if(sources)
     add_executable(${name} ${sources})
     target_link_libraries(${name} PRIVATE common_flags ${ARGN} GTest::gmock GTest::gtest_main)

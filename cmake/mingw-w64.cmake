@@ -1,12 +1,10 @@
 # Debian's cross compiler for 64-bit Windows (g++-mingw-w64-x86-64-posix), and its Wine to run what
-# comes out. Programs carry their run-time library in themselves, so that they run anywhere.
+# comes out. The run-time libraries of the compiler are shared; scripts/check-windows tells Wine where
+# they lie.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 set(CMAKE_CXX_COMPILER x86_64-w64-mingw32-g++-posix)
 set(CMAKE_RC_COMPILER x86_64-w64-mingw32-windres)
-set(CMAKE_EXE_LINKER_FLAGS_INIT "-static")
-set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
-set(CMAKE_MODULE_LINKER_FLAGS_INIT "-static")
 # Debian keeps the 64-bit loader off the PATH.
 find_program(QZ_WINE NAMES wine64 PATHS /usr/lib/wine)
 set(CMAKE_CROSSCOMPILING_EMULATOR ${QZ_WINE})

@@ -37,8 +37,9 @@ std::wstring AbsolutePath(const std::wstring& path) {
     std::wstring slashed = path;
     std::replace(slashed.begin(), slashed.end(), L'\\', L'/');
     std::error_code failed;
-    const std::filesystem::path absolute = std::filesystem::absolute(Narrow(slashed), failed);
-    return failed ? slashed : Widen(absolute.lexically_normal().string());
+    const std::filesystem::path absolute =
+        std::filesystem::absolute(std::filesystem::u8path(Narrow(slashed)), failed);
+    return failed ? slashed : Widen(absolute.lexically_normal().generic_u8string());
 }
 
 std::wstring FileNameOf(const std::wstring& path) {

@@ -1,4 +1,5 @@
 // Resource scripts as files.
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -9,7 +10,7 @@ namespace host {
 namespace {
 
 std::optional<std::string> ReadBytes(const std::wstring& path) {
-    std::ifstream file(Narrow(path), std::ios::binary);
+    std::ifstream file(std::filesystem::u8path(Narrow(path)), std::ios::binary);
     if (!file) return {};
     return std::string(std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>());
 }

@@ -1,10 +1,11 @@
 // Microsoft's format rules, and numbers read from text.
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
-#include <cmath>
 #include <limits>
 #include <random>
 #include <string>
@@ -87,7 +88,13 @@ TEST(Format, NumbersMatchTheCLibrary) {
             static_cast<double>(static_cast<std::int64_t>(random())) * 1e-19 * scale;
         const int number = static_cast<int>(random()) >> (random() % 32);
         const bool whole = random() % 2;
-        format += whole ? "diuxXo"[random() % 6] : "eEfFgG"[random() % 6];
+        const char letter = (whole ? "diuxXo" : "eEfFgG")[random() % 6];
+        // A sign of what has none is the C library's own affair.
+        if (std::strchr("uxXo", letter))
+            format.erase(std::remove_if(format.begin(), format.end(),
+                                        [](char c) { return c == '+' || c == ' '; }),
+                         format.end());
+        format += letter;
         const std::wstring wide(format.begin(), format.end());
         std::string actual;
 #pragma GCC diagnostic push

@@ -1,4 +1,5 @@
 // Message maps and the queue.
+#include <algorithm>
 #include <fstream>
 
 #include "AcExtensionModule.h"
@@ -253,7 +254,9 @@ TEST_F(Messages, ResourcesOfTheModule) {
     // Without another place the script lies in res/ beside the module.
     host::SetResourceScript(AfxGetInstanceHandle(), L"");
     EXPECT_FALSE(CDialogEx().Create(100));
-    EXPECT_THAT(reports.back(), ::testing::HasSubstr("/bin/res/mfc_tests.rc: the resource script"));
+    std::string report = reports.back();
+    std::replace(report.begin(), report.end(), '\\', '/');
+    EXPECT_THAT(report, ::testing::HasSubstr("/bin/res/mfc_tests.rc: the resource script"));
     HMODULE module = nullptr;
     EXPECT_TRUE(
         ::GetModuleHandleEx(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,

@@ -1,6 +1,7 @@
 // The host's own calls: revolving curves and regions, regions from curves, writing SAT.
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
@@ -21,7 +22,7 @@ constexpr double kPi = 3.14159265358979323846;
 const AcGeVector3d kAlongX(1, 0, 0);
 
 std::string ReadFile(const std::string& path) {
-    std::ifstream in(path, std::ios::binary);
+    std::ifstream in(std::filesystem::u8path(path), std::ios::binary);
     std::ostringstream text;
     text << in.rdbuf();
     return text.str();
@@ -279,7 +280,7 @@ TEST_F(Modelling, AcisOutWritesWhatWasAskedOrSaysNo) {
     EXPECT_EQ(AcDbBody::acisOut((folder + L"\\刀具 1.sat").c_str(), solids), Acad::eOk);
     const std::string named = test::ScratchFolder() + "刀具 1.sat";
     EXPECT_EQ(ReadSat(ReadFile(named)).faces, 3);
-    std::remove(named.c_str());
+    std::filesystem::remove(std::filesystem::u8path(named));
     std::remove(SatPath().c_str());
 }
 

@@ -228,8 +228,10 @@ TEST(SatText, HeadAndBytes) {
 TEST(SatText, DatesAreWrittenAsTheCLibraryWritesThem) {
     for (const std::time_t t : {std::time_t(0), std::time_t(951782400), std::time_t(1709164799),
                                 std::time_t(4102444799), std::time_t(-1)}) {
+        if (std::gmtime(&t) == nullptr) continue;  // not every C library goes back beyond 1970
         char expected[40];
-        std::strftime(expected, sizeof expected, "%a %b %e %H:%M:%S %Y", std::gmtime(&t));
+        std::strftime(expected, sizeof expected, "%a %b %d %H:%M:%S %Y", std::gmtime(&t));
+        if (expected[8] == '0') expected[8] = ' ';
         EXPECT_EQ(host::solid::DateText(t), expected);
         std::strftime(expected, sizeof expected, "%Y-%m-%dT%H:%M:%S", std::gmtime(&t));
         EXPECT_EQ(host::solid::IsoDateText(t), expected);

@@ -2,8 +2,8 @@
 // process needs a folder of its own.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
+#include <random>
 #include <string>
 
 namespace test {
@@ -12,8 +12,10 @@ namespace test {
 struct TempFolder {
     std::filesystem::path path;
     TempFolder() {
-        std::string name = (std::filesystem::temp_directory_path() / "qz-test-XXXXXX").string();
-        path = ::mkdtemp(name.data());
+        std::random_device random;
+        do {
+            path = std::filesystem::temp_directory_path() / ("qz-test-" + std::to_string(random()));
+        } while (!std::filesystem::create_directory(path));
     }
     ~TempFolder() {
         std::filesystem::permissions(path, std::filesystem::perms::owner_all);
@@ -26,7 +28,7 @@ struct TempFolder {
 // The folder of this process, with a slash at its end.
 inline std::string ScratchFolder() {
     static const TempFolder kFolder;
-    return kFolder.path.string() + "/";
+    return kFolder.path.generic_string() + "/";
 }
 
 }  // namespace test
