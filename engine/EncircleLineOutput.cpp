@@ -22,28 +22,42 @@ namespace {
 // Steps whose directions differ by less go straight on.
 constexpr double kStraightOnDeg = 1.0;
 
-constexpr double kTwoPi = 2 * 3.14159265358979323846;
-
-double GetAngle(const AcGePoint3d& centre, const AcGePoint3d& pt) {
-    return AcGeVector2d(pt.x - centre.x, pt.y - centre.y).angle();
-}
-
 double GetFlatDistance(const AcGePoint3d& p, const AcGePoint3d& q) {
     return AcGeVector2d(p.x - q.x, p.y - q.y).length();
 }
 
-// The angle from one direction on to another, counter-clockwise, in [0, 2 pi).
-double GetTurn(double from, double to) { return to < from ? to - from + kTwoPi : to - from; }
+// Directions from a centre are the same when their cross product is no more than this of the
+// product of their lengths: the rounding of the products alone.
+constexpr double kSameDirection = 1e-15;
+
+// tan(t / 4) for the turn t in [0, 2 pi) from one direction counter-clockwise on to another.
+//
+// By half angles: sin(t/2) and cos(t/2) from the cross and dot product, each in the form in which
+// nothing cancels. Only operations that round alike on every machine, which sines and tangents of
+// the C libraries do not: an envelope is the same to the last bit wherever it is computed.
+double GetTurnBulge(const AcGeVector2d& from, const AcGeVector2d& to) {
+    const double dot = from.x * to.x + from.y * to.y;
+    const double cross = from.x * to.y - from.y * to.x;
+    const double size = std::sqrt(dot * dot + cross * cross);
+    if (dot >= 0.0 && std::fabs(cross) <= kSameDirection * size) {
+        return 0.0;
+    }
+    const double wide = std::sqrt((size + std::fabs(dot)) / (2 * size));
+    const double narrow = std::fabs(cross) / (2 * size * wide);
+    const double sine = dot >= 0.0 ? narrow : wide;
+    const double cosine = (cross < 0.0 ? -1.0 : 1.0) * (dot >= 0.0 ? wide : narrow);
+    return cosine < 0.0 ? (1.0 - cosine) / sine : sine / (1.0 + cosine);
+}
 
 // bulge = tan(sweep / 4), counter-clockwise positive (DXF reference, LWPOLYLINE). A stretch that
 // ends nearer to the arc's start than it began runs clockwise.
 double GetBulge(const SArc& arc, const AcGePoint3d& first, const AcGePoint3d& last) {
-    const double angleFirst = GetAngle(arc.m_centre, first);
-    const double angleLast = GetAngle(arc.m_centre, last);
+    const AcGeVector2d toFirst(first.x - arc.m_centre.x, first.y - arc.m_centre.y);
+    const AcGeVector2d toLast(last.x - arc.m_centre.x, last.y - arc.m_centre.y);
     if (GetFlatDistance(last, arc.m_start) <= GetFlatDistance(first, arc.m_start)) {
-        return -std::tan(GetTurn(angleLast, angleFirst) / 4);
+        return -GetTurnBulge(toLast, toFirst);
     }
-    return std::tan(GetTurn(angleFirst, angleLast) / 4);
+    return GetTurnBulge(toFirst, toLast);
 }
 
 }  // namespace
