@@ -4,6 +4,7 @@
 #include "EncircleLine.h"
 
 #include <algorithm>
+#include <iterator>
 #include <set>
 #include <utility>
 

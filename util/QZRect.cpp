@@ -33,7 +33,12 @@ CQZRect::CQZRect(bool bPlanar) {
     max.set(-kFarAway, -kFarAway, -z);
 }
 
-CQZRect::CQZRect(const AcGePoint3d& p, const AcGePoint3d& q) : min(p), max(p) { Extend(q); }
+// Not by initialisers: min(p) and max(p) would be calls of the macros of windows.h.
+CQZRect::CQZRect(const AcGePoint3d& p, const AcGePoint3d& q) {
+    min = p;
+    max = p;
+    Extend(q);
+}
 
 CQZRect::~CQZRect() = default;
 
