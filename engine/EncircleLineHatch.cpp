@@ -120,10 +120,11 @@ CQZRect GetHalf(const CQZRect& box, E_RemoveLine_Dir side, double dAxis) {
 AcGePoint3d GetSeed(const CQZRect& half, E_RemoveLine_Dir side) {
     const double x = side == E_Dir_Right ? half.max.x - kSeedInset : half.min.x + kSeedInset;
     const double y = side == E_Dir_Bottom ? half.min.y + kSeedInset : half.max.y - kSeedInset;
-    const AcGePoint3d seed(x, y, 0.0);
-    AcGePoint3d inUcs;
+    // Not const: the host may take its arguments as plain arrays.
+    ads_point seed = {x, y, 0.0};
+    ads_point inUcs = {};
     // A plan drawing has no other coordinates than the world's.
-    return acdbWcs2Ucs(asDblArray(seed), asDblArray(inUcs), false) ? inUcs : seed;
+    return acdbWcs2Ucs(seed, inUcs, false) ? asPnt3d(inUcs) : asPnt3d(seed);
 }
 
 // Tracing sees what is on the screen. A program without windows has no view, and traces all the

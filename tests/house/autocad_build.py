@@ -1,0 +1,80 @@
+#!/usr/bin/env python3
+"""What can be tried of the build for AutoCAD without it: messages, the bundle, the .def file."""
+import json
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+import unittest
+import xml.etree.ElementTree as ElementTree
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+
+
+def configure(folder, *options):
+    """Its errors, on one line."""
+    run = subprocess.run(["cmake", "-S", str(ROOT), "-B", str(folder / "build"), "-DQZ_AUTOCAD=ON",
+                          *options], capture_output=True, text=True, check=False)
+    return run.returncode, " ".join(run.stderr.split())
+
+
+class Messages(unittest.TestCase):
+    def test_what_is_missing_of_the_sdk(self):
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            sdk = folder / "sdk"
+            status, text = configure(folder)
+            self.assertNotEqual(0, status)
+            self.assertIn("ARX_SDK is not set", text)
+            status, text = configure(folder, f"-DARX_SDK={sdk}")
+            self.assertNotEqual(0, status)
+            self.assertIn("holds no inc/arxHeaders.h", text)
+            (sdk / "inc").mkdir(parents=True)
+            (sdk / "inc" / "arxHeaders.h").touch()
+            (sdk / "lib-x64").mkdir()
+            (sdk / "lib-x64" / "rxapi.lib").touch()
+            status, text = configure(folder, f"-DARX_SDK={sdk}")
+            self.assertNotEqual(0, status)
+            self.assertIn("holds no acdb25.lib", text)
+            self.assertIn("there are: rxapi.lib", text)
+
+
+class Bundle(unittest.TestCase):
+    def test_names_the_module_and_the_commands(self):
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            module = folder / "built.arx"
+            module.write_bytes(b"MZ module")
+            script = ROOT / "scripts" / "make-bundle"
+            for _ in range(2):  # a second time over the first
+                subprocess.run([sys.executable, "-B", script, "--module", module, "--out", folder],
+                               check=True, capture_output=True)
+            bundle = folder / "QZEncircleLine.bundle"
+            package = ElementTree.parse(bundle / "PackageContents.xml").getroot()
+            entry = package.find("Components/ComponentEntry")
+            self.assertEqual(b"MZ module", (bundle / entry.get("ModuleName")).read_bytes())
+            self.assertEqual(["Win64"], [r.get("OS") for r in
+                                         package.findall("Components/RuntimeRequirements")])
+            commands = {c.get("Global") for c in entry.iter("Command")}
+            registered = (ROOT / "entry" / "Commands.cpp").read_text(encoding="utf-8")
+            known = set(re.findall(r'\{_T\("(\w+)"\)', registered))
+            self.assertLessEqual(commands, known)
+            self.assertEqual(known - {"QzTestToolDesign"}, commands)
+            missing = subprocess.run([sys.executable, "-B", script, "--module", folder / "none"],
+                                     capture_output=True, text=True, check=False)
+            self.assertEqual(1, missing.returncode)
+            self.assertIn("build it first", missing.stderr)
+
+
+class Preset(unittest.TestCase):
+    def test_is_for_visual_studio(self):
+        presets = json.loads((ROOT / "CMakePresets.json").read_text(encoding="utf-8"))
+        found, = [p for p in presets["configurePresets"] if p["name"] == "autocad-2026"]
+        self.assertEqual(("Visual Studio 17 2022", "x64", "v143"),
+                         (found["generator"], found["architecture"], found["toolset"]))
+        self.assertEqual("ON", found["cacheVariables"]["QZ_AUTOCAD"])
+
+
+if __name__ == "__main__":
+    unittest.main()
