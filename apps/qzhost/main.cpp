@@ -41,6 +41,13 @@ bool OpenDrawings(const Options& options) {
     return allOpened;
 }
 
+// What the window library says about running without a display is no news to a script's reader.
+void ReportWindowLibrary(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type != QtDebugMsg && type != QtInfoMsg && !text.startsWith("QStandardPaths:") &&
+        !text.contains("propagateSizeHints"))
+        std::cerr << "qzhost: " << text.toStdString() << "\n";
+}
+
 int RunScript(const Options& options, int& argc, char** argv) {
     std::ifstream file(options.script, std::ios::binary);
     std::stringstream text;
@@ -54,6 +61,7 @@ int RunScript(const Options& options, int& argc, char** argv) {
     std::unique_ptr<app::Desktop> desktop;
     if (std::any_of(lines.begin(), lines.end(), app::NeedsWindows)) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        qInstallMessageHandler(ReportWindowLibrary);
         qt = std::make_unique<QApplication>(argc, argv);
         desktop = std::make_unique<app::Desktop>();
         desktop->show();
@@ -79,6 +87,12 @@ int RunScript(const Options& options, int& argc, char** argv) {
 }
 
 int RunDesktop(const Options& options, int& argc, char** argv) {
+    const char* const kDisplays[] = {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"};
+    if (std::none_of(std::begin(kDisplays), std::end(kDisplays), qEnvironmentVariableIsSet)) {
+        std::cerr << "qzhost: there is no display for the desktop; run a script with --script, see "
+                     "qzhost --help\n";
+        return kFailed;
+    }
     QApplication qt(argc, argv);
     app::Desktop desktop;
     desktop.show();

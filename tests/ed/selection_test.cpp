@@ -117,7 +117,10 @@ TEST_F(SelectionTest, FiltersAskForClassAndLayer) {
     EXPECT_EQ("abcde.g.", GetFiltered(_T("X"), 0, _T("LINE,CIRCLE")));
     EXPECT_EQ(".bc.....", GetFiltered(_T("X"), 8, _T("locked,o*")));
     EXPECT_EQ(kError, GetFiltered(_T("X"), 0, _T("INSERT"))) << "an empty set is none";
-    EXPECT_EQ(kError, GetFiltered(_T("X"), 40, _T("?"))) << "a code that cannot be asked for";
+    resbuf radius = {};
+    radius.restype = 40;
+    radius.resval.rreal = 1.0;
+    EXPECT_EQ(kError, Get(_T("X"), nullptr, nullptr, &radius)) << "a code that cannot be asked for";
 }
 
 TEST_F(SelectionTest, SetsAreFewAndFreedOnce) {

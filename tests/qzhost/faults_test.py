@@ -1,12 +1,14 @@
 """Scripts that cannot be done: the line is named, and nothing is left behind."""
 
+import os
 import pathlib
 import shutil
+import subprocess
 import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "qzenvelope"))
 
-from program import EXAMPLES, ProgramTest, main
+from program import EXAMPLES, PROGRAM, ProgramTest, main
 
 OPEN = "command QZTOOLDESIGNProfileAuto3D\n"
 
@@ -65,6 +67,18 @@ class Faults(ProgramTest):
         done = self.run_script("dump documents\n", "--module", "a.scr", "end-mill.dxf")
         self.assertEqual(1, done.returncode)
         self.assertIn("a.scr", done.stdout)
+
+    def test_without_a_display(self):
+        (self.folder / "a.scr").write_text("screenshot a.png\n")
+        bare = {name: value for name, value in os.environ.items()
+                if name not in ("DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM", "XDG_RUNTIME_DIR")}
+        for arguments, status, said in (([], 1, "no display"), (["--script", "a.scr"], 0, "")):
+            done = subprocess.run([str(PROGRAM), *arguments], cwd=self.folder, env=bare,
+                                  capture_output=True, text=True, timeout=60)
+            self.assertEqual(status, done.returncode, done.stderr)
+            self.assertIn(said, done.stderr)
+            self.assertEqual(bool(said), bool(done.stderr), done.stderr)
+        self.assertTrue((self.folder / "a.png").exists())
 
     def test_blanks_marks_and_line_ends(self):
         done = self.run_script("\ufeffdump documents\r\n  dump   open-objects  \r\n")
