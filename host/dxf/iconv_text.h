@@ -31,6 +31,9 @@ public:
     bool IsKnown();
 
 private:
+    // In bytes: no character of the code pages that drawings use is longer.
+    static constexpr std::size_t kLongestCharacter = 8;
+
     struct Handles;
     Handles& Open();
 

@@ -1,6 +1,5 @@
 #include "host/dxf/iconv_text.h"
 
-#include <algorithm>
 #include <iconv.h>
 
 namespace host::dxf {
@@ -8,9 +7,6 @@ namespace host::dxf {
 namespace {
 
 const iconv_t kNone = reinterpret_cast<iconv_t>(-1);
-
-// No character of the code pages that drawings use is longer.
-constexpr std::size_t kLongestCharacter = 8;
 
 }  // namespace
 
@@ -55,16 +51,6 @@ bool CharsetConverter::Decode(std::string_view bytes, std::u32string& out) {
     iconv(handle, nullptr, nullptr, &to, &toLeft);
     out.resize(out.size() - toLeft / sizeof(char32_t));
     return true;
-}
-
-std::size_t CharsetConverter::DecodeOne(std::string_view bytes, char32_t& value) {
-    std::u32string text;
-    for (std::size_t n = 1; n <= (std::min)(bytes.size(), kLongestCharacter); ++n)
-        if (Decode(bytes.substr(0, n), text) && text.size() == 1) {
-            value = text[0];
-            return n;
-        }
-    return 0;
 }
 
 bool CharsetConverter::EncodeOne(char32_t value, std::string& out) {

@@ -3,7 +3,6 @@
 #define NOMINMAX
 #include <windows.h>
 
-#include <algorithm>
 #include <cstdlib>
 
 #include "host/dxf/iconv_text.h"
@@ -11,9 +10,6 @@
 namespace host::dxf {
 
 namespace {
-
-// No character of the code pages that drawings use is longer.
-constexpr std::size_t kLongestCharacter = 8;
 
 // Number of the Windows code page; 0, which is none of them, for a name that says none.
 UINT PageOf(const std::string& charset) {
@@ -66,16 +62,6 @@ bool CharsetConverter::Decode(std::string_view bytes, std::u32string& out) {
         out += c;
     }
     return true;
-}
-
-std::size_t CharsetConverter::DecodeOne(std::string_view bytes, char32_t& value) {
-    std::u32string text;
-    for (std::size_t n = 1; n <= (std::min)(bytes.size(), kLongestCharacter); ++n)
-        if (Decode(bytes.substr(0, n), text) && text.size() == 1) {
-            value = text[0];
-            return n;
-        }
-    return 0;
 }
 
 bool CharsetConverter::EncodeOne(char32_t value, std::string& out) {
