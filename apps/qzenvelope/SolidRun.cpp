@@ -11,6 +11,7 @@
 #include "host/solid/picture.h"
 #include "host/solid/revolve.h"
 #include "host/solid/stl.h"
+#include "host/solid/turned_mesh.h"
 
 namespace app {
 
@@ -64,8 +65,13 @@ SolidRun Told(const host::solid::Refusal& refusal, host::solid::Profile profile)
     return solid;
 }
 
-const host::solid::Mesh* PictureTriangles(const SolidRun& solid, std::string& reason) {
-    return solid.form->Triangles(kPictureChord * solid.measures.largestDiameter, reason);
+host::solid::Mesh PictureTriangles(const SolidRun& solid) {
+    return host::solid::TurnedMesh(*solid.profile, kPictureChord * solid.measures.largestDiameter);
+}
+
+bool EncodePng(const host::solid::Image& image, std::string& bytes, std::string& reason) {
+    const host::solid::Kernel* kernel = host::solid::LoadKernel(reason);
+    return kernel != nullptr && kernel->EncodePng(image, bytes, reason);
 }
 
 class FileMaker {
@@ -99,11 +105,9 @@ public:
         return true;
     }
     bool Png(std::string& bytes, std::string& reason) {
-        const host::solid::Mesh* mesh = PictureTriangles(m_solid, reason);
-        if (mesh == nullptr) return false;
-        const host::solid::Image image =
-            host::solid::RenderPicture(*m_solid.profile, *mesh, kPictureWidth);
-        return host::solid::LoadKernel(reason)->EncodePng(image, bytes, reason);
+        return EncodePng(
+            host::solid::RenderPicture(*m_solid.profile, PictureTriangles(m_solid), kPictureWidth),
+            bytes, reason);
     }
 
 private:
@@ -180,14 +184,12 @@ void WriteSolidFiles(const SolidRun& solid, const std::string& product, AcDbData
 }
 
 std::optional<SolidPicture> DrawSolid(const SolidRun& solid, int width, std::string& reason) {
-    const host::solid::Mesh* mesh = PictureTriangles(solid, reason);
-    if (mesh == nullptr) return std::nullopt;
-    const host::solid::Image image = host::solid::RenderSolid(*solid.profile, *mesh, width);
+    const host::solid::Image image =
+        host::solid::RenderSolid(*solid.profile, PictureTriangles(solid), width);
     SolidPicture picture;
     picture.width = image.width;
     picture.height = image.height;
-    if (!host::solid::LoadKernel(reason)->EncodePng(image, picture.bytes, reason))
-        return std::nullopt;
+    if (!EncodePng(image, picture.bytes, reason)) return std::nullopt;
     return picture;
 }
 

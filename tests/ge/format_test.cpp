@@ -88,7 +88,8 @@ TEST(Format, NumbersMatchTheCLibrary) {
             static_cast<double>(static_cast<std::int64_t>(random())) * 1e-19 * scale;
         const int number = static_cast<int>(random()) >> (random() % 32);
         const bool whole = random() % 2;
-        const char letter = (whole ? "diuxXo" : "eEfFgG")[random() % 6];
+        const std::string letters = whole ? "diuxXo" : "eEfFgG";
+        const char letter = letters[random() % 6];
         // A sign of what has none is the C library's own affair.
         if (std::strchr("uxXo", letter))
             format.erase(std::remove_if(format.begin(), format.end(),
