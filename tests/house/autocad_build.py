@@ -14,8 +14,9 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 def configure(folder, *options):
     """Its errors, on one line."""
-    run = subprocess.run(["cmake", "-G", "Ninja", "-S", str(ROOT), "-B", str(folder / "build"), "-DQZ_AUTOCAD=ON",
-                          *options], capture_output=True, text=True, check=False)
+    run = subprocess.run(["cmake", "-G", "Ninja", "-S", str(ROOT), "-B", str(folder / "build"),
+                          "-DQZ_AUTOCAD=ON", *options],
+                         capture_output=True, text=True, check=False)
     return run.returncode, " ".join(run.stderr.split())
 
 
