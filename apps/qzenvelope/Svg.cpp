@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "apps/qzenvelope/Picture.h"
+#include "apps/qzenvelope/Text.h"
 
 namespace app {
 namespace {
@@ -71,22 +72,7 @@ private:
         m_out += ' ';
         Number((p.y - origin.y) * m_scale);
     }
-    void Text(const std::string& text) {
-        for (const char c : text) switch (c) {
-                case '&':
-                    m_out += "&amp;";
-                    break;
-                case '<':
-                    m_out += "&lt;";
-                    break;
-                case '>':
-                    m_out += "&gt;";
-                    break;
-                default:
-                    // XML knows no other control characters.
-                    if (static_cast<unsigned char>(c) >= 0x20 || c == '\t') m_out += c;
-            }
-    }
+    void Text(const std::string& text) { m_out += Escaped(text); }
 
     void Head() {
         const double width = m_view.Width() * m_scale, height = m_view.Height() * m_scale;

@@ -99,6 +99,27 @@ std::string TypeName(const AcRxClass* type) {
     return ToUtf8(type->dxfName() != nullptr ? type->dxfName() : type->name());
 }
 
+std::string Escaped(const std::string& text) {
+    std::string out;
+    for (const char c : text) switch (c) {
+            case '&':
+                out += "&amp;";
+                break;
+            case '<':
+                out += "&lt;";
+                break;
+            case '>':
+                out += "&gt;";
+                break;
+            case '"':
+                out += "&quot;";
+                break;
+            default:
+                if (static_cast<unsigned char>(c) >= 0x20 || c == '\t' || c == '\n') out += c;
+        }
+    return out;
+}
+
 std::string Figure(double value) {
     char text[64];
     // Beyond that a double has no such digits.

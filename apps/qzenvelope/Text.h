@@ -24,6 +24,10 @@ std::string TypeName(const AcRxClass* type);
 // The drawing unit: "millimetres", "none", "not stated" in versions before R2000, which do not say.
 std::string UnitName(const AcDbDatabase& database);
 
+// Fit for XML and HTML, in contents and attributes; control characters, which neither knows,
+// vanish.
+std::string Escaped(const std::string& text);
+
 // A coordinate or a length as a person reads it: six digits, and further from the origin as many as
 // show a ten thousandth of a unit.
 std::string Figure(double value);

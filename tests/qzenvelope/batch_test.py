@@ -247,5 +247,63 @@ class Processes(Batch):
         self.assertGreater(len(states), 1, "the bar does not move")
 
 
+class Findings(Batch):
+    """What the report says of drawings that are wrong by known amounts."""
+
+    STEPPED = [(0, 0), (0, 20), (60, 20), (60, 8), (120, 8), (120, 0)]
+    # Below a lip, which is all that is seen from above: 6 high.
+    UNDERCUT = [(0, 0), (0, 20), (60, 20), (60, 14), (40, 14), (40, 8), (120, 8), (120, 0)]
+
+    def tool(self, spoil=None, profile=None):
+        sheet = Sheet()
+        sheet.add("A", profile=profile or self.STEPPED)
+        if spoil:
+            spoil(sheet.space)
+        sheet.save(self.folder / "a.dxf")
+        done = self.batch("a.dxf", "--report", "out/index.html", "--json")
+        [tool] = [t for d in json.loads(done.stdout)["drawings"] for t in d["tools"]]
+        warnings = {f["kind"]: f["text"] for f in tool["findings"] if f["warning"]}
+        return tool, warnings
+
+    def test_a_clean_tool_has_none(self):
+        tool, warnings = self.tool()
+        self.assertEqual({}, warnings)
+        self.assertAlmostEqual(0, tool["off_contour"], delta=1e-4)
+        self.assertAlmostEqual(0, tool["between_halves"], delta=1e-4)
+
+    def test_an_undercut_lies_inside_the_envelope(self):
+        tool, warnings = self.tool(profile=self.UNDERCUT)
+        # The middle of the edge that closes it is as far from its roof as from its floor.
+        self.assertAlmostEqual(3, tool["off_contour"], delta=0.05)
+        self.assertEqual(["outline"], list(warnings))
+        self.assertIn("outside", warnings["outline"])
+
+    def test_halves_that_differ(self):
+        def shave(space):
+            for line in space.query("LINE"):
+                for name in ("start", "end"):
+                    point = line.dxf.get(name)
+                    if abs(point.y - (50 - 8)) < 1e-9:
+                        line.dxf.set(name, (point.x, 50 - 7.2))
+
+        tool, warnings = self.tool(shave)
+        self.assertAlmostEqual(0.8, tool["between_halves"], delta=1e-3)
+        self.assertEqual(["halves"], list(warnings))
+
+    def test_a_circle_beyond_the_envelope(self):
+        _, warnings = self.tool(lambda space: space.add_circle((100, 50 + 6), 5))
+        self.assertEqual(["beyond"], list(warnings))
+        self.assertRegex(warnings["beyond"], r"reaches 3\b")
+
+    def test_a_gap(self):
+        def cut(space):
+            for line in space.query("LINE"):
+                if line.dxf.start.y == line.dxf.end.y == 70:
+                    line.dxf.end = (line.dxf.end.x - 2.5, 70)
+
+        _, warnings = self.tool(cut)
+        self.assertRegex(warnings["gap"], r"gap of 2\.5 bridged")
+
+
 if __name__ == "__main__":
     main()

@@ -7,58 +7,55 @@ Geos::Geometry Geos::Lines(const Polylines& lines) const {
     for (const Polyline& line : lines) {
         if (line.size() < 2) continue;
         GEOSCoordSequence* const points =
-            GEOSCoordSeq_create_r(m_handle, static_cast<unsigned>(line.size()), 2);
+            GEOSCoordSeq_create_r(Handle(), static_cast<unsigned>(line.size()), 2);
         for (unsigned i = 0; i < line.size(); ++i)
-            GEOSCoordSeq_setXY_r(m_handle, points, i, line[i].x, line[i].y);
-        if (GEOSGeometry* const geometry = GEOSGeom_createLineString_r(m_handle, points))
+            GEOSCoordSeq_setXY_r(Handle(), points, i, line[i].x, line[i].y);
+        if (GEOSGeometry* const geometry = GEOSGeom_createLineString_r(Handle(), points))
             made.push_back(geometry);
     }
-    return Own(GEOSGeom_createCollection_r(m_handle, GEOS_MULTILINESTRING, made.data(),
+    return Own(GEOSGeom_createCollection_r(Handle(), GEOS_MULTILINESTRING, made.data(),
                                            static_cast<unsigned>(made.size())));
 }
 
 Geos::Geometry Geos::Area(const Polyline& ring) const {
     GEOSCoordSequence* const points =
-        GEOSCoordSeq_create_r(m_handle, static_cast<unsigned>(ring.size()), 2);
+        GEOSCoordSeq_create_r(Handle(), static_cast<unsigned>(ring.size()), 2);
     for (unsigned i = 0; i < ring.size(); ++i)
-        GEOSCoordSeq_setXY_r(m_handle, points, i, ring[i].x, ring[i].y);
-    GEOSGeometry* const shell = GEOSGeom_createLinearRing_r(m_handle, points);
-    if (shell == nullptr) return Own(nullptr);
-    return Own(GEOSGeom_createPolygon_r(m_handle, shell, nullptr, 0));
+        GEOSCoordSeq_setXY_r(Handle(), points, i, ring[i].x, ring[i].y);
+    GEOSGeometry* const shell = GEOSGeom_createLinearRing_r(Handle(), points);
+    if (shell == nullptr) return Geometry();
+    return Own(GEOSGeom_createPolygon_r(Handle(), shell, nullptr, 0));
 }
 
 Geos::Geometry Geos::Noded(const Polylines& lines, double tolerance) const {
     const Geometry all = Lines(lines);
-    return all ? Own(GEOSUnaryUnionPrec_r(m_handle, all.get(), tolerance)) : Own(nullptr);
+    return all ? Own(GEOSUnaryUnionPrec_r(Handle(), all.get(), tolerance)) : Geometry();
 }
 
-Polyline Geos::PointsOf(const GEOSGeometry* line) const {
-    const GEOSCoordSequence* const points = GEOSGeom_getCoordSeq_r(m_handle, line);
-    unsigned size = 0;
-    if (points == nullptr || GEOSCoordSeq_getSize_r(m_handle, points, &size) == 0) return {};
-    Polyline out(size);
-    for (unsigned i = 0; i < size; ++i)
-        GEOSCoordSeq_getXY_r(m_handle, points, i, &out[i].x, &out[i].y);
+Polyline Geos::PolylineOf(const GEOSGeometry* line) const {
+    Polyline out;
+    for (const AcGePoint2d& point : PointsOf(line)) out.push_back(Point{point.x, point.y});
     return out;
 }
 
 Polylines Geos::LinesOf(const GEOSGeometry* lines) const {
     Polylines out;
-    const int count = GEOSGetNumGeometries_r(m_handle, lines);
-    for (int i = 0; i < count; ++i) out.push_back(PointsOf(GEOSGetGeometryN_r(m_handle, lines, i)));
+    const int count = GEOSGetNumGeometries_r(Handle(), lines);
+    for (int i = 0; i < count; ++i)
+        out.push_back(PolylineOf(GEOSGetGeometryN_r(Handle(), lines, i)));
     return out;
 }
 
 Polylines Geos::OuterRings(const GEOSGeometry* noded) const {
-    const Geometry faces = Own(GEOSPolygonize_r(m_handle, &noded, 1));
-    const Geometry area = faces ? Own(GEOSUnaryUnion_r(m_handle, faces.get())) : Own(nullptr);
+    const Geometry faces = Own(GEOSPolygonize_r(Handle(), &noded, 1));
+    const Geometry area = faces ? Own(GEOSUnaryUnion_r(Handle(), faces.get())) : Geometry();
     if (!area) return {};
     Polylines rings;
-    const int count = GEOSGetNumGeometries_r(m_handle, area.get());
+    const int count = GEOSGetNumGeometries_r(Handle(), area.get());
     for (int i = 0; i < count; ++i) {
-        const GEOSGeometry* const part = GEOSGetGeometryN_r(m_handle, area.get(), i);
-        const GEOSGeometry* const ring = GEOSGetExteriorRing_r(m_handle, part);
-        if (ring != nullptr) rings.push_back(PointsOf(ring));
+        const GEOSGeometry* const part = GEOSGetGeometryN_r(Handle(), area.get(), i);
+        const GEOSGeometry* const ring = GEOSGetExteriorRing_r(Handle(), part);
+        if (ring != nullptr) rings.push_back(PolylineOf(ring));
     }
     return rings;
 }

@@ -1,12 +1,10 @@
-// GEOS behind types of our own, as far as outlines need it.
+// What comparing outlines needs of GEOS.
 #pragma once
 
-#include <geos_c.h>
-
-#include <memory>
 #include <vector>
 
 #include "apps/qzenvelope/Outline.h"
+#include "host/ed/geos_tools.h"
 
 namespace app {
 
@@ -14,21 +12,8 @@ namespace app {
 using Polyline = std::vector<Point>;
 using Polylines = std::vector<Polyline>;
 
-class Geos {
+class Geos : public host::GeosContext {
 public:
-    Geos() : m_handle(GEOS_init_r()) {}
-    ~Geos() { GEOS_finish_r(m_handle); }
-    Geos(const Geos&) = delete;
-    Geos& operator=(const Geos&) = delete;
-    GEOSContextHandle_t Handle() const { return m_handle; }
-
-    struct Destroy {
-        GEOSContextHandle_t handle;
-        void operator()(GEOSGeometry* geometry) const { GEOSGeom_destroy_r(handle, geometry); }
-    };
-    using Geometry = std::unique_ptr<GEOSGeometry, Destroy>;
-    Geometry Own(GEOSGeometry* geometry) const { return {geometry, Destroy{m_handle}}; }
-
     // One geometry of all lines that have two points at least; null when GEOS refuses.
     Geometry Lines(const Polylines& lines) const;
     // A polygon inside a ring that ends where it begins; null when GEOS refuses.
@@ -36,14 +21,11 @@ public:
     // The lines cut where they meet, points closer than the tolerance made one.
     Geometry Noded(const Polylines& lines, double tolerance) const;
     // The points of a line or ring.
-    Polyline PointsOf(const GEOSGeometry* line) const;
+    Polyline PolylineOf(const GEOSGeometry* line) const;
     // Every line of a geometry of lines.
     Polylines LinesOf(const GEOSGeometry* lines) const;
     // The outer rings of the union of the faces between noded lines.
     Polylines OuterRings(const GEOSGeometry* noded) const;
-
-private:
-    GEOSContextHandle_t m_handle;
 };
 
 // Distances from one geometry, indexed.

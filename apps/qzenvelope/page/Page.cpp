@@ -3,31 +3,11 @@
 #include <cstdio>
 
 #include "apps/qzenvelope/Picture.h"
+#include "apps/qzenvelope/Text.h"
 #include "host/solid/revolve.h"
 
 namespace app {
 namespace {
-
-std::string Escaped(const std::string& text) {
-    std::string out;
-    for (const char c : text) switch (c) {
-            case '&':
-                out += "&amp;";
-                break;
-            case '<':
-                out += "&lt;";
-                break;
-            case '>':
-                out += "&gt;";
-                break;
-            case '"':
-                out += "&quot;";
-                break;
-            default:
-                out += c;
-        }
-    return out;
-}
 
 std::string Number(const char* format, double value) {
     char text[32];
