@@ -14,8 +14,8 @@
 
 #include "support/engine_probe.h"
 #include "support/tool_profile.h"
-#include "util/AddEntity.h"
-#include "util/EraseEntity.h"
+#include "plugin/util/AddEntity.h"
+#include "plugin/util/EraseEntity.h"
 
 namespace {
 

@@ -30,18 +30,18 @@ set(CMAKE_MFC_FLAG 2)
 # Also when debugging, since AutoCAD is built with the release run-time library.
 set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
-set(sources ${CMAKE_SOURCE_DIR}/entry/QZEncircleLine.def ${CMAKE_SOURCE_DIR}/ui/res/QZEncircleLine.rc)
+set(plugin ${CMAKE_SOURCE_DIR}/plugin)
+set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc)
 foreach(folder util engine batch ui ui/GridCtrl entry)
-  file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp ${CMAKE_SOURCE_DIR}/${folder}/*.h)
+  file(GLOB found CONFIGURE_DEPENDS ${plugin}/${folder}/*.cpp ${plugin}/${folder}/*.h)
   list(APPEND sources ${found})
 endforeach()
 # Shared and not a module: other modules may link the classes that it exports.
 add_library(QZEncircleLine SHARED ${sources})
 set_target_properties(QZEncircleLine PROPERTIES PREFIX "" SUFFIX ".arx")
 target_compile_features(QZEncircleLine PRIVATE cxx_std_17)
-target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/util
-  ${CMAKE_SOURCE_DIR}/engine ${CMAKE_SOURCE_DIR}/batch ${CMAKE_SOURCE_DIR}/ui
-  ${CMAKE_SOURCE_DIR}/entry ${CMAKE_SOURCE_DIR}/ui/res)
+target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/engine
+  ${plugin}/batch ${plugin}/ui ${plugin}/entry ${plugin}/ui/res)
 target_include_directories(QZEncircleLine SYSTEM PRIVATE ${ARX_SDK}/inc ${ARX_SDK}/inc-x64)
 # An extension module of MFC, in Unicode; _AFXDLL comes with CMAKE_MFC_FLAG. Windows 10 or later.
 target_compile_definitions(QZEncircleLine PRIVATE

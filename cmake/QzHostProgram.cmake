@@ -1,7 +1,7 @@
 # qz_host_program(target): makes a program able to load modules. They link nothing of the host: the
 # program holds all of it, used by itself or not, and gives its symbols away.
 function(qz_host_program target)
-  set(libraries host_mfc host_ed host_solid host_dxf host_db host_ge)
+  set(libraries host_mfc host_ed host_solid host_dxf host_db host_ge host_sys host_base)
   set(files ${libraries})
   list(TRANSFORM files REPLACE "(.+)" "$<TARGET_FILE:\\1>")
   list(JOIN files " " files)

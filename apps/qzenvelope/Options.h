@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "apps/qzenvelope/Outline.h"
+#include "product/tool/Outline.h"
 
 namespace app {
 

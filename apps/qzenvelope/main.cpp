@@ -6,15 +6,15 @@
 #include <string_view>
 #include <vector>
 
-#include "apps/qzenvelope/Drawing.h"
-#include "apps/qzenvelope/EnvelopeRun.h"
-#include "apps/qzenvelope/Info.h"
+#include "product/tool/Drawing.h"
+#include "product/tool/EnvelopeRun.h"
+#include "product/report/Info.h"
 #include "apps/qzenvelope/Options.h"
-#include "apps/qzenvelope/PictureBuilder.h"
-#include "apps/qzenvelope/Report.h"
-#include "apps/qzenvelope/SolidRun.h"
-#include "apps/qzenvelope/batch/BatchRun.h"
-#include "host/db/file_io.h"
+#include "product/picture/PictureBuilder.h"
+#include "product/report/Report.h"
+#include "product/tool/SolidRun.h"
+#include "apps/qzenvelope/BatchRun.h"
+#include "host/sys/file_io.h"
 
 namespace {
 

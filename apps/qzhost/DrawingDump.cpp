@@ -6,7 +6,7 @@
 #include "host/db/stub.h"
 #include "host/ed/selection_sets.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/dialog_probe.h"
 
 namespace app {

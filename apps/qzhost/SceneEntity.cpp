@@ -3,7 +3,7 @@
 #include <cmath>
 #include <memory>
 
-#include "apps/qzenvelope/Text.h"
+#include "product/tool/Text.h"
 #include "arxHeaders.h"
 #include "host/ed/outline.h"
 

@@ -3,7 +3,7 @@
 #include <cwctype>
 #include <sstream>
 
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace app {
 namespace {

@@ -6,7 +6,7 @@
 #include "arxHeaders.h"
 #include "host/ed/prompts.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/window_system.h"
 
 namespace app {

@@ -1,6 +1,6 @@
 #include "apps/qzhost/Transcript.h"
 
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace app {
 

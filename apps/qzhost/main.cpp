@@ -12,7 +12,7 @@
 #include "apps/qzhost/HostProgram.h"
 #include "apps/qzhost/ScriptRunner.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 #include "host/db/dimension_drawing.h"
 #include "host/db/entity_list.h"
 #include "host/db/entity_tools.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 using host::Access;
 using host::Stub;

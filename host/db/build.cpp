@@ -5,7 +5,7 @@
 #include "host/db/database_imp.h"
 #include "host/db/entity_list.h"
 #include "host/db/names.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 namespace host {
 

@@ -2,7 +2,7 @@
 // gets those its file did not bring.
 
 #include "host/db/database_imp.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 namespace host {
 

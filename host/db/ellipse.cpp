@@ -5,7 +5,7 @@
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
 #include "host/db/stub.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 using host::kTwoPi;
 

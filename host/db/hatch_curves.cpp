@@ -9,7 +9,7 @@
 #include "dbspline.h"
 #include "host/db/access.h"
 #include "host/db/entity_tools.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace host {
 

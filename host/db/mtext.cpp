@@ -7,7 +7,7 @@
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
 #include "host/db/text_size.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 HOST_DEFINE_CLASS(AcDbMText, AcDbEntity, ACRX_T("MTEXT"))
 HOST_DEFINE_COPY(AcDbMText)

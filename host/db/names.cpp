@@ -2,7 +2,7 @@
 
 #include <cwchar>
 
-#include "host/ge/letter_case.h"
+#include "host/base/letter_case.h"
 
 namespace {
 

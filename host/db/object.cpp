@@ -4,7 +4,7 @@
 #include "host/db/define_class.h"
 #include "host/db/entity_list.h"
 #include "host/db/rb_chain.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 using host::Access;
 using host::Stub;

@@ -1,7 +1,7 @@
 // Opening and closing. The open state lives in the stub, so that opening touches little memory.
 
 #include "host/db/database_imp.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "dbents.h"
 #include "host/db/database_imp.h"
 #include "host/db/entity_tools.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 namespace host {
 

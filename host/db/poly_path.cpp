@@ -8,7 +8,7 @@
 #include "gelnsg3d.h"
 #include "host/db/access.h"
 #include "host/db/entity_tools.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace host {
 

@@ -8,7 +8,7 @@
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
 #include "host/db/poly_path.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 HOST_DEFINE_CLASS(AcDbPolyline, AcDbCurve, ACRX_T("LWPOLYLINE"))
 HOST_DEFINE_COPY(AcDbPolyline)

@@ -4,7 +4,7 @@
 #include <cstdio>
 
 #include "acutads.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "acutads.h"
 #include "acutmem.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace {
 

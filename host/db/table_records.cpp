@@ -2,7 +2,7 @@
 
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 using host::Access;
 

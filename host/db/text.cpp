@@ -6,7 +6,7 @@
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
 #include "host/db/text_size.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 HOST_DEFINE_CLASS(AcDbText, AcDbEntity, ACRX_T("TEXT"))
 HOST_DEFINE_CLASS(AcDbAttribute, AcDbText, ACRX_T("ATTRIB"))

@@ -4,7 +4,7 @@
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
 #include "host/db/rb_chain.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 HOST_DEFINE_CLASS(AcDbXrecord, AcDbObject, ACRX_T("XRECORD"))
 HOST_DEFINE_COPY(AcDbXrecord)

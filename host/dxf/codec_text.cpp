@@ -6,7 +6,7 @@
 #include "host/dxf/codec.h"
 #include "host/dxf/field_reader.h"
 #include "host/dxf/field_writer.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace host::dxf {
 

@@ -7,7 +7,7 @@
 
 #include "host/db/build.h"
 #include "host/db/drawing_source.h"
-#include "host/db/file_io.h"
+#include "host/sys/file_io.h"
 #include "host/dxf/drawing_writer.h"
 #include "host/dxf/reader.h"
 #include "host/dxf/scan.h"

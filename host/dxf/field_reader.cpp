@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "gemat3d.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace host::dxf {
 

@@ -5,7 +5,7 @@
 #include "host/db/access.h"
 #include "host/dxf/codec.h"
 #include "host/dxf/field_reader.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace host::dxf {
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "host/db/file_io.h"
+#include "host/sys/file_io.h"
 #include "host/dxf/group_code.h"
 #include "host/dxf/text_codec.h"
 

@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "host/dxf/iconv_text.h"
+#include "host/sys/iconv_text.h"
 
 namespace host::dxf {
 

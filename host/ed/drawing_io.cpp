@@ -4,7 +4,7 @@
 #include <filesystem>
 
 #include "host/dxf/dxf_file.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace host {
 namespace {

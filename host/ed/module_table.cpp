@@ -1,7 +1,7 @@
 #include "host/ed/module_table.h"
 
 #include "host/ed/drawing_io.h"
-#include "host/ed/library_file.h"
+#include "host/sys/library_file.h"
 #include "host/ed/text_compare.h"
 
 namespace host {

@@ -7,7 +7,7 @@
 #include "host/ed/drawing_io.h"
 #include "host/ed/editor_services.h"
 #include "host/ed/module_table.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 #include "host/solid/revolve.h"
 
 namespace host {

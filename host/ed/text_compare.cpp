@@ -4,7 +4,7 @@
 #include <cwctype>
 #include <vector>
 
-#include "host/ge/letter_case.h"
+#include "host/base/letter_case.h"
 
 namespace host {
 namespace {

@@ -4,9 +4,9 @@
 #include "geell3d.h"
 #include "gemat3d.h"
 #include "geplane.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 #include "host/ge/curve_numeric.h"
-#include "host/ge/host_assert.h"
+#include "host/base/host_assert.h"
 
 namespace {
 

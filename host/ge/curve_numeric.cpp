@@ -5,7 +5,7 @@
 #include <cmath>
 #include <limits>
 
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 #include "host/ge/linear_kernel.h"
 
 namespace host {

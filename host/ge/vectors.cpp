@@ -2,7 +2,7 @@
 #include "gemat3d.h"
 #include "geplane.h"
 #include "gepnt3d.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 #include "host/ge/linear_kernel.h"
 
 double AcGeVector2d::angle() const { return host::FullAngle(y, x); }

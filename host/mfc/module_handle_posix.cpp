@@ -8,7 +8,7 @@
 #include <cstdlib>
 #include <memory>
 
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace host {
 

@@ -2,7 +2,7 @@
 
 #include "AcExtensionModule.h"
 #include "afxdllx.h"
-#include "host/ge/string_table.h"
+#include "host/base/string_table.h"
 #include "host/mfc/module_handle.h"
 #include "rxmfcapi.h"
 

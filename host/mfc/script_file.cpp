@@ -3,7 +3,7 @@
 #include <fstream>
 #include <iterator>
 
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/resource_script.h"
 
 namespace host {

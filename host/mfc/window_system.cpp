@@ -4,7 +4,7 @@
 #include <algorithm>
 #include <iostream>
 
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/call_window.h"
 
 namespace host {

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "dbapserv.h"
-#include "host/db/file_io.h"
-#include "host/ge/format.h"
+#include "host/sys/file_io.h"
+#include "host/base/format.h"
 #include "host/solid/outline_of.h"
 #include "host/solid/shapes.h"
 

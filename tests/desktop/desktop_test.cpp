@@ -13,7 +13,7 @@
 #include "apps/qzhost/HostProgram.h"
 #include "arxHeaders.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/dialog_probe.h"
 #include "host/mfc/host_frame.h"
 

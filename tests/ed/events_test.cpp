@@ -5,7 +5,7 @@
 
 #include "accmd.h"
 #include "arxHeaders.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "support/scratch.h"
 #include "support/scripted_input.h"
 #include "support/test_drawing.h"

@@ -6,7 +6,7 @@
 #include "arxHeaders.h"
 #include "host/db/build.h"
 #include "host/dxf/dxf_file.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "support/scratch.h"
 #include "support/scripted_input.h"
 #include "support/test_drawing.h"

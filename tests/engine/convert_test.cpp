@@ -2,12 +2,12 @@
 #include <limits>
 #include <random>
 
-#include "engine/EncircleLayers.h"
-#include "engine/NearBoxes.h"
-#include "engine/UnitRectInfo.h"
+#include "plugin/engine/EncircleLayers.h"
+#include "plugin/engine/NearBoxes.h"
+#include "plugin/engine/UnitRectInfo.h"
 #include "support/engine_probe.h"
 #include "support/test_drawing.h"
-#include "util/LayerTools.h"
+#include "plugin/util/LayerTools.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 // The whole pipeline on small tools, and what a run leaves behind.
-#include "engine/EncircleLayers.h"
+#include "plugin/engine/EncircleLayers.h"
 #include "support/engine_probe.h"
 #include "support/envelope_run.h"
-#include "util/LayerTools.h"
+#include "plugin/util/LayerTools.h"
 
 namespace {
 

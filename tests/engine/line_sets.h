@@ -6,9 +6,9 @@
 #include <random>
 #include <sstream>
 
-#include "engine/LineInfo.h"
+#include "plugin/engine/LineInfo.h"
 #include "support/test_drawing.h"
-#include "util/AddEntity.h"
+#include "plugin/util/AddEntity.h"
 
 namespace test {
 

@@ -3,12 +3,12 @@
 #include <limits>
 #include <random>
 
-#include "engine/ArcIndex.h"
-#include "engine/EncircleLayers.h"
+#include "plugin/engine/ArcIndex.h"
+#include "plugin/engine/EncircleLayers.h"
 #include "support/engine_probe.h"
 #include "support/test_drawing.h"
-#include "util/ArcReader.h"
-#include "util/LayerTools.h"
+#include "plugin/util/ArcReader.h"
+#include "plugin/util/LayerTools.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <cmath>
 
 #include "engine/plain_engine.h"
-#include "util/AddEntity.h"
-#include "util/EraseEntity.h"
-#include "util/SegmentClass.h"
+#include "plugin/util/AddEntity.h"
+#include "plugin/util/EraseEntity.h"
+#include "plugin/util/SegmentClass.h"
 
 namespace test {
 

@@ -3,13 +3,13 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/EncircleLayers.h"
-#include "util/AddEntity.h"
-#include "util/EraseEntity.h"
-#include "util/LayerTools.h"
-#include "util/PointOnSegment.h"
-#include "util/SegmentClass.h"
-#include "util/TolerantCompare.h"
+#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/AddEntity.h"
+#include "plugin/util/EraseEntity.h"
+#include "plugin/util/LayerTools.h"
+#include "plugin/util/PointOnSegment.h"
+#include "plugin/util/SegmentClass.h"
+#include "plugin/util/TolerantCompare.h"
 
 namespace test {
 

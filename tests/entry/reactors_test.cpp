@@ -7,7 +7,7 @@
 
 #include "KnifeDiagramFactory.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "support/scratch.h"
 #include "support/scripted_input.h"
 #include "support/test_drawing.h"

@@ -9,8 +9,8 @@
 #include "AcString.h"
 #include "acestext.h"
 #include "afx.h"
-#include "host/ge/format.h"
-#include "host/ge/string_table.h"
+#include "host/base/format.h"
+#include "host/base/string_table.h"
 
 namespace {
 

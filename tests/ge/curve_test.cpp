@@ -14,7 +14,7 @@
 #include "gemat3d.h"
 #include "genurb3d.h"
 #include "geplane.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace {
 

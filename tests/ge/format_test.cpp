@@ -12,7 +12,7 @@
 
 #include "AcString.h"
 #include "afx.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 namespace {
 

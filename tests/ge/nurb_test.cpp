@@ -9,7 +9,7 @@
 #include "ge_text.h"
 #include "genurb3d.h"
 #include "geplane.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace {
 

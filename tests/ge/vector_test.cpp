@@ -10,7 +10,7 @@
 #include "gemat3d.h"
 #include "geplane.h"
 #include "gescl3d.h"
-#include "host/ge/angles.h"
+#include "host/base/angles.h"
 
 namespace {
 

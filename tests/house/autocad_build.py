@@ -58,7 +58,7 @@ class Bundle(unittest.TestCase):
             self.assertEqual(["Win64"], [r.get("OS") for r in
                                          package.findall("Components/RuntimeRequirements")])
             commands = {c.get("Global") for c in entry.iter("Command")}
-            registered = (ROOT / "entry" / "Commands.cpp").read_text(encoding="utf-8")
+            registered = (ROOT / "plugin" / "entry" / "Commands.cpp").read_text(encoding="utf-8")
             known = set(re.findall(r'\{_T\("(\w+)"\)', registered))
             self.assertLessEqual(commands, known)
             self.assertEqual(known - {"QzTestToolDesign"}, commands)

@@ -12,14 +12,17 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PLUGIN = ["util", "engine", "batch", "ui", "entry"]  # lowest first
+PLUGIN = ["plugin/util", "plugin/engine", "plugin/batch", "plugin/ui", "plugin/entry"]  # lowest first
 HOST = {
-    "host/ge": ["host/ge"],
-    "host/db": ["host/ge", "host/db"],
-    "host/dxf": ["host/ge", "host/db", "host/dxf"],
-    "host/solid": ["host/ge", "host/db", "host/solid"],
-    "host/ed": ["host/ge", "host/db", "host/dxf", "host/solid", "host/ed"],
-    "host/mfc": ["host/ge", "host/db", "host/dxf", "host/solid", "host/ed", "host/mfc"],
+    "host/base": ["host/base"],
+    "host/sys": ["host/base", "host/sys"],
+    "host/ge": ["host/base", "host/ge"],
+    "host/db": ["host/base", "host/sys", "host/ge", "host/db"],
+    "host/dxf": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf"],
+    "host/solid": ["host/base", "host/sys", "host/ge", "host/db", "host/solid"],
+    "host/ed": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed"],
+    "host/mfc": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed",
+                 "host/mfc"],
 }
 STANDARD = set(
     """algorithm array atomic cassert cctype cerrno cfloat charconv chrono climits clocale cmath
@@ -42,7 +45,7 @@ def sources():
 
 def folder_of(path):
     parts = path.split("/")
-    return "/".join(parts[:2]) if parts[0] == "host" else parts[0]
+    return "/".join(parts[:2]) if parts[0] in ("host", "plugin") else parts[0]
 
 
 def resolve(path, name, files):
@@ -77,7 +80,7 @@ def faults_of(path, files):
         if folder in PLUGIN:
             allowed = PLUGIN[: PLUGIN.index(folder) + 1] + ["host/include"]
         elif folder == "host/include":
-            allowed = ["host/include", "host/ge", "host/db", "host/ed", "host/mfc", "host/solid"]
+            allowed = ["host/include", "host/base", "host/ge", "host/db", "host/ed", "host/mfc", "host/solid"]
         elif folder in HOST:
             allowed = HOST[folder] + ["host/include"]
         else:

@@ -4,7 +4,7 @@ import pathlib
 import re
 import sys
 
-FOLDERS = ("entry", "engine", "batch", "ui", "util")
+FOLDERS = ("plugin",)
 
 # What must not stand in code, and why. Comments and texts are taken out before.
 NEVER = [(re.compile(pattern), reason) for pattern, reason in [
@@ -64,7 +64,7 @@ def headers_of(path, root, known):
     text = path.read_text(encoding="utf-8")
     found = set(re.findall(r"#include <(\w+)>", text))
     for name in re.findall(r'#include "([\w./]+)"', text):
-        for folder in [path.parent, root] + [root / f for f in FOLDERS]:
+        for folder in [path.parent, root] + [root / "plugin" / f for f in ("util", "engine", "batch", "ui", "entry")]:
             if (folder / name).exists():
                 found |= headers_of((folder / name).resolve(), root, known)
                 break

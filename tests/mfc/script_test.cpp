@@ -189,7 +189,8 @@ std::string ReadFile(const std::string& path) {
 
 // Any damage gives a fault or a script, never a crash (run under the sanitizers).
 TEST(ResourceScript, DamagedScripts) {
-    const std::string whole = ReadFile("ui/res/resource.h") + ReadFile("ui/res/QZEncircleLine.rc");
+    const std::string whole =
+        ReadFile("plugin/ui/res/resource.h") + ReadFile("plugin/ui/res/QZEncircleLine.rc");
     ASSERT_GT(whole.size(), 1000u);
     const char kBytes[] = "\"\\#(){},|-0x/*\n A";
     for (unsigned seed = 1; seed <= 200; ++seed) {

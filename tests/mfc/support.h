@@ -12,7 +12,7 @@
 #include "afxcmn.h"
 #include "afxdialogex.h"
 #include "afxdlgs.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/dialog_probe.h"
 #include "host/mfc/host_frame.h"
 #include "host/mfc/resources.h"
@@ -80,7 +80,7 @@ protected:
                    const std::string& style = "WS_POPUP | WS_CAPTION | WS_SYSMENU");
     // The module's own script.
     static void UseModuleScript() {
-        host::SetResourceScript(AfxGetInstanceHandle(), L"ui/res/QZEncircleLine.rc");
+        host::SetResourceScript(AfxGetInstanceHandle(), L"plugin/ui/res/QZEncircleLine.rc");
     }
 
     Script script;

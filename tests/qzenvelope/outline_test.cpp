@@ -6,7 +6,7 @@
 #include <random>
 #include <sstream>
 
-#include "apps/qzenvelope/Outline.h"
+#include "product/tool/Outline.h"
 
 namespace {
 

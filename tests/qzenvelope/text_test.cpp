@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apps/qzenvelope/Text.h"
+#include "product/tool/Text.h"
 
 namespace {
 

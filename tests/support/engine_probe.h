@@ -1,7 +1,7 @@
 // The engine with its passes open to tests.
 #pragma once
 
-#include "engine/EncircleLine.h"
+#include "plugin/engine/EncircleLine.h"
 
 namespace test {
 

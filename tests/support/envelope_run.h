@@ -1,11 +1,11 @@
 // Runs a pipeline of the engine on a test drawing as the dialog does.
 #pragma once
 
-#include "engine/EncircleLine.h"
-#include "engine/EncircleTrace.h"
+#include "plugin/engine/EncircleLine.h"
+#include "plugin/engine/EncircleTrace.h"
 #include "support/test_drawing.h"
-#include "util/AddEntity.h"
-#include "util/EraseEntity.h"
+#include "plugin/util/AddEntity.h"
+#include "plugin/util/EraseEntity.h"
 
 namespace test {
 

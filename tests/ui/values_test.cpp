@@ -7,7 +7,7 @@
 #include "EncircleValues.h"
 #include "GridCtrl/GridCtrl.h"
 #include "ToolNumber.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 
 AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL)
 

@@ -1,10 +1,10 @@
 // The utility layer's work on a drawing.
 #include "support/test_drawing.h"
-#include "util/AddEntity.h"
-#include "util/ArcReader.h"
-#include "util/CurrentLayerGuard.h"
-#include "util/EraseEntity.h"
-#include "util/LayerTools.h"
+#include "plugin/util/AddEntity.h"
+#include "plugin/util/ArcReader.h"
+#include "plugin/util/CurrentLayerGuard.h"
+#include "plugin/util/EraseEntity.h"
+#include "plugin/util/LayerTools.h"
 
 namespace {
 

@@ -2,11 +2,11 @@
 #include <limits>
 
 #include "support/test_drawing.h"
-#include "util/PointOnSegment.h"
-#include "util/QZRect.h"
-#include "util/SegmentClass.h"
-#include "util/ThinPoints.h"
-#include "util/TolerantCompare.h"
+#include "plugin/util/PointOnSegment.h"
+#include "plugin/util/QZRect.h"
+#include "plugin/util/SegmentClass.h"
+#include "plugin/util/ThinPoints.h"
+#include "plugin/util/TolerantCompare.h"
 
 namespace {
 

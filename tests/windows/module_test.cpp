@@ -6,7 +6,7 @@
 #include "arxHeaders.h"
 #include "host/ed/module_table.h"
 #include "host/ed/session.h"
-#include "host/ge/format.h"
+#include "host/base/format.h"
 #include "host/mfc/dialog_probe.h"
 #include "host/mfc/host_frame.h"
 #include "host/mfc/module_handle.h"
@@ -51,7 +51,7 @@ TEST(Module, ComputesAnEnvelopeByItsDialog) {
     const host::Module& module = *host::ModuleTable::Get().FindByName(L"QZEncircleLine");
     EXPECT_FALSE(module.isLocked);
     host::SetResourceScript(host::ModuleOfAddress(reinterpret_cast<const void*>(module.entry)),
-                            L"ui/res/QZEncircleLine.rc");
+                            L"plugin/ui/res/QZEncircleLine.rc");
 
     session.Execute(L"QZTOOLDESIGNProfileAuto3D");
     ASSERT_EQ(1u, host::LiveDialogs().size()) << host::Narrow(input.transcript);

@@ -50,7 +50,7 @@ class Display : public ::testing::Test {
 protected:
     Display() {
         Application();
-        SetResourceScript(AfxGetInstanceHandle(), L"ui/res/QZEncircleLine.rc");
+        SetResourceScript(AfxGetInstanceHandle(), L"plugin/ui/res/QZEncircleLine.rc");
         MakeHostWindows();
         m_driver = std::make_unique<QtWindowDriver>();
         WindowSystem::Get().SetDriver(m_driver.get());

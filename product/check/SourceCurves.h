@@ -1,0 +1,54 @@
+// The curves of a tool's drawing as they are displayed, read without the engine: its envelopes are
+// checked against them.
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "product/tool/Outline.h"
+#include "arxHeaders.h"
+
+namespace app {
+
+enum class CurveKind {
+    Contour,  // may be part of an outline
+    Round,    // a full circle or ellipse: shows a hole or marks a detail more often than an outline
+    Dashed,   // hidden lines and the like
+    Centre,   // drawn with a centre line type
+    Ignored   // dimension layer, envelopes
+};
+
+struct SourceCurve {
+    const AcDbCurve& curve;
+    CurveKind kind;
+    std::string layer;    // UTF-8
+    AcDbObjectId picked;  // the entity that it is or came from
+};
+
+// Calls use() for every curve among the entities and within their blocks and heavy polylines, each
+// in its place. Rays, leaders and construction lines are none.
+//
+// depth  levels of blocks that are taken apart; 0: none
+// cost   O(curves); blocks are exploded in memory, the drawing is not changed
+void ForEachCurve(const AcArray<AcDbObjectId>& ids, int depth,
+                  const std::function<void(const SourceCurve&)>& use);
+
+constexpr int kAnyDepth = 64;
+
+// The middle of the longest horizontal centre line among the entities; blocks are looked into when
+// there is none outside of them. Lines on a layer named after centre lines count when none is drawn
+// with a centre line type.
+std::optional<Point> FindAxis(const AcArray<AcDbObjectId>& ids);
+
+// The curve as chords that leave it by no more than the tolerance; empty when it has no points.
+// cost  O(points), at most kMostChords
+std::vector<Point> ChordsOf(const AcDbCurve& curve, double tolerance);
+
+// The same of corners and bulges; a closed ring ends where it begins.
+std::vector<Point> ChordsOf(const std::vector<Vertex>& ring, bool closed, double tolerance);
+
+constexpr int kMostChords = 20000;
+
+}  // namespace app

@@ -1,0 +1,259 @@
+#include "product/check/TrueOutline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "product/tool/Text.h"
+#include "product/check/Geos.h"
+#include "product/check/SourceCurves.h"
+
+namespace app {
+namespace {
+
+// Of the tool's size: what chords may leave their curves by, how far apart loose ends are joined.
+constexpr double kChordShare = 2e-5;
+constexpr double kBridgeShare = 0.02;
+// Comparing every pair of loose ends: more of them are a drawing of something else.
+constexpr size_t kMostLooseEnds = 2000;
+constexpr double kSamples = 4000;
+// A union smaller than this share of the tool's box is a stray detail, no outline.
+constexpr double kLeastShare = 0.01;
+
+// Coordinates of a half: along the axis from the middle of the tool, and the distance from the
+// axis, upwards for the half in question. GEOS sees small numbers wherever the drawing lies.
+class HalfFrame {
+public:
+    HalfFrame(const Point& origin, bool lower) : m_origin(origin), m_sign(lower ? -1 : 1) {}
+    Point In(const Point& p) const { return {p.x - m_origin.x, m_sign * (p.y - m_origin.y)}; }
+    Point Out(const Point& p) const { return {p.x + m_origin.x, m_sign * p.y + m_origin.y}; }
+
+private:
+    Point m_origin;
+    double m_sign;
+};
+
+// The parts of a line above the axis; what lies within the tolerance counts as on it.
+void AppendClipped(const Polyline& line, double tolerance, Polylines& out) {
+    Polyline part;
+    const auto finish = [&] {
+        if (part.size() > 1) out.push_back(part);
+        part.clear();
+    };
+    const auto at = [&](size_t i) {
+        Point p = line[i];
+        if (std::abs(p.y) <= tolerance) p.y = 0;
+        return p;
+    };
+    for (size_t i = 0; i < line.size(); ++i) {
+        const Point p = at(i);
+        if (i > 0) {
+            const Point before = at(i - 1);
+            if ((before.y < 0 && p.y > 0) || (before.y > 0 && p.y < 0)) {
+                const double share = before.y / (before.y - p.y);
+                part.push_back({before.x + (p.x - before.x) * share, 0});
+                if (p.y < 0) finish();
+            }
+        }
+        if (p.y >= 0) part.push_back(p);
+        if (p.y < 0) finish();
+    }
+    finish();
+}
+
+// Ends that no other line meets, joined to their nearest like.
+Polylines Bridges(const Polylines& noded, double reach) {
+    std::map<std::pair<double, double>, int> ends;
+    for (const Polyline& line : noded)
+        for (const Point& end : {line.front(), line.back()}) ++ends[{end.x, end.y}];
+    std::vector<Point> loose;
+    for (const auto& [place, count] : ends)
+        if (count == 1) loose.push_back({place.first, place.second});
+    if (loose.size() > kMostLooseEnds) return {};
+    struct Pair {
+        double distance;
+        size_t a, b;
+    };
+    std::vector<Pair> pairs;
+    for (size_t a = 0; a < loose.size(); ++a)
+        for (size_t b = a + 1; b < loose.size() && loose[b].x - loose[a].x <= reach; ++b) {
+            const double d = std::hypot(loose[b].x - loose[a].x, loose[b].y - loose[a].y);
+            if (d <= reach) pairs.push_back({d, a, b});
+        }
+    std::stable_sort(pairs.begin(), pairs.end(),
+                     [](const Pair& p, const Pair& q) { return p.distance < q.distance; });
+    std::vector<char> isUsed(loose.size(), 0);
+    Polylines bridges;
+    for (const Pair& pair : pairs) {
+        if (isUsed[pair.a] != 0 || isUsed[pair.b] != 0) continue;
+        isUsed[pair.a] = isUsed[pair.b] = 1;
+        bridges.push_back({loose[pair.a], loose[pair.b]});
+    }
+    return bridges;
+}
+
+double AreaOf(const Polyline& ring) {
+    double twice = 0;
+    for (size_t i = 1; i < ring.size(); ++i)
+        twice += ring[i - 1].x * ring[i].y - ring[i].x * ring[i - 1].y;
+    return std::abs(twice) / 2;
+}
+
+Polylines ContourOf(const Geos& geos, Polylines lines, double tolerance) {
+    Box box;
+    for (const Polyline& line : lines)
+        for (const Point& p : line) box.Add(p);
+    if (box.IsEmpty()) return {};
+    lines.push_back({{box.minX, 0}, {box.maxX, 0}});
+    const Geos::Geometry noded = geos.Noded(lines, tolerance);
+    if (!noded) return {};
+    const double size = std::max(box.Width(), box.Height());
+    const Polylines bridges = Bridges(geos.LinesOf(noded.get()), kBridgeShare * size);
+    Polylines rings;
+    if (bridges.empty()) {
+        rings = geos.OuterRings(noded.get());
+    } else {
+        lines.insert(lines.end(), bridges.begin(), bridges.end());
+        const Geos::Geometry joined = geos.Noded(lines, tolerance);
+        if (joined) rings = geos.OuterRings(joined.get());
+    }
+    double area = 0;
+    for (const Polyline& ring : rings) area += AreaOf(ring);
+    return area >= kLeastShare * box.Width() * box.Height() ? rings : Polylines();
+}
+
+// The sample of the lines that is farthest from the other geometry.
+Deviation Farthest(const Polylines& lines, const Near& other) {
+    double length = 0;
+    for (const Polyline& line : lines)
+        for (size_t i = 1; i < line.size(); ++i)
+            length += std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
+    const double step = length / kSamples;
+    Deviation worst;
+    const auto look = [&](const Point& p) {
+        const double distance = other.DistanceTo(p);
+        if (distance > worst.distance) worst = {distance, p, false};
+    };
+    for (const Polyline& line : lines)
+        for (size_t i = 0; i < line.size(); ++i) {
+            look(line[i]);
+            if (i == 0) continue;
+            const Point &a = line[i - 1], &b = line[i];
+            const double parts = std::floor(std::hypot(b.x - a.x, b.y - a.y) / step);
+            for (double k = 1; k < parts; ++k)
+                look({a.x + (b.x - a.x) * k / parts, a.y + (b.y - a.y) * k / parts});
+        }
+    return worst;
+}
+
+// How far `moved` lies from the contour, whichever of the two has the farthest point.
+Deviation Compare(const Geos& geos, const Polylines& contour, const Polylines& moved,
+                  double tolerance) {
+    const Near toContour(geos, geos.Lines(contour)), toMoved(geos, geos.Lines(moved));
+    const Deviation out = Farthest(moved, toContour), in = Farthest(contour, toMoved);
+    Deviation worst = out.distance >= in.distance ? out : in;
+    // Beyond the contour: a point of `moved` that no area of the contour holds, or a point of the
+    // contour that lies inside the area of `moved`.
+    const Polylines& areas = out.distance >= in.distance ? contour : moved;
+    bool isInside = false;
+    for (const Polyline& ring : areas) {
+        const Near area(geos, geos.Area(ring));
+        const double distance = area.DistanceTo(worst.at);
+        isInside = isInside || (distance >= 0 && distance <= tolerance);
+    }
+    worst.isOutside = out.distance >= in.distance ? !isInside : isInside;
+    return worst;
+}
+
+struct Gathered {
+    Polylines contour;
+    struct Circle {
+        Polyline points;
+        std::string layer;
+        AcDbObjectId picked;
+    };
+    std::vector<Circle> rounds;
+    Box box;
+};
+
+Gathered Gather(const AcArray<AcDbObjectId>& ids, bool withDashed, double chord) {
+    Gathered gathered;
+    ForEachCurve(ids, kAnyDepth, [&](const SourceCurve& source) {
+        const bool isDashed = source.kind == CurveKind::Dashed || source.kind == CurveKind::Centre;
+        if (source.kind == CurveKind::Ignored || (isDashed && !withDashed)) return;
+        Polyline points = ChordsOf(source.curve, chord);
+        const bool isFinite = std::all_of(points.begin(), points.end(), [](const Point& p) {
+            return std::isfinite(p.x) && std::isfinite(p.y);
+        });
+        if (points.empty() || !isFinite) return;
+        if (source.kind == CurveKind::Round) {
+            gathered.rounds.push_back({std::move(points), source.layer, source.picked});
+        } else {
+            for (const Point& p : points) gathered.box.Add(p);
+            gathered.contour.push_back(std::move(points));
+        }
+    });
+    return gathered;
+}
+
+Polylines HalfOf(const Polylines& lines, const HalfFrame& frame, double tolerance) {
+    Polylines half;
+    for (const Polyline& line : lines) {
+        Polyline moved;
+        for (const Point& p : line) moved.push_back(frame.In(p));
+        AppendClipped(moved, tolerance, half);
+    }
+    return half;
+}
+
+}  // namespace
+
+OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool lower,
+                          bool withDashed, const std::vector<Vertex>& envelope, double tolerance) {
+    OutlineCheck check;
+    Box rough;
+    ForEachCurve(ids, kAnyDepth, [&](const SourceCurve& source) {
+        AcDbExtents extents;
+        if (source.kind != CurveKind::Contour || source.curve.getGeomExtents(extents) != Acad::eOk)
+            return;
+        rough.Add(Point{extents.minPoint().x, extents.minPoint().y});
+        rough.Add(Point{extents.maxPoint().x, extents.maxPoint().y});
+    });
+    if (rough.IsEmpty()) return check;
+    const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
+    const Gathered gathered = Gather(ids, withDashed, chord);
+    const Point origin{(rough.minX + rough.maxX) / 2, axisY};
+    const HalfFrame frame(origin, lower), otherFrame(origin, !lower);
+    const Geos geos;
+    const Polylines contour =
+        ContourOf(geos, HalfOf(gathered.contour, frame, tolerance), tolerance);
+    const Polylines other =
+        ContourOf(geos, HalfOf(gathered.contour, otherFrame, tolerance), tolerance);
+    check.hasContour = !contour.empty();
+    check.hasOtherHalf = !other.empty();
+    if (check.hasContour && check.hasOtherHalf) {
+        check.halves = Compare(geos, contour, other, tolerance);
+        check.halves->at = frame.Out(check.halves->at);
+    }
+    if (envelope.empty()) return check;
+    Polyline ring;
+    for (const Point& p : ChordsOf(envelope, true, chord)) ring.push_back(frame.In(p));
+    if (ring.size() < 4) return check;
+    ring.back() = ring.front();
+    if (check.hasContour) {
+        check.envelope = Compare(geos, contour, {ring}, tolerance);
+        check.envelope->at = frame.Out(check.envelope->at);
+    }
+    const Near area(geos, geos.Area(ring));
+    for (const Gathered::Circle& round : gathered.rounds) {
+        const Polylines half = HalfOf({round.points}, frame, tolerance);
+        Deviation reach = Farthest(half, area);
+        if (!(reach.distance > tolerance)) continue;
+        reach.at = frame.Out(reach.at);
+        reach.isOutside = true;
+        check.rounds.push_back({reach, round.layer, HandleText(round.picked)});
+    }
+    return check;
+}
+
+}  // namespace app

@@ -1,0 +1,53 @@
+// The outer contour of a tool's half as the drawing shows it, by GEOS from chords of its curves,
+// and how far the engine's envelope and the other half lie from it. Shares nothing with the engine
+// but the drawing.
+//
+// The curves of a half - mirrored when it is the lower one - and the axis are noded, loose ends
+// that come near one another are joined, the faces between them united, and what surrounds the
+// union is the contour.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "product/tool/Outline.h"
+#include "arxHeaders.h"
+
+namespace app {
+
+// The farthest of two contours' points from one another.
+struct Deviation {
+    double distance = 0;
+    Point at;
+    bool isOutside = false;  // the compared one reaches beyond the contour there
+};
+
+struct OutlineCheck {
+    // The half that was asked for encloses an area. Without one there is nothing to compare.
+    bool hasContour = false;
+    bool hasOtherHalf = false;
+    std::optional<Deviation> envelope;  // from the contour; none without envelope or contour
+    std::optional<Deviation> halves;    // the other half, mirrored, from this one
+    // A full circle or ellipse, of which the engine takes none, that reaches beyond the envelope.
+    struct Round {
+        Deviation reach;
+        std::string layer;
+        std::string handle;  // of the picked entity
+    };
+    std::vector<Round> rounds;
+};
+
+// ids        the tool's entities
+// axisY      height of the axis
+// lower      the half that the envelope is of
+// withDashed dashed and centre lines are part of the outline
+// envelope   a closed ring; empty: none
+// tolerance  points closer than this are one; what is told is good to about that
+// cost       O(n log n) for n chords, for each half; the distance between samples of a contour is a
+//            4000th of its length
+OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool lower,
+                          bool withDashed, const std::vector<Vertex>& envelope, double tolerance);
+
+}  // namespace app

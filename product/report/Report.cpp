@@ -1,0 +1,202 @@
+#include "product/report/Report.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "product/report/SolidReport.h"
+#include "product/tool/Text.h"
+#include "product/report/TraceReport.h"
+
+namespace app {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+Json Corners(const Box& box) {
+    if (box.IsEmpty()) return nullptr;
+    return {box.minX, box.minY, box.maxX, box.maxY};
+}
+
+Json MeetingJson(const Envelope& envelope) {
+    Json json = {{"crosses", Crosses(envelope)}};
+    if (!envelope.selfMeeting) return json;
+    const SelfMeeting& meeting = *envelope.selfMeeting;
+    json["kind"] = MeetingName(meeting.kind);
+    json["at"] = {meeting.at.x, meeting.at.y};
+    json["edges"] = {meeting.firstEdge, meeting.secondEdge};
+    return json;
+}
+
+Json EnvelopeJson(const Envelope& envelope) {
+    if (!envelope.found) return nullptr;
+    Json vertices = Json::array();
+    for (const Vertex& v : envelope.vertices) vertices.push_back({v.x, v.y, v.bulge});
+    return {{"closed", envelope.closed},
+            {"layer", envelope.layer},
+            {"handle", envelope.handle},
+            {"vertices", std::move(vertices)},
+            {"length", envelope.length},
+            {"diameter", envelope.diameter},
+            {"extents", Corners(envelope.extents)},
+            {"self_crossing", MeetingJson(envelope)}};
+}
+
+// The numbered pipelines by their numbers.
+Json AlgorithmJson(Algorithm algorithm) {
+    const std::string name = NameOf(algorithm);
+    return name.size() == 1 ? Json(name[0] - '0') : Json(name);
+}
+
+Json ParametersJson(const ComputeOptions& options) {
+    return {{"centre", options.centre ? Json{options.centre->x, options.centre->y} : Json()},
+            {"window", options.window ? Corners(*options.window) : Json()},
+            {"half", options.lowerHalf ? "lower" : "upper"},
+            {"algorithm", AlgorithmJson(options.algorithm)},
+            {"include_dashed", options.includeDashed},
+            {"vertical_ends", options.verticalEnds},
+            {"axis", !options.noAxis},
+            {"point_tolerance", options.pointTolerance},
+            {"line_tolerance", options.lineTolerance},
+            {"horver_tolerance", options.horVerTolerance},
+            {"arc_precision", options.arcPrecision},
+            {"side_length", options.sideLength}};
+}
+
+Json TraceJson(const EnvelopeRun& run, const ComputeOptions& options) {
+    Json segments = Json::object(), leftOut = Json::array(), gaps = Json::array(),
+         notes = Json::array();
+    for (const auto& [name, count] : run.trace.m_counts) segments[name] = count;
+    for (const CEncircleTrace::SLeftOut& left : run.trace.m_leftOut) {
+        Json handles = Json::array();
+        for (const CString& handle : left.m_handles) handles.push_back(ToUtf8(handle));
+        leftOut.push_back({{"reason", CEncircleTrace::GetReasonName(left.m_reason)},
+                           {"what", ToUtf8(left.m_strWhat)},
+                           {"count", left.m_nCount},
+                           {"handles", std::move(handles)}});
+    }
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance))
+        gaps.push_back({{"side", SideName(gap.m_side)},
+                        {"kind", IsStep(gap, options.pointTolerance) ? "step" : "gap"},
+                        {"from", {gap.m_from.x, gap.m_from.y}},
+                        {"to", {gap.m_to.x, gap.m_to.y}},
+                        {"length", gap.m_dLength}});
+    for (const CString& note : run.trace.m_notes) notes.push_back(ToUtf8(note));
+    return {{"segments", std::move(segments)},
+            {"left_out", std::move(leftOut)},
+            {"gaps", std::move(gaps)},
+            {"notes", std::move(notes)}};
+}
+
+Json TextOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
+
+// printf into a string that grows as needed.
+template <class... Values>
+std::string Line(const char* format, Values... values) {
+    const int size = std::snprintf(nullptr, 0, format, values...);
+    std::string line(static_cast<size_t>(size) + 1, '\0');
+    std::snprintf(line.data(), line.size(), format, values...);
+    line.pop_back();
+    return line + "\n";
+}
+
+std::string EnvelopeSummary(const Envelope& e) {
+    if (!e.found) return "  envelope   none\n";
+    std::string text =
+        Line("  envelope   %s polyline of %zu vertices on layer %s, handle %s",
+             e.closed ? "closed" : "open", e.vertices.size(), e.layer.c_str(), e.handle.c_str());
+    text += "  extents    x " + Figure(e.extents.minX) + " .. " + Figure(e.extents.maxX) + "   y " +
+            Figure(e.extents.minY) + " .. " + Figure(e.extents.maxY) + "\n";
+    text += "  length     " + Figure(e.length) + " along the outline, " +
+            Figure(e.extents.Width()) + " end to end\n";
+    if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";
+    if (e.selfMeeting)
+        text += Line("  %s    the outline %s at %s,%s", Crosses(e) ? "CROSSES" : "touches",
+                     Crosses(e) ? "crosses itself, no solid can be made of it," : "touches itself",
+                     Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
+    return text;
+}
+
+std::string SolidFiles(const ComputeOptions& options) {
+    std::string text;
+    for (const std::string* path : {&options.sat, &options.step, &options.stl, &options.png})
+        if (!path->empty()) text += "  written    " + *path + "\n";
+    return text;
+}
+
+std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) {
+    std::string text;
+    int steps = 0, gaps = 0;
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance)) {
+        ++(IsStep(gap, options.pointTolerance) ? steps : gaps);
+        if (IsStep(gap, options.pointTolerance)) continue;
+        text += Line("  gap        %-6s %s,%s to %s,%s, %s long, bridged", SideName(gap.m_side),
+                     Figure(gap.m_from.x).c_str(), Figure(gap.m_from.y).c_str(),
+                     Figure(gap.m_to.x).c_str(), Figure(gap.m_to.y).c_str(),
+                     Figure(gap.m_dLength).c_str());
+    }
+    if (gaps == 0) text += "  gaps       none\n";
+    if (steps > 0) text += Line("  steps      %d faces seen edge-on", steps);
+    for (const CEncircleTrace::SLeftOut& left : run.trace.m_leftOut)
+        text += Line("  left out   %5d  %-10s %s", left.m_nCount,
+                     CEncircleTrace::GetReasonName(left.m_reason), ToUtf8(left.m_strWhat).c_str());
+    for (const CString& note : run.trace.m_notes)
+        text += Line("  note       %s", ToUtf8(note).c_str());
+    return text;
+}
+
+}  // namespace
+
+std::string RunJson(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
+                    const ComputeOptions& options) {
+    const Json json = {{"envelope", EnvelopeJson(run.envelope)},
+                       {"solid", SolidJson(solid)},
+                       {"picked", run.selection.ids.length()},
+                       {"seconds", run.seconds},
+                       {"input", options.input},
+                       {"output", TextOrNull(run.envelope.found ? options.output : "")},
+                       {"svg", TextOrNull(options.svg)},
+                       {"sat", TextOrNull(options.sat)},
+                       {"step", TextOrNull(options.step)},
+                       {"stl", TextOrNull(options.stl)},
+                       {"png", TextOrNull(options.png)},
+                       {"selection",
+                        {{"extents", Corners(run.selection.box)},
+                         {"not_displayed", run.selection.notDisplayed},
+                         {"earlier_envelopes_erased", run.selection.earlierEnvelopes}}},
+                       {"trace", TraceJson(run, options)},
+                       {"parameters", ParametersJson(options)},
+                       {"file",
+                        {{"version", drawing.Version()},
+                         {"code_page", drawing.CodePage()},
+                         {"notes", drawing.Notes()}}},
+                       {"warnings", run.warnings}};
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+std::string RunSummary(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
+                       const ComputeOptions& options) {
+    std::string text = options.input + "\n";
+    text += Line("  picked     %d entities, %s half%s", run.selection.ids.length(),
+                 options.lowerHalf ? "lower" : "upper", options.noAxis ? ", no axis" : "");
+    if (run.selection.notDisplayed > 0)
+        text += Line("             %d inside the window are not displayed and were not picked",
+                     run.selection.notDisplayed);
+    if (run.selection.earlierEnvelopes > 0)
+        text += Line("             %d envelope of an earlier run replaced",
+                     run.selection.earlierEnvelopes);
+    text += EnvelopeSummary(run.envelope);
+    if (const std::string phrase = SolidPhrase(solid); !phrase.empty())
+        text += "  solid      " + phrase + "\n";
+    text += TraceSummary(run, options);
+    text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
+    for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
+    if (run.envelope.found && !options.output.empty())
+        text += "  written    " + options.output + "\n";
+    if (solid.profile) text += SolidFiles(options);
+    if (!options.svg.empty()) text += "  picture    " + options.svg + "\n";
+    if (run.envelope.found && options.output.empty())
+        text += "  nothing was written to the drawing; -o FILE saves it with its envelope\n";
+    return text;
+}
+
+}  // namespace app

@@ -1,0 +1,59 @@
+#include "product/report/Summary.h"
+
+#include <cstdio>
+
+namespace app {
+namespace {
+
+using Json = nlohmann::ordered_json;
+
+std::string Counted(size_t count, const char* one, const char* many) {
+    return std::to_string(count) + " " + (count == 1 ? one : many);
+}
+
+}  // namespace
+
+std::string BatchSummary(const BatchResult& result, const BatchOptions& options) {
+    std::string text;
+    for (const DrawingResult& drawing : result.drawings) {
+        if (!drawing.reason.empty()) text += "  FAILED  " + drawing.reason + "\n";
+        for (const ToolResult& tool : drawing.tools)
+            if (!tool.IsGood())
+                text += "  FAILED  " + drawing.input + ": tool " + tool.name + ": " + tool.reason +
+                        "\n";
+    }
+    const size_t tools = result.ToolCount(), failed = result.FailedTools();
+    std::string head = Counted(tools, "tool", "tools") + " of " +
+                       Counted(result.drawings.size(), "drawing", "drawings") + ": " +
+                       std::to_string(tools - failed) + " done, " + std::to_string(failed) +
+                       " failed";
+    if (const size_t warned = result.ToolsWithWarnings(); warned > 0)
+        head += ", " + std::to_string(warned) + " worth a look";
+    char time[32];
+    std::snprintf(time, sizeof time, ", %.1f s\n", result.seconds);
+    text = head + time + text;
+    text += "  files   " + options.out + "\n";
+    if (!options.report.empty()) text += "  report  " + options.report + "\n";
+    return text;
+}
+
+std::string BatchJson(const BatchResult& result, const BatchOptions& options) {
+    Json drawings = Json::array();
+    for (const DrawingResult& drawing : result.drawings) {
+        Json json = ToJson(drawing);
+        json["tools"] = Json::array();
+        for (const ToolResult& tool : drawing.tools) json["tools"].push_back(ToJson(tool, false));
+        drawings.push_back(std::move(json));
+    }
+    const Json json = {{"tools", result.ToolCount()},
+                       {"failed", result.FailedTools()},
+                       {"with_warnings", result.ToolsWithWarnings()},
+                       {"seconds", result.seconds},
+                       {"out", options.out},
+                       {"report", options.report.empty() ? Json() : Json(options.report)},
+                       {"warnings", result.warnings},
+                       {"drawings", std::move(drawings)}};
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace app

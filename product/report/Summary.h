@@ -1,0 +1,16 @@
+// What a batch tells its user at its end.
+#pragma once
+
+#include <string>
+
+#include "apps/qzenvelope/BatchRun.h"
+
+namespace app {
+
+// A few lines for a terminal: how many, how long, where the files are, what failed and why.
+std::string BatchSummary(const BatchResult& result, const BatchOptions& options);
+
+// One JSON object, ending with a line break; lengths in drawing units.
+std::string BatchJson(const BatchResult& result, const BatchOptions& options);
+
+}  // namespace app

@@ -1,0 +1,32 @@
+#include "product/tool/Drawing.h"
+
+#include "apps/qzenvelope/Options.h"
+#include "host/dxf/dxf_file.h"
+
+namespace app {
+
+Drawing::Drawing(const std::string& path)
+    : m_database(std::make_unique<AcDbDatabase>(false, true)) {
+    host::dxf::Report report;
+    const host::dxf::Result result = host::dxf::ReadFile(*m_database, path, report);
+    if (!result.ok()) throw Failure(kUsage, result.message);
+    m_notes = report.Lines();
+    if (const host::dxf::FileInfo* info = host::dxf::InfoOf(*m_database)) {
+        m_version = "AC" + std::to_string(info->version);
+        m_codePage = info->codePage.empty() ? "not stated" : info->codePage;
+        if (info->utf8) m_codePage += ", texts in UTF-8";
+        m_binary = info->form != host::dxf::Form::kText;
+    }
+    acdbHostApplicationServices()->setWorkingDatabase(m_database.get());
+}
+
+Drawing::~Drawing() { acdbHostApplicationServices()->setWorkingDatabase(nullptr); }
+
+void Drawing::Write(const std::string& path) {
+    host::dxf::Report report;
+    const host::dxf::Result result = host::dxf::WriteFile(*m_database, path, report);
+    if (!result.ok()) throw Failure(kNoResult, result.message);
+    for (const std::string& line : report.Lines()) m_notes.push_back(line);
+}
+
+}  // namespace app

@@ -1,0 +1,157 @@
+#include "product/tool/Selection.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <numeric>
+#include <unordered_map>
+#include <vector>
+
+#include "apps/qzenvelope/Options.h"
+#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EraseEntity.h"
+
+namespace app {
+namespace {
+
+struct LayerState {
+    bool displayed = true;
+    bool isEnvelope = false;
+};
+
+class Layers {
+public:
+    const LayerState& StateOf(const AcDbObjectId& layerId) {
+        const auto [at, isNew] = m_layers.try_emplace(layerId);
+        if (!isNew) return at->second;
+        LayerState& state = at->second;
+        AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
+        if (layer.openStatus() != Acad::eOk) return state;
+        AcString name;
+        state.displayed = !layer->isOff() && !layer->isFrozen();
+        state.isEnvelope =
+            layer->getName(name) == Acad::eOk && name.compareNoCase(kEnvelopeLayer) == 0;
+        return state;
+    }
+
+private:
+    std::unordered_map<AcDbObjectId, LayerState> m_layers;
+};
+
+// Adds up the chords of curves; each block is looked at once.
+class Estimator {
+public:
+    explicit Estimator(double precision) : m_precision(precision) {}
+
+    double Of(const AcDbObjectId& id) {
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) return 0;
+        if (const auto* reference = AcDbBlockReference::cast(entity.object())) {
+            const AcGeScale3d scale = reference->scaleFactors();
+            double copies = std::max(std::abs(scale.sx), std::abs(scale.sy));
+            if (const auto* array = AcDbMInsertBlock::cast(reference))
+                copies *= static_cast<double>(array->rows()) * array->columns();
+            return copies * OfBlock(reference->blockTableRecord());
+        }
+        const auto* curve = AcDbCurve::cast(entity.object());
+        double end = 0, length = 0;
+        if (curve == nullptr || AcDbLine::cast(curve) != nullptr) return 0;
+        if (const auto* polyline = AcDbPolyline::cast(curve); polyline && !polyline->hasBulges())
+            return polyline->numVerts();
+        if (curve->getEndParam(end) != Acad::eOk || curve->getDistAtParam(end, length) != Acad::eOk)
+            return 0;
+        return length / m_precision;
+    }
+
+private:
+    double OfBlock(const AcDbObjectId& blockId) {
+        const auto [known, isNew] = m_blocks.try_emplace(blockId, 0.0);
+        if (!isNew) return known->second;  // a block inside itself counts as nothing
+        AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForRead);
+        AcDbBlockTableRecordIterator* made = nullptr;
+        if (block.openStatus() != Acad::eOk || block->newIterator(made) != Acad::eOk) return 0;
+        double sum = 0;
+        const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
+        for (; !entities->done(); entities->step()) {
+            AcDbObjectId id;
+            if (entities->getEntityId(id) == Acad::eOk) sum += Of(id);
+        }
+        return m_blocks[blockId] = sum;
+    }
+
+    double m_precision;
+    std::unordered_map<AcDbObjectId, double> m_blocks;
+};
+
+}  // namespace
+
+std::optional<Box> ExtentsOf(const AcDbEntity& entity) {
+    AcDbExtents extents;
+    if (entity.getGeomExtents(extents) != Acad::eOk) return std::nullopt;
+    Box box;
+    box.Add(Point{extents.minPoint().x, extents.minPoint().y});
+    box.Add(Point{extents.maxPoint().x, extents.maxPoint().y});
+    return box;
+}
+
+PickList::PickList(AcDbDatabase& database) {
+    const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(&database);
+    AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpace, AcDb::kForRead);
+    AcDbBlockTableRecordIterator* made = nullptr;
+    if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
+        throw Failure(kNoResult, "the drawing has no model space that can be read");
+    const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
+    Layers layers;
+    for (; !entities->done(); entities->step()) {
+        Entry entry;
+        if (entities->getEntityId(entry.id) != Acad::eOk) continue;
+        AcDbObjectPointer<AcDbEntity> entity(entry.id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) continue;
+        const LayerState& layer = layers.StateOf(entity->layerId());
+        entry.box = ExtentsOf(*entity.object());
+        entry.isDisplayed = layer.displayed && entity->visibility() != AcDb::kInvisible;
+        entry.isEnvelope = layer.isEnvelope;
+        if (entry.box) m_byLeft.push_back(m_entries.size());
+        m_entries.push_back(std::move(entry));
+    }
+    std::stable_sort(m_byLeft.begin(), m_byLeft.end(), [this](size_t a, size_t b) {
+        return m_entries[a].box->minX < m_entries[b].box->minX;
+    });
+}
+
+Selection PickList::Pick(const std::optional<Box>& window) const {
+    std::vector<size_t> inside;
+    if (window) {
+        auto at = std::lower_bound(
+            m_byLeft.begin(), m_byLeft.end(), window->minX,
+            [this](size_t i, double left) { return m_entries[i].box->minX < left; });
+        for (; at != m_byLeft.end() && m_entries[*at].box->minX <= window->maxX; ++at)
+            if (window->Contains(*m_entries[*at].box)) inside.push_back(*at);
+        std::sort(inside.begin(), inside.end());
+    } else {
+        inside.resize(m_entries.size());
+        std::iota(inside.begin(), inside.end(), size_t{0});
+    }
+    Selection selection;
+    for (const size_t i : inside) {
+        const Entry& entry = m_entries[i];
+        if (window && !entry.isDisplayed) {
+            ++selection.notDisplayed;
+        } else if (entry.isEnvelope) {
+            if (EraseById(entry.id)) ++selection.earlierEnvelopes;
+        } else {
+            selection.ids.append(entry.id);
+            if (entry.box) selection.box.Add(*entry.box);
+        }
+    }
+    return selection;
+}
+
+double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {
+    Estimator estimator(arcPrecision);
+    double sum = 0;
+    for (int i = 0; i < ids.length(); ++i) sum += estimator.Of(ids[i]);
+    return sum;
+}
+
+}  // namespace app

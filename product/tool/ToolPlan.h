@@ -1,0 +1,51 @@
+// Which tools of a drawing a batch computes, and with which parameters.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "apps/qzenvelope/Options.h"
+#include "product/report/ToolTable.h"
+#include "plugin/batch/BatchTaskList.h"
+
+namespace app {
+
+enum class ToolSource { Frames, Stored, Table };
+
+// "frames", "stored tasks", "tools file".
+const char* NameOf(ToolSource source);
+
+struct PlannedTool {
+    size_t task = 0, tool = 0;  // in the list
+    std::string name;           // UTF-8
+    std::string problem;        // why it cannot be computed; empty: it can
+    int notDisplayed = 0;       // inside its frame or window, but not picked
+};
+
+struct ToolPlan {
+    ToolSource source = ToolSource::Frames;
+    BatchTaskList list;  // what the drawing will store: its own tasks and those made here
+    std::vector<PlannedTool> tools;
+};
+
+// Names of a drawing's tools in the order of its plan, without looking at what each consists of.
+// table    the tools file's; empty: none was given
+// fails    as PlanTools
+std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& path,
+                                   const BatchOptions& options,
+                                   const std::vector<NamedTool>& table);
+
+// Finds the tools: those of the table, else the stored tasks', else one for each frame, whose
+// entities are what lies inside the frame's extents and is displayed (frames are none of them), and
+// whose axis is FindAxis(). A made task is named after the file and takes the place of a stored one
+// of that name.
+//
+// drawing  the working database; earlier envelopes inside the frames and windows are erased
+// fails    Failure: kUsage for a stored task that is asked for and not there, kNoResult for a
+// drawing
+//          without any tool; the text says what to do
+ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchOptions& options,
+                   const std::vector<NamedTool>& table);
+
+}  // namespace app

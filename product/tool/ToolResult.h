@@ -1,0 +1,68 @@
+// What came of one tool and of one drawing of a batch; what workers send and reports show.
+#pragma once
+
+#include <nlohmann/json.hpp>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "product/tool/Outline.h"
+
+namespace app {
+
+// Something about a tool that may be worth a person's look.
+struct Finding {
+    enum class Kind {
+        Gap,       // a place that the drawing leaves open, bridged
+        Crossing,  // the envelope meets itself
+        LeftOut,   // entities that take no part
+        Beyond,    // one of them reaches beyond the envelope
+        Halves,    // upper and lower half
+        Outline,   // the envelope and the contour of the drawing
+        Solid,     // the solid or its file
+        Note
+    } kind = Kind::Note;
+    bool isWarning = false;
+    std::string text;
+    std::optional<Point> at;
+};
+const char* NameOf(Finding::Kind kind);
+
+struct ToolResult {
+    std::string id;                  // a name of its own in this batch, letters and digits
+    std::string name, task, handle;  // handle of the envelope
+    bool isComputed = false;         // an envelope was made
+    bool isExported = false;         // and everything that was asked for is written
+    std::string reason;              // what failed
+    double seconds = 0;              // of envelope and files, without reports
+    int entities = 0, vertices = 0;
+    // Drawing units; 0: not known.
+    double length = 0, diameter = 0, volume = 0;
+    std::string unit;
+    bool lowerHalf = false;
+    std::optional<double> offContour, betweenHalves;
+    std::vector<Finding> findings;
+    std::vector<std::string> files;
+    // For the page only.
+    std::string svg, png;  // an element; a PNG file in base 64
+
+    bool IsGood() const { return isComputed && isExported; }
+    bool HasWarning() const;
+};
+
+struct DrawingResult {
+    std::string input, output, source;  // output: empty when it was not written
+    std::string reason;                 // what failed beside the tools; empty: nothing
+    bool isUnreadable = false;
+    double seconds = 0;
+    std::vector<std::string> notes;  // faults of the file that were passed over
+    std::vector<ToolResult> tools;
+};
+
+// To JSON and back. Pictures are left out where they are not asked for.
+nlohmann::ordered_json ToJson(const ToolResult& tool, bool withPictures);
+ToolResult ToolFromJson(const nlohmann::ordered_json& json);
+nlohmann::ordered_json ToJson(const DrawingResult& drawing);  // without its tools
+DrawingResult DrawingFromJson(const nlohmann::ordered_json& json);
+
+}  // namespace app
