@@ -32,7 +32,7 @@ void HighlightEntity(const AcDbObjectId& id, bool bOn) {
 BatchTool::BatchTool() : sourceIds(0, 8), serial(NextBatchSerial()) {}
 
 void BatchTool::DropEnvelopesFromSource() {
-    AcArray<AcDbObjectId> kept(0, 8);
+    AcDbObjectIdArray kept(0, 8);
     for (int i = 0; i < sourceIds.length(); ++i) {
         if (IsOnEnvelopeLayer(sourceIds[i])) {
             EraseById(sourceIds[i]);

@@ -5,8 +5,7 @@
 #include "EncircleLine.h"
 
 // One of the engine's pipelines.
-using EnvelopePipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids,
-                                                 AcDbObjectId& outId);
+using EnvelopePipeline = void (CEncircleLine::*)(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
 // All operations work on the working database; those that change it take its document's write lock.
 class BatchTool {
@@ -38,7 +37,7 @@ public:
 
     CString name;        // tool number, and the exported file's base name
     AcGePoint3d centre;  // its y is the height of the rotation axis
-    AcArray<AcDbObjectId> sourceIds;
+    AcDbObjectIdArray sourceIds;
     AcDbObjectId envelopeId;  // null while there is none
     BatchStatus execStatus = kBatchNotStarted;
     BatchStatus exportStatus = kBatchNotStarted;

@@ -53,7 +53,7 @@ std::vector<SFlatBox> GetStretchBoxes(const std::vector<SArc>& arcs,
     return boxes;
 }
 
-std::vector<SArc> ReadArcs(const AcArray<AcDbObjectId>& ids, std::vector<AcDbObjectId>& read) {
+std::vector<SArc> ReadArcs(const AcDbObjectIdArray& ids, std::vector<AcDbObjectId>& read) {
     std::vector<SArc> arcs;
     for (int i = 0; i < ids.length(); ++i) {
         SArc arc;
@@ -67,7 +67,7 @@ std::vector<SArc> ReadArcs(const AcArray<AcDbObjectId>& ids, std::vector<AcDbObj
 
 }  // namespace
 
-CArcIndex::CArcIndex(const AcArray<AcDbObjectId>& ids)
+CArcIndex::CArcIndex(const AcDbObjectIdArray& ids)
     : m_arcs(ReadArcs(ids, m_ids)), m_boxes(GetStretchBoxes(m_arcs, m_stretchArcs)) {}
 
 std::vector<size_t> CArcIndex::FindThrough(const AcGePoint3d& pt) const {

@@ -21,7 +21,7 @@ constexpr double kAlongArcTol = 0.01;
 class CArcIndex {
 public:
     // ids  arcs; what cannot be opened as one is passed over
-    explicit CArcIndex(const AcArray<AcDbObjectId>& ids);
+    explicit CArcIndex(const AcDbObjectIdArray& ids);
 
     // The arcs that pass through the point within kThroughArcTol, as ascending indices.
     std::vector<size_t> FindThrough(const AcGePoint3d& pt) const;

@@ -95,7 +95,7 @@ private:
     static void JoinWithin(const STree& tree, size_t level, size_t a, size_t b, double pad,
                            const Use& use);
     template <class MayMeet, class Use>
-    static void JoinTrees(const STree& large, size_t levelA, size_t a, const STree& small,
+    static void JoinTrees(const STree& large, size_t levelA, size_t a, const STree& little,
                           size_t levelB, size_t b, double pad, const MayMeet& mayMeet,
                           const Use& use);
 
@@ -155,26 +155,26 @@ void CBoxIndex::JoinWithin(const STree& tree, size_t level, size_t a, size_t b, 
 }
 
 template <class MayMeet, class Use>
-void CBoxIndex::JoinTrees(const STree& large, size_t levelA, size_t a, const STree& small,
+void CBoxIndex::JoinTrees(const STree& large, size_t levelA, size_t a, const STree& little,
                           size_t levelB, size_t b, double pad, const MayMeet& mayMeet,
                           const Use& use) {
     const SFlatBox& boxA = large.m_levels[levelA][a];
-    const SFlatBox& boxB = small.m_levels[levelB][b];
+    const SFlatBox& boxB = little.m_levels[levelB][b];
     if (!boxA.Touches(boxB, pad)) {
         return;
     }
     if (levelA > 0 && levelA >= levelB) {
         for (size_t i = a * kFanOut; i < LastChild(large, levelA, a); ++i) {
-            JoinTrees(large, levelA - 1, i, small, levelB, b, pad, mayMeet, use);
+            JoinTrees(large, levelA - 1, i, little, levelB, b, pad, mayMeet, use);
         }
     } else if (levelA == 0 && !mayMeet(large.m_items[a], boxB)) {
         return;
     } else if (levelB > 0) {
-        for (size_t j = b * kFanOut; j < LastChild(small, levelB, b); ++j) {
-            JoinTrees(large, levelA, a, small, levelB - 1, j, pad, mayMeet, use);
+        for (size_t j = b * kFanOut; j < LastChild(little, levelB, b); ++j) {
+            JoinTrees(large, levelA, a, little, levelB - 1, j, pad, mayMeet, use);
         }
     } else {
-        use(large.m_items[a], small.m_items[b]);
+        use(large.m_items[a], little.m_items[b]);
     }
 }
 
@@ -190,9 +190,9 @@ void CBoxIndex::ForEachPair(double pad, const MayMeet& mayMeet, const Use& use) 
                 }
             }
             for (size_t s = t + 1; s < m_trees.size(); ++s) {
-                const STree& small = m_trees[s];
-                for (size_t b = 0; b < small.m_levels.back().size(); ++b) {
-                    JoinTrees(large, large.Top(), a, small, small.Top(), b, pad, mayMeet, use);
+                const STree& little = m_trees[s];
+                for (size_t b = 0; b < little.m_levels.back().size(); ++b) {
+                    JoinTrees(large, large.Top(), a, little, little.Top(), b, pad, mayMeet, use);
                 }
             }
         }

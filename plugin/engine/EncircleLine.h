@@ -38,7 +38,7 @@ public:
     // drawing  gains the envelope polyline and its layer; every layer is left switched on; the
     //          current layer is restored; nothing stays open and no scratch entity stays behind
     // cost     O((n + k) log n) for n segments and k meetings
-    void GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+    void GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
     // Lets the host trace the boundary instead: clone, convert, draw a frame around the half that
     // is computed, and take the outline out of the loop that bounds the space between the two.
@@ -49,7 +49,7 @@ public:
     // Arcs that bound the outline come back exactly. A gap is not bridged: lines that end in the
     // air bound nothing, and the outline is what is closed behind them, if anything is. There are
     // no vertical ends. cost     that of acedTraceBoundary()
-    void GetEncircleLineByHatch(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+    void GetEncircleLineByHatch(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
     // The two earlier forms of the live pipeline, kept for other modules. Lines that lie on one
     // another are merged instead of dropped, both halves of the drawing take part, nothing is
@@ -58,32 +58,31 @@ public:
     // what was picked.
     //
     // ids, outId, drawing as GetEncircleLine3()
-    void GetEncircleLine(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
-    void GetEncircleLine2(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+    void GetEncircleLine(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
+    void GetEncircleLine2(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
 protected:
     // Source preparation (EncircleLineConvert.cpp)
     // bKeepArcs leaves arcs as they are: they are noted in m_cloneIds, but no chords replace them.
-    void ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out,
-                        bool bKeepArcs = false);
-    void ConvertCurveToLine(AcDbObjectId curveId, AcArray<AcDbObjectId>& out);
+    void ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs = false);
+    void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectIdArray& out);
     void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectId& lineId);
-    void RemoveDashedIds(AcArray<AcDbObjectId>& ids);
-    void RemoveIdsInLayer(AcArray<AcDbObjectId>& ids, const std::vector<CString>& layerNames);
-    void RemoveDimLineIds(AcArray<AcDbObjectId>& ids);
+    void RemoveDashedIds(AcDbObjectIdArray& ids);
+    void RemoveIdsInLayer(AcDbObjectIdArray& ids, const std::vector<CString>& layerNames);
+    void RemoveDimLineIds(AcDbObjectIdArray& ids);
     void SetLayersShow(bool bShow);
     void DeleteCloneEnts();
-    AcArray<AcDbObjectId> GetAllArc(AcArray<AcDbObjectId> ids);
-    AcArray<AcDbObjectId> IsPointOnArc(AcArray<AcDbObjectId> ids, AcGePoint3d pt);
+    AcDbObjectIdArray GetAllArc(AcDbObjectIdArray ids);
+    AcDbObjectIdArray IsPointOnArc(AcDbObjectIdArray ids, AcGePoint3d pt);
 
     // Line breaking (EncircleLineBreak.cpp)
     void BreakLines(std::vector<CLineInfo>& lines);
     void BreakLines2(std::vector<CLineInfo>& lines, bool bWithVertical, bool bShiftRight);
-    void CalBreakPoint(CLineInfo& line, const AcArray<AcGePoint3d>& points, bool bVertical,
+    void CalBreakPoint(CLineInfo& line, const AcGePoint3dArray& points, bool bVertical,
                        double dHalfLength);
     void AddBreakPoint(AcGePoint3d pt, std::vector<AcGePoint3d>& pts, AcGeTol tol);
-    int GetBreakIndex(const AcArray<AcGePoint3d>& pts, AcGePoint3d pt, AcGeTol tol);
-    bool SplitLine(CLineInfo& line, AcArray<AcDbObjectId>& newIds);
+    int GetBreakIndex(const AcGePoint3dArray& pts, AcGePoint3d pt, AcGeTol tol);
+    bool SplitLine(CLineInfo& line, AcDbObjectIdArray& newIds);
     SProbeSetup GetProbeSetup(bool bWithVertical, bool bShiftRight) const;
 
     // Directional removal (EncircleLineRemove.cpp)
@@ -118,24 +117,23 @@ protected:
     void SortLineInfos(std::vector<CLineInfo>& lines, bool bByX);
     void ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines);
     void GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool bUnused,
-                       AcArray<AcGePoint3d>& pts);
-    bool IsPtExist(const AcArray<AcGePoint3d>& pts, const AcGePoint3d& pt);
+                       AcGePoint3dArray& pts);
+    bool IsPtExist(const AcGePoint3dArray& pts, const AcGePoint3d& pt);
 
     // Axis and polyline output (EncircleLineOutput.cpp). A DrawPolyLine() axis that is no number
     // means that there is none: the outline's ends stay where they are.
     bool GetMidLineAxisValue(double& dAxis);
-    void SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLayerName);
-    void DrawPolyLine(AcArray<AcDbObjectId> ids, AcArray<AcGePoint3d> pts, double dAxis,
+    void SetLineLayerAndType(AcDbObjectIdArray ids, CString strLayerName);
+    void DrawPolyLine(AcDbObjectIdArray ids, AcGePoint3dArray pts, double dAxis,
                       AcDbObjectId& polylineId);
-    void AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId, AcArray<AcGePoint3d> arcPts,
+    void AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId, AcGePoint3dArray arcPts,
                        bool bSkipLast, int& nVertexIndex);
-    void AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts);
+    void AddOutline(AcDbPolyline* pPolyline, const AcGePoint3dArray& pts);
 
     // Steps of the driver (EncircleLineDriver.cpp).
     // From clones to lines on the scratch layer, without the axis and what is dashed; every other
     // layer is off afterwards.
-    AcArray<AcDbObjectId> PrepareLines(const AcArray<AcDbObjectId>& cloneIds,
-                                       bool bKeepArcs = false);
+    AcDbObjectIdArray PrepareLines(const AcDbObjectIdArray& cloneIds, bool bKeepArcs = false);
     // Breaks a copy of the working set for each side that is computed and chains what it sees.
     void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                     SSideChains& chains);
@@ -146,10 +144,10 @@ protected:
     // Closes the chain at both ends by lines straight to the axis; an empty chain stays open.
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);
     // The points of all chains in the order in which the outline goes round.
-    AcArray<AcGePoint3d> CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
+    AcGePoint3dArray CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains);
 
     // The earlier pipelines (EncircleLineEarlier.cpp).
-    void RunEarlier(const AcArray<AcDbObjectId>& ids, double dShift, AcDbObjectId& outId);
+    void RunEarlier(const AcDbObjectIdArray& ids, double dShift, AcDbObjectId& outId);
     // As FindChains(), from the working set itself.
     void FindEarlierChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                            SSideChains& chains);
@@ -172,5 +170,5 @@ protected:
 protected:
     CEncircleCalInfo m_calInfo;
     CQZRect m_extents;
-    AcArray<AcDbObjectId> m_cloneIds;
+    AcDbObjectIdArray m_cloneIds;
 };

@@ -29,8 +29,8 @@ SProbeSetup CEncircleLine::GetProbeSetup(bool bWithVertical, bool bShiftRight) c
             bWithVertical, m_calInfo.m_tolPoint};
 }
 
-void CEncircleLine::CalBreakPoint(CLineInfo& line, const AcArray<AcGePoint3d>& points,
-                                  bool bVertical, double dHalfLength) {
+void CEncircleLine::CalBreakPoint(CLineInfo& line, const AcGePoint3dArray& points, bool bVertical,
+                                  double dHalfLength) {
     const int start = GetBreakIndex(points, line.m_startPt, m_calInfo.m_tolPoint);
     const int end = GetBreakIndex(points, line.m_endPt, m_calInfo.m_tolPoint);
     if (start < 0 || end < 0) {
@@ -49,7 +49,7 @@ void CEncircleLine::AddBreakPoint(AcGePoint3d pt, std::vector<AcGePoint3d>& pts,
     pts.push_back(pt);
 }
 
-int CEncircleLine::GetBreakIndex(const AcArray<AcGePoint3d>& pts, AcGePoint3d pt, AcGeTol tol) {
+int CEncircleLine::GetBreakIndex(const AcGePoint3dArray& pts, AcGePoint3d pt, AcGeTol tol) {
     for (int i = 0; i < pts.length(); ++i) {
         if (pts[i].isEqualTo(pt, tol)) {
             return i;
@@ -58,7 +58,7 @@ int CEncircleLine::GetBreakIndex(const AcArray<AcGePoint3d>& pts, AcGePoint3d pt
     return -1;
 }
 
-bool CEncircleLine::SplitLine(CLineInfo& line, AcArray<AcDbObjectId>& newIds) {
+bool CEncircleLine::SplitLine(CLineInfo& line, AcDbObjectIdArray& newIds) {
     newIds.removeAll();
     if (!CLineSplitter::IsBroken(line)) {
         return false;

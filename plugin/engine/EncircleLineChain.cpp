@@ -80,7 +80,7 @@ void CEncircleLine::ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo
 }
 
 void CEncircleLine::GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool,
-                                  AcArray<AcGePoint3d>& pts) {
+                                  AcGePoint3dArray& pts) {
     CPointCells known(m_calInfo.m_tolPoint.equalPoint());
     for (int i = 0; i < pts.length(); ++i) {
         known.Add(pts[i]);
@@ -98,7 +98,7 @@ void CEncircleLine::GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bFor
     }
 }
 
-bool CEncircleLine::IsPtExist(const AcArray<AcGePoint3d>& pts, const AcGePoint3d& pt) {
+bool CEncircleLine::IsPtExist(const AcGePoint3dArray& pts, const AcGePoint3d& pt) {
     for (int i = 0; i < pts.length(); ++i) {
         if (pts[i].isEqualTo(pt, m_calInfo.m_tolPoint)) {
             return true;

@@ -49,7 +49,7 @@ bool IsReplacedByChords(const AcDbObjectId& id) {
 
 // Keeps, in their order, the ids for which keep(id) is true. What is dropped is keep()'s business.
 template <class Keep>
-void KeepIf(AcArray<AcDbObjectId>& ids, Keep keep) {
+void KeepIf(AcDbObjectIdArray& ids, Keep keep) {
     int kept = 0;
     for (int i = 0; i < ids.length(); ++i) {
         if (keep(ids[i])) {
@@ -75,7 +75,7 @@ public:
     explicit CBlockFlattener(CSourceExploder& exploder) : m_exploder(exploder) {}
 
     // Replaces the reference ids[index] by its pieces at the end of the array.
-    void Flatten(AcArray<AcDbObjectId>& ids, int index) {
+    void Flatten(AcDbObjectIdArray& ids, int index) {
         const AcDbObjectId id = ids[index];
         const AcDbObjectId blockId = GetBlock(id);
         m_origins.resize(ids.length());
@@ -116,7 +116,7 @@ private:
 };
 
 // Erases and drops a polyline whose box is nearly that of an earlier one.
-void DropRepeatedPolylines(AcArray<AcDbObjectId>& polylines, double dThreshold) {
+void DropRepeatedPolylines(AcDbObjectIdArray& polylines, double dThreshold) {
     CNearBoxes boxes(dThreshold);
     KeepIf(polylines, [&](const AcDbObjectId& id) {
         AcDbExtents extents;
@@ -169,12 +169,11 @@ AcGePoint3dArray SampleCurve(const AcDbObjectId& id, double dPrecision) {
 
 }  // namespace
 
-void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObjectId>& out,
-                                   bool bKeepArcs) {
+void CEncircleLine::ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs) {
     CSourceExploder exploder(m_calInfo.m_bExcludeDashed);
     CBlockFlattener flattener(exploder);
-    AcArray<AcDbObjectId> polylines;
-    AcArray<AcDbObjectId> working;
+    AcDbObjectIdArray polylines;
+    AcDbObjectIdArray working;
     for (int i = 0; i < ids.length(); ++i) {
         if (IsPolyline(ids[i])) {
             polylines.append(ids[i]);
@@ -198,7 +197,7 @@ void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObject
         exploder.Explode(polylines[i], working);
     }
 
-    AcArray<AcDbObjectId> chords;
+    AcDbObjectIdArray chords;
     KeepIf(working, [&](const AcDbObjectId& id) {
         if (!IsReplacedByChords(id)) {
             return true;
@@ -222,7 +221,7 @@ void CEncircleLine::ConvertToLines(AcArray<AcDbObjectId> ids, AcArray<AcDbObject
     out = working;
 }
 
-void CEncircleLine::ConvertCurveToLine(AcDbObjectId curveId, AcArray<AcDbObjectId>& out) {
+void CEncircleLine::ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectIdArray& out) {
     const AcGePoint3dArray points = SampleCurve(curveId, m_calInfo.m_dArcPrecision);
     CBlockAppender appender;
     for (int i = 0; i + 1 < points.length(); ++i) {
@@ -251,7 +250,7 @@ void CEncircleLine::ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectId& lineI
     CEncircleTrace::Made(lineId, curveId);
 }
 
-void CEncircleLine::RemoveDashedIds(AcArray<AcDbObjectId>& ids) {
+void CEncircleLine::RemoveDashedIds(AcDbObjectIdArray& ids) {
     if (!m_calInfo.m_bExcludeDashed) {
         return;
     }
@@ -284,7 +283,7 @@ void CEncircleLine::RemoveDashedIds(AcArray<AcDbObjectId>& ids) {
     });
 }
 
-void CEncircleLine::RemoveIdsInLayer(AcArray<AcDbObjectId>& ids,
+void CEncircleLine::RemoveIdsInLayer(AcDbObjectIdArray& ids,
                                      const std::vector<CString>& layerNames) {
     std::vector<AcDbObjectId> layerIds;
     for (const CString& name : layerNames) {
@@ -303,7 +302,7 @@ void CEncircleLine::RemoveIdsInLayer(AcArray<AcDbObjectId>& ids,
     });
 }
 
-void CEncircleLine::RemoveDimLineIds(AcArray<AcDbObjectId>& ids) {
+void CEncircleLine::RemoveDimLineIds(AcDbObjectIdArray& ids) {
     RemoveIdsInLayer(ids, {kDimensionLayer});
 }
 
@@ -311,12 +310,12 @@ void CEncircleLine::SetLayersShow(bool bShow) { ShowAllLayers(bShow); }
 
 void CEncircleLine::DeleteCloneEnts() { EraseOnLayer(FindLayer(kScratchLayer)); }
 
-AcArray<AcDbObjectId> CEncircleLine::GetAllArc(AcArray<AcDbObjectId> ids) {
+AcDbObjectIdArray CEncircleLine::GetAllArc(AcDbObjectIdArray ids) {
     KeepIf(ids, [](const AcDbObjectId& id) { return IsKindOf(id, AcDbArc::desc()); });
     return ids;
 }
 
-AcArray<AcDbObjectId> CEncircleLine::IsPointOnArc(AcArray<AcDbObjectId> ids, AcGePoint3d pt) {
+AcDbObjectIdArray CEncircleLine::IsPointOnArc(AcDbObjectIdArray ids, AcGePoint3d pt) {
     KeepIf(ids, [&](const AcDbObjectId& id) {
         SArc arc;
         return ReadArc(id, arc) && GetDistanceToArc(arc, pt) <= kThroughArcTol;

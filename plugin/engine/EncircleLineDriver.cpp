@@ -96,12 +96,12 @@ CLineInfo MakeVerticalEnd(const AcGePoint3d& corner, double dAxis) {
 
 }  // namespace
 
-void CEncircleLine::GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId) {
+void CEncircleLine::GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
     CEncircleRun run;
     if (!run.IsReady()) {
         return;
     }
-    const AcArray<AcDbObjectId> lineIds = PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed));
+    const AcDbObjectIdArray lineIds = PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed));
     Lines lines = MakeWorkingSet(lineIds);
     CEncircleTrace::Count("working", lines.size());
 
@@ -130,14 +130,13 @@ void CEncircleLine::GetEncircleLine3(const AcArray<AcDbObjectId>& ids, AcDbObjec
     if (m_calInfo.m_bSideLinesVertical) {
         AddVerticalEnds(side, std::isnan(axis) ? 0.0 : axis, chains);
     }
-    const AcArray<AcGePoint3d> points = CollectOutline(side, chains);
+    const AcGePoint3dArray points = CollectOutline(side, chains);
     CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
     DrawPolyLine(ids, points, axis, outId);
 }
 
-AcArray<AcDbObjectId> CEncircleLine::PrepareLines(const AcArray<AcDbObjectId>& cloneIds,
-                                                  bool bKeepArcs) {
-    AcArray<AcDbObjectId> lineIds;
+AcDbObjectIdArray CEncircleLine::PrepareLines(const AcDbObjectIdArray& cloneIds, bool bKeepArcs) {
+    AcDbObjectIdArray lineIds;
     ConvertToLines(cloneIds, lineIds, bKeepArcs);
     CEncircleTrace::Count("after_convert", static_cast<size_t>(lineIds.length()));
     lineIds.remove(m_calInfo.m_midLineId);
@@ -210,9 +209,8 @@ void CEncircleLine::AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideCh
     chains.m_bVerticalEnds = true;
 }
 
-AcArray<AcGePoint3d> CEncircleLine::CollectOutline(E_RemoveLine_Dir side,
-                                                   const SSideChains& chains) {
-    AcArray<AcGePoint3d> points;
+AcGePoint3dArray CEncircleLine::CollectOutline(E_RemoveLine_Dir side, const SSideChains& chains) {
+    AcGePoint3dArray points;
     for (const SChainStep& step : GetOutlineOrder(side)) {
         const Lines& chain = chains.*step.m_pChain;
         // A vertical end runs down to the axis whatever the half; read towards the chain, the

@@ -40,7 +40,7 @@ constexpr double kLevelTol = 1e-6;
 
 constexpr Adesk::UInt16 kByLayerColour = 256;
 
-void Shift(const AcArray<AcDbObjectId>& ids, double dShift) {
+void Shift(const AcDbObjectIdArray& ids, double dShift) {
     const AcGeMatrix3d shift = AcGeMatrix3d::translation(AcGeVector3d(dShift, 0.0, 0.0));
     for (int i = 0; i < ids.length(); ++i) {
         AcDbObjectPointer<AcDbEntity> entity(ids[i], AcDb::kForWrite);
@@ -86,7 +86,7 @@ bool MayHide(const SFlatBox& box, const AcGePoint3d& pt, E_RemoveLine_Dir dir) {
            (dir == E_Dir_Right ? box.m_dMaxX >= pt.x : box.m_dMinX <= pt.x);
 }
 
-void DrawStraight(const AcArray<AcGePoint3d>& pts, AcDbObjectId& outId) {
+void DrawStraight(const AcGePoint3dArray& pts, AcDbObjectId& outId) {
     const CCurrentLayerGuard layer(kEnvelopeLayer);
     if (pts.length() < 2 || layer.GetLayerId().isNull()) {
         return;
@@ -104,21 +104,20 @@ void DrawStraight(const AcArray<AcGePoint3d>& pts, AcDbObjectId& outId) {
 
 }  // namespace
 
-void CEncircleLine::GetEncircleLine(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId) {
+void CEncircleLine::GetEncircleLine(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
     RunEarlier(ids, 0.0, outId);
 }
 
-void CEncircleLine::GetEncircleLine2(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId) {
+void CEncircleLine::GetEncircleLine2(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
     RunEarlier(ids, kSecondShift, outId);
 }
 
-void CEncircleLine::RunEarlier(const AcArray<AcDbObjectId>& ids, double dShift,
-                               AcDbObjectId& outId) {
+void CEncircleLine::RunEarlier(const AcDbObjectIdArray& ids, double dShift, AcDbObjectId& outId) {
     CEncircleRun run;
     if (!run.IsReady()) {
         return;
     }
-    const AcArray<AcDbObjectId> clones = run.Clone(ids, m_calInfo.m_bExcludeDashed, true);
+    const AcDbObjectIdArray clones = run.Clone(ids, m_calInfo.m_bExcludeDashed, true);
     if (dShift != 0.0) {
         Shift(clones, dShift);
     }
@@ -144,7 +143,7 @@ void CEncircleLine::RunEarlier(const AcArray<AcDbObjectId>& ids, double dShift,
 
     SSideChains chains;
     FindEarlierChains(side, lines, chains);
-    const AcArray<AcGePoint3d> points = CollectOutline(side, chains);
+    const AcGePoint3dArray points = CollectOutline(side, chains);
     CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
     DrawStraight(points, outId);
 }

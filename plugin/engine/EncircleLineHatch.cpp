@@ -27,6 +27,10 @@ constexpr double kFrameWidening = 50.0;
 constexpr double kAxisOverhang = 10.0;
 constexpr double kSeedInset = 1.0;
 
+// The view is wider than the frame by a tenth: a boundary on the very edge of the screen may count
+// as off it.
+constexpr double kViewShare = 1.1;
+
 constexpr Adesk::UInt16 kByLayerColour = 256;
 
 // Fewer vertices enclose nothing, unless one of them bulges.
@@ -132,8 +136,8 @@ AcGePoint3d GetSeed(const CQZRect& half, E_RemoveLine_Dir side) {
 void ShowBox(const CQZRect& box) {
     AcDbViewTableRecord view;
     view.setCenterPoint(AcGePoint2d((box.min.x + box.max.x) / 2, (box.min.y + box.max.y) / 2));
-    view.setWidth(box.GetWidth());
-    view.setHeight(box.GetHeight());
+    view.setWidth(box.GetWidth() * kViewShare);
+    view.setHeight(box.GetHeight() * kViewShare);
     static_cast<void>(acedSetCurrentView(&view, nullptr));
 }
 
@@ -249,7 +253,7 @@ Outline ReadOutline(const CTracedLoops& loops, const CQZRect& box, E_RemoveLine_
 
 }  // namespace
 
-void CEncircleLine::GetEncircleLineByHatch(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId) {
+void CEncircleLine::GetEncircleLineByHatch(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
     CEncircleRun run;
     if (!run.IsReady()) {
         return;

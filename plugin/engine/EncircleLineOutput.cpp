@@ -81,7 +81,7 @@ bool CEncircleLine::GetMidLineAxisValue(double& dAxis) {
     return false;
 }
 
-void CEncircleLine::SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLayerName) {
+void CEncircleLine::SetLineLayerAndType(AcDbObjectIdArray ids, CString strLayerName) {
     const CLinetypeResolver resolver(m_calInfo.m_bExcludeDashed);
     const AcDbObjectId layerId = FindLayer(strLayerName);
     for (int i = 0; i < ids.length(); ++i) {
@@ -94,7 +94,7 @@ void CEncircleLine::SetLineLayerAndType(AcArray<AcDbObjectId> ids, CString strLa
     }
 }
 
-void CEncircleLine::DrawPolyLine(AcArray<AcDbObjectId>, AcArray<AcGePoint3d> pts, double dAxis,
+void CEncircleLine::DrawPolyLine(AcDbObjectIdArray, AcGePoint3dArray pts, double dAxis,
                                  AcDbObjectId& polylineId) {
     const CCurrentLayerGuard layer(kEnvelopeLayer);
     ThinPoints(pts, kStraightOnDeg);
@@ -114,9 +114,9 @@ void CEncircleLine::DrawPolyLine(AcArray<AcDbObjectId>, AcArray<AcGePoint3d> pts
     AddEnvelope(std::move(polyline), polylineId);
 }
 
-void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3d>& pts) {
+void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcGePoint3dArray& pts) {
     const CArcIndex arcs(GetAllArc(m_cloneIds));
-    AcArray<AcGePoint3d> arcPts;
+    AcGePoint3dArray arcPts;
     bool bPending = false;  // the last point of the stretch before is still to be added
     int nVertex = 0;
     for (int i = 0; i < pts.length();) {
@@ -156,7 +156,7 @@ void CEncircleLine::AddOutline(AcDbPolyline* pPolyline, const AcArray<AcGePoint3
 }
 
 void CEncircleLine::AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId,
-                                  AcArray<AcGePoint3d> arcPts, bool bSkipLast, int& nVertexIndex) {
+                                  AcGePoint3dArray arcPts, bool bSkipLast, int& nVertexIndex) {
     SArc arc;
     if (arcPts.length() < 2 || !ReadArc(arcId, arc)) {
         for (int i = 0; i < arcPts.length(); ++i) {

@@ -122,8 +122,8 @@ CEncircleRun::~CEncircleRun() {
     }
 }
 
-AcArray<AcDbObjectId> CEncircleRun::Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook,
-                                          bool bWithDimensions) {
+AcDbObjectIdArray CEncircleRun::Clone(const AcDbObjectIdArray& pickedIds, bool bKeepLook,
+                                      bool bWithDimensions) {
     CPicker picker(bWithDimensions);
     AcDbObjectIdArray taken;
     std::vector<SSpace> spaces;
@@ -147,7 +147,7 @@ AcArray<AcDbObjectId> CEncircleRun::Clone(const AcArray<AcDbObjectId>& pickedIds
         CloneInto(space.m_ownerId, space.m_ids, cloneOf);
     }
     const CLinetypeResolver resolver(bKeepLook);
-    AcArray<AcDbObjectId> clones;
+    AcDbObjectIdArray clones;
     for (int i = 0; i < taken.length(); ++i) {
         const auto clone = cloneOf.find(taken[i]);
         if (clone == cloneOf.end()) {

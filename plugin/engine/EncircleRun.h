@@ -26,8 +26,8 @@ public:
     //
     // bKeepLook        line types that come from a layer are stated on the clones before they move
     // bWithDimensions  entities on the dimension layer take part as well
-    AcArray<AcDbObjectId> Clone(const AcArray<AcDbObjectId>& pickedIds, bool bKeepLook,
-                                bool bWithDimensions = false);
+    AcDbObjectIdArray Clone(const AcDbObjectIdArray& pickedIds, bool bKeepLook,
+                            bool bWithDimensions = false);
 
 private:
     void EraseScratch();

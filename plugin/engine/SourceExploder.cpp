@@ -135,7 +135,7 @@ CSourceExploder::CSourceExploder(bool bKeepLook) : m_resolver(bKeepLook) {
     }
 }
 
-bool CSourceExploder::Explode(const AcDbObjectId& id, AcArray<AcDbObjectId>& pieces) {
+bool CSourceExploder::Explode(const AcDbObjectId& id, AcDbObjectIdArray& pieces) {
     AcDbVoidPtrArray parts;
     {
         AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);

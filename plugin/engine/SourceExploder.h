@@ -21,7 +21,7 @@ public:
     // A block whose scales differ can hold entities that the host does not scale unequally and then
     // refuses as a whole. Each entity is then transformed by itself, or its own pieces are; only
     // what still refuses is lost.
-    bool Explode(const AcDbObjectId& id, AcArray<AcDbObjectId>& pieces);
+    bool Explode(const AcDbObjectId& id, AcDbObjectIdArray& pieces);
 
 private:
     CLinetypeResolver m_resolver;

@@ -19,7 +19,7 @@ bool IsPlace(const AcGePoint3d& pt) {
 
 }  // namespace
 
-std::vector<CLineInfo> MakeWorkingSet(const AcArray<AcDbObjectId>& lineIds) {
+std::vector<CLineInfo> MakeWorkingSet(const AcDbObjectIdArray& lineIds) {
     std::vector<CLineInfo> lines;
     lines.reserve(static_cast<size_t>(lineIds.length()));
     for (int i = 0; i < lineIds.length(); ++i) {

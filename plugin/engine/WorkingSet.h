@@ -6,4 +6,4 @@
 
 // The records of the lines, in order. What is no line, or lies nowhere, is erased and noted in the
 // trace.
-std::vector<CLineInfo> MakeWorkingSet(const AcArray<AcDbObjectId>& lineIds);
+std::vector<CLineInfo> MakeWorkingSet(const AcDbObjectIdArray& lineIds);

@@ -8,19 +8,19 @@
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kTwoPi = 2 * kPi;
+constexpr double kHalfTurn = 3.14159265358979323846;
+constexpr double kFullTurn = 2 * kHalfTurn;
 
 // Into [0, 2 pi), with what is nearer than kFullTurnTol to a full turn as 0.
 double FoldAngle(double angle) {
     double folded = angle;
-    if (folded < 0.0 || folded >= kTwoPi) {
-        folded = std::fmod(folded, kTwoPi);
+    if (folded < 0.0 || folded >= kFullTurn) {
+        folded = std::fmod(folded, kFullTurn);
         if (folded < 0.0) {
-            folded += kTwoPi;
+            folded += kFullTurn;
         }
     }
-    return kTwoPi - folded < kFullTurnTol ? 0.0 : folded;
+    return kFullTurn - folded < kFullTurnTol ? 0.0 : folded;
 }
 
 AcGeVector2d GetOffset(const SArc& arc, const AcGePoint3d& pt) {
@@ -51,8 +51,8 @@ bool ReadArc(const AcDbObjectId& id, SArc& arc) {
         // The arc's own x axis is the world's turned round: an angle a there is pi - a here.
         std::swap(read.m_start, read.m_end);
         std::swap(read.m_dStartAngle, read.m_dEndAngle);
-        read.m_dStartAngle = kPi - read.m_dStartAngle;
-        read.m_dEndAngle = kPi - read.m_dEndAngle;
+        read.m_dStartAngle = kHalfTurn - read.m_dStartAngle;
+        read.m_dEndAngle = kHalfTurn - read.m_dEndAngle;
     }
     read.m_dStartAngle = FoldAngle(read.m_dStartAngle);
     read.m_dEndAngle = FoldAngle(read.m_dEndAngle);
@@ -102,13 +102,13 @@ bool IsPointOnArc(const AcDbObjectId& id, const AcGePoint3d& pt, double tol) {
 
 double GetSweep(const SArc& arc) {
     const double sweep = arc.m_dEndAngle - arc.m_dStartAngle;
-    return sweep > 0.0 ? sweep : sweep + kTwoPi;
+    return sweep > 0.0 ? sweep : sweep + kFullTurn;
 }
 
 double GetDistanceToArc(const SArc& arc, const AcGePoint3d& pt) {
     const AcGeVector2d offset = GetOffset(arc, pt);
     const double turned = FoldAngle(offset.angle()) - arc.m_dStartAngle;
-    if ((turned < 0.0 ? turned + kTwoPi : turned) <= GetSweep(arc)) {
+    if ((turned < 0.0 ? turned + kFullTurn : turned) <= GetSweep(arc)) {
         return std::fabs(offset.length() - arc.m_dRadius);
     }
     return (std::min)(GetFlatDistance(pt, arc.m_start), GetFlatDistance(pt, arc.m_end));

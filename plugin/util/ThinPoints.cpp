@@ -27,7 +27,7 @@ bool GoesStraightOn(const AcGePoint3d& p, const AcGePoint3d& q, const AcGePoint3
 
 }  // namespace
 
-void ThinPoints(AcArray<AcGePoint3d>& pts, double dTolDeg) {
+void ThinPoints(AcGePoint3dArray& pts, double dTolDeg) {
     const int count = pts.length();
     if (count < 3) {
         return;

@@ -9,4 +9,4 @@
 // dTolDeg of horizontal; the next point is then tested against the same first one. Steps of length
 // zero have no direction and keep their points.
 // cost     O(n)
-void ThinPoints(AcArray<AcGePoint3d>& pts, double dTolDeg);
+void ThinPoints(AcGePoint3dArray& pts, double dTolDeg);
