@@ -26,8 +26,8 @@ void NoFlags(FieldIo& io) {
 
 void LayerColor(FieldIo& io, AcDbLayerTableRecord& layer) {
     AcCmEntityColor& color = Access::Color(layer);
-    std::int64_t index = color.colorIndex(),
-                 rgb = color.isByColor() ? color.color() & 0xFFFFFF : -1;
+    std::int64_t index = color.colorIndex(), rgb = -1;
+    if (color.isByColor()) rgb = color.color() & 0xFFFFFF;
     // A negative colour turns the layer off.
     if (Access::Off(layer)) index = -index;
     io.Int(62, index);

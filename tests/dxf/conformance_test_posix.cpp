@@ -3,6 +3,7 @@
 
 #include "drawing_text.h"
 #include "support/scratch.h"
+#include "value_ranges.h"
 
 namespace {
 
@@ -206,6 +207,7 @@ TEST(Conformance, NewDrawings) {
         files.push_back(folder.path / ("new_" + std::to_string(version) + ".dxf"));
         const auto result = host::dxf::WriteFile(db, files.back().string(), report, options);
         ASSERT_TRUE(result.ok()) << result.message;
+        EXPECT_EQ("", RangeFaults(FileContent(files.back())));
         Loaded again(FileContent(files.back()));
         ASSERT_TRUE(again.result.ok()) << again.result.message;
         EXPECT_EQ("", again.Notes());
