@@ -12,7 +12,7 @@ namespace host::dxf {
 
 namespace {
 
-// Entries themselves are made by the reader, which knows the objects.
+// Entries themselves are read by LoadedDrawing, which knows the objects.
 void DictionaryFields(FieldIo& io, AcDbDictionary& dictionary) {
     io.Subclass("AcDbDictionary");
     io.OptBool(280, Access::Hard(dictionary), false);
@@ -20,11 +20,11 @@ void DictionaryFields(FieldIo& io, AcDbDictionary& dictionary) {
     FieldWriter* writer = io.AsWriter();
     if (writer == nullptr) return;
     const int owner = Access::Hard(dictionary) ? 360 : 350;
-    writer->out().BeginList({3, 350, 360});
+    writer->out().BeginEntries({3, 350, 360});
     for (const auto& entry : Access::Entries(dictionary)) {
         if (!writer->IsNamed(entry.id)) continue;
         writer->PutText(3, entry.name);
-        writer->PutId(owner, entry.id);
+        writer->PutMember(owner, entry.id);
     }
     writer->out().EndList();
 }
@@ -85,9 +85,9 @@ void GroupFields(FieldIo& io, AcDbGroup& group) {
         return;
     }
     FieldWriter& writer = *io.AsWriter();
-    writer.out().BeginList({340});
+    writer.out().BeginEntries({340});
     for (AcDbObjectId id : ids)
-        if (!id.isNull() && !id.isErased()) writer.PutId(340, id);
+        if (writer.AsInFile() || (!id.isNull() && !id.isErased())) writer.PutMember(340, id);
     writer.out().EndList();
 }
 

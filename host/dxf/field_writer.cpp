@@ -67,7 +67,13 @@ void FieldWriter::PutId(int code, AcDbObjectId id) {
     if (there) references_.push_back(id.stub());
 }
 
+void FieldWriter::PutMember(int code, AcDbObjectId id) {
+    out_.PutHandle(code, id.stub()->handle);
+    references_.push_back(id.stub());
+}
+
 bool FieldWriter::IsNamed(AcDbObjectId id) const {
+    if (AsInFile()) return !id.isNull();
     if (id.isNull() || id.isErased()) return false;
     const Codec* codec = FindCodec(id.stub()->cls);
     if (IsNew(*id.stub()) && codec != nullptr && codec->since > version()) return false;

@@ -60,6 +60,10 @@ public:
     void PutAngle(int code, double radians);
     // Handle of an object; "0" for null or erased ones.
     void PutId(int code, AcDbObjectId id);
+    // Handle of an object that a list names. Erased ones are written only as the file has them.
+    void PutMember(int code, AcDbObjectId id);
+    // The tags are to be compared with those of the file.
+    bool AsInFile() const { return options_.originalNames != nullptr; }
     std::wstring NameOf(AcDbObjectId record) const;
     // Whether a container should name the object.
     bool IsNamed(AcDbObjectId id) const;

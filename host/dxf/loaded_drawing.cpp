@@ -2,6 +2,7 @@
 
 #include "acutads.h"
 #include "host/db/access.h"
+#include "host/db/names.h"
 #include "host/dxf/block_fields.h"
 #include "host/dxf/chain.h"
 #include "host/dxf/codec.h"
@@ -32,6 +33,23 @@ void ReadAttachments(const FieldReader& io, AcDbObject& object) {
         if (group == "{ACAD_REACTORS" && placed.tag.code == 330) AddReactorId(object, id);
     }
     if (!xdata.empty()) SetXDataChain(object, ChainFromTags(io, xdata));
+}
+
+// What a dictionary names. Left out, and so kept as the file has it, is what names nothing in the
+// file, the dictionary itself, or a name a second time.
+void ReadEntries(const LoadedDrawing& drawing, std::size_t record, AcDbDictionary& dictionary) {
+    FieldReader io(drawing.lookup(), record);
+    io.Subclass("AcDbDictionary");
+    auto& entries = Access::Entries(dictionary);
+    auto& byName = Access::EntriesByName(dictionary);
+    for (const NamedHandle& named : EntriesOf(io)) {
+        if (named.hard) Access::Hard(dictionary) = true;
+        const AcDbObjectId id(FindStub(drawing.lookup().db, named.handle));
+        if (id.isNull() || IsNew(*id.stub()) || id.stub() == drawing.stubs[record]) continue;
+        std::wstring name = drawing.source().codec->Decode(named.name);
+        if (!byName.emplace(FoldName(name.c_str()), entries.size()).second) continue;
+        entries.push_back({std::move(name), id});
+    }
 }
 
 void AddPoint(const FieldReader& io, int code, AcDbExtents& box) {
@@ -70,6 +88,18 @@ void FindExtents(const LoadedDrawing& drawing, std::size_t record, AcDbExtents& 
 
 }  // namespace
 
+std::vector<NamedHandle> EntriesOf(const FieldReader& io) {
+    std::vector<NamedHandle> entries;
+    std::string_view name;
+    for (const Tag& tag : io.ScopeTags()) {
+        if (tag.code == 3) name = tag.value;
+        if ((tag.code != 350 && tag.code != 360) || name.data() == nullptr) continue;
+        entries.push_back({name, io.lookup().source.Handle(tag), tag.code == 360});
+        name = {};
+    }
+    return entries;
+}
+
 std::unique_ptr<AcDbObject> LoadedDrawing::Make(std::size_t record, AcRxClass* type) const {
     std::unique_ptr<AcDbObject> object = NewObject(type);
     if (object == nullptr) return nullptr;
@@ -83,6 +113,8 @@ std::unique_ptr<AcDbObject> LoadedDrawing::Make(std::size_t record, AcRxClass* t
             FindExtents(*this, record, Access::OpaqueExtents(*unknown));
     }
     if (const Codec* codec = FindCodec(type)) codec->fields(io, *object);
+    if (auto* dictionary = AcDbDictionary::cast(object.get()))
+        ReadEntries(*this, record, *dictionary);
     if (cyclic.count(record) != 0) {
         if (auto* reference = AcDbBlockReference::cast(object.get()))
             Access::Block(*reference).setNull();

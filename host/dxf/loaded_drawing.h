@@ -14,6 +14,16 @@
 
 namespace host::dxf {
 
+// An entry of a dictionary as it stands in the file.
+struct NamedHandle {
+    std::string_view name;  // not decoded
+    std::uint64_t handle = 0;
+    bool hard = false;  // it owns what it names (group 360)
+};
+
+// The entries of a record, io being in its subclass AcDbDictionary.
+std::vector<NamedHandle> EntriesOf(const FieldReader& io);
+
 constexpr std::size_t kNoIndex = static_cast<std::size_t>(-1);
 
 class LoadedDrawing : public DrawingSource {

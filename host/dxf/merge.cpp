@@ -5,6 +5,8 @@
 #include <tuple>
 #include <vector>
 
+#include "host/dxf/entries.h"
+
 namespace host::dxf {
 
 namespace {
@@ -45,6 +47,8 @@ private:
     std::map<std::pair<std::uint16_t, int>, int> counts_;
 };
 
+constexpr std::string_view kReactorGroup = "{ACAD_REACTORS";
+
 bool IsBlock(Area area) { return area == Area::kGroup || area == Area::kXdata; }
 
 // The written side: single tags by key, blocks by scope name, lists by number.
@@ -74,11 +78,13 @@ private:
 class Merger {
 public:
     Merger(const Source& source, std::size_t record, const TagBuffer& before,
-           const TagBuffer& after)
+           const TagBuffer& after, bool copy)
         : source_(source),
+          copy_(copy),
           original_(source, record),
           recordBegin_(source.records[record].begin),
           recordEnd_(source.RecordEnd(record)),
+          beforeBuffer_(before),
           afterBuffer_(after),
           before_(before),
           after_(after),
@@ -140,8 +146,18 @@ private:
 
     // The tag of the record as this program would write it.
     std::string Canonical(std::size_t index) const {
-        const Tag& tag = original_.tags[index].tag;
         TagBuffer buffer(afterBuffer_.style());
+        PutCanonical(original_.tags[index].tag, buffer);
+        return buffer.TakeBytes();
+    }
+
+    std::string CanonicalValue(std::size_t index) const {
+        TagBuffer buffer(afterBuffer_.style());
+        PutCanonical(original_.tags[index].tag, buffer);
+        return std::string(buffer.ValueBytes(buffer.tags().back()));
+    }
+
+    void PutCanonical(const Tag& tag, TagBuffer& buffer) const {
         switch (KindOf(tag.code)) {
             case ValueKind::kReal:
                 buffer.PutReal(tag.code, source_.Real(tag));
@@ -159,7 +175,6 @@ private:
                 buffer.PutText(tag.code, source_.codec->Encode(source_.codec->Decode(tag.value)));
                 break;
         }
-        return buffer.TakeBytes();
     }
 
     void MergeTag(const Key& key, const OutTag& tag, std::size_t& anchor) {
@@ -195,7 +210,12 @@ private:
         for (std::size_t i = 0; i < original_.tags.size(); ++i)
             if (BelongsTo(list, number, i)) old.push_back(i);
         if (!old.empty()) first = original_.tags[old.front()].tag.begin;
-        if (!same) {
+        if (!same && list.entries && !copy_ && !old.empty()) {
+            const auto inList = [&](const TagBuffer&, const OutTag& tag) {
+                return tag.list == number;
+            };
+            MergeEntries(old, list.extraCodes.front(), inList);
+        } else if (!same) {
             for (std::size_t i : old)
                 Replace(original_.tags[i].tag.begin, original_.tags[i].tag.end, "");
             Insert(first == kNowhere ? anchor : first, after_.lists[index]);
@@ -217,13 +237,101 @@ private:
             [&](const OutTag& tag) { return tag.list == number && tag.code == code; });
     }
 
+    // An entry, of the file or written, and the tags that it is made of.
+    template <class TagRef>
+    struct Entries {
+        std::vector<EntryParts> parts;
+        std::vector<std::vector<TagRef>> tags;
+        void Add(bool first, TagRef tag, std::string_view value) {
+            if (first || parts.empty()) {
+                parts.emplace_back();
+                tags.emplace_back();
+            }
+            parts.back().emplace_back(value);
+            tags.back().push_back(tag);
+        }
+    };
+
+    template <class Wanted>
+    Entries<const OutTag*> EntriesOf(const TagBuffer& buffer, int first, Wanted wanted) const {
+        Entries<const OutTag*> entries;
+        for (const OutTag& tag : buffer.tags())
+            if (wanted(buffer, tag)) entries.Add(tag.code == first, &tag, buffer.ValueBytes(tag));
+        return entries;
+    }
+
+    // The list whose tags in the record are old, and which begins an entry with the code first.
+    template <class Wanted>
+    void MergeEntries(const std::vector<std::size_t>& old, int first, Wanted wanted) {
+        Entries<std::size_t> file;
+        for (std::size_t i : old)
+            file.Add(original_.tags[i].tag.code == first, i, CanonicalValue(i));
+        const auto before = EntriesOf(beforeBuffer_, first, wanted);
+        const auto after = EntriesOf(afterBuffer_, first, wanted);
+        const EntryPlan plan = PlanEntries(file.parts, before.parts, after.parts);
+        const auto bytes = [&](std::size_t entry) {
+            std::string text;
+            for (const OutTag* tag : after.tags[entry]) text += afterBuffer_.Bytes(*tag);
+            return text;
+        };
+        for (std::size_t e = 0; e < plan.fate.size(); ++e) {
+            const std::size_t fate = plan.fate[e];
+            if (fate == EntryPlan::kKeep) continue;
+            for (std::size_t k = 0; k < file.tags[e].size(); ++k) {
+                const Tag& tag = original_.tags[file.tags[e][k]].tag;
+                const bool other = fate != EntryPlan::kRemove && k < after.tags[fate].size();
+                if (other && file.parts[e][k] == after.parts[fate][k]) continue;
+                // Who owns what the entry names is the file's affair.
+                TagBuffer value(afterBuffer_.style());
+                if (other) value.PutValue(tag.code, after.parts[fate][k]);
+                Replace(tag.begin, tag.end, value.TakeBytes());
+            }
+        }
+        for (const EntryPlan::Insertion& insertion : plan.insertions)
+            Insert(insertion.behind == EntryPlan::kFront
+                       ? original_.tags[old.front()].tag.begin
+                       : original_.tags[file.tags[insertion.behind].back()].tag.end,
+                   bytes(insertion.entry));
+    }
+
+    // Reactors are entries of one tag between the braces. False when they are to be replaced as a
+    // whole.
+    bool MergeReactors(const std::string& name) {
+        std::vector<std::size_t> old;
+        for (std::size_t i = 0; i < original_.tags.size(); ++i)
+            if (IsMember(original_.tags[i].area, original_.tags[i].tag.code) &&
+                original_.ScopeName(original_.tags[i]) == name)
+                old.push_back(i);
+        if (copy_ || name != kReactorGroup || old.empty()) return false;
+        MergeEntries(old, 330, [&](const TagBuffer& buffer, const OutTag& tag) {
+            return IsMember(tag.area, tag.code) && buffer.scopes()[tag.scope] == name;
+        });
+        return true;
+    }
+    // Whether the record's block holds no more members than were read from it.
+    bool IsAllUnderstood(const std::string& name) const {
+        const auto members = [&](const auto& tags, const auto& nameOf, const auto& codeOf) {
+            return std::count_if(tags.begin(), tags.end(), [&](const auto& tag) {
+                return IsMember(tag.area, codeOf(tag)) && nameOf(tag) == name;
+            });
+        };
+        return members(
+                   original_.tags, [&](const PlacedTag& tag) { return original_.ScopeName(tag); },
+                   [](const PlacedTag& tag) { return tag.tag.code; }) ==
+               members(
+                   beforeBuffer_.tags(),
+                   [&](const OutTag& tag) { return beforeBuffer_.scopes()[tag.scope]; },
+                   [](const OutTag& tag) { return tag.code; });
+    }
+    static bool IsMember(Area area, int code) { return area == Area::kGroup && code != 102; }
+
     void MergeBlock(const std::string& name, Area area, std::size_t& anchor) {
         const auto old = before_.blocks.find(name);
         const std::string& bytes = after_.blocks.at(name);
         std::size_t begin = kNowhere, end = kNowhere;
         FindBlock(name, begin, end);
         const bool same = old != before_.blocks.end() && old->second == bytes;
-        if (!same) {
+        if (!same && !MergeReactors(name)) {
             if (begin != kNowhere)
                 Replace(begin, end, bytes);
             else
@@ -250,7 +358,8 @@ private:
         for (const auto& [name, bytes] : before_.blocks) {
             std::size_t begin = kNowhere, end = kNowhere;
             FindBlock(name, begin, end);
-            if (after_.blocks.count(name) == 0 && begin != kNowhere) Replace(begin, end, "");
+            if (after_.blocks.count(name) != 0 || begin == kNowhere) continue;
+            if (IsAllUnderstood(name) || !MergeReactors(name)) Replace(begin, end, "");
         }
     }
 
@@ -283,9 +392,10 @@ private:
     };
 
     const Source& source_;
+    bool copy_;
     RecordTags original_;
     std::size_t recordBegin_, recordEnd_;
-    const TagBuffer& afterBuffer_;
+    const TagBuffer &beforeBuffer_, &afterBuffer_;
     Written before_, after_;
     std::vector<bool> claimed_;
     std::map<Key, std::size_t> byKey_;
@@ -295,8 +405,8 @@ private:
 }  // namespace
 
 std::string MergeRecord(const Source& source, std::size_t record, const TagBuffer& before,
-                        const TagBuffer& after) {
-    return Merger(source, record, before, after).Run();
+                        const TagBuffer& after, bool copy) {
+    return Merger(source, record, before, after, copy).Run();
 }
 
 }  // namespace host::dxf

@@ -13,8 +13,11 @@ namespace host::dxf {
 // differs is replaced where it stood; one that is new goes behind the tag that precedes it in
 // after; one that is gone is taken out. Tags that neither mentions (of other programs, of newer
 // versions) stay in order. Lists, application groups and the extended data of an application are
-// replaced as a whole.
+// replaced as a whole; lists of entries and persistent reactors entry by entry, so that one that
+// names what is not there stays.
+//
+// copy  the record is that of a new object: what was not understood of its lists is not the copy's
 std::string MergeRecord(const Source& source, std::size_t record, const TagBuffer& before,
-                        const TagBuffer& after);
+                        const TagBuffer& after, bool copy = false);
 
 }  // namespace host::dxf

@@ -300,7 +300,7 @@ std::string NewObjects::Merged(const Stub& stub, std::size_t base, bool copy) {
     references.erase(std::remove_if(references.begin(), references.end(), named), references.end());
     RequireNamed(references);
     Check(after, stub);
-    return MergeRecord(source, base, before, after);
+    return MergeRecord(source, base, before, after, copy);
 }
 
 void NewObjects::WriteEntity(const Stub& stub, std::string& out) {

@@ -13,12 +13,12 @@ void WriteGroup(FieldWriter& io, const std::string& name, int code,
                 const std::vector<AcDbObjectId>& ids) {
     std::vector<AcDbObjectId> there;
     for (AcDbObjectId id : ids)
-        if (!id.isNull() && !id.isErased()) there.push_back(id);
+        if (!id.isNull() && (io.AsInFile() || !id.isErased())) there.push_back(id);
     if (there.empty()) return;
     const std::uint16_t scope = io.out().scope();
     io.out().EnterScope(name, Area::kGroup);
     io.out().PutText(102, name);
-    for (AcDbObjectId id : there) io.PutId(code, id);
+    for (AcDbObjectId id : there) io.PutMember(code, id);
     io.out().PutText(102, "}");
     io.out().BackToScope(scope, Area::kBody);
 }

@@ -300,25 +300,25 @@ private:
             if (classes_[record] == AcDbDictionary::desc()) LinkEntries(record);
     }
 
+    // The objects that a dictionary names and that state no other owner are its own.
     void LinkEntries(std::size_t record) {
-        Stub& dictionary = *drawing_.stubs[record];
-        std::string_view name;
+        Stub& stub = *drawing_.stubs[record];
+        const auto& dictionary = static_cast<const AcDbDictionary&>(*stub.object);
         FieldReader io(drawing_.lookup(), record);
         io.Subclass("AcDbDictionary");
-        for (const Tag& tag : io.ScopeTags()) {
-            if (tag.code == 3) name = tag.value;
-            if ((tag.code != 350 && tag.code != 360) || name.data() == nullptr) continue;
-            if (tag.code == 360)
-                Access::Hard(static_cast<AcDbDictionary&>(*dictionary.object)) = true;
-            Stub* entry = io.IdOf(tag).stub();
-            if (entry == nullptr || entry == &dictionary) {
+        std::size_t kept = 0;
+        const auto& entries = Access::Entries(dictionary);
+        for (const NamedHandle& named : EntriesOf(io)) {
+            Stub* entry = FindStub(db_, named.handle);
+            if (entry == nullptr || entry == &stub) {
                 Note("a dictionary names an object that is not there", record);
-            } else if (!AddDictionaryEntry(dictionary, source_.codec->Decode(name), *entry)) {
+            } else if (kept == entries.size() || entries[kept].id.stub() != entry ||
+                       entries[kept].name != source_.codec->Decode(named.name)) {
                 Note("a dictionary has a name twice", record);
-            } else if (entry->owner == nullptr) {
-                SetOwner(*entry, &dictionary);
+            } else {
+                ++kept;
+                if (entry->owner == nullptr) SetOwner(*entry, &stub);
             }
-            name = {};
         }
     }
 

@@ -37,6 +37,7 @@ void TagBuffer::Begin(int code) {
         Number(255, 1);
         Number(static_cast<std::uint64_t>(code), 2);
     }
+    value_ = bytes_.size();
 }
 
 void TagBuffer::Number(std::uint64_t bits, int size) {
@@ -48,6 +49,7 @@ void TagBuffer::End(int code, std::size_t begin) {
     tag.code = code;
     tag.begin = begin;
     tag.end = bytes_.size();
+    tag.value = value_;
     tag.area = area_;
     tag.scope = scope_;
     tag.list = list_;
@@ -106,6 +108,13 @@ void TagBuffer::PutInt(int code, std::int64_t value) {
     End(code, begin);
 }
 
+void TagBuffer::PutValue(int code, std::string_view value) {
+    const std::size_t begin = bytes_.size();
+    Begin(code);
+    bytes_ += value;
+    End(code, begin);
+}
+
 void TagBuffer::PutFlags(int code, std::int64_t mask, std::int64_t value) {
     PutInt(code, value);
     tags_.back().mask = mask;
@@ -132,8 +141,13 @@ void TagBuffer::PutChunk(int code, std::string_view bytes) {
 }
 
 void TagBuffer::BeginList(const std::vector<int>& extraCodes, bool rest) {
-    lists_.push_back({extraCodes, rest, scope_});
+    lists_.push_back({extraCodes, rest, scope_, false});
     list_ = static_cast<std::uint16_t>(lists_.size());
+}
+
+void TagBuffer::BeginEntries(const std::vector<int>& codes) {
+    BeginList(codes);
+    lists_.back().entries = true;
 }
 
 void TagBuffer::EnterScope(const std::string& name, Area area) {

@@ -22,6 +22,7 @@ struct WriteStyle {
 struct OutTag {
     int code = 0;
     std::size_t begin = 0, end = 0;  // in TagBuffer::bytes
+    std::size_t value = 0;           // where the value begins, behind the group code
     Area area = Area::kBody;
     std::uint16_t scope = 0;
     std::uint16_t list = 0;  // tags of one list are only right together; 0: none
@@ -39,6 +40,8 @@ public:
     void PutInt(int code, std::int64_t value);
     void PutHandle(int code, std::uint64_t handle);
     void PutChunk(int code, std::string_view bytes);
+    // A value as ValueBytes gives it, under a code of the same kind.
+    void PutValue(int code, std::string_view value);
     void PutFlags(int code, std::int64_t mask, std::int64_t value);
 
     // Following tags stand in this place.
@@ -52,11 +55,15 @@ public:
     // of the extra codes too, that stand in their scope; with rest, everything of the scope that no
     // other tag claims.
     void BeginList(const std::vector<int>& extraCodes = {}, bool rest = false);
+    // A list of entries, each beginning with the first of these codes. In a changed record those
+    // that did not change stay as they are, and so do those that this program did not understand.
+    void BeginEntries(const std::vector<int>& codes);
     void EndList() { list_ = 0; }
     struct List {
         std::vector<int> extraCodes;
         bool rest = false;
         std::uint16_t scope = 0;
+        bool entries = false;
     };
     const List& ListOf(std::uint16_t number) const { return lists_[number - std::size_t{1}]; }
     std::size_t ListCount() const { return lists_.size(); }
@@ -65,6 +72,9 @@ public:
     std::string TakeBytes() { return std::move(bytes_); }
     const std::vector<OutTag>& tags() const { return tags_; }
     const std::vector<std::string>& scopes() const { return scopes_; }
+    std::string_view ValueBytes(const OutTag& tag) const {
+        return std::string_view(bytes_).substr(tag.value, tag.end - tag.value);
+    }
     std::string_view Bytes(const OutTag& tag) const {
         return std::string_view(bytes_).substr(tag.begin, tag.end - tag.begin);
     }
@@ -82,6 +92,7 @@ private:
     std::vector<OutTag> tags_;
     std::vector<std::string> scopes_;
     std::vector<List> lists_;
+    std::size_t value_ = 0;  // of the tag that is being put
     std::uint16_t scope_ = 0, list_ = 0;
     Area area_ = Area::kBody;
     bool badReal_ = false;

@@ -11,6 +11,7 @@ import subprocess
 import time
 import unittest
 
+import dxf_tags
 import ezdxf
 
 from framed_tools import PITCH, Sheet
@@ -108,6 +109,51 @@ class Results(Batch):
                 if text:
                     self.assertRegex(done.stderr, r"\b2\b")
                 self.assertFalse((self.folder / "out").exists())
+
+
+class Dictionaries(Batch):
+    """What a dictionary names and nobody finds stays, and who owns the rest."""
+
+    def odd_sheet(self):
+        """The sheet with lost entries in every dictionary, every second entry owned by it."""
+        head, tail = SHEET.read_text(encoding="utf-8").split("\nOBJECTS\n", 1)
+        lines, out, entries, record = tail.split("\n"), [], 0, None
+        for code, value in zip(lines[::2], lines[1::2]):
+            if code.strip() == "0":
+                if record == "DICTIONARY":
+                    out += ["  3", "LAST", "350", f"FFF{len(out):X}"]
+                record = value
+            if record == "DICTIONARY" and code.strip() == "3":
+                out += ["  3", f"LOST{entries}", "350", f"EEE{entries:X}"]
+                entries += 1
+            if record == "DICTIONARY" and code == "350" and entries % 2:
+                code = "360"
+            out += [code, value]
+        path = self.folder / "odd.dxf"
+        path.write_text(head + "\nOBJECTS\n" + "\n".join(out) + "\n", encoding="utf-8")
+        self.assertGreater(entries, 5)
+        return path
+
+    def assert_kept(self, before, after):
+        """Every dictionary of the first file has all its tags, in order, in the second."""
+        objects = lambda p: {dxf_tags.value(r, 5): r for r in dxf_tags.records(
+            dxf_tags.sections(dxf_tags.read_tags(p))["OBJECTS"]) if r[0][1] == b"DICTIONARY"}
+        now = objects(after)
+        for handle, record in objects(before).items():
+            rest = iter(now[handle])
+            for tag in record:
+                self.assertIn(tag, rest, f"{tag} of {handle} in {after.name}")
+
+    def test_lost_entries_stay(self):
+        odd = self.odd_sheet()
+        self.batch(odd)
+        self.assert_kept(odd, self.folder / "out" / "odd.dxf")
+        centre, window = WINDOWS["T-101"]
+        self.compute(odd, "--centre", centre, "--window", window, "-o", "one.dxf")
+        self.assert_kept(odd, self.folder / "one.dxf")
+        # Once more on what came out, whose task list is there already.
+        self.batch(self.folder / "out" / "odd.dxf", "--out", "again")
+        self.assert_kept(self.folder / "out" / "odd.dxf", self.folder / "again" / "odd.dxf")
 
 
 class Failures(Batch):
