@@ -9,10 +9,13 @@
 #include "product/tool/Drawing.h"
 #include "product/tool/DrawingJob.h"
 #include "apps/qzenvelope/FileNumbers.h"
+#include "apps/qzenvelope/FileRoles.h"
 #include "apps/qzenvelope/Progress.h"
 #include "product/report/Summary.h"
 #include "apps/qzenvelope/WorkerPool.h"
 #include "product/report/Page.h"
+#include "plugin/util/FileName.h"
+#include "host/base/format.h"
 #include "host/sys/file_io.h"
 #include "host/solid/kernel.h"
 #include "host/solid/revolve.h"
@@ -40,13 +43,6 @@ void MakeFolder(const fs::path& folder, const char* option) {
                                   "; choose another place with " + option);
 }
 
-// One that can be compared, whether the file is there or not.
-fs::path Canonical(const fs::path& path) {
-    std::error_code error;
-    const fs::path canonical = fs::weakly_canonical(path, error);
-    return error ? fs::absolute(path) : canonical;
-}
-
 class Batch {
 public:
     explicit Batch(const BatchOptions& options)
@@ -56,10 +52,10 @@ public:
 
     BatchResult Run() {
         const auto start = std::chrono::steady_clock::now();
+        TakeInputs();
         MakeFolder(m_options.out, "--out");
         if (!m_options.report.empty() && fs::path(m_options.report).has_parent_path())
             MakeFolder(fs::path(m_options.report).parent_path(), "--report");
-        TakeInputs();
         host::solid::InstallModeller();
         // Workers come into being with the kernel, instead of each loading it.
         std::string reason;
@@ -67,6 +63,7 @@ public:
             host::solid::LoadKernel(reason);
         LookThrough();
         NameFiles();
+        CheckFiles();
         for (const std::string& warning : m_result.warnings)
             std::fprintf(stderr, "qzenvelope: warning: %s\n", warning.c_str());
         WorkThrough();
@@ -77,9 +74,10 @@ public:
 
 private:
     void TakeInputs() {
-        std::set<fs::path> seen;
+        std::set<host::FileIdentity> seen;
         for (const std::string& input : m_options.inputs) {
-            if (!seen.insert(Canonical(input)).second) {
+            const host::FileIdentity file = host::IdentityOf(input);
+            if (file.kind == host::FileIdentity::kFile && !seen.insert(file).second) {
                 m_result.warnings.push_back(input + " is named twice; it is done once");
                 continue;
             }
@@ -97,14 +95,33 @@ private:
         for (size_t i = 0; i < m_jobs.size(); ++i) {
             const fs::path file = names[i] + fs::path(m_jobs[i].input).extension().string();
             m_jobs[i].output = (fs::path(m_options.out) / file).string();
-            if (seen.count(Canonical(m_jobs[i].output)) != 0)
-                throw Failure(kUsage, m_jobs[i].output +
-                                          " is an input and would be replaced; choose another "
-                                          "folder with --out");
         }
+        CheckFiles();
         for (const size_t i : renamed)
             m_result.warnings.push_back("another drawing is named like " + m_jobs[i].input +
                                         "; it becomes " + m_jobs[i].output);
+    }
+
+    // Once before anything is done, and again when the tools' names are known, before anything is
+    // written.
+    void CheckFiles() const {
+        const char* const folder = "choose another folder with --out";
+        FileRoles files;
+        files.Input(m_options.tools);
+        for (const DrawingJob& job : m_jobs) files.Input(job.input);
+        for (const DrawingJob& job : m_jobs) {
+            files.Output(job.output, job.output, folder);
+            for (const std::string& name : job.files) {
+                if (!IsFileName(host::Widen(name).c_str()))
+                    continue;  // refused when the tool is exported
+                const std::string path = (fs::path(m_options.out) / name).string();
+                files.Output(path + ".sat", path + ".sat", folder);
+                if (m_options.step) files.Output(path + ".stp", path + ".stp", folder);
+                if (m_options.stl) files.Output(path + ".stl", path + ".stl", folder);
+            }
+        }
+        files.Output(m_options.report, "--report " + m_options.report,
+                     "choose another place with --report");
     }
 
     // Finds out which tools there are, so that equal names are known before anything is written.

@@ -14,6 +14,7 @@
 #include "product/report/Report.h"
 #include "product/tool/SolidRun.h"
 #include "apps/qzenvelope/BatchRun.h"
+#include "apps/qzenvelope/FileRoles.h"
 #include "host/sys/file_io.h"
 
 namespace {
@@ -74,6 +75,7 @@ void Print(const std::string& text) {
 }
 
 ExitStatus Compute(const ComputeOptions& options) {
+    CheckFiles(options);
     Drawing drawing(options.input);
     // Taken before the run, which switches every layer on.
     Picture picture;

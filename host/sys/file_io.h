@@ -33,8 +33,9 @@ bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error);
 // renamed.
 //
 // A symbolic link stays one, its target is replaced; access rights of an existing file are kept; a
-// file without write permission is refused; devices and pipes are written directly. False with
-// error filled: the old file is whole and nothing is left beside it.
+// file without write permission is refused, one that is in use (file_identity.h) too; devices and
+// pipes are written directly. False with error filled: the old file is whole and nothing is left
+// beside it.
 bool WriteFileAtomically(const std::string& path, const std::vector<std::string_view>& pieces,
                          FileError& error);
 

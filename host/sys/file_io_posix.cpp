@@ -1,7 +1,6 @@
 #include "host/sys/file_io.h"
 
 #include <cerrno>
-#include <climits>
 #include <cstring>
 #include <fcntl.h>
 #include <sys/stat.h>
@@ -10,6 +9,9 @@
 
 #include <algorithm>
 #include <cstdlib>
+
+#include "host/sys/file_identity.h"
+#include "host/sys/link_target_posix.h"
 
 namespace host {
 
@@ -90,25 +92,6 @@ bool WriteAll(int fd, const std::vector<std::string_view>& pieces, FileError& er
     return true;
 }
 
-// Follows symbolic links by hand, because the last target need not exist yet.
-bool ResolveLinks(std::string path, std::string& target, FileError& error) {
-    constexpr int kMaxLinks = 40;  // as the system itself gives up
-    for (int i = 0; i < kMaxLinks; ++i) {
-        char buffer[PATH_MAX];
-        const ssize_t length = ::readlink(path.c_str(), buffer, sizeof buffer);
-        if (length < 0) {
-            target = path;
-            return true;
-        }
-        const std::string link(buffer, static_cast<std::size_t>(length));
-        const std::size_t slash = path.rfind('/');
-        path = link.rfind('/', 0) == 0 || slash == std::string::npos
-                   ? link
-                   : path.substr(0, slash + 1) + link;
-    }
-    return Fail(error, ELOOP);
-}
-
 mode_t NewFileMode() {
     const mode_t mask = ::umask(0);
     ::umask(mask);
@@ -153,15 +136,17 @@ bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error) {
 
 bool WriteFileAtomically(const std::string& path, const std::vector<std::string_view>& pieces,
                          FileError& error) {
-    std::string target;
-    if (!ResolveLinks(path, target, error)) return false;
+    if (IsFileInUse(path, error)) return false;
     struct stat old {};
-    const bool exists = ::stat(target.c_str(), &old) == 0;
+    const bool exists = ::stat(path.c_str(), &old) == 0;
     if (exists && S_ISDIR(old.st_mode)) {
         error = {EISDIR, "is a folder, not a file"};
         return false;
     }
-    if (exists && !S_ISREG(old.st_mode)) return WriteDirectly(target, pieces, error);
+    // By the given name: what the links of open streams lead to, "pipe:[12]", is no path.
+    if (exists && !S_ISREG(old.st_mode)) return WriteDirectly(path, pieces, error);
+    std::string target;
+    if (!ResolveLinks(path, target)) return Fail(error, ELOOP);
     if (exists && ::access(target.c_str(), W_OK) != 0) return Fail(error, errno);
 
     const std::size_t slash = target.rfind('/');

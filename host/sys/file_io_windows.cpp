@@ -13,7 +13,7 @@
 #include <cstring>
 #include <utility>
 
-#include "host/sys/file_io.h"
+#include "host/sys/file_identity.h"
 #include "host/base/format.h"
 
 namespace host {
@@ -144,6 +144,7 @@ bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error) {
 
 bool WriteFileAtomically(const std::string& path, const std::vector<std::string_view>& pieces,
                          FileError& error) {
+    if (IsFileInUse(path, error)) return false;
     if (IsFolder(Widen(path))) {
         error = {EISDIR, "is a folder, not a file"};
         return false;
