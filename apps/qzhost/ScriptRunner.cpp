@@ -57,6 +57,8 @@ void ScriptRunner::RunLine(const ScriptLine& line) {
                                L" words: " + line.text);
     m_transcript.Line(L"> " + line.text);
     (this->*action->run)(line);
+    const std::wstring unsaved = host::Session::Get().TakeSaveFailure();
+    if (!unsaved.empty()) Fail(&line, unsaved);
 }
 
 const ScriptLine* ScriptRunner::TakeAnswer(const wchar_t* verb) {

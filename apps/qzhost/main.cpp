@@ -13,6 +13,7 @@
 #include "apps/qzhost/ScriptRunner.h"
 #include "host/ed/session.h"
 #include "host/base/format.h"
+#include "host/sys/file_identity.h"
 
 namespace {
 
@@ -55,6 +56,7 @@ int RunScript(const Options& options, int& argc, char** argv) {
         std::cerr << "qzhost: cannot read the script " << options.script << "\n";
         return kUsage;
     }
+    const host::FileInUse keep(options.script, "is the script that runs; choose another name");
     const std::vector<app::ScriptLine> lines = app::ParseScript(text.str());
     // Pictures are taken of windows that nobody sees.
     std::unique_ptr<QApplication> qt;
@@ -83,6 +85,10 @@ int RunScript(const Options& options, int& argc, char** argv) {
         isGood = false;
     }
     transcript.Finish();
+    if (!std::cout.flush()) {
+        std::cerr << "qzhost: the standard output cannot be written\n";
+        isGood = false;
+    }
     return isGood ? kDone : kFailed;
 }
 

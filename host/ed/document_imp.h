@@ -12,6 +12,7 @@
 #include "gepnt2d.h"
 #include "host/ed/typed_text.h"
 #include "host/ed/undo.h"
+#include "host/sys/file_identity.h"
 
 namespace host {
 
@@ -35,6 +36,7 @@ struct DocumentImp {
     std::wstring fileName;  // full path, or the title of a drawing that was never saved
     std::wstring title;
     bool isTitled = false;  // has a file
+    FileInUse file;         // kept from other writers; none when another document keeps it
     std::vector<DocumentLock> locks;
     std::vector<std::wstring> activeCommands;  // innermost last
     TypedText typed;                           // from sendStringToExecute, not yet used up

@@ -7,6 +7,7 @@
 #include "host/ed/drawing_io.h"
 #include "host/ed/editor_services.h"
 #include "host/ed/module_table.h"
+#include "host/base/format.h"
 #include "host/base/host_assert.h"
 #include "host/solid/revolve.h"
 
@@ -32,6 +33,14 @@ public:
 SessionHooks& Hooks() {
     static SessionHooks hooks;
     return hooks;
+}
+
+// Keeps a document's file for it, as the first that has it.
+void KeepFile(DocumentImp& imp) {
+    const std::string path = Narrow(imp.fileName);
+    FileError error;
+    if (!IsFileInUse(path, error))
+        imp.file = FileInUse(path, "is open as a drawing; close it or choose another name");
 }
 
 // Puts the context back however the function ends.
@@ -60,6 +69,8 @@ Session& Session::Get() {
 Session::Session() {
     RegisterEditorServices();
     solid::InstallModeller();
+    solid::SetSatFailureSink(
+        [](const std::string& failure) { Session::Get().Print(L"\n" + Widen(failure)); });
     SetPrintSink([](const std::wstring& text) { Session::Get().Print(text); });
     SetDatabaseWatcher(&Hooks());
 }
@@ -109,6 +120,7 @@ AcApDocument* Session::Open(const std::wstring& path) {
     imp.fileName = AbsolutePath(path);
     imp.title = FileNameOf(imp.fileName);
     imp.isTitled = true;
+    KeepFile(imp);
     return Adopt(std::move(document));
 }
 
@@ -166,14 +178,18 @@ bool Session::Save(AcApDocument& document, const std::wstring& path) {
         reactor.beginSave(database, target.c_str());
     });
     std::wstring message;
-    if (!WriteDrawing(*database, target, message)) {
+    imp.file.Release();
+    const bool isWritten = WriteDrawing(*database, target, message);
+    if (isWritten) imp.fileName = target;
+    if (isWritten || imp.isTitled) KeepFile(imp);
+    if (!isWritten) {
         m_eventReactors.Notify(
             [database](AcRxEventReactor& reactor) { reactor.abortSave(database); });
         Print(L"\n" + message);
+        m_saveFailure = message;
         return false;
     }
     if (!message.empty()) Print(L"\n" + message);
-    imp.fileName = target;
     imp.title = FileNameOf(target);
     imp.isTitled = true;
     m_eventReactors.Notify([database, &target](AcRxEventReactor& reactor) {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "aced.h"
@@ -43,8 +44,10 @@ public:
     // A new, empty drawing, made current.
     AcApDocument* New();
     // Writes the drawing under its own or a new path with the events around it. On failure prints
-    // why and changes nothing.
+    // why and changes nothing. A file that another document has open is not written.
     bool Save(AcApDocument& document, const std::wstring& path);
+    // Why the last save that failed did, since this was asked last; empty when none failed.
+    std::wstring TakeSaveFailure() { return std::exchange(m_saveFailure, {}); }
     // Closes without saving; the next document becomes current.
     void Close(AcApDocument& document);
     void CloseAll();
@@ -88,6 +91,7 @@ private:
     ReactorList<AcApDocManagerReactor> m_documentReactors;
     ReactorList<AcRxEventReactor> m_eventReactors;
     int m_newDrawings = 0;
+    std::wstring m_saveFailure;
     bool m_isRunningQueue = false;
 };
 

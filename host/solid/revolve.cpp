@@ -16,6 +16,9 @@ constexpr double kTwoPi = 6.283185307179586;
 // An angle this near to a full turn is one (radians): angles are computed from pi.
 constexpr double kTurnTol = 1e-9;
 
+std::string g_satFailure;
+SatFailureSink g_satFailureSink = nullptr;
+
 Acad::ErrorStatus CheckAngle(double angle) {
     if (!std::isfinite(angle) || angle == 0.0) return Acad::eInvalidInput;
     // Unlike AutoCAD, full turns only.
@@ -97,10 +100,17 @@ Acad::ErrorStatus ExactModeller::WriteSat(const std::wstring& path,
             options.millimetresPerUnit = MillimetresPerUnit(db->insunits());
     }
     std::string reason;
-    return WriteSatFile(HostPath(path), bodies, options, reason) ? Acad::eOk : Acad::eFileAccessErr;
+    const std::string file = HostPath(path);
+    if (WriteSatFile(file, bodies, options, reason)) return Acad::eOk;
+    g_satFailure = file + ": cannot be written: " + reason;
+    if (g_satFailureSink != nullptr) g_satFailureSink(g_satFailure);
+    return Acad::eFileAccessErr;
 }
 
 }  // namespace
+
+const std::string& LastSatFailure() { return g_satFailure; }
+void SetSatFailureSink(SatFailureSink sink) { g_satFailureSink = sink; }
 
 void InstallModeller() {
     static ExactModeller modeller;

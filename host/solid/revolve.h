@@ -22,6 +22,13 @@ Refusal ProfileOfEntity(const AcDbEntity& entity, const AcGePoint3d& axisPoint,
 // Millimetres that one drawing unit stands for; 1 for drawings without unit.
 double MillimetresPerUnit(AcDb::UnitsValue units);
 
+// Why the last SAT file that the modeller could not write was not written, "PATH: cannot be
+// written: REASON"; empty when none failed yet. AcDbBody::acisOut answers with a bare status. The
+// sink is told of each at once; null: nobody.
+const std::string& LastSatFailure();
+using SatFailureSink = void (*)(const std::string& failure);
+void SetSatFailureSink(SatFailureSink sink);
+
 // Writes solids as a SAT file: beside the path, then renamed. path is UTF-8. False with a reason,
 // in the system's words, when the file cannot be written.
 bool WriteSatFile(const std::string& path, const std::vector<const Profile*>& bodies,

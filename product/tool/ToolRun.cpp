@@ -12,6 +12,7 @@
 #include "product/check/Findings.h"
 #include "product/check/TrueOutline.h"
 #include "host/dxf/text_codec.h"
+#include "host/solid/revolve.h"
 
 namespace app {
 namespace {
@@ -90,7 +91,7 @@ void ToolRun::Export(BatchTool& tool, const std::string& file, ToolResult& resul
                       "no solid can be made of the envelope: " + m_solid.refusal->Text());
     if (!IsFileName(named.name))
         throw Failure(kNoResult, "the tool's name '" + file + "' cannot be the name of a file");
-    throw Failure(kNoResult, path + ": the SAT file cannot be written");
+    throw Failure(kNoResult, host::solid::LastSatFailure() + "; choose another folder with --out");
 }
 
 void ToolRun::WriteMoreFiles(const std::string& file, const SolidRun& solid, ToolResult& result) {

@@ -80,6 +80,48 @@ class Faults(ProgramTest):
             self.assertEqual(bool(said), bool(done.stderr), done.stderr)
         self.assertTrue((self.folder / "a.png").exists())
 
+    def test_a_save_that_fails_fails_the_script(self):
+        shutil.copy(EXAMPLES / "end-mill.dxf", self.folder)
+        (self.folder / "folder.dxf").mkdir()
+        for verb in ("save %s", "command SAVEAS\nstring %s", "command _.SAVEAS\nstring %s"):
+            for path, reason in (("/dev/full", "No space left on device"),
+                                 ("missing/a.dxf", "No such file or directory"),
+                                 ("folder.dxf", "is a folder, not a file"),
+                                 ("a.scr", "is the script that runs")):
+                script = verb % path + "\ndump documents\n"
+                with self.subTest(script=script):
+                    done = self.run_script(script, "end-mill.dxf")
+                    self.assertEqual(1, done.returncode, done.stdout)
+                    self.assertRegex(done.stderr, r"^a\.scr:1: .*cannot be written: " + reason)
+                    self.assertIn(reason, done.stdout)
+                    self.assertEqual(script, (self.folder / "a.scr").read_text())
+
+    def test_open_drawings_are_not_written_over(self):
+        for name in ("end-mill.dxf", "stepped-drill.dxf"):
+            shutil.copy(EXAMPLES / name, self.folder)
+        os.link(self.folder / "stepped-drill.dxf", self.folder / "hard.dxf")
+        drill = (self.folder / "stepped-drill.dxf").read_bytes()
+        for line in ("save stepped-drill.dxf", "save ./hard.dxf", "screenshot hard.dxf"):
+            with self.subTest(line=line):
+                done = self.run_script(line + "\n", "stepped-drill.dxf", "end-mill.dxf")
+                self.assertEqual(1, done.returncode, done.stdout)
+                self.assertIn("is open as a drawing; close it", done.stderr)
+                self.assertEqual(drill, (self.folder / "hard.dxf").read_bytes())
+        # A file is its drawing's own again after a save elsewhere, a failed save and a close.
+        done = self.run_script("save other.dxf\nsave\nsave end-mill.dxf\nactivate 1\nclose\n"
+                               "save stepped-drill.dxf\n", "stepped-drill.dxf", "end-mill.dxf")
+        self.assertEqual((0, ""), (done.returncode, done.stderr), done.stdout)
+        self.assertEqual((self.folder / "other.dxf").read_bytes(),
+                         (self.folder / "stepped-drill.dxf").read_bytes())
+
+    def test_the_standard_output_is_full(self):
+        (self.folder / "a.scr").write_text("new\n")
+        with open("/dev/full", "w") as full:
+            done = subprocess.run([str(PROGRAM), "--script", "a.scr"], cwd=self.folder, stdout=full,
+                                  stderr=subprocess.PIPE, text=True, timeout=60)
+        self.assertEqual((1, "qzhost: the standard output cannot be written\n"),
+                         (done.returncode, done.stderr))
+
     def test_blanks_marks_and_line_ends(self):
         done = self.run_script("\ufeffdump documents\r\n  dump   open-objects  \r\n")
         self.assertEqual((0, "> dump documents\nnone\n> dump   open-objects\nnone\n"),

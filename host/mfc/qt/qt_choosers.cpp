@@ -1,14 +1,17 @@
 // Message boxes, choosers and pictures.
 #include <QApplication>
+#include <QBuffer>
 #include <QFileDialog>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
 
+#include "host/base/format.h"
 #include "host/mfc/qt/qt_window_driver.h"
 #include "host/mfc/qt/widgets.h"
 #include "host/mfc/window_system.h"
+#include "host/sys/file_io.h"
 
 namespace host {
 namespace {
@@ -157,8 +160,15 @@ bool QtWindowDriver::Capture(const std::wstring& path, std::wstring& reason) {
             widget->geometry().topLeft() - area.topLeft() - QPoint(1, kCaptionHeight + 1),
             Draw(*widget));
     painter.end();
-    if (picture.save(ToQt(path), "PNG")) return true;
-    reason = L"cannot write " + path;
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    FileError error{0, "the picture cannot be made"};
+    if (picture.save(&buffer, "PNG") &&
+        WriteFileAtomically(
+            Narrow(path), {std::string_view(bytes.constData(), static_cast<size_t>(bytes.size()))},
+            error))
+        return true;
+    reason = path + L" cannot be written: " + Widen(error.reason);
     return false;
 }
 
