@@ -1,4 +1,5 @@
-# The module for AutoCAD: the plug-in's folders alone, against the ObjectARX SDK and MFC.
+# The module for AutoCAD: the plug-in's folders and the plane geometry under them, against the
+# ObjectARX SDK and MFC.
 set(ARX_SDK "" CACHE PATH "Folder of the ObjectARX SDK, the one that holds inc, inc-x64 and lib-x64")
 set(ARX_LIBRARIES rxapi acdb25 acge25 accore acad ac1st25 acui25 adui25
   CACHE STRING "Import libraries of the SDK's lib-x64 that the module links")
@@ -32,8 +33,9 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
 set(plugin ${CMAKE_SOURCE_DIR}/plugin)
 set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc)
-foreach(folder util engine batch ui ui/GridCtrl entry)
-  file(GLOB found CONFIGURE_DEPENDS ${plugin}/${folder}/*.cpp ${plugin}/${folder}/*.h)
+foreach(folder plane plugin/util plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
+  file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp
+    ${CMAKE_SOURCE_DIR}/${folder}/*.h)
   list(APPEND sources ${found})
 endforeach()
 # Shared and not a module: other modules may link the classes that it exports.

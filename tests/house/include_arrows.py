@@ -1,9 +1,9 @@
 """Checks who includes whom: each folder may include only itself and what lies below it.
 
-Reads the quoted and bracketed includes of every tracked or new source. The plug-in's folders may use
-headers under the SDK's and MFC's names (host/include), the standard library and one another
-downwards; nothing in host/ may know the plug-in; GUI, modelling and system headers are for the
-folders that wrap them.
+Reads the quoted and bracketed includes of every tracked or new source. plane/ may use the standard
+library alone; the plug-in's folders that, plane/, headers under the SDK's and MFC's names
+(host/include) and one another downwards; nothing in host/ may know the plug-in; GUI, modelling and
+system headers are for the folders that wrap them.
 """
 
 import pathlib
@@ -19,8 +19,8 @@ HOST = {
     "host/ge": ["host/base", "host/ge"],
     "host/db": ["host/base", "host/sys", "host/ge", "host/db"],
     "host/dxf": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf"],
-    "host/solid": ["host/base", "host/sys", "host/ge", "host/db", "host/solid"],
-    "host/ed": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed"],
+    "host/solid": ["plane", "host/base", "host/sys", "host/ge", "host/db", "host/solid"],
+    "host/ed": ["plane", "host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed"],
     "host/mfc": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed",
                  "host/mfc"],
 }
@@ -62,8 +62,8 @@ def faults_of(path, files):
     text = (ROOT / path).read_text(encoding="utf-8")
     folder = folder_of(path)
     faults = []
-    if folder in PLUGIN and SWITCH.search(text):
-        faults.append("a compiler or system switch in a plug-in folder")
+    if folder in PLUGIN + ["plane"] and SWITCH.search(text):
+        faults.append("a compiler or system switch in a folder that AutoCAD's module takes")
     if folder in PLUGIN and path.endswith(".cpp"):
         first = INCLUDE.search(text)
         if not first or first.group(2) != "StdAfx.h":
@@ -71,14 +71,16 @@ def faults_of(path, files):
     for bracket, name in INCLUDE.findall(text):
         target = resolve(path, name, files)
         if target is None:
-            if folder in PLUGIN and name not in STANDARD:
+            if folder in PLUGIN + ["plane"] and name not in STANDARD:
                 faults.append(f"<{name}> is neither the standard library's nor the SDK's")
             if folder == "host/include" and name.startswith("Q"):
                 faults.append(f"<{name}>: a GUI header under an SDK header")
             continue
         to = folder_of(target)
         if folder in PLUGIN:
-            allowed = PLUGIN[: PLUGIN.index(folder) + 1] + ["host/include"]
+            allowed = PLUGIN[: PLUGIN.index(folder) + 1] + ["plane", "host/include"]
+        elif folder == "plane":
+            allowed = ["plane"]
         elif folder == "host/include":
             allowed = ["host/include", "host/base", "host/ge", "host/db", "host/ed", "host/mfc", "host/solid"]
         elif folder in HOST:

@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""The plug-in's folders use nothing that Microsoft's compiler lacks or takes differently."""
+"""The plug-in's folders and plane/ use nothing that Microsoft's compiler lacks or takes differently."""
 import pathlib
 import re
 import sys
 
-FOLDERS = ("plugin",)
+FOLDERS = ("plane", "plugin")
 
 # What must not stand in code, and why. Comments and texts are taken out before.
 NEVER = [(re.compile(pattern), reason) for pattern, reason in [
@@ -42,7 +42,8 @@ HOMES = {
     "cmath": "sqrt fabs floor ceil sin cos tan atan atan2 hypot isfinite isnan fmod pow lround round "
              "nextafter",
     "numeric": "iota accumulate", "limits": "numeric_limits", "functional": "function",
-    "vector": "vector", "map": "map multimap", "set": "set multiset", "array": "array",
+    "string": "string", "string_view": "string_view", "charconv": "to_chars from_chars",
+    "stdexcept": "invalid_argument runtime_error", "vector": "vector", "map": "map multimap", "set": "set multiset", "array": "array",
     "deque": "deque", "memory": "unique_ptr shared_ptr make_unique make_shared weak_ptr",
     "optional": "optional nullopt", "unordered_map": "unordered_map unordered_multimap",
     "unordered_set": "unordered_set", "tuple": "tuple tie", "queue": "queue priority_queue",
@@ -95,7 +96,7 @@ def check(path, root, known):
         used = [name for name in names.split() if re.search(rf"\bstd::{name}\b", code)]
         if used and header not in have:
             yield f"std::{used[0]} without <{header}>"
-    if path.suffix == ".cpp":
+    if path.suffix == ".cpp" and root / "plugin" in path.parents:
         first = re.search(r'#include [<"]([^">]+)', text)
         if first is None or first[1] != "StdAfx.h":
             yield "StdAfx.h is not the first include"
