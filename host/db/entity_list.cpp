@@ -31,7 +31,8 @@ void EntityList::Append(Stub& stub) {
     m_live.push_back(&stub);
 }
 
-void EntityList::NoteErased() {
+void EntityList::NoteErased(const Stub& stub) {
+    m_firstErased = (std::min)(m_firstErased, stub.order);
     if (++m_erased >= kCompactFrom && m_erased * 2 > m_live.size()) Compact();
 }
 
@@ -47,8 +48,12 @@ void EntityList::NoteUnerased(Stub& stub) {
 
 void EntityList::Compact() {
     const size_t before = m_dormant.size();
-    size_t kept = 0;
-    for (Stub* const stub : m_live) {
+    const auto first =
+        std::lower_bound(m_live.begin(), m_live.end(), m_firstErased,
+                         [](const Stub* stub, Adesk::UInt32 order) { return stub->order < order; });
+    size_t kept = static_cast<size_t>(first - m_live.begin());
+    for (size_t i = kept; i < m_live.size(); ++i) {
+        Stub* const stub = m_live[i];
         if (stub->Has(kStubErased)) {
             stub->Set(kStubDormant);
             m_dormant.push_back(stub);
@@ -60,6 +65,7 @@ void EntityList::Compact() {
     std::inplace_merge(m_dormant.begin(), m_dormant.begin() + static_cast<std::ptrdiff_t>(before),
                        m_dormant.end(), ByOrder);
     m_erased = 0;
+    m_firstErased = kNoOrder;
 }
 
 void EntityList::DropPurged() {

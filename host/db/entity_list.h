@@ -14,10 +14,10 @@ public:
     // Appends; gives the stub its place. O(1).
     void Append(Stub& stub);
     // A member's stub was marked as erased. O(1) amortised.
-    void NoteErased();
+    void NoteErased(const Stub& stub);
     // A member's stub is no longer erased. O(n) when it had moved out.
     void NoteUnerased(Stub& stub);
-    // Forgets members whose memory was freed.
+    // Forgets members whose memory was freed. O(n) in what was appended behind the first of them.
     void DropPurged();
 
     // The neighbour of a member, or the first or last one for null; null at the end.
@@ -34,6 +34,8 @@ private:
     std::vector<Stub*> m_dormant;  // erased ones, rising by Stub::order
     size_t m_erased = 0;           // how many of m_live are erased
     Adesk::UInt32 m_nextOrder = 0;
+    Adesk::UInt32 m_firstErased = kNoOrder;  // no erased one of m_live lies before
+    static constexpr Adesk::UInt32 kNoOrder = 0xFFFFFFFF;
 };
 
 }  // namespace host

@@ -178,7 +178,7 @@ void SetErased(Stub& stub, bool erasing) {
             EntityList& list =
                 *Access::Entities(static_cast<AcDbBlockTableRecord&>(*owner->object));
             if (erasing)
-                list.NoteErased();
+                list.NoteErased(stub);
             else
                 list.NoteUnerased(stub);
         }
