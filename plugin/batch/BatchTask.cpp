@@ -2,6 +2,7 @@
 #include "BatchTask.h"
 
 #include "BatchSerial.h"
+#include "EnvelopeExport.h"
 #include "KnifeDiagramFactory.h"
 #include "Progress.h"
 
@@ -103,6 +104,7 @@ void BatchTask::run() {
 void BatchTask::exportAll(const CString& strFolder) {
     exportStatus = tools.empty() ? kBatchNotStarted : kBatchDone;
     const CString folder(strFolder);
+    const CExportRun exports;
     RunTools(*this, &BatchTask::exportStatus, [&folder](const BatchTask&, BatchTool& tool) {
         tool.exportSolid(folder);
         return tool.exportStatus;

@@ -3,6 +3,7 @@
 #include "BulkGenEncircleLineDlg.h"
 
 #include "DocumentLock.h"
+#include "EnvelopeExport.h"
 #include "ExportFolder.h"
 #include "KnifeDiagramFactory.h"
 #include "PickedTool.h"
@@ -106,6 +107,7 @@ void CBulkGenEncircleLineDlg::OnExportTools() {
         return;
     }
     bool bFailed = false;
+    const CExportRun exports;
     for (const int nRow : rows) {
         if (BatchTool* const pTool = FindTool(*pTask, nRow)) {
             pTool->exportSolid(strFolder);

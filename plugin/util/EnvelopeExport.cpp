@@ -20,7 +20,28 @@ E_ExportResult WriteAskedSat(const AcDbObjectId& solidId, const CString& strName
     return WriteSat(strPath, solidId) ? E_Export_Done : E_Export_NotSaved;
 }
 
+CExportRun* s_pRun = nullptr;
+// The last entity when kSolidLayer was emptied within the run; null before.
+AcDbObjectId s_emptiedToId;
+
+void EmptySolidLayer(const AcDbObjectId& layerId) {
+    EraseOnLayer(layerId, s_emptiedToId);
+    if (s_pRun != nullptr) {
+        s_emptiedToId = GetLastEntity();
+    }
+}
+
 }  // namespace
+
+CExportRun::CExportRun() : m_pOuter(s_pRun) {
+    s_pRun = this;
+    s_emptiedToId.setNull();
+}
+
+CExportRun::~CExportRun() {
+    s_pRun = m_pOuter;
+    s_emptiedToId.setNull();
+}
 
 void ExportEnvelopeSolid(const AcDbObjectId& envelopeId, const AcGePoint3d& centre,
                          const SExportCleanUp& cleanUp, const std::vector<SToolFrame>& frames,
@@ -63,7 +84,7 @@ E_ExportResult ExportToolSolid(const AcDbObjectId& envelopeId, const AcGePoint3d
         result = bWritten ? E_Export_Done : E_Export_NotSaved;
     }
     if (result != E_Export_Cancelled) {
-        EraseOnLayer(guard.GetLayerId());
+        EmptySolidLayer(guard.GetLayerId());
     }
     return result;
 }

@@ -32,11 +32,26 @@ void ExportEnvelopeSolid(const AcDbObjectId& envelopeId, const AcGePoint3d& cent
                          const SExportCleanUp& cleanUp, const std::vector<SToolFrame>& frames,
                          std::vector<CString>& failures);
 
+// Several exports in a row, for its life: the first looks for earlier solids in all of model space,
+// each later one only behind what the one before left last, so that its time does not grow with the
+// drawing. Only of use while nobody else moves older entities to kSolidLayer.
+class CExportRun {
+public:
+    CExportRun();
+    ~CExportRun();
+    CExportRun(const CExportRun&) = delete;
+    CExportRun& operator=(const CExportRun&) = delete;
+
+private:
+    CExportRun* m_pOuter;
+};
+
 // The same for one tool of a batch, without asking when a folder is given: to the folder's file of
 // the tool's name. The caller holds the document's lock.
 //
 // drawing   the solid lies on kSolidLayer, which is emptied once the file was tried; a cancelled
 //           choice leaves the solid there for the next export to clear. The current layer is
 //           restored on every path.
+// cost      the revolving, and opening every entity of model space unless a CExportRun is at work
 E_ExportResult ExportToolSolid(const AcDbObjectId& envelopeId, const AcGePoint3d& centre,
                                const CString& strName, const CString& strFolder);

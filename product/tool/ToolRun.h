@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "EnvelopeExport.h"
 #include "product/tool/EnvelopeRun.h"
 #include "apps/qzenvelope/Options.h"
 #include "product/picture/PictureBuilder.h"
@@ -38,6 +39,7 @@ private:
     AcDbDatabase& m_database;
     const BatchOptions& m_options;
     PictureBuilder* m_pictures;
+    CExportRun m_exports;  // nobody else touches the drawing meanwhile
     // Of the tool at hand.
     CEncircleTrace m_trace;
     Envelope m_envelope;

@@ -2,6 +2,7 @@
 #include "StdAfx.h"
 
 #include "EnvelopeExport.h"
+#include "EraseEntity.h"
 #include "RevolveSolid.h"
 #include "SatExport.h"
 
@@ -167,6 +168,34 @@ TEST_F(Export, ToolOfABatch) {
         EXPECT_EQ(ExportToolSolid(drawing.ids()[0], AcGePoint3d(), _T("x"), _T("")), E_Export_Done);
         EXPECT_EQ(Classes(drawing), "AcDbPolyline");
     }
+}
+
+// Within a run only what is new is looked at; nothing is left all the same, whatever came between.
+TEST_F(Export, RunOfManyTools) {
+    const CString folder = test::Widen(test::ScratchFolder()).c_str();
+    const auto tool = [&](const test::TestDrawing& drawing, int i, const CString& where) {
+        return ExportToolSolid(drawing.ids()[i], AcGePoint3d(), _T("qz_export_test"), where);
+    };
+    test::TestDrawing drawing("P 0,0 20,0 20,5 0,5 c | P 30,0 50,0 50,5 30,5 c | L 0,9 9,9");
+    const std::string before = Classes(drawing);
+    g_answer = CString();
+    EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
+    EXPECT_EQ(Classes(drawing), before + " AcDb3dSolid");
+    {
+        const CExportRun run;
+        EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
+        EXPECT_EQ(Classes(drawing), before) << "an earlier solid goes with the first of a run";
+        EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
+        EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
+        EXPECT_EQ(Classes(drawing), before) << "and one that was cancelled within it";
+        EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
+        ASSERT_TRUE(EraseById(drawing.ids()[2]));  // the entity up to which the layer was empty
+        EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
+        EXPECT_EQ(Classes(drawing), "AcDbPolyline AcDbPolyline");
+    }
+    EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
+    EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
+    EXPECT_EQ(Classes(drawing), "AcDbPolyline AcDbPolyline");
 }
 
 TEST_F(Export, ThroughARegion) {
