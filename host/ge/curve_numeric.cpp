@@ -61,14 +61,29 @@ double Estimate(const CurveEval& curve, double from, double to) {
     return half * sum;
 }
 
-double Halved(const CurveEval& curve, double from, double to, double whole, double total,
-              int depth) {
-    const double middle = 0.5 * (from + to);
-    const double left = Estimate(curve, from, middle), right = Estimate(curve, middle, to);
-    if (depth >= kMaxHalvings || std::fabs(left + right - whole) <= kLengthAgreement * total)
-        return left + right;
-    return Halved(curve, from, middle, left, total, depth + 1) +
-           Halved(curve, middle, to, right, total, depth + 1);
+// What the coordinates' own rounding makes of a length: differences of points at this distance
+// from the origin are wrong by some units of their last place, whatever the halving.
+constexpr double kLengthNoise = 64 * std::numeric_limits<double>::epsilon();
+// Estimates that one piece may cost. A cusp needs about fifty; noise would never end.
+constexpr int kMostEstimates = 4096;
+
+struct LengthSum {
+    const CurveEval& curve;
+    double tolerance;
+    int budget = kMostEstimates;
+
+    double Halved(double from, double to, double whole, int depth) {
+        const double middle = 0.5 * (from + to);
+        const double left = Estimate(curve, from, middle), right = Estimate(curve, middle, to);
+        budget -= 2;
+        if (depth >= kMaxHalvings || budget <= 0 || std::fabs(left + right - whole) <= tolerance)
+            return left + right;
+        return Halved(from, middle, left, depth + 1) + Halved(middle, to, right, depth + 1);
+    }
+};
+
+double FarthestCoordinate(const AcGePoint3d& p) {
+    return (std::max)({std::fabs(p.x), std::fabs(p.y), std::fabs(p.z)});
 }
 
 // Newton's method on (C - p) . C' = 0 inside [low, high], halving where it would leave or stall.
@@ -122,7 +137,10 @@ struct ChordWalk {
 
 double SmoothLength(const CurveEval& curve, double from, double to) {
     const double whole = Estimate(curve, from, to);
-    return Halved(curve, from, to, whole, whole, 0);
+    const double size = (std::max)(FarthestCoordinate(curve(from, 0, nullptr)),
+                                   FarthestCoordinate(curve(to, 0, nullptr)));
+    LengthSum sum{curve, (std::max)(kLengthAgreement * whole, kLengthNoise * size)};
+    return sum.Halved(from, to, whole, 0);
 }
 
 double NearestParam(const CurveEval& curve, const AcGeDoubleArray& breaks, int samples,

@@ -174,6 +174,33 @@ TEST(Nurb, FitPointsAreOnTheCurve) {
     EXPECT_TRUE(line.isPlanar(plane) && plane.isEqualTo(AcGePlane::kXYPlane));
 }
 
+// Some programs write a corner as control points at one place. The spans there have no length but
+// that of the coordinates' rounding, on which halving would go on for ever.
+TEST(Nurb, CornersAsEqualControlPoints) {
+    const AcGePoint3dArray corners = Array("0.1,0 0.1,10.1 20.3,10.7 20,15 60.123,15.77 60,0");
+    for (const int times : {3, 4, 5, 9})
+        for (const double away : {0.0, 1e3, 1e6}) {
+            SCOPED_TRACE(std::to_string(times) + " times at " + std::to_string(away));
+            const AcGeVector3d move(away, away / 7, 0);
+            AcGePoint3dArray controls;
+            double length = 0.0;
+            for (int i = 0; i < corners.length(); ++i) {
+                for (int k = 0; k < times; ++k) controls.append(corners[i] + move);
+                if (i > 0) length += corners[i].distanceTo(corners[i - 1]);
+            }
+            std::vector<double> knots(4, 0.0);
+            const int inner = controls.length() - 4;
+            for (int i = 1; i <= inner; ++i) knots.push_back(i);
+            knots.insert(knots.end(), 4, inner + 1.0);
+            const AcGeNurbCurve3d curve(3, Knots(knots), controls, false);
+            EXPECT_NEAR(length, curve.length(0.0, inner + 1.0), 1e-11 * (length + away));
+            AcGePoint3dArray points;
+            AcGeDoubleArray params;
+            curve.getSamplePoints(0.0, inner + 1.0, 1e-3, points, params);
+            EXPECT_LT(points.length(), 100 * inner);
+        }
+}
+
 TEST(Nurb, WrongDataMakeNoCurve) {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const struct {
