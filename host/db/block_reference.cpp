@@ -1,9 +1,9 @@
 #include <cmath>
 
 #include "dbents.h"
+#include "host/db/block_extents.h"
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
-#include "host/db/dimension_drawing.h"
 #include "host/db/entity_list.h"
 #include "host/db/entity_tools.h"
 #include "host/base/angles.h"
@@ -18,8 +18,8 @@ HOST_DEFINE_COPY(AcDbMInsertBlock)
 
 namespace {
 
-// References nested deeper than this are taken for a block that holds itself.
-constexpr int kMaxNesting = 64;
+// More entities than any drawing explodes one reference into; beyond it memory is what ends.
+constexpr double kMostPieces = 4e6;
 
 const AcDbBlockTableRecord* BlockOf(const AcDbBlockReference& reference) {
     const AcDbObjectId id = reference.blockTableRecord();
@@ -33,60 +33,6 @@ void ForEntities(const AcDbBlockTableRecord& block, Visit visit) {
     for (Stub* const stub : Access::Entities(block)->Live())
         if (const AcDbObject* const object = host::ObjectOf(*stub))
             visit(static_cast<const AcDbEntity&>(*object));
-}
-
-// Box of an entity after a map, as tight as its own extents are.
-void AddMoved(const AcDbEntity& entity, const AcGeMatrix3d& matrix, int depth, AcDbExtents& box);
-
-void AddBlock(const AcDbBlockReference& reference, const AcGeMatrix3d& outer, int depth,
-              AcDbExtents& box) {
-    const AcDbBlockTableRecord* const block = BlockOf(reference);
-    if (block == nullptr || depth > kMaxNesting) return;
-    for (const AcGeMatrix3d& cell : Access::Cells(reference)) {
-        const AcGeMatrix3d matrix = outer * cell;
-        ForEntities(*block, [&](const AcDbEntity& entity) {
-            // Attribute definitions are shown as the reference's attributes, constant ones as such.
-            const AcDbAttributeDefinition* const definition =
-                AcDbAttributeDefinition::cast(&entity);
-            if (definition != nullptr && !(definition->isConstant() && !definition->isInvisible()))
-                return;
-            if (entity.visibility() == AcDb::kVisible) AddMoved(entity, matrix, depth, box);
-        });
-    }
-}
-
-void AddAttributes(const AcDbBlockReference& reference, const AcGeMatrix3d& outer,
-                   AcDbExtents& box) {
-    for (const AcDbEntity* const attribute : Access::Owned(reference).Live())
-        if (attribute->visibility() == AcDb::kVisible) AddMoved(*attribute, outer, 0, box);
-}
-
-void AddMoved(const AcDbEntity& entity, const AcGeMatrix3d& matrix, int depth, AcDbExtents& box) {
-    if (const AcDbBlockReference* const nested = AcDbBlockReference::cast(&entity)) {
-        AddBlock(*nested, matrix, depth + 1, box);
-        AddAttributes(*nested, matrix, box);
-        return;
-    }
-    if (const AcDbDimension* const dimension = AcDbDimension::cast(&entity);
-        dimension != nullptr && host::DrawingOf(*dimension) != nullptr) {
-        // A turned or scaled copy would have no drawing any more.
-        const AcGeMatrix3d place = matrix * host::PlaceOfDrawing(*dimension);
-        ForEntities(*host::DrawingOf(*dimension), [&](const AcDbEntity& part) {
-            if (host::IsDrawnOfDimension(part)) AddMoved(part, place, depth + 1, box);
-        });
-        return;
-    }
-    AcDbExtents own;
-    AcDbEntity* moved = nullptr;
-    if (entity.getTransformedCopy(matrix, moved) == Acad::eOk) {
-        if (moved->getGeomExtents(own) == Acad::eOk) box.addExt(own);
-        delete moved;
-    } else if (entity.getGeomExtents(own) == Acad::eOk) {
-        // What cannot be mapped exactly (texts under unequal scales, unknown entities) is bounded
-        // by the map of its box.
-        own.transformBy(matrix);
-        box.addExt(own);
-    }
 }
 
 }  // namespace
@@ -230,24 +176,29 @@ std::vector<AcGeMatrix3d> AcDbBlockReference::cellTransforms() const { return {b
 
 Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
     AcDbExtents box;
-    AddBlock(*this, AcGeMatrix3d::kIdentity, 0, box);
-    AddAttributes(*this, AcGeMatrix3d::kIdentity, box);
+    host::AddShownBlock(*this, AcGeMatrix3d::kIdentity, box);
+    for (const AcDbEntity* const attribute : m_attributes.Live())
+        if (attribute->visibility() == AcDb::kVisible)
+            host::AddMoved(*attribute, AcGeMatrix3d::kIdentity, box);
     return host::FinishExtents(box, extents);
 }
 
 Acad::ErrorStatus AcDbBlockReference::geomExtentsBestFit(AcDbExtents& extents,
                                                          const AcGeMatrix3d& parent) const {
     AcDbExtents box;
-    AddBlock(*this, parent, 0, box);
+    host::AddShownBlock(*this, parent, box);
     return host::FinishExtents(box, extents);
 }
 
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& pieces) const {
     const AcDbBlockTableRecord* const block = BlockOf(*this);
     if (block == nullptr || block->isFromExternalReference()) return Acad::eCannotExplodeEntity;
+    const std::vector<AcGeMatrix3d> cells = cellTransforms();
+    const auto entities = static_cast<double>(Access::Entities(*block)->Live().size());
+    if (static_cast<double>(cells.size()) * entities > kMostPieces) return Acad::eOutOfMemory;
     std::vector<std::unique_ptr<AcDbEntity>> made;
     Acad::ErrorStatus es = Acad::eOk;
-    for (const AcGeMatrix3d& cell : cellTransforms())
+    for (const AcGeMatrix3d& cell : cells)
         ForEntities(*block, [&](const AcDbEntity& entity) {
             if (es != Acad::eOk) return;
             AcDbEntity* piece = nullptr;

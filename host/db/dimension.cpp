@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "dbdim.h"
+#include "host/db/block_extents.h"
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
 #include "host/db/dimension_drawing.h"
@@ -87,6 +88,11 @@ Acad::ErrorStatus AcDbDimension::subGetGeomExtents(AcDbExtents& extents) const {
             if (object == nullptr) continue;
             const auto& entity = static_cast<const AcDbEntity&>(*object);
             AcDbExtents own;
+            // Dimensions inside one another are followed there, without recursion.
+            if (AcDbDimension::cast(&entity) != nullptr) {
+                host::AddShownBlock(entity, place, box);
+                continue;
+            }
             if (!host::IsDrawnOfDimension(entity) || entity.getGeomExtents(own) != Acad::eOk)
                 continue;
             own.transformBy(place);

@@ -12,6 +12,7 @@
 #include "AddEntity.h"
 #include "ArcIndex.h"
 #include "ArcReader.h"
+#include "BlockSum.h"
 #include "EncircleLayers.h"
 #include "EncircleTrace.h"
 #include "EraseEntity.h"
@@ -79,8 +80,12 @@ public:
         const AcDbObjectId id = ids[index];
         const AcDbObjectId blockId = GetBlock(id);
         m_origins.resize(ids.length());
-        if (IsInside(index, blockId) || ids.length() > kMaxPieces) {
-            // A block that holds itself would go on for ever.
+        const bool bTooMany = ids.length() > kMaxPieces ||
+                              (m_origins[index].m_nReference < 0 && m_pieces.Of(id) > kMaxPieces);
+        if (bTooMany || (m_pieces.HasCycle() && IsInside(index, blockId))) {
+            // A block that holds itself would go on for ever, and one whose blocks hold blocks can
+            // come to more pieces than there is memory. Clones share the blocks, so that nothing
+            // of the sum changes while references are replaced.
             CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Explode, id);
             EraseById(id);
             return;
@@ -112,6 +117,7 @@ private:
     }
 
     CSourceExploder& m_exploder;
+    CBlockSum m_pieces = MakePieceCount();
     std::vector<SOrigin> m_origins;
 };
 

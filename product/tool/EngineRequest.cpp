@@ -40,6 +40,27 @@ void CheckLengths(const CEncircleCalInfo& parameters, double size) {
                                   "; set the task's parameters anew");
 }
 
+// "block 'NAME' (reference 1A)" for a reference, else its class and handle.
+std::string NameOf(const AcDbObjectId& id) {
+    const std::string handle = HandleText(id);
+    AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForRead);
+    AcString name;
+    if (reference.openStatus() != Acad::eOk ||
+        acdbSymUtil()->getSymbolName(name, reference->blockTableRecord()) != Acad::eOk)
+        return "entity " + handle;
+    return "block '" + ToUtf8(name) + "' (reference " + handle + ")";
+}
+
+void CheckPieces(const AcArray<AcDbObjectId>& picked) {
+    const PieceEstimate pieces = EstimatePieces(picked);
+    if (pieces.count > kMostSegments)
+        throw Failure(kUsage, NameOf(pieces.largest) +
+                                  Format(" makes most of the %.6g entities that what was picked "
+                                         "comes to, more than %.0f",
+                                         pieces.count, kMostSegments) +
+                                  "; pick without it by --window");
+}
+
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
     const double offX = std::max({box.minX - c.x, c.x - box.maxX, 0.0});
     const double offY = std::max({box.minY - c.y, c.y - box.maxY, 0.0});
@@ -90,6 +111,7 @@ void CheckRequest(const AcArray<AcDbObjectId>& picked, const Box& box,
                       "what was picked has no extents; pick lines, arcs, polylines or blocks");
     const double size = std::max(box.Width(), box.Height());
     CheckLengths(parameters, size);
+    CheckPieces(picked);
     const double precision = parameters.m_dArcPrecision;
     const double segments = EstimateSegments(picked, precision);
     if (segments > kMostSegments)

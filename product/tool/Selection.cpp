@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "apps/qzenvelope/Options.h"
+#include "plugin/engine/BlockSum.h"
 #include "plugin/engine/EncircleLayers.h"
 #include "plugin/util/EraseEntity.h"
 
@@ -38,50 +39,22 @@ private:
     std::unordered_map<AcDbObjectId, LayerState> m_layers;
 };
 
-// Adds up the chords of curves; each block is looked at once.
-class Estimator {
-public:
-    explicit Estimator(double precision) : m_precision(precision) {}
+// Chords that a curve is cut into.
+double CountChords(const AcDbEntity* entity, double precision) {
+    const auto* curve = AcDbCurve::cast(entity);
+    double end = 0, length = 0;
+    if (curve == nullptr || AcDbLine::cast(curve) != nullptr) return 0;
+    if (const auto* polyline = AcDbPolyline::cast(curve); polyline && !polyline->hasBulges())
+        return polyline->numVerts();
+    if (curve->getEndParam(end) != Acad::eOk || curve->getDistAtParam(end, length) != Acad::eOk)
+        return 0;
+    return length / precision;
+}
 
-    double Of(const AcDbObjectId& id) {
-        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) return 0;
-        if (const auto* reference = AcDbBlockReference::cast(entity.object())) {
-            const AcGeScale3d scale = reference->scaleFactors();
-            double copies = std::max(std::abs(scale.sx), std::abs(scale.sy));
-            if (const auto* array = AcDbMInsertBlock::cast(reference))
-                copies *= static_cast<double>(array->rows()) * array->columns();
-            return copies * OfBlock(reference->blockTableRecord());
-        }
-        const auto* curve = AcDbCurve::cast(entity.object());
-        double end = 0, length = 0;
-        if (curve == nullptr || AcDbLine::cast(curve) != nullptr) return 0;
-        if (const auto* polyline = AcDbPolyline::cast(curve); polyline && !polyline->hasBulges())
-            return polyline->numVerts();
-        if (curve->getEndParam(end) != Acad::eOk || curve->getDistAtParam(end, length) != Acad::eOk)
-            return 0;
-        return length / m_precision;
-    }
-
-private:
-    double OfBlock(const AcDbObjectId& blockId) {
-        const auto [known, isNew] = m_blocks.try_emplace(blockId, 0.0);
-        if (!isNew) return known->second;  // a block inside itself counts as nothing
-        AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForRead);
-        AcDbBlockTableRecordIterator* made = nullptr;
-        if (block.openStatus() != Acad::eOk || block->newIterator(made) != Acad::eOk) return 0;
-        double sum = 0;
-        const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
-        for (; !entities->done(); entities->step()) {
-            AcDbObjectId id;
-            if (entities->getEntityId(id) == Acad::eOk) sum += Of(id);
-        }
-        return m_blocks[blockId] = sum;
-    }
-
-    double m_precision;
-    std::unordered_map<AcDbObjectId, double> m_blocks;
-};
+double ScaleChords(const AcDbBlockReference* reference, double chords) {
+    const AcGeScale3d scale = reference->scaleFactors();
+    return std::max(std::abs(scale.sx), std::abs(scale.sy)) * CountCells(reference) * chords;
+}
 
 }  // namespace
 
@@ -148,10 +121,25 @@ Selection PickList::Pick(const std::optional<Box>& window) const {
 }
 
 double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {
-    Estimator estimator(arcPrecision);
+    CBlockSum chords([arcPrecision](const AcDbEntity* e) { return CountChords(e, arcPrecision); },
+                     ScaleChords);
     double sum = 0;
-    for (int i = 0; i < ids.length(); ++i) sum += estimator.Of(ids[i]);
+    for (int i = 0; i < ids.length(); ++i) sum += chords.Of(ids[i]);
     return sum;
+}
+
+PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids) {
+    PieceEstimate estimate;
+    CBlockSum pieces = MakePieceCount();
+    double most = 0;
+    for (int i = 0; i < ids.length(); ++i) {
+        const double count = pieces.Of(ids[i]);
+        estimate.count += count;
+        if (count <= most) continue;
+        most = count;
+        estimate.largest = ids[i];
+    }
+    return estimate;
 }
 
 }  // namespace app

@@ -49,4 +49,12 @@ private:
 // Number of chords into which the picked curves will be cut, blocks included, from above.
 double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision);
 
+// Entities that the picked ones come to when their blocks are taken apart, and the picked one that
+// comes to most; each block is looked at once.
+struct PieceEstimate {
+    double count = 0;
+    AcDbObjectId largest;
+};
+PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids);
+
 }  // namespace app

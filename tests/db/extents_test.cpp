@@ -179,6 +179,93 @@ TEST_F(Extents, WidthsThicknessAndUnbounded) {
     EXPECT_EQ(1.0, box.minPoint().x);
 }
 
+// A block in a block in a block ..., each holding references to the one before.
+class Nested : public Extents {
+protected:
+    Nested() {
+        last = AddBlock(L"B0");
+        Add(new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 5, 0)), last);
+    }
+    void Wrap(const std::vector<AcGePoint3d>& places, double turn = 0.0) {
+        const std::wstring name = L"B" + std::to_wstring(++count);
+        const AcDbObjectId block = AddBlock(name.c_str());
+        for (const AcGePoint3d& place : places) {
+            auto* reference = new AcDbBlockReference(place, last);
+            EXPECT_OK(reference->setRotation(turn));
+            Add(reference, block);
+        }
+        last = block;
+    }
+    AcDbExtents Box(const AcGePoint3d& at = AcGePoint3d()) {
+        return BoxOf(AcDbBlockReference(at, last));
+    }
+
+    AcDbObjectId last;
+    int count = 0;
+};
+
+TEST_F(Nested, TwoInEachOfForty) {
+    // Up to the budget every piece is taken by itself, after that each block once: 2^40 of them.
+    for (int i = 1; i <= 40; ++i) {
+        Wrap({AcGePoint3d(0, 0, 0), AcGePoint3d(1, 2, 0)}, i % 2 == 0 ? kPi / 2 : -kPi / 2);
+        Box();
+    }
+    const AcDbExtents box = Box(AcGePoint3d(100, 200, 0));
+    // Every second level stands, and its two steps go along the axes of the level around it.
+    AcDbExtents expected(AcGePoint3d(), AcGePoint3d(10, 5, 0));
+    for (int i = 1; i <= 40; ++i) {
+        expected.transformBy(AcGeMatrix3d::rotation(i % 2 == 0 ? kPi / 2 : -kPi / 2,
+                                                    AcGeVector3d::kZAxis, AcGePoint3d()));
+        expected.expandBy(AcGeVector3d(1, 2, 0));
+    }
+    EXPECT_NEAR(expected.minPoint().x + 100, box.minPoint().x, 1e-9);
+    EXPECT_NEAR(expected.minPoint().y + 200, box.minPoint().y, 1e-9);
+    EXPECT_NEAR(expected.maxPoint().x + 100, box.maxPoint().x, 1e-9);
+    EXPECT_NEAR(expected.maxPoint().y + 200, box.maxPoint().y, 1e-9);
+}
+
+TEST_F(Nested, AsDeepAsOneLikes) {
+    for (int i = 0; i < 20000; ++i) Wrap({AcGePoint3d(1, 0, 0)});
+    EXPECT_EQ(20010.0, Box().maxPoint().x);
+    EXPECT_EQ(20000.0, Box().minPoint().x);
+}
+
+TEST_F(Nested, ArraysOfArrays) {
+    // 90,000 cells in each of three levels; spacings and turns place the outermost cells.
+    const double turn = kPi / 2;
+    for (int i = 0; i < 3; ++i) {
+        const std::wstring name = L"A" + std::to_wstring(i);
+        const AcDbObjectId block = AddBlock(name.c_str());
+        auto* array = new AcDbMInsertBlock(AcGePoint3d(), last, 300, 300, 2.0, -3.0);
+        EXPECT_OK(array->setRotation(turn));
+        Add(array, block);
+        last = block;
+    }
+    // A level turns what is inside by a right angle; columns then go up and rows to the left.
+    double width = 10.0, height = 5.0;
+    for (int i = 0; i < 3; ++i) {
+        std::swap(width, height);
+        width += 299 * 3.0;
+        height += 299 * 2.0;
+    }
+    const AcDbExtents box = Box();
+    EXPECT_NEAR(width, box.maxPoint().x - box.minPoint().x, 1e-9);
+    EXPECT_NEAR(height, box.maxPoint().y - box.minPoint().y, 1e-9);
+    AcDbVoidPtrArray pieces;
+    Wrap(std::vector<AcGePoint3d>(100));
+    AcDbMInsertBlock many(AcGePoint3d(), last, 300, 300, 1.0, 1.0);
+    EXPECT_EQ(Acad::eOutOfMemory, many.explode(pieces));
+    EXPECT_TRUE(pieces.isEmpty());
+}
+
+TEST_F(Nested, InsideItself) {
+    Wrap({AcGePoint3d(1, 0, 0)});
+    const AcDbObjectId inner = last;
+    Wrap({AcGePoint3d(1, 0, 0)});
+    Add(new AcDbBlockReference(AcGePoint3d(7, 0, 0), last), inner);
+    EXPECT_EQ(12.0, Box().maxPoint().x);
+}
+
 TEST_F(Extents, Pictures) {
     AcDbWipeout wipeout;
     host::Access::Origin(wipeout) = AcGePoint3d(10, 20, 0);
