@@ -13,6 +13,7 @@ CommandLine::CommandLine(QWidget* parent)
       m_history(new QPlainTextEdit(this)),
       m_edit(new QLineEdit(this)),
       m_transcript([this](const std::string& text) {
+          m_log << text << std::flush;
           m_history->moveCursor(QTextCursor::End);
           m_history->insertPlainText(QString::fromStdString(text));
           m_history->verticalScrollBar()->setValue(m_history->verticalScrollBar()->maximum());
@@ -33,8 +34,21 @@ CommandLine::CommandLine(QWidget* parent)
 }
 
 bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
+    const auto* const key = static_cast<QKeyEvent*>(event);
+    // With nothing typed there is nothing of the line's own to take back or to erase.
+    if (event->type() == QEvent::ShortcutOverride && m_edit->text().isEmpty()) {
+        for (const QKeySequence::StandardKey own : {QKeySequence::Undo, QKeySequence::Redo,
+                                                    QKeySequence::SelectAll, QKeySequence::Delete})
+            if (key->matches(own)) {
+                event->ignore();
+                return true;
+            }
+    }
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
-    switch (static_cast<QKeyEvent*>(event)->key()) {
+    switch (key->key()) {
+        case Qt::Key_Space:
+            if (takesBlanks && takesBlanks()) return QWidget::eventFilter(watched, event);
+            [[fallthrough]];
         case Qt::Key_Return:
         case Qt::Key_Enter:
             Enter();
@@ -52,6 +66,11 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
         default:
             return QWidget::eventFilter(watched, event);
     }
+}
+
+bool CommandLine::LogTo(const std::string& path) {
+    m_log.open(path, std::ios::binary | std::ios::trunc);
+    return m_log.good();
 }
 
 void CommandLine::Enter() {

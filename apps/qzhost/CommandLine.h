@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QWidget>
+#include <fstream>
 #include <functional>
 
 #include "apps/qzhost/Transcript.h"
@@ -15,12 +16,17 @@ class CommandLine : public QWidget {
 public:
     explicit CommandLine(QWidget* parent = nullptr);
 
+    // Writes what is said from now on to a file as well. False when it cannot be written.
+    bool LogTo(const std::string& path);
+
     Transcript& Output() { return m_transcript; }
     QLineEdit& Edit() { return *m_edit; }
     QString History() const { return m_history->toPlainText(); }
 
     std::function<void(const std::wstring&)> onEnter;  // the line, which may be empty
     std::function<void()> onEscape;
+    // Whether a blank is part of what is typed now; else it ends it, as Enter does.
+    std::function<bool()> takesBlanks;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -30,6 +36,7 @@ private:
     void Recall(int step);
 
     QPlainTextEdit* m_history;
+    std::ofstream m_log;
     QLineEdit* m_edit;
     Transcript m_transcript;
     QStringList m_typed;

@@ -6,10 +6,14 @@
 #include <QFileDialog>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QMessageBox>
 #include <QToolBar>
+#include <QToolButton>
 #include <QVBoxLayout>
+#include <algorithm>
 
 #include "apps/qzhost/HostProgram.h"
+#include "host/db/build.h"
 #include "host/ed/session.h"
 #include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
@@ -35,13 +39,21 @@ Desktop::Desktop()
     resize(1280, 800);
     MakePanels();
     MakeMenus();
-    m_view->onClick = [this](const AcGePoint3d& point) { m_input.Click(point); };
+    m_view->onClick = [this](const AcGePoint3d& point, bool takesOut) {
+        m_input.Click(point, takesOut);
+    };
     m_view->onEnter = [this] { Type({}); };
     m_view->onMove = [this](const AcGePoint3d& point) {
-        statusBar()->showMessage(QString("%1, %2").arg(point.x, 0, 'f', 3).arg(point.y, 0, 'f', 3));
+        statusBar()->showMessage(QString("%1, %2").arg(point.x, 0, 'f', 4).arg(point.y, 0, 'f', 4));
+        m_input.Hover(point);
     };
     m_line->onEnter = [this](const std::wstring& line) { Type(line); };
     m_line->onEscape = [this] { m_input.Escape(); };
+    m_line->takesBlanks = [this] { return m_input.TakesBlanks(); };
+    m_input.onClosing = [this](const auto& documents) { return AskClosing(documents); };
+    m_input.onNameForSaving = [this](const AcApDocument& document) {
+        return AskSaveName(document);
+    };
     m_layers->onSwitch = [this](const std::wstring& layer, bool on) {
         Run(L"_.LAYER\n" + std::wstring(on ? L"ON\n" : L"OFF\n") + layer + L"\n");
     };
@@ -124,9 +136,38 @@ void Desktop::MakeMenus() {
     add(view, "Zoom all", QKeySequence(), false, [this] { m_view->ZoomExtents(); });
     add(view, "Zoom in", QKeySequence::ZoomIn, false, [this] { m_view->ZoomBy(kZoomStep); });
     add(view, "Zoom out", QKeySequence::ZoomOut, false, [this] { m_view->ZoomBy(1 / kZoomStep); });
+    QMenu* const drafting = menuBar()->addMenu("&Drafting");
+    AddToggle(*drafting, "Object snap", Qt::Key_F3, &PointAid::isSnapping);
+    AddToggle(*drafting, "Ortho", Qt::Key_F8, &PointAid::isOrtho);
+    AddToggle(*drafting, "Polar tracking", Qt::Key_F10, &PointAid::isPolar);
+    drafting->addSeparator();
+    for (const host::SnapModeName& name : host::SnapModeNames()) {
+        QAction* const action = drafting->addAction(QString::fromWCharArray(name.label));
+        action->setCheckable(true);
+        action->setChecked((m_input.Aid().modes & name.mode) != 0);
+        connect(action, &QAction::toggled, this, [this, mode = name.mode](bool isOn) {
+            unsigned& modes = m_input.Aid().modes;
+            modes = isOn ? modes | mode : modes & ~static_cast<unsigned>(mode);
+        });
+    }
     bar->addSeparator();
     add(tools, "Envelope", QKeySequence(), true, command(L"QZTOOLDESIGNProfileAuto3D"));
     add(tools, "Envelopes, many", QKeySequence(), true, command(L"QZTOOLDESIGNProfilesAuto3D"));
+}
+
+void Desktop::AddToggle(QMenu& menu, const char* text, Qt::Key key, bool PointAid::*state) {
+    QAction* const action = menu.addAction(text);
+    action->setShortcut(key);
+    action->setCheckable(true);
+    action->setChecked(m_input.Aid().*state);
+    auto* const button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setFocusPolicy(Qt::NoFocus);
+    statusBar()->addPermanentWidget(button);
+    connect(action, &QAction::toggled, this, [this, text, state](bool isOn) {
+        m_input.Aid().*state = isOn;
+        m_line->Output().Line(QString(text).toStdWString() + (isOn ? L" on" : L" off"));
+    });
 }
 
 void Desktop::Type(const std::wstring& line) {
@@ -167,6 +208,15 @@ void Desktop::Refresh() {
     m_view->Refresh();
     AcApDocument* const document = Session().Current();
     m_layers->Show(document == nullptr ? nullptr : document->database());
+    ShowChanges();
+}
+
+// A changed drawing carries a star on its tab and in the title.
+void Desktop::ShowChanges() {
+    std::vector<bool> changed;
+    for (const auto& document : Session().Documents())
+        changed.push_back(host::IsModified(*document->database()));
+    if (changed != m_changed) ShowTabs();
 }
 
 void Desktop::ShowState() {
@@ -178,15 +228,21 @@ void Desktop::ShowState() {
 
 void Desktop::ShowTabs() {
     m_isFillingTabs = true;
+    m_changed.clear();
     while (m_tabs->count() > 0) m_tabs->removeTab(0);
     for (const auto& document : Session().Documents()) {
-        const int index = m_tabs->addTab(QString::fromWCharArray(document->docTitle()));
+        m_changed.push_back(host::IsModified(*document->database()));
+        const QString name = QString::fromWCharArray(document->docTitle());
+        const int index = m_tabs->addTab(m_changed.back() ? name + "*" : name);
+        m_tabs->setTabToolTip(index, QString::fromWCharArray(document->fileName()));
         if (document.get() == Session().Current()) m_tabs->setCurrentIndex(index);
     }
     m_isFillingTabs = false;
     const AcApDocument* const current = Session().Current();
-    setWindowTitle(current == nullptr ? QString("QZHost")
-                                      : QString::fromWCharArray(current->docTitle()) + " - QZHost");
+    setWindowTitle(current == nullptr
+                       ? QString("QZHost")
+                       : QString::fromWCharArray(current->docTitle()) + "[*] - QZHost");
+    setWindowModified(current != nullptr && host::IsModified(*current->database()));
 }
 
 void Desktop::documentBecameCurrent(AcApDocument* document) {
@@ -213,23 +269,82 @@ void Desktop::AskSave(bool asksName) {
     AcApDocument* const document = Session().Current();
     if (document == nullptr) return;
     if (!asksName && document->imp().isTitled) return Run(L"_.QSAVE");
-    const QString name = QString::fromWCharArray(document->fileName());
-    const QString path = QFileDialog::getSaveFileName(this, "Save drawing", name, kFilter);
-    if (!path.isEmpty()) Run(L"_.SAVEAS\n" + path.toStdWString());
+    const std::wstring path = AskSaveName(*document);
+    if (!path.empty()) Run(L"_.SAVEAS\n" + path);
 }
 
+std::wstring Desktop::AskSaveName(const AcApDocument& document) {
+    const QString name = QString::fromWCharArray(document.fileName());
+    QFileDialog dialog(this, "Save drawing", name, kFilter);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix("dxf");
+    dialog.selectFile(name);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
+    return dialog.selectedFiles().first().toStdWString();
+}
+
+host::ClosingChoice Desktop::AskClosing(const std::vector<AcApDocument*>& documents) {
+    QStringList names;
+    for (const AcApDocument* const document : documents)
+        names << QString::fromWCharArray(document->docTitle());
+    const QString text = names.size() == 1
+                             ? QString("%1 has changes that are not saved.").arg(names[0])
+                             : QString("%1 drawings have changes that are not saved:\n%2")
+                                   .arg(names.size())
+                                   .arg(names.join("\n"));
+    QMessageBox box(QMessageBox::Question, "QZHost", text,
+                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
+    box.setTextFormat(Qt::PlainText);
+    box.setDefaultButton(QMessageBox::Save);
+    switch (box.exec()) {
+        case QMessageBox::Save:
+            return host::ClosingChoice::kSave;
+        case QMessageBox::Discard:
+            return host::ClosingChoice::kDiscard;
+        default:
+            return host::ClosingChoice::kStay;
+    }
+}
+
+// Tab moves between points to snap to while one is asked, not between widgets.
+bool Desktop::event(QEvent* event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto* const key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Tab || key->key() == Qt::Key_Backtab) && m_input.CycleSnap())
+            return true;
+    }
+    return QMainWindow::event(event);
+}
+
+// What is typed goes to the command line, wherever the focus is. A key that the line itself has
+// handed back is nobody's.
 void Desktop::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && m_input.Escape()) return;
-    // Whatever is typed goes to the command line, wherever the focus is.
-    m_line->Edit().setFocus();
-    QCoreApplication::sendEvent(&m_line->Edit(), event);
+    QLineEdit& edit = m_line->Edit();
+    const bool isText = !event->text().isEmpty() && event->text()[0].isPrint() &&
+                        !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    const int keys[] = {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Backspace,
+                        Qt::Key_Up,     Qt::Key_Down,  Qt::Key_Escape};
+    const bool isForLine =
+        isText || std::find(std::begin(keys), std::end(keys), event->key()) != std::end(keys);
+    if (!isForLine || m_isHandingOn) return QMainWindow::keyPressEvent(event);
+    m_isHandingOn = true;
+    edit.setFocus();
+    QCoreApplication::sendEvent(&edit, event);
+    m_isHandingOn = false;
 }
 
 void Desktop::closeEvent(QCloseEvent* event) {
+    event->ignore();
+    if (!m_isLeaving) {
+        std::vector<AcApDocument*> documents;
+        for (const auto& document : Session().Documents()) documents.push_back(document.get());
+        if (!Session().MayClose(documents)) return;
+        m_isLeaving = true;
+    }
     // What waits inside a prompt has to come back first.
     if (m_input.IsAsking() || m_isRunning || m_driver.IsInHostLoop()) {
         m_input.GiveUp();
-        event->ignore();
         QTimer::singleShot(0, this, [this] { close(); });
         return;
     }

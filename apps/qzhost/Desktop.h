@@ -36,6 +36,7 @@ public:
     void documentTitleUpdated(AcApDocument* document) override;
 
 protected:
+    bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
@@ -46,8 +47,12 @@ private:
     void Tick();
     void ShowTabs();
     void ShowState();
+    void ShowChanges();
     void AskOpen();
     void AskSave(bool asksName);
+    std::wstring AskSaveName(const AcApDocument& document);
+    host::ClosingChoice AskClosing(const std::vector<AcApDocument*>& documents);
+    void AddToggle(QMenu& menu, const char* text, Qt::Key key, bool PointAid::*state);
 
     host::QtWindowDriver m_driver;
     DrawingView* m_view;
@@ -60,6 +65,9 @@ private:
     std::vector<QAction*> m_idleActions;  // not while something is asked
     bool m_isRunning = false;
     bool m_isFillingTabs = false;
+    bool m_isHandingOn = false;   // a key to the command line
+    bool m_isLeaving = false;     // the question about changes has been answered
+    std::vector<bool> m_changed;  // by document, as shown
 };
 
 }  // namespace app

@@ -1,11 +1,15 @@
 #include "apps/qzhost/DesktopInput.h"
 
 #include <algorithm>
-#include <cwctype>
+#include <unordered_set>
 
 #include "acdocman.h"
+#include "apps/qzhost/Numbers.h"
+#include "host/base/plain_number.h"
+#include "host/ed/document_imp.h"
 #include "host/ed/entity_query.h"
 #include "host/ed/prompts.h"
+#include "host/ed/text_compare.h"
 #include "host/mfc/window_system.h"
 
 namespace app {
@@ -18,7 +22,9 @@ void DesktopInput::Wait(Kind kind) {
     m_answer = Answer();
     m_selection = SelectionAnswer();
     m_isDone = m_isOver;
+    m_takesOut = m_isAll = false;
     m_kind = kind;
+    m_aid.Reset();
     m_view.SetPicking(kind != kText);
     if (onChange) onChange();
     while (!m_isDone) {
@@ -31,6 +37,7 @@ void DesktopInput::Wait(Kind kind) {
     m_picked.clear();
     m_view.SetCorner({});
     m_view.SetPicked({});
+    m_view.SetAim({});
     m_view.SetPicking(false);
     if (onChange) onChange();
 }
@@ -39,13 +46,23 @@ SelectionAnswer DesktopInput::Select() {
     Wait(kSelection);
     return m_selection;
 }
-Answer DesktopInput::Point(const AcGePoint3d*) {
+Answer DesktopInput::Point(const host::PointRequest& request) {
+    m_request = &request;
     Wait(kPoint);
+    m_request = nullptr;
     return m_answer;
 }
-Answer DesktopInput::Text(bool) {
+Answer DesktopInput::Text(bool spacesAllowed) {
+    m_takesBlanks = spacesAllowed;
     Wait(kText);
     return m_answer;
+}
+
+host::ClosingChoice DesktopInput::Closing(const std::vector<AcApDocument*>& documents) {
+    return onClosing ? onClosing(documents) : host::ClosingChoice::kDiscard;
+}
+std::wstring DesktopInput::NameForSaving(const AcApDocument& document) {
+    return onNameForSaving ? onNameForSaving(document) : std::wstring();
 }
 
 void DesktopInput::GiveUp() {
@@ -61,58 +78,163 @@ bool DesktopInput::Escape() {
     return true;
 }
 
-bool DesktopInput::Click(const AcGePoint3d& point) {
+Aim DesktopInput::AimAt(const AcGePoint3d& pointer) {
+    return m_aid.At(pointer, m_view.PickAperture(), Base(),
+                    [this](const AcGePoint3d& at, double aperture) {
+                        return m_view.SourcesNear(at, aperture);
+                    });
+}
+
+void DesktopInput::Hover(const AcGePoint3d& point) {
+    m_pointer = point;
+    if (m_kind != kPoint) return;
+    AimView shown;
+    shown.aim = AimAt(point);
+    if (Base() != nullptr) shown.base = *Base();
+    if (m_request->drag) shown.drag = m_request->drag(shown.aim.point);
+    m_view.SetAim(std::move(shown));
+}
+
+bool DesktopInput::CycleSnap() {
+    if (m_kind != kPoint) return false;
+    m_aid.Cycle();
+    Hover(m_pointer);
+    return true;
+}
+
+bool DesktopInput::Click(const AcGePoint3d& point, bool takesOut) {
     if (m_kind == kSelection) {
-        Pick(point);
+        Pick(point, takesOut || m_takesOut);
         return true;
     }
     if (m_kind != kPoint) return false;
+    const Aim aim = AimAt(point);
     m_answer.kind = Answer::kGiven;
-    m_answer.point = point;
+    m_answer.point = aim.point;
+    const bool isOnCentreLine = aim.snap && aim.snap->mode == host::kSnapCentreLine;
+    m_line.Output().Line(L" < " + PointText(aim.point) +
+                         (aim.label.empty() ? L"" : L" (" + aim.label + L")") +
+                         (isOnCentreLine ? L", y of the centre line" : L""));
     Done();
     return true;
 }
 
-void DesktopInput::Pick(const AcGePoint3d& point) {
+void DesktopInput::Pick(const AcGePoint3d& point, bool takesOut) {
     AcDbDatabase& database = *curDoc()->database();
+    std::vector<AcDbObjectId> ids;
     if (m_corner) {
         const bool isCrossing = point.x < m_corner->x;
-        const AcGePoint3d corner = *m_corner;
+        ids = host::QueryRectangle(database, *m_corner, point, isCrossing);
         m_corner.reset();
-        Add(host::QueryRectangle(database, corner, point, isCrossing));
     } else if (const AcDbObjectId id = host::PickAt(database, point, m_view.PickAperture());
                !id.isNull()) {
-        Add({id});
+        ids = {id};
     } else {
         m_corner = point;
     }
     m_view.SetCorner(m_corner);
+    if (m_corner) return;
+    if (takesOut)
+        TakeOut(ids);
+    else
+        Add(ids);
 }
 
 void DesktopInput::Add(const std::vector<AcDbObjectId>& ids) {
-    for (const AcDbObjectId id : ids)
-        if (std::find(m_picked.begin(), m_picked.end(), id) == m_picked.end())
+    std::unordered_set<AcDbObjectId> known(m_picked.begin(), m_picked.end());
+    const bool isFirst = m_picked.empty();
+    size_t duplicates = 0;
+    for (const AcDbObjectId id : ids) {
+        if (known.insert(id).second)
             m_picked.push_back(id);
-    m_line.Output().Line(std::to_wstring(ids.size()) + L" found, " +
-                         std::to_wstring(m_picked.size()) + L" in all; Enter ends the selection.");
+        else
+            ++duplicates;
+    }
+    std::wstring said = std::to_wstring(ids.size()) + L" found";
+    if (duplicates > 0) said += L" (" + std::to_wstring(duplicates) + L" duplicate)";
+    if (!isFirst) said += L", " + std::to_wstring(m_picked.size()) + L" total";
+    m_line.Output().Line(said);
     m_view.SetPicked(m_picked);
+}
+
+void DesktopInput::TakeOut(const std::vector<AcDbObjectId>& ids) {
+    const std::unordered_set<AcDbObjectId> out(ids.begin(), ids.end());
+    const size_t before = m_picked.size();
+    m_picked.erase(std::remove_if(m_picked.begin(), m_picked.end(),
+                                  [&](AcDbObjectId id) { return out.count(id) > 0; }),
+                   m_picked.end());
+    m_isAll = false;
+    m_line.Output().Line(std::to_wstring(ids.size()) + L" found, " +
+                         std::to_wstring(before - m_picked.size()) + L" removed, " +
+                         std::to_wstring(m_picked.size()) + L" total");
+    m_view.SetPicked(m_picked);
+}
+
+void DesktopInput::EnterSelection(const std::wstring& text) {
+    const std::wstring word = host::ToUpper(text);
+    AcDbDatabase& database = *curDoc()->database();
+    host::PointRequest corner;
+    if (m_corner) corner.base = &*m_corner;
+    Answer typed;
+    if (word == L"ALL") {
+        m_isAll = !m_takesOut;
+        const auto ids = host::QueryEntities(database, host::QueryRules::ModeAll());
+        m_takesOut ? TakeOut(ids) : Add(ids);
+    } else if (word == L"P" || word == L"PREVIOUS") {
+        m_takesOut ? TakeOut(curDoc()->imp().previousSelection)
+                   : Add(curDoc()->imp().previousSelection);
+    } else if (word == L"L" || word == L"LAST") {
+        const auto ids = host::LastDisplayed(*curDoc());
+        m_takesOut ? TakeOut(ids) : Add(ids);
+    } else if (word == L"R" || word == L"REMOVE" || word == L"A" || word == L"ADD") {
+        m_takesOut = word[0] == L'R';
+        m_line.Output().Line(m_takesOut ? L"Remove objects:" : L"Select objects:");
+    } else if (host::ParseAnswer(text, corner, typed)) {
+        Pick(typed.point, m_takesOut);
+    } else {
+        m_line.Output().Line(L"Not a way to select: " + text +
+                             L"; pick, or type ALL, Previous, Last, Remove, Add or a point x,y.");
+    }
+}
+
+void DesktopInput::EnterPoint(const std::wstring& text) {
+    if (const auto modes = ParseSnapWord(text);
+        modes && host::MatchKeyword(text, m_request->keywords).empty()) {
+        m_aid.once = modes;
+        m_line.Output().Line(L"of");
+        Hover(m_pointer);
+        return;
+    }
+    double distance = 0.0;
+    if (host::ParseAnswer(text, *m_request, m_answer)) {
+        Done();
+    } else if (Base() != nullptr && host::ReadWholeNumber(text, distance)) {
+        // A distance alone goes from the base to where the pointer shows.
+        const AcGeVector3d out = AimAt(m_pointer).point - *Base();
+        if (out.length() == 0.0) return;
+        m_answer.kind = Answer::kGiven;
+        m_answer.point = *Base() + out * (distance / out.length());
+        Done();
+    } else {
+        m_line.Output().Line(L"Not a point: " + text +
+                             L"; type x,y or @x,y or distance<angle, or click.");
+    }
 }
 
 bool DesktopInput::Enter(const std::wstring& text) {
     if (!IsAsking()) return false;
     m_answer.text = text;
     m_answer.kind = text.empty() ? Answer::kEnter : Answer::kGiven;
-    std::wstring word;
-    for (const wchar_t c : text) word += static_cast<wchar_t>(std::towlower(c));
-    if (m_kind == kSelection && word == L"all") {
-        m_selection.kind = SelectionAnswer::kAll;
-    } else if (m_kind == kSelection && text.empty()) {
-        m_selection.kind = m_picked.empty() ? SelectionAnswer::kEnter : SelectionAnswer::kEntities;
+    if (m_kind == kSelection && text.empty()) {
+        m_selection.kind = m_isAll            ? SelectionAnswer::kAll
+                           : m_picked.empty() ? SelectionAnswer::kEnter
+                                              : SelectionAnswer::kEntities;
         m_selection.entities = m_picked;
-    } else if (m_kind != kText && !text.empty()) {
-        AcGePoint3d point;
-        if (host::ParsePoint(text, point)) return Click(point);
-        m_line.Output().Line(L"Neither a point x,y nor a way to select: " + text);
+    } else if (m_kind == kSelection) {
+        EnterSelection(text);
+        return true;
+    } else if (m_kind == kPoint && !text.empty()) {
+        EnterPoint(text);
         return true;
     }
     Done();

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "apps/qzhost/SnapMarkers.h"
 #include "host/db/stub.h"
 #include "host/ed/document_imp.h"
 
@@ -21,6 +22,8 @@ constexpr double kCapitalsOfFont = 0.72;  // height of capitals by height of the
 const QColor kPaper(0x21, 0x28, 0x30);
 const QColor kHighlight(0xFF, 0xA0, 0x20);
 const QColor kPicked(0x50, 0xA8, 0xFF);
+const QColor kRubber(0xF0, 0xE0, 0x60);
+const QColor kMarker(0x40, 0xE0, 0x60);
 
 }  // namespace
 
@@ -118,6 +121,19 @@ void DrawingView::SetCorner(std::optional<AcGePoint3d> corner) {
     update();
 }
 
+void DrawingView::SetAim(std::optional<AimView> aim) {
+    m_aim = std::move(aim);
+    update();
+}
+
+std::vector<const host::SnapSource*> DrawingView::SourcesNear(const AcGePoint3d& at,
+                                                              double aperture) {
+    Scene* const scene = CurrentScene();
+    if (scene == nullptr) return {};
+    scene->Update();
+    return scene->SourcesNear(QRectF(at.x - aperture, at.y - aperture, 2 * aperture, 2 * aperture));
+}
+
 void DrawingView::SetPicking(bool isPicking) {
     setCursor(isPicking ? Qt::CrossCursor : Qt::ArrowCursor);
 }
@@ -135,6 +151,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
         PaintItem(painter, item, std::find(m_picked.begin(), m_picked.end(), id) != m_picked.end());
     painter.restore();
     PaintCorner(painter);
+    PaintAim(painter);
 }
 
 void DrawingView::PaintItem(QPainter& painter, const SceneItem& item, bool isPicked) const {
@@ -176,6 +193,23 @@ void DrawingView::PaintCorner(QPainter& painter) const {
     painter.drawRect(QRectF(from, m_pointer).normalized());
 }
 
+void DrawingView::PaintAim(QPainter& painter) const {
+    if (!m_aim) return;
+    painter.setBrush(Qt::NoBrush);
+    const QPointF at = ToPixel(m_aim->aim.point);
+    if (m_aim->base) {
+        const QPointF from = ToPixel(*m_aim->base);
+        painter.setPen(QPen(m_aim->aim.isOnRay ? kMarker : kRubber, 1, Qt::DashLine));
+        painter.drawLine(from, at);
+    }
+    painter.setPen(QPen(kRubber, 1.2));
+    for (const host::Piece& piece : m_aim->drag)
+        painter.drawLine(ToPixel(piece.first), ToPixel(piece.second));
+    if (m_aim->aim.snap) PaintSnapMarker(painter, m_aim->aim.snap->mode, at);
+    if (!m_aim->aim.label.empty())
+        PaintTooltip(painter, at, QString::fromStdWString(m_aim->aim.label), rect());
+}
+
 void DrawingView::resizeEvent(QResizeEvent*) { KeepShape(); }
 
 void DrawingView::wheelEvent(QWheelEvent* event) {
@@ -191,7 +225,8 @@ void DrawingView::wheelEvent(QWheelEvent* event) {
 void DrawingView::mousePressEvent(QMouseEvent* event) {
     m_pointer = event->position();
     if (event->button() == Qt::MiddleButton) m_panFrom = m_pointer;
-    if (event->button() == Qt::LeftButton && onClick) onClick(ToWorld(m_pointer));
+    if (event->button() == Qt::LeftButton && onClick)
+        onClick(ToWorld(m_pointer), event->modifiers().testFlag(Qt::ShiftModifier));
     if (event->button() == Qt::RightButton && onEnter) onEnter();
 }
 
@@ -213,7 +248,7 @@ void DrawingView::mouseReleaseEvent(QMouseEvent* event) {
     constexpr double kDrag = 8.0;  // pixels
     if (event->button() == Qt::LeftButton && m_corner && onClick &&
         (event->position() - ToPixel(*m_corner)).manhattanLength() > kDrag)
-        onClick(ToWorld(event->position()));
+        onClick(ToWorld(event->position()), event->modifiers().testFlag(Qt::ShiftModifier));
 }
 
 void DrawingView::mouseDoubleClickEvent(QMouseEvent* event) {

@@ -9,10 +9,19 @@
 #include <vector>
 
 #include "acdocman.h"
+#include "apps/qzhost/PointAid.h"
 #include "apps/qzhost/Scene.h"
 #include "gepnt3d.h"
+#include "host/ed/outline.h"
 
 namespace app {
+
+// What is shown of a point that is being aimed at.
+struct AimView {
+    Aim aim;
+    std::optional<AcGePoint3d> base;  // a line is drawn from here
+    std::vector<host::Piece> drag;    // what would be drawn
+};
 
 // The wheel zooms about the pointer, the middle button pans, its double click shows everything.
 class DrawingView : public QWidget {
@@ -35,10 +44,13 @@ public:
     // What has been picked so far, drawn apart; and the corner a window begins at.
     void SetPicked(std::vector<AcDbObjectId> ids);
     void SetCorner(std::optional<AcGePoint3d> corner);
+    void SetAim(std::optional<AimView> aim);
+    // Entities near a place, to snap to.
+    std::vector<const host::SnapSource*> SourcesNear(const AcGePoint3d& at, double aperture);
     // While a point or entities are asked for the pointer is a cross.
     void SetPicking(bool isPicking);
 
-    std::function<void(const AcGePoint3d&)> onClick;
+    std::function<void(const AcGePoint3d&, bool takesOut)> onClick;
     std::function<void()> onEnter;  // the right button
     std::function<void(const AcGePoint3d&)> onMove;
 
@@ -57,12 +69,14 @@ private:
     void KeepShape();
     void PaintItem(QPainter& painter, const SceneItem& item, bool isPicked) const;
     void PaintCorner(QPainter& painter) const;
+    void PaintAim(QPainter& painter) const;
     size_t CountHighlighted() const;
 
     AcApDocument* m_document = nullptr;
     std::map<const AcApDocument*, std::unique_ptr<Scene>> m_scenes;
     std::vector<AcDbObjectId> m_picked;
     std::optional<AcGePoint3d> m_corner;
+    std::optional<AimView> m_aim;
     QPointF m_pointer;
     std::optional<QPointF> m_panFrom;
     size_t m_highlighted = 0;

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "dbmain.h"
+#include "host/ed/object_snap.h"
 
 namespace app {
 
@@ -25,6 +26,7 @@ struct SceneItem {
     AcDbObjectId id;
     QPainterPath path;
     std::vector<SceneLabel> labels;
+    QRectF box;  // of the path
     QRgb colour = 0;
     Qt::PenStyle style = Qt::SolidLine;
 };
@@ -46,6 +48,8 @@ public:
     const std::unordered_map<AcDbObjectId, SceneItem>& Items() const { return m_items; }
     // Of everything shown; null when that is nothing.
     QRectF Extents() const;
+    // What there is to snap to in entities whose boxes meet the rectangle. Until the next Update.
+    std::vector<const host::SnapSource*> SourcesNear(const QRectF& area);
 
     void objectAppended(const AcDbDatabase*, const AcDbObject* object) override { Note(object); }
     void objectModified(const AcDbDatabase*, const AcDbObject* object) override { Note(object); }
@@ -61,6 +65,7 @@ private:
 
     AcDbDatabase* m_database;
     std::unordered_map<AcDbObjectId, SceneItem> m_items;
+    std::unordered_map<AcDbObjectId, host::SnapSource> m_sources;  // made when first asked for
     std::unordered_set<AcDbObjectId> m_stale;
     bool m_isAllStale = true;
 };

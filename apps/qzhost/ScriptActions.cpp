@@ -112,7 +112,10 @@ void ScriptRunner::DoClose(const ScriptLine& line) {
     if (CheckDocument(line)) host::Session::Get().Close(*curDoc());
 }
 
-void ScriptRunner::DoCommand(const ScriptLine& line) { host::Session::Get().Execute(line.Rest(1)); }
+void ScriptRunner::DoCommand(const ScriptLine& line) {
+    if (!host::Session::Get().Execute(line.Rest(1)))
+        Fail(&line, L"there is no such command: " + line.text);
+}
 
 void ScriptRunner::DoPress(const ScriptLine& line) {
     std::vector<int> ids;

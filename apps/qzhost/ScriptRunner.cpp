@@ -105,8 +105,14 @@ bool ScriptRunner::ParseSelection(const ScriptLine& line, SelectionAnswer& answe
     }
     if (words.size() == 4 && (words[1] == L"window" || words[1] == L"crossing")) {
         answer.kind = words[1] == L"window" ? SelectionAnswer::kWindow : SelectionAnswer::kCrossing;
-        return host::ParsePoint(words[2], answer.corner1) &&
-               host::ParsePoint(words[3], answer.corner2);
+        host::Answer corner;
+        if (!host::ParseAnswer(words[2], {}, corner)) return false;
+        answer.corner1 = corner.point;
+        host::PointRequest second;
+        second.base = &answer.corner1;
+        if (!host::ParseAnswer(words[3], second, corner)) return false;
+        answer.corner2 = corner.point;
+        return true;
     }
     if (words.size() < 3 || words[1] != L"handles") return false;
     answer.kind = SelectionAnswer::kEntities;
@@ -120,16 +126,16 @@ bool ScriptRunner::ParseSelection(const ScriptLine& line, SelectionAnswer& answe
     return true;
 }
 
-Answer ScriptRunner::Point(const AcGePoint3d*) {
+Answer ScriptRunner::Point(const host::PointRequest& request) {
     Answer answer;
     const ScriptLine* const line = TakeAnswer(L"point");
     if (line == nullptr) return answer;
     m_transcript.Answer(L" < " + line->text);
     answer.kind = Answer::kEscape;
     if (line->Verb() != L"point") return answer;
-    answer.kind = line->Rest(1) == L"none" ? Answer::kEnter : Answer::kGiven;
-    answer.text = line->Rest(1);
-    if (answer.kind == Answer::kGiven && !host::ParsePoint(answer.text, answer.point)) {
+    if (line->Rest(1) == L"none") {
+        answer.kind = Answer::kEnter;
+    } else if (!host::ParseAnswer(line->Rest(1), request, answer)) {
         Fail(line, L"not a point: " + line->text);
         answer.kind = Answer::kEscape;
     }

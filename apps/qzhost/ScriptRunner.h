@@ -35,7 +35,7 @@ public:
 
     // host::UserInput
     host::SelectionAnswer Select() override;
-    host::Answer Point(const AcGePoint3d* base) override;
+    host::Answer Point(const host::PointRequest& request) override;
     host::Answer Text(bool spacesAllowed) override;
     void Print(const std::wstring& text) override;
     void UpdateDisplay() override;

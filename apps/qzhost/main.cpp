@@ -21,6 +21,7 @@ enum ExitStatus { kDone = 0, kFailed = 1, kUsage = 2 };
 
 struct Options {
     std::string script;
+    std::string log;
     std::vector<std::string> drawings;
     std::vector<std::string> modules;
     bool noModule = false;
@@ -101,6 +102,10 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
     }
     QApplication qt(argc, argv);
     app::Desktop desktop;
+    if (!options.log.empty() && !desktop.Line().LogTo(options.log)) {
+        std::cerr << "qzhost: cannot write the log " << options.log << "\n";
+        return kFailed;
+    }
     desktop.show();
     // What cannot be opened or loaded is told on the command line.
     static_cast<void>(OpenDrawings(options));
@@ -115,6 +120,8 @@ int main(int argc, char** argv) {
     CLI::App parser{"The embedded host: opens drawings, loads modules, runs their commands."};
     Options options;
     parser.add_option("--script", options.script, "run this script without a display");
+    parser.add_option("--log", options.log,
+                      "write what the desktop's command line says to this file");
     parser.add_option("--module", options.modules, "load this module instead of the usual one");
     parser.add_flag("--no-module", options.noModule, "load no module at the start");
     parser.add_option("drawings", options.drawings, "DXF drawings to open");

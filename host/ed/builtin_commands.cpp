@@ -47,7 +47,7 @@ CommandEnd QuickSave(AcApDocument* document) {
 }
 
 CommandEnd Close(AcApDocument* document) {
-    if (document == nullptr) return CommandEnd::kCancelled;
+    if (document == nullptr || !Session::Get().MayClose({document})) return CommandEnd::kCancelled;
     Session::Get().Close(*document);
     return CommandEnd::kEnded;
 }

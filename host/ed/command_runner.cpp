@@ -122,7 +122,10 @@ void Session::RunCommandLine(AcApDocument& document) {
     if (!target.IsKnown()) {
         NotifyEditor(
             [&typed](AcEditorReactor& reactor) { reactor.unknownCommand(typed.c_str(), nullptr); });
-        Print(L"\nUnknown command \"" + ToUpper(typed) + L"\".");
+        Print(L"\nUnknown command \"" + ToUpper(typed) + L"\". Press F1 or type HELP for a list.");
+        // What was meant for it must not become a command of its own.
+        document.imp().typed.DropPiece();
+        ++m_unknownCommands;
         return;
     }
     RunTarget(&document, target);
@@ -146,21 +149,26 @@ void Session::RunQueued() {
     m_isRunningQueue = false;
 }
 
-void Session::Execute(const std::wstring& line) {
+bool Session::Execute(const std::wstring& line) {
+    const int unknown = m_unknownCommands;
     if (m_current != nullptr) {
         m_current->imp().typed.Append(line + L"\n");
         RunQueued();
-        return;
+        return m_unknownCommands == unknown;
     }
-    const CommandTarget target = Resolve(ParseName(line));
+    const std::wstring name = line.substr(0, line.find_first_of(L" \n"));
+    const CommandTarget target = Resolve(ParseName(name));
     if (!target.IsKnown()) {
-        Print(L"\nUnknown command \"" + ToUpper(line) + L"\".");
-    } else if (!target.IsSession()) {
+        Print(L"\nUnknown command \"" + ToUpper(name) + L"\". Press F1 or type HELP for a list.");
+        return false;
+    }
+    if (!target.IsSession()) {
         Print(L"\n" + target.GlobalName() + L" needs an open drawing; OPEN or NEW one first.");
     } else {
         RunTarget(nullptr, target);
         RunQueued();
     }
+    return true;
 }
 
 }  // namespace host

@@ -10,6 +10,7 @@
 #include "dbid.h"
 #include "dbmain.h"
 #include "gepnt2d.h"
+#include "gepnt3d.h"
 #include "host/ed/typed_text.h"
 #include "host/ed/undo.h"
 #include "host/sys/file_identity.h"
@@ -43,6 +44,7 @@ struct DocumentImp {
     std::vector<AcDbObjectId> previousSelection;
     std::vector<AcDbObjectId> pickFirst;
     View view;
+    AcGePoint3d lastPoint;  // the last one given, which "@" counts from
 
     // How far from a curve a pick may be, in drawing units: a hundredth of the view's height, as
     // the pick box is on a screen.

@@ -16,6 +16,7 @@ struct PlaneCurve {
     // What it was made from; the two halves of a circle share one.
     int source = 0;
     bool isArc = false;
+    bool isChord = false;  // of a curve that is neither line nor arc
     // Of an arc: angle of the start in radians, and the turn to the end, counter-clockwise
     // positive, at most a full turn less something.
     AcGePoint2d center;

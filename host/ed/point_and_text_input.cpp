@@ -35,9 +35,11 @@ int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
     if (result == nullptr || Session::Get().Current() == nullptr) return RTERROR;
     const AcGePoint3d basePoint =
         base == nullptr ? AcGePoint3d() : AcGePoint3d(base[0], base[1], base[2]);
+    PointRequest request;
+    if (base != nullptr) request.base = &basePoint;
     Answer answer;
     do {
-        answer = AskPoint(TextOf(prompt), base == nullptr ? nullptr : &basePoint);
+        answer = AskPoint(TextOf(prompt), request);
     } while (answer.kind == Answer::kEnter && !TakesEnter());
     g_initGetBits = 0;
     if (answer.kind == Answer::kGiven) {

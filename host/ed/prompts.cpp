@@ -1,9 +1,8 @@
 #include "host/ed/prompts.h"
 
-#include <cmath>
-#include <cwchar>
-
+#include "host/base/plain_number.h"
 #include "host/ed/entity_query.h"
+#include "host/ed/point_text.h"
 #include "host/ed/session.h"
 #include "host/ed/text_compare.h"
 
@@ -25,6 +24,14 @@ Answer Typed(const std::wstring& text) {
     return answer;
 }
 
+// "@" counts from the last point given.
+Answer Remembered(Answer answer) {
+    AcApDocument* const document = Session::Get().Current();
+    if (answer.kind == Answer::kGiven && document != nullptr)
+        document->imp().lastPoint = answer.point;
+    return answer;
+}
+
 template <class T>
 T Unanswered(T answer) {
     if (answer.kind == T::kUnanswered) answer.kind = T::kEscape;
@@ -33,8 +40,9 @@ T Unanswered(T answer) {
 
 // Two corners from typed text; false when there are none.
 bool TypedCorners(TypedText& typed, SelectionAnswer& answer) {
-    return !typed.IsEmpty() && ParsePoint(typed.Next(false), answer.corner1) && !typed.IsEmpty() &&
-           ParsePoint(typed.Next(false), answer.corner2);
+    const AcGePoint3d last = Session::Get().Current()->imp().lastPoint;
+    return !typed.IsEmpty() && ParsePoint(typed.Next(false), last, answer.corner1) &&
+           !typed.IsEmpty() && ParsePoint(typed.Next(false), answer.corner1, answer.corner2);
 }
 
 // A selection typed as keystrokes: option words until an empty line.
@@ -63,33 +71,54 @@ SelectionAnswer TypedSelection(TypedText& typed) {
 
 }  // namespace
 
-bool ParsePoint(const std::wstring& text, AcGePoint3d& point) {
-    double values[3] = {0.0, 0.0, 0.0};
-    const wchar_t* at = text.c_str();
-    int count = 0;
-    for (; count < 3; ++count) {
-        wchar_t* end = nullptr;
-        values[count] = std::wcstod(at, &end);
-        if (end == at || !std::isfinite(values[count])) return false;
-        at = end;
-        if (*at != L',') break;
-        ++at;
+std::wstring MatchKeyword(const std::wstring& text, const std::vector<std::wstring>& keywords) {
+    const std::wstring typed = ToUpper(text);
+    if (typed.empty()) return {};
+    for (const std::wstring& keyword : keywords) {
+        const std::wstring whole = ToUpper(keyword);
+        std::wstring capitals;
+        size_t least = 0;  // letters up to the last capital
+        for (size_t i = 0; i < keyword.size(); ++i) {
+            if (keyword[i] != whole[i]) continue;
+            capitals += whole[i];
+            least = i + 1;
+        }
+        const bool isBeginning =
+            typed.size() >= least && whole.compare(0, typed.size(), typed) == 0;
+        if (typed == capitals || isBeginning) return whole;
     }
-    if (count == 0 || count == 3 || *at != 0) return false;
-    point.set(values[0], values[1], values[2]);
+    return {};
+}
+
+bool ParseAnswer(const std::wstring& text, const PointRequest& request, Answer& answer) {
+    answer.text = text;
+    const AcApDocument* const document = Session::Get().Current();
+    const AcGePoint3d last = document == nullptr ? AcGePoint3d() : document->imp().lastPoint;
+    const std::wstring keyword = MatchKeyword(text, request.keywords);
+    if (!keyword.empty()) {
+        answer.kind = Answer::kKeyword;
+        answer.text = keyword;
+    } else if (request.takesNumber && ReadWholeNumber(text, answer.number)) {
+        answer.kind = Answer::kNumber;
+    } else if (ParsePoint(text, request.base != nullptr ? *request.base : last, answer.point)) {
+        answer.kind = Answer::kGiven;
+    } else {
+        return false;
+    }
     return true;
 }
 
-Answer AskPoint(const std::wstring& prompt, const AcGePoint3d* base) {
+Answer AskPoint(const std::wstring& prompt, const PointRequest& request) {
     Session& session = Session::Get();
     session.Print(prompt);
     while (TypedText* typed = PendingText()) {
         Answer answer = Typed(typed->Next(false));
-        if (answer.kind == Answer::kEnter || ParsePoint(answer.text, answer.point)) return answer;
+        if (answer.kind == Answer::kEnter || ParseAnswer(answer.text, request, answer))
+            return Remembered(answer);
         session.Print(L"\nInvalid point: " + answer.text);
     }
     return session.Input() == nullptr ? Unanswered(Answer())
-                                      : Unanswered(session.Input()->Point(base));
+                                      : Remembered(Unanswered(session.Input()->Point(request)));
 }
 
 Answer AskText(const std::wstring& prompt, bool spacesAllowed) {

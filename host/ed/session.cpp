@@ -201,6 +201,21 @@ bool Session::Save(AcApDocument& document, const std::wstring& path) {
     return true;
 }
 
+bool Session::MayClose(const std::vector<AcApDocument*>& documents) {
+    std::vector<AcApDocument*> changed;
+    for (AcApDocument* const document : documents)
+        if (IsModified(*document->database())) changed.push_back(document);
+    if (changed.empty() || m_input == nullptr) return true;
+    const ClosingChoice choice = m_input->Closing(changed);
+    if (choice != ClosingChoice::kSave) return choice == ClosingChoice::kDiscard;
+    for (AcApDocument* const document : changed) {
+        const bool isTitled = document->imp().isTitled;
+        const std::wstring path = isTitled ? L"" : m_input->NameForSaving(*document);
+        if ((!isTitled && path.empty()) || !Save(*document, path)) return false;
+    }
+    return true;
+}
+
 void Session::Close(AcApDocument& document) {
     AcApDocument* const closing = &document;
     AcDbDatabase* const database = document.database();

@@ -48,6 +48,9 @@ public:
     bool Save(AcApDocument& document, const std::wstring& path);
     // Why the last save that failed did, since this was asked last; empty when none failed.
     std::wstring TakeSaveFailure() { return std::exchange(m_saveFailure, {}); }
+    // False when the user stays with one of these drawings, or a save that was asked for failed.
+    // Asks once for all that have changes; nothing when there are none.
+    bool MayClose(const std::vector<AcApDocument*>& documents);
     // Closes without saving; the next document becomes current.
     void Close(AcApDocument& document);
     void CloseAll();
@@ -66,8 +69,9 @@ public:
 
     // --- commands ---
     // Runs one command line in the current document: the name with its prefixes. Answers to prompts
-    // may follow, separated as typed. Then everything that was queued meanwhile.
-    void Execute(const std::wstring& line);
+    // may follow, separated as typed. Then everything that was queued meanwhile. False when a
+    // command among them is not known; what was typed behind it is dropped.
+    bool Execute(const std::wstring& line);
     // Runs what sendStringToExecute has queued for idle documents.
     void RunQueued();
     // Objects left open and locks left held, in all documents.
@@ -92,6 +96,7 @@ private:
     ReactorList<AcRxEventReactor> m_eventReactors;
     int m_newDrawings = 0;
     std::wstring m_saveFailure;
+    int m_unknownCommands = 0;  // since the start
     bool m_isRunningQueue = false;
 };
 

@@ -127,8 +127,10 @@ private:
         AcDbExtents box;
         if (curve.getGeomExtents(box) != Acad::eOk) return;
         const double size = box.minPoint().distanceTo(box.maxPoint());
+        const size_t before = m_curves.size();
         Halve(curve, {from, Flat(start)}, {to, Flat(end)}, (std::max)(kChordTol * size, kNodeTol),
               0);
+        for (size_t i = before; i < m_curves.size(); ++i) m_curves[i].isChord = true;
     }
 
     struct Sample {
@@ -162,6 +164,10 @@ std::vector<PlaneCurve> FindShownCurves(AcDbDatabase& database) {
         if (entity.openStatus() == Acad::eOk) collector.Add(*entity, 0);
     }
     return curves;
+}
+
+void AppendPlaneCurves(const AcDbEntity& entity, std::vector<PlaneCurve>& curves) {
+    Collector(curves).Add(entity, 0);
 }
 
 }  // namespace host

@@ -6,6 +6,7 @@
 #include "host/ed/plane_curve.h"
 
 class AcDbDatabase;
+class AcDbEntity;
 
 namespace host {
 
@@ -15,6 +16,9 @@ namespace host {
 // Left out: what is off, frozen or invisible, curves without an end, points, and anything with a
 // coordinate that is no number or beyond kMaxCoordinate.
 std::vector<PlaneCurve> FindShownCurves(AcDbDatabase& database);
+
+// Appends the curves of one entity, by the same rules.
+void AppendPlaneCurves(const AcDbEntity& entity, std::vector<PlaneCurve>& curves);
 
 constexpr double kChordTol = 1e-4;
 // Drawing units; doubles beyond it no longer tell kNodeTol apart.

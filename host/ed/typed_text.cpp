@@ -1,6 +1,13 @@
 #include "host/ed/typed_text.h"
 
+#include <algorithm>
+
 namespace host {
+
+void TypedText::Append(const std::wstring& text) {
+    m_text += text;
+    m_ends.push_back(m_text.size());
+}
 
 std::wstring TypedText::Next(bool spacesAllowed) {
     const wchar_t* const ends = spacesAllowed ? L"\n\r" : L" \n\r";
@@ -17,8 +24,16 @@ std::wstring TypedText::Next(bool spacesAllowed) {
     return answer;
 }
 
+void TypedText::DropPiece() {
+    // The piece of the last character taken; a piece that was used up is not the next one.
+    const auto end = std::lower_bound(m_ends.begin(), m_ends.end(), m_position);
+    if (end != m_ends.end()) m_position = *end;
+    if (IsEmpty()) Clear();
+}
+
 void TypedText::Clear() {
     m_text.clear();
+    m_ends.clear();
     m_position = 0;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -9,7 +10,7 @@ namespace host {
 // Enter too.
 class TypedText {
 public:
-    void Append(const std::wstring& text) { m_text += text; }
+    void Append(const std::wstring& text);
     bool IsEmpty() const { return m_position == m_text.size(); }
 
     // Takes the next answer, without the Enter that ended it; empty for Enter alone. The end of the
@@ -18,10 +19,13 @@ public:
 
     // Forgets the rest, as Esc does.
     void Clear();
+    // Forgets what came in one piece with the answer taken last.
+    void DropPiece();
 
 private:
     std::wstring m_text;
     size_t m_position = 0;
+    std::vector<size_t> m_ends;  // of the pieces that were appended
 };
 
 }  // namespace host

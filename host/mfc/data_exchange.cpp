@@ -3,6 +3,7 @@
 #include <climits>
 
 #include "afxwin.h"
+#include "host/base/plain_number.h"
 
 IMPLEMENT_DYNAMIC(CException, CObject)
 IMPLEMENT_DYNAMIC(CUserException, CException)
@@ -17,13 +18,15 @@ const TCHAR* SkipBlanks(const TCHAR* text) {
     return text;
 }
 
-// Whether the text is one number and nothing else; value is unchanged if not.
+// Whether the text is one decimal number and nothing else; value is unchanged if not. Words such
+// as inf, hexadecimal digits and what no double can hold are no numbers here.
 bool ParseReal(const TCHAR* text, double& value) {
     text = SkipBlanks(text);
     const TCHAR first = *text;
-    TCHAR* end = nullptr;
-    const double number = _tcstod(text, &end);
-    // What is no number reads as 0; a zero that is meant begins with its digit.
+    const wchar_t* end = text;
+    double number = 0.0;
+    if (!host::ReadNumber(end, number)) return false;
+    // A zero that is meant begins with its digit.
     if (number == 0.0 && first != _T('0')) return false;
     if (*SkipBlanks(end) != 0) return false;
     value = number;

@@ -51,13 +51,3 @@ TEST(TypedText, SplitsAtEnterAndBlanks) {
     EXPECT_EQ(L"A NAME", typed.Next(true));
     EXPECT_TRUE(typed.IsEmpty());
 }
-
-TEST(TypedText, PointsAreWholeOrNothing) {
-    AcGePoint3d point;
-    EXPECT_TRUE(ParsePoint(L"1.5,-2", point));
-    EXPECT_EQ(AcGePoint3d(1.5, -2, 0), point);
-    EXPECT_TRUE(ParsePoint(L"1,2,3", point));
-    EXPECT_EQ(3.0, point.z);
-    for (const wchar_t* bad : {L"", L"1", L"1,", L"1,2,", L"1,2,3,4", L"1,b", L"1,inf", L"1 ,2"})
-        EXPECT_FALSE(ParsePoint(bad, point)) << std::string(bad, bad + std::wcslen(bad));
-}

@@ -32,6 +32,8 @@ FAULTS = [
     ("activate 2\n", 1, "there is no document 2"),
     ("open missing.dxf\n", 1, "cannot be opened"),
     ("close\ndump layers\n", 2, "no drawing is open"),
+    ("command NOSUCH\n", 1, "no such command"),
+    ("command nosuch e\nselect all\n", 1, "no such command"),
     ("dump weather\n", 1, "nothing of that name"),
     ("file a.sat\n", 1, "nothing asks for this"),
     ("command QZTOOLDESIGNProfilesAuto3D\npress 188 1018\n", 2,

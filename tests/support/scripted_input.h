@@ -42,7 +42,7 @@ public:
     }
 
     host::SelectionAnswer Select() override { return Take(selections); }
-    host::Answer Point(const AcGePoint3d*) override { return Take(points); }
+    host::Answer Point(const host::PointRequest&) override { return Take(points); }
     host::Answer Text(bool) override { return Take(texts); }
     void Print(const std::wstring& text) override { transcript += text; }
 
