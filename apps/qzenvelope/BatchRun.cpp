@@ -6,19 +6,21 @@
 #include <filesystem>
 #include <set>
 
-#include "product/tool/Drawing.h"
-#include "product/tool/DrawingJob.h"
 #include "apps/qzenvelope/FileNumbers.h"
 #include "apps/qzenvelope/FileRoles.h"
+#include "apps/qzenvelope/JobMessage.h"
+#include "apps/qzenvelope/Output.h"
 #include "apps/qzenvelope/Progress.h"
-#include "product/report/Summary.h"
 #include "apps/qzenvelope/WorkerPool.h"
-#include "product/report/Page.h"
-#include "plugin/util/FileName.h"
+#include "FileName.h"
 #include "host/base/format.h"
-#include "host/sys/file_io.h"
 #include "host/solid/kernel.h"
 #include "host/solid/revolve.h"
+#include "host/sys/file_io.h"
+#include "product/base/Drawing.h"
+#include "product/report/Page.h"
+#include "product/report/Summary.h"
+#include "product/tool/DrawingRun.h"
 
 namespace app {
 namespace {
@@ -30,7 +32,7 @@ std::vector<NamedTool> ReadTable(const std::string& path) {
     host::FileBytes bytes;
     host::FileError error;
     if (!host::ReadWholeFile(path, bytes, error))
-        throw Failure(kUsage, path + ": the tools file cannot be read: " + error.reason);
+        throw Failure(Fault::Input, path + ": the tools file cannot be read: " + error.reason);
     return ReadToolTable(std::string(bytes.View()), path);
 }
 
@@ -38,10 +40,49 @@ void MakeFolder(const fs::path& folder, const char* option) {
     std::error_code error;
     fs::create_directories(folder, error);
     if (!fs::is_directory(folder))
-        throw Failure(kUsage, folder.string() + ": the folder cannot be made" +
-                                  (error ? ": " + error.message() : "") +
-                                  "; choose another place with " + option);
+        throw Failure(Fault::Request, folder.string() + ": the folder cannot be made" +
+                                          (error ? ": " + error.message() : "") +
+                                          "; choose another place with " + option);
 }
+
+// A refusal inside a worker that does not name its drawing by itself.
+template <class Work>
+void NameIn(const std::string& input, Work work) {
+    try {
+        work();
+    } catch (const Failure& failure) {
+        throw Failure(failure.Code(), input + ": " + failure.what());
+    }
+}
+
+// Sends on to the parent what a drawing's run tells.
+class Sender : public ToolListener {
+public:
+    Sender(const Send& send, bool withPictures) : m_send(send), m_withPictures(withPictures) {}
+
+    void OnToolBegins(size_t tool) override {
+        JobMessage message;
+        message.tool = tool;
+        m_send(ToText(message, false));
+    }
+    void OnToolEnds(size_t tool, ToolResult&& result) override {
+        JobMessage message;
+        message.kind = JobMessage::ToolEnds;
+        message.tool = tool;
+        message.result = std::move(result);
+        m_send(ToText(message, m_withPictures));
+    }
+    void Finish(DrawingResult&& result) {
+        JobMessage message;
+        message.kind = JobMessage::DrawingEnds;
+        message.drawing = std::move(result);
+        m_send(ToText(message, false));
+    }
+
+private:
+    const Send& m_send;
+    bool m_withPictures;
+};
 
 class Batch {
 public:
@@ -52,14 +93,16 @@ public:
 
     BatchResult Run() {
         const auto start = std::chrono::steady_clock::now();
+        m_result.out = m_options.request.out;
+        m_result.page = m_options.report;
         TakeInputs();
-        MakeFolder(m_options.out, "--out");
+        MakeFolder(m_options.request.out, "--out");
         if (!m_options.report.empty() && fs::path(m_options.report).has_parent_path())
             MakeFolder(fs::path(m_options.report).parent_path(), "--report");
         host::solid::InstallModeller();
         // Workers come into being with the kernel, instead of each loading it.
         std::string reason;
-        if (!m_options.report.empty() || m_options.step || m_options.stl)
+        if (!m_options.report.empty() || m_options.request.step || m_options.request.stl)
             host::solid::LoadKernel(reason);
         LookThrough();
         NameFiles();
@@ -81,7 +124,7 @@ private:
                 m_result.warnings.push_back(input + " is named twice; it is done once");
                 continue;
             }
-            DrawingJob job;
+            DrawingRequest job;
             job.number = m_jobs.size();
             job.input = input;
             m_jobs.push_back(job);
@@ -89,12 +132,13 @@ private:
             m_result.drawings.back().input = input;
         }
         std::vector<std::string> stems, extensions;
-        for (const DrawingJob& job : m_jobs) stems.push_back(fs::path(job.input).stem().string());
+        for (const DrawingRequest& job : m_jobs)
+            stems.push_back(fs::path(job.input).stem().string());
         std::vector<size_t> renamed;
         const std::vector<std::string> names = NumberedNames(stems, renamed);
         for (size_t i = 0; i < m_jobs.size(); ++i) {
             const fs::path file = names[i] + fs::path(m_jobs[i].input).extension().string();
-            m_jobs[i].output = (fs::path(m_options.out) / file).string();
+            m_jobs[i].output = (fs::path(m_options.request.out) / file).string();
         }
         CheckFiles();
         for (const size_t i : renamed)
@@ -108,16 +152,16 @@ private:
         const char* const folder = "choose another folder with --out";
         FileRoles files;
         files.Input(m_options.tools);
-        for (const DrawingJob& job : m_jobs) files.Input(job.input);
-        for (const DrawingJob& job : m_jobs) {
+        for (const DrawingRequest& job : m_jobs) files.Input(job.input);
+        for (const DrawingRequest& job : m_jobs) {
             files.Output(job.output, job.output, folder);
             for (const std::string& name : job.files) {
                 if (!IsFileName(host::Widen(name).c_str()))
                     continue;  // refused when the tool is exported
-                const std::string path = (fs::path(m_options.out) / name).string();
+                const std::string path = (fs::path(m_options.request.out) / name).string();
                 files.Output(path + ".sat", path + ".sat", folder);
-                if (m_options.step) files.Output(path + ".stp", path + ".stp", folder);
-                if (m_options.stl) files.Output(path + ".stl", path + ".stl", folder);
+                if (m_options.request.step) files.Output(path + ".stp", path + ".stp", folder);
+                if (m_options.request.stl) files.Output(path + ".stl", path + ".stl", folder);
             }
         }
         files.Output(m_options.report, "--report " + m_options.report,
@@ -129,7 +173,10 @@ private:
         WorkerPool pool;
         pool.work = [this](size_t i, const Send& send) {
             const Drawing drawing(m_jobs[i].input);
-            send(NamesToText(ToolNames(drawing.Database(), m_jobs[i].input, m_options, m_table)));
+            NameIn(m_jobs[i].input, [&] {
+                send(NamesToText(
+                    ToolNames(drawing.Database(), m_jobs[i].input, m_options.request, m_table)));
+            });
         };
         pool.onMessage = [this](size_t i, const std::string& text) {
             m_jobs[i].files = NamesFromText(text);
@@ -143,15 +190,13 @@ private:
 
     void Fail(size_t i, const WorkerEnd& end, bool isUnreadable) {
         DrawingResult& drawing = m_result.drawings[i];
-        // Most refusals name the file themselves.
-        const bool isNamed = end.how.find(drawing.input) != std::string::npos;
-        drawing.reason = isNamed ? end.how : drawing.input + ": " + end.how;
+        drawing.reason = end.isRefusal ? end.how : drawing.input + ": " + end.how;
         drawing.isUnreadable = isUnreadable;
     }
 
     void NameFiles() {
         std::vector<std::string> names;
-        for (const DrawingJob& job : m_jobs)
+        for (const DrawingRequest& job : m_jobs)
             names.insert(names.end(), job.files.begin(), job.files.end());
         std::vector<size_t> renamed;
         const std::vector<std::string> files = NumberedNames(names, renamed);
@@ -159,7 +204,7 @@ private:
             m_result.warnings.push_back("there is more than one tool " + names[i] +
                                         "; the files of one are named " + files[i]);
         size_t next = 0;
-        for (DrawingJob& job : m_jobs)
+        for (DrawingRequest& job : m_jobs)
             for (std::string& file : job.files) file = files[next++];
         for (size_t i = 0; i < m_jobs.size(); ++i) {
             m_result.drawings[i].tools.resize(m_jobs[i].files.size());
@@ -176,13 +221,18 @@ private:
         for (size_t i = 0; i < m_jobs.size(); ++i)
             if (!m_jobs[i].files.empty()) ready.push_back(i);
         std::vector<std::vector<char>> isTold;
-        for (const DrawingJob& job : m_jobs) isTold.emplace_back(job.files.size(), 0);
+        for (const DrawingRequest& job : m_jobs) isTold.emplace_back(job.files.size(), 0);
         std::vector<size_t> current(m_jobs.size(), 0);
         std::vector<std::chrono::steady_clock::time_point> started(m_jobs.size());
 
         WorkerPool pool;
         pool.work = [&](size_t i, const Send& send) {
-            RunDrawing(m_jobs[ready[i]], m_options, m_table, send);
+            const DrawingRequest& job = m_jobs[ready[i]];
+            Drawing drawing(job.input);
+            Sender sender(send, m_options.request.withPage);
+            NameIn(job.input, [&] {
+                sender.Finish(RunDrawing(drawing, job, m_options.request, m_table, sender));
+            });
         };
         pool.onMessage = [&](size_t i, const std::string& text) {
             const size_t job = ready[i];
@@ -207,7 +257,8 @@ private:
             const size_t job = ready[i];
             // It crashed at a tool that was not among the skipped: the others still can be done.
             const size_t tool = current[job];
-            if (tool < m_jobs[job].files.size() && m_jobs[job].skipped.insert(tool).second) {
+            if (!end.isRefusal && tool < m_jobs[job].files.size() &&
+                m_jobs[job].skipped.insert(tool).second) {
                 progress.Say(m_result.drawings[job].input + ": tool " + m_jobs[job].files[tool] +
                              ": the worker " + end.how + "; the drawing is done again without it");
                 return true;
@@ -221,36 +272,16 @@ private:
     const BatchOptions& m_options;
     std::vector<NamedTool> m_table;
     size_t m_atATime;
-    std::vector<DrawingJob> m_jobs;
+    std::vector<DrawingRequest> m_jobs;
     size_t m_total = 0;
     BatchResult m_result;
 };
 
-template <class Condition>
-size_t CountTools(const BatchResult& result, Condition condition) {
-    size_t count = 0;
-    for (const DrawingResult& drawing : result.drawings)
-        for (const ToolResult& tool : drawing.tools) count += condition(tool) ? 1 : 0;
-    return count;
-}
-
 }  // namespace
 
-size_t BatchResult::ToolCount() const {
-    return CountTools(*this, [](const ToolResult&) { return true; });
-}
-
-size_t BatchResult::FailedTools() const {
-    return CountTools(*this, [](const ToolResult& tool) { return !tool.IsGood(); });
-}
-
-size_t BatchResult::ToolsWithWarnings() const {
-    return CountTools(*this, [](const ToolResult& tool) { return tool.HasWarning(); });
-}
-
-ExitStatus BatchResult::Status() const {
-    ExitStatus status = FailedTools() > 0 ? kNoResult : kDone;
-    for (const DrawingResult& drawing : drawings)
+ExitStatus StatusOf(const BatchResult& result) {
+    ExitStatus status = result.FailedTools() > 0 ? kNoResult : kDone;
+    for (const DrawingResult& drawing : result.drawings)
         if (!drawing.reason.empty())
             status = std::max(status, drawing.isUnreadable ? kUsage : kNoResult);
     return status;
@@ -259,17 +290,14 @@ ExitStatus BatchResult::Status() const {
 ExitStatus RunBatch(const BatchOptions& options) {
     const BatchResult result = Batch(options).Run();
     if (!options.report.empty()) {
-        const std::string page = PageText(result, options);
+        const std::string page = PageText(result);
         host::FileError error;
         if (!host::WriteFileAtomically(options.report, {std::string_view(page)}, error))
-            throw Failure(kNoResult, options.report + ": the report cannot be written: " +
-                                         error.reason + "; choose another place with --report");
+            throw Failure(Fault::Output, options.report + ": the report cannot be written: " +
+                                             error.reason + "; choose another place with --report");
     }
-    const std::string text =
-        options.json ? BatchJson(result, options) : BatchSummary(result, options);
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-        throw Failure(kNoResult, "the standard output cannot be written");
-    return result.Status();
+    Print(options.json ? BatchJson(result) : BatchSummary(result));
+    return StatusOf(result);
 }
 
 }  // namespace app

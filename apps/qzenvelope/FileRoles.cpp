@@ -1,8 +1,11 @@
 #include "apps/qzenvelope/FileRoles.h"
 
-#include "apps/qzenvelope/Options.h"
+#include "product/base/Failure.h"
 
 namespace app {
+
+using product::Failure;
+using product::Fault;
 
 void FileRoles::Input(const std::string& path) {
     if (!path.empty()) m_inputs.emplace(host::IdentityOf(path), path);
@@ -16,22 +19,24 @@ void FileRoles::Output(const std::string& path, const std::string& as, const std
     const auto input = m_inputs.find(file);
     if (input != m_inputs.end() && !mayBeInput) {
         const bool isSameName = input->second == path;
-        throw Failure(kUsage, as +
-                                  (isSameName ? " is an input" : " is the input " + input->second) +
-                                  " and would be replaced; " + remedy);
+        throw Failure(Fault::Request,
+                      as + (isSameName ? " is an input" : " is the input " + input->second) +
+                          " and would be replaced; " + remedy);
     }
     const auto [other, isNew] = m_outputs.emplace(file, as);
-    if (!isNew) throw Failure(kUsage, other->second + " and " + as + " are one file; " + remedy);
+    if (!isNew)
+        throw Failure(Fault::Request, other->second + " and " + as + " are one file; " + remedy);
 }
 
-void CheckFiles(const ComputeOptions& options) {
+void CheckFiles(const product::ToolRequest& request) {
     FileRoles files;
-    files.Input(options.input);
+    files.Input(request.input);
+    const product::SolidFiles& solid = request.solid;
     const std::pair<const char*, const std::string*> outputs[] = {
-        {"-o ", &options.output},   {"--svg ", &options.svg}, {"--sat ", &options.sat},
-        {"--step ", &options.step}, {"--stl ", &options.stl}, {"--png ", &options.png}};
+        {"-o ", &request.output}, {"--svg ", &request.svg}, {"--sat ", &solid.sat},
+        {"--step ", &solid.step}, {"--stl ", &solid.stl},   {"--png ", &solid.png}};
     for (const auto& [option, path] : outputs)
-        files.Output(*path, option + *path, "choose another place", path == &options.output);
+        files.Output(*path, option + *path, "choose another place", path == &request.output);
 }
 
 }  // namespace app

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/sys/file_identity.h"
+#include "product/tool/ToolRequest.h"
 
 namespace app {
 
@@ -15,7 +16,7 @@ class FileRoles {
 public:
     // path  an empty one is no file, here and below
     void Input(const std::string& path);
-    // fails  Failure with kUsage when the file is an input or another output
+    // fails  Failure with Request when the file is an input or another output
     // as     how the request names it: "--svg out.svg", or the path alone
     // remedy what to do, for the end of the sentence
     // mayBeInput  the request says that the input is to be replaced
@@ -26,8 +27,7 @@ private:
     std::map<host::FileIdentity, std::string> m_inputs, m_outputs;  // as they were named
 };
 
-struct ComputeOptions;
 // Refuses a request whose files get in each other's way, before anything is done.
-void CheckFiles(const ComputeOptions& options);
+void CheckFiles(const product::ToolRequest& request);
 
 }  // namespace app

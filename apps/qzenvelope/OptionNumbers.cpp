@@ -5,6 +5,8 @@
 #include <charconv>
 #include <cmath>
 
+#include "product/base/Text.h"
+
 namespace app {
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
@@ -12,7 +14,7 @@ std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 std::vector<double> ReadNumbers(const std::string& option, const std::string& text, size_t count,
                                 const char* remedy) {
     const auto refuse = [&](const std::string& why) -> Failure {
-        return {kUsage, option + ": " + Quoted(text) + " " + why + "; " + remedy};
+        return {Fault::Request, option + ": " + Quoted(text) + " " + why + "; " + remedy};
     };
     std::vector<double> numbers;
     const char* at = text.data();
@@ -44,45 +46,60 @@ namespace {
 struct LengthOption {
     const char* name;
     std::string LengthTexts::*text;
-    double ToolOptions::*value;
+    double ToolParameters::*value;  // null: the chord tolerance, which is the solid's
     bool mayBeZero;
     const char* help;
+    const char* usual;  // what stands for the default; null: its number
 };
 
 const LengthOption kLengths[] = {
-    {"--point-tolerance", &LengthTexts::point, &ToolOptions::pointTolerance, false,
-     "points closer than this are one (0.0005)"},
-    {"--line-tolerance", &LengthTexts::line, &ToolOptions::lineTolerance, false,
-     "for tests between lines (0.001)"},
-    {"--horver-tolerance", &LengthTexts::horVer, &ToolOptions::horVerTolerance, false,
-     "a line is horizontal or vertical within this (1e-6)"},
-    {"--arc-precision", &LengthTexts::precision, &ToolOptions::arcPrecision, false,
-     "arcs and splines become chords about this long (0.3)"},
-    {"--side-length", &LengthTexts::side, &ToolOptions::sideLength, true,
-     "how far in the left and right ends are looked for (5)"},
-    {"--chord-tolerance", &LengthTexts::chord, &ToolOptions::chordTolerance, false,
-     "triangles of --stl leave the solid by no more (a thousandth of its diameter)"},
+    {"--point-tolerance", &LengthTexts::point, &ToolParameters::pointTolerance, false,
+     "points closer than this are one", nullptr},
+    {"--line-tolerance", &LengthTexts::line, &ToolParameters::lineTolerance, false,
+     "for tests between lines", nullptr},
+    {"--horver-tolerance", &LengthTexts::horVer, &ToolParameters::horVerTolerance, false,
+     "a line is horizontal or vertical within this", nullptr},
+    {"--arc-precision", &LengthTexts::precision, &ToolParameters::arcPrecision, false,
+     "arcs and splines become chords about this long", nullptr},
+    {"--side-length", &LengthTexts::side, &ToolParameters::sideLength, true,
+     "how far in the left and right ends are looked for", nullptr},
+    {"--chord-tolerance", &LengthTexts::chord, nullptr, false,
+     "triangles of --stl leave the solid by no more", "a thousandth of its diameter"},
 };
+
+// As people write it: 1e-6, not 1e-06.
+std::string Short(double number) {
+    std::string text = Figure(number);
+    if (const size_t at = text.find("e-0"); at != std::string::npos) text.erase(at + 2, 1);
+    return text;
+}
+
+// "points closer than this are one (0.0005)".
+std::string HelpOf(const LengthOption& length) {
+    const ToolParameters usual;
+    return std::string(length.help) + " (" +
+           (length.usual != nullptr ? length.usual : Short(usual.*length.value)) + ")";
+}
 
 }  // namespace
 
-void ReadLengths(const LengthTexts& texts, ToolOptions& options) {
+void ReadLengths(const LengthTexts& texts, ToolParameters& parameters, double& chordTolerance) {
     for (const LengthOption& length : kLengths) {
         const std::string& text = texts.*length.text;
         if (text.empty()) continue;
         const double number =
             ReadNumbers(length.name, text, 1, "give a length in drawing units")[0];
         if (number < 0 || (number == 0 && !length.mayBeZero))
-            throw Failure(kUsage, std::string(length.name) + ": " + text +
-                                      (number < 0 ? " is negative" : " leaves no length") +
-                                      "; give a positive length in drawing units");
-        options.*length.value = number;
+            throw Failure(Fault::Request, std::string(length.name) + ": " + text +
+                                              (number < 0 ? " is negative" : " leaves no length") +
+                                              "; give a positive length in drawing units");
+        (length.value != nullptr ? parameters.*length.value : chordTolerance) = number;
     }
 }
 
 void DeclareLengths(CLI::App& command, LengthTexts& texts) {
     for (const LengthOption& length : kLengths)
-        command.add_option(length.name, texts.*length.text, length.help);
+        command.add_option(length.name, texts.*length.text, HelpOf(length));
 }
 
 std::vector<std::string> LengthOptionNames() {

@@ -16,7 +16,7 @@ namespace app {
 std::string Quoted(const std::string& text);
 
 // Reads "X,Y,...": exactly `count` finite numbers, in C notation whatever the locale is.
-// fails  Failure with kUsage that names the option and ends with the remedy
+// fails  Failure with Request that names the option and ends with the remedy
 std::vector<double> ReadNumbers(const std::string& option, const std::string& text, size_t count,
                                 const char* remedy);
 
@@ -28,8 +28,8 @@ struct LengthTexts {
 void DeclareLengths(CLI::App& command, LengthTexts& texts);
 
 // Reads those that were given; the others keep their values.
-// fails  Failure with kUsage for what is no number, negative, or zero where that leaves no length
-void ReadLengths(const LengthTexts& texts, ToolOptions& options);
+// fails  Failure with Request for what is no number, negative, or zero where that leaves no length
+void ReadLengths(const LengthTexts& texts, ToolParameters& parameters, double& chordTolerance);
 
 // Names of the options that take numbers.
 std::vector<std::string> LengthOptionNames();

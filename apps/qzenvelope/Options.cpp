@@ -69,11 +69,19 @@ const char* const kBatchFooter =
 // More than any machine that draws tools has processors.
 constexpr int kMostJobs = 256;
 
-const char* const kAlgorithms[] = {"3", "hatch", "1", "2"};
+// In the order in which the help names them.
+constexpr Algorithm kAlgorithms[] = {Algorithm::Live, Algorithm::Hatch, Algorithm::First,
+                                     Algorithm::Second};
+
+std::vector<std::string> AlgorithmNames() {
+    std::vector<std::string> names;
+    for (const Algorithm algorithm : kAlgorithms) names.emplace_back(NameOf(algorithm));
+    return names;
+}
 
 Algorithm AlgorithmOf(const std::string& name) {
-    const auto found = std::find(std::begin(kAlgorithms), std::end(kAlgorithms), name);
-    return static_cast<Algorithm>(found - std::begin(kAlgorithms));
+    return *std::find_if(std::begin(kAlgorithms), std::end(kAlgorithms),
+                         [&](Algorithm algorithm) { return name == NameOf(algorithm); });
 }
 
 // Text of the options that are not taken over as they stand.
@@ -82,16 +90,17 @@ struct Texts {
     LengthTexts lengths;
 };
 
-void ReadPlaces(const Texts& texts, ComputeOptions& options) {
+void ReadPlaces(const Texts& texts, ToolRequest& request) {
     if (!texts.centre.empty()) {
         const auto n = ReadNumbers("--centre", texts.centre, 2, "give X,Y of a point on the axis");
-        options.centre = Point{n[0], n[1]};
-    } else if (!options.noAxis) {
+        request.axis = Axis::Level({n[0], n[1]});
+    } else if (!request.ignoresAxis) {
         throw Failure(
-            kUsage, "no centre given; add --centre X,Y, a point on the tool's axis, or --no-axis");
+            Fault::Request,
+            "no centre given; add --centre X,Y, a point on the tool's axis, or --no-axis");
     }
-    if (!options.centre && options.WantsSolidFile())
-        throw Failure(kUsage,
+    if (!request.axis && request.solid.Any())
+        throw Failure(Fault::Request,
                       "a solid needs its axis; add --centre X,Y, a point on the tool's axis");
     if (texts.window.empty()) return;
     const auto n = ReadNumbers("--window", texts.window, 4, "give two corners X1,Y1,X2,Y2");
@@ -99,82 +108,85 @@ void ReadPlaces(const Texts& texts, ComputeOptions& options) {
     window.Add(Point{n[0], n[1]});
     window.Add(Point{n[2], n[3]});
     if (window.Width() == 0 || window.Height() == 0)
-        throw Failure(kUsage, "--window: " + Quoted(texts.window) +
-                                  " has no area; give two opposite corners X1,Y1,X2,Y2");
-    options.window = window;
+        throw Failure(Fault::Request, "--window: " + Quoted(texts.window) +
+                                          " has no area; give two opposite corners X1,Y1,X2,Y2");
+    request.window = window;
 }
 
-void DeclareTool(CLI::App& command, ToolOptions& options, Texts& texts) {
+void DeclareTool(CLI::App& command, ToolParameters& parameters, bool& json, Texts& texts) {
     command.add_option("--half", texts.half, "the half to envelop: upper or lower (upper)")
-        ->check(CLI::IsMember({"upper", "lower"}));
+        ->check(CLI::IsMember({NameOf(Half::Upper), NameOf(Half::Lower)}));
     command
         .add_option("--algorithm", texts.algorithm,
                     "3: the outline seen from the sides; hatch: the boundary traced around the "
                     "tool, with its exact arcs; 1, 2: earlier forms of 3, whose arcs stay chords; "
                     "2 puts the envelope 1000 units to the right (3)")
-        ->check(CLI::IsMember(
-            std::vector<std::string>(std::begin(kAlgorithms), std::end(kAlgorithms))));
-    command.add_flag("--include-dashed", options.includeDashed, "keep dashed and centre lines");
-    command.add_flag("--vertical-ends", options.verticalEnds,
+        ->check(CLI::IsMember(AlgorithmNames()));
+    command.add_flag("--include-dashed", parameters.includeDashed, "keep dashed and centre lines");
+    command.add_flag("--vertical-ends", parameters.verticalEnds,
                      "close both ends by vertical lines down to the axis");
     DeclareLengths(command, texts.lengths);
-    command.add_flag("--json", options.json, "print one JSON object and nothing else");
+    command.add_flag("--json", json, "print one JSON object and nothing else");
 }
 
-void ReadTool(const Texts& texts, ToolOptions& options) {
-    options.lowerHalf = texts.half == "lower";
-    options.algorithm = AlgorithmOf(texts.algorithm);
-    ReadLengths(texts.lengths, options);
+void ReadTool(const Texts& texts, ToolParameters& parameters, double& chordTolerance) {
+    parameters.half = texts.half == NameOf(Half::Lower) ? Half::Lower : Half::Upper;
+    parameters.algorithm = AlgorithmOf(texts.algorithm);
+    ReadLengths(texts.lengths, parameters, chordTolerance);
 }
 
 void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
-    command.add_option("IN", options.input, "the drawing, a DXF file")->required();
+    ToolRequest& request = options.request;
+    command.add_option("IN", request.input, "the drawing, a DXF file")->required();
     command.add_option("--centre,--center", texts.centre, "X,Y of a point on the tool's axis");
     command.add_option("--window", texts.window, "X1,Y1,X2,Y2: pick inside this rectangle only");
-    DeclareTool(command, options, texts);
-    command.add_flag("--no-axis", options.noAxis, "pass no axis: the outline of all four sides");
-    command.add_option("-o,--output", options.output, "write the drawing with its envelope");
-    command.add_option("--svg", options.svg, "write a picture: drawing, envelope, shaded solid");
-    command.add_option("--sat", options.sat, "write the solid as SAT, version 7.0");
-    command.add_option("--step", options.step, "write the solid as STEP, AP214");
-    command.add_option("--stl", options.stl, "write the solid as binary STL");
-    command.add_option("--png", options.png, "write a picture of the solid above its profile");
+    DeclareTool(command, request.parameters, options.json, texts);
+    command.add_flag("--no-axis", request.ignoresAxis,
+                     "pass no axis: the outline of all four sides");
+    command.add_option("-o,--output", request.output, "write the drawing with its envelope");
+    command.add_option("--svg", request.svg, "write a picture: drawing, envelope, shaded solid");
+    command.add_option("--sat", request.solid.sat, "write the solid as SAT, version 7.0");
+    command.add_option("--step", request.solid.step, "write the solid as STEP, AP214");
+    command.add_option("--stl", request.solid.stl, "write the solid as binary STL");
+    command.add_option("--png", request.solid.png,
+                       "write a picture of the solid above its profile");
     command.footer(kComputeFooter);
 }
 
 void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
     command.add_option("DRAWING", options.inputs, "drawings, DXF files")->required();
-    command.add_option("--out", options.out,
+    BatchRequest& request = options.request;
+    command.add_option("--out", request.out,
                        "folder for the drawings with envelopes and a TOOL.sat each (out)");
     command.add_option("--report", options.report, "write a page to look at, an HTML file");
     command
         .add_option("--jobs", options.jobs, "drawings worked on at a time (one for each processor)")
         ->check(CLI::Range(1, kMostJobs));
-    command.add_option("--task", options.tasks, "run this stored task; may be repeated (all)")
+    command.add_option("--task", request.tasks, "run this stored task; may be repeated (all)")
         ->expected(1)
         ->take_all();
-    command.add_flag("--from-frames", options.fromFrames,
+    command.add_flag("--from-frames", request.fromFrames,
                      "find the tools by their frames although the drawing stores tasks");
     command.add_option("--tools", options.tools,
                        "CSV file that names the tools: name,centre x,centre y,x1,y1,x2,y2");
-    command.add_flag("--step", options.step, "write each solid as STEP too");
-    command.add_flag("--stl", options.stl, "write each solid as STL too");
-    DeclareTool(command, options, texts);
+    command.add_flag("--step", request.step, "write each solid as STEP too");
+    command.add_flag("--stl", request.stl, "write each solid as STL too");
+    DeclareTool(command, request.parameters, options.json, texts);
     command.footer(kBatchFooter);
 }
 
 // Ways to name the tools that exclude one another.
 void CheckBatch(const BatchOptions& options) {
     const char* const remedy = "; use one of the two";
-    if (!options.tools.empty() && !options.tasks.empty())
-        throw Failure(kUsage,
+    if (!options.tools.empty() && !options.request.tasks.empty())
+        throw Failure(Fault::Request,
                       std::string("--tools names the tools, --task takes stored ones") + remedy);
-    if (options.fromFrames && !options.tasks.empty())
+    if (options.request.fromFrames && !options.request.tasks.empty())
         throw Failure(
-            kUsage,
+            Fault::Request,
             std::string("--from-frames passes over the stored tasks, --task takes them") + remedy);
-    if (options.fromFrames && !options.tools.empty())
-        throw Failure(kUsage,
+    if (options.request.fromFrames && !options.tools.empty())
+        throw Failure(Fault::Request,
                       std::string("--tools names the tools, --from-frames finds them") + remedy);
 }
 
@@ -196,16 +208,18 @@ std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
 // The parser's own message does not name the word that is no command.
 void RequireCommand(const std::vector<std::string>& arguments, const CLI::App& app) {
     const char* const remedy = "; use compute, batch, info or copy, see qzenvelope --help";
-    if (arguments.empty()) throw Failure(kUsage, std::string("no command given") + remedy);
+    if (arguments.empty()) throw Failure(Fault::Request, std::string("no command given") + remedy);
     if (!arguments[0].empty() && arguments[0][0] == '-') return;
     for (const CLI::App* command : app.get_subcommands(nullptr))
         if (command->get_name() == arguments[0]) return;
-    throw Failure(kUsage, "there is no command " + Quoted(arguments[0]) + remedy);
+    throw Failure(Fault::Request, "there is no command " + Quoted(arguments[0]) + remedy);
 }
 
 }  // namespace
 
-const char* NameOf(Algorithm algorithm) { return kAlgorithms[static_cast<int>(algorithm)]; }
+ExitStatus StatusOf(Fault fault) {
+    return fault == Fault::Request || fault == Fault::Input ? kUsage : kNoResult;
+}
 
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
@@ -243,18 +257,22 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
                                  : info  ? " info"
                                  : copy  ? " copy"
                                          : "";
-        throw Failure(kUsage, std::string(error.what()) + "; see qzenvelope" + name + " --help");
+        throw Failure(Fault::Request,
+                      std::string(error.what()) + "; see qzenvelope" + name + " --help");
     }
     if (info) options.command = Options::Command::Info;
     if (copy) options.command = Options::Command::Copy;
     if (compute) {
         options.command = Options::Command::Compute;
-        ReadTool(texts, options.compute);
-        ReadPlaces(texts, options.compute);
+        ToolRequest& request = options.compute.request;
+        ReadTool(texts, request.parameters, request.solid.chordTolerance);
+        ReadPlaces(texts, request);
     }
     if (batch) {
         options.command = Options::Command::Batch;
-        ReadTool(texts, options.batch);
+        BatchRequest& request = options.batch.request;
+        ReadTool(texts, request.parameters, request.chordTolerance);
+        request.withPage = !options.batch.report.empty();
         CheckBatch(options.batch);
     }
     return options;

@@ -50,7 +50,7 @@ void Progress::Begin(const std::string& tool) {
     Show(false);
 }
 
-void Progress::End(const std::string& drawing, const ToolResult& result) {
+void Progress::End(const std::string& drawing, const product::ToolResult& result) {
     ++m_done;
     if (!result.IsGood()) ++m_failed;
     if (m_isTerminal) {

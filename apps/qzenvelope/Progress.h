@@ -21,7 +21,7 @@ public:
     Progress& operator=(const Progress&) = delete;
 
     void Begin(const std::string& tool);
-    void End(const std::string& drawing, const ToolResult& result);
+    void End(const std::string& drawing, const product::ToolResult& result);
     // A line of its own, above the bar.
     void Say(const std::string& line);
 

@@ -165,6 +165,7 @@ private:
         }
         WorkerEnd end;
         end.isWhole = worker.hasEnded && worker.reason.empty();
+        end.isRefusal = worker.hasEnded && !end.isWhole;
         if (!end.isWhole) end.how = worker.hasEnded ? worker.reason : HowItEnded(status);
         return end;
     }

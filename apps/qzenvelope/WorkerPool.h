@@ -14,8 +14,9 @@ using Send = std::function<void(const std::string& message)>;
 
 // How a worker ended.
 struct WorkerEnd {
-    bool isWhole = false;  // it returned from its work
-    std::string how;       // else what happened: "was ended by signal 11 (Segmentation fault)"
+    bool isWhole = false;    // it returned from its work
+    bool isRefusal = false;  // it threw; how is its text
+    std::string how;         // else what happened: "was ended by signal 11 (Segmentation fault)"
 };
 
 struct WorkerPool {

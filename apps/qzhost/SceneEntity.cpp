@@ -3,7 +3,7 @@
 #include <cmath>
 #include <memory>
 
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 #include "arxHeaders.h"
 #include "host/ed/outline.h"
 
@@ -42,7 +42,9 @@ QTransform Flat(const AcGeMatrix3d& m) {
     return QTransform(m(0, 0), m(1, 0), m(0, 1), m(1, 1), m(0, 3), m(1, 3));
 }
 
-QString PlainText(const std::string& text) { return QString::fromStdString(app::PlainText(text)); }
+QString PlainText(const std::string& text) {
+    return QString::fromStdString(product::PlainText(text));
+}
 
 SceneLabel LabelOf(const AcDbText& text) {
     const AcDb::TextHorzMode across = text.horizontalMode();
@@ -50,7 +52,7 @@ SceneLabel LabelOf(const AcDbText& text) {
     const AcGePoint3d at =
         text.isDefaultAlignment() || isStretched ? text.position() : text.alignmentPoint();
     SceneLabel label;
-    label.text = PlainText(ToUtf8(text.textStringConst()));
+    label.text = PlainText(product::ToUtf8(text.textStringConst()));
     label.height = text.height();
     label.anchor = across == AcDb::kTextRight                                ? 2
                    : across == AcDb::kTextMid || across == AcDb::kTextCenter ? 1
@@ -68,7 +70,7 @@ SceneLabel LabelOf(const AcDbText& text) {
 
 void AddLines(const AcDbMText& text, std::vector<SceneLabel>& labels) {
     ACHAR* contents = text.contents();
-    const std::vector<std::string> lines = PlainLines(ToUtf8(contents));
+    const std::vector<std::string> lines = product::PlainLines(product::ToUtf8(contents));
     acutDelString(contents);
     const double height = text.textHeight();
     const double step = height * 5 / 3 * text.lineSpacingFactor();

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <cmath>
 
-#include "product/tool/Text.h"
-#include "product/report/TraceReport.h"
+#include "product/base/Text.h"
+#include "product/check/TraceGaps.h"
 
-namespace app {
+namespace product {
 namespace {
 
 constexpr double kPointTolerances = 10;
@@ -17,9 +17,9 @@ constexpr double kNothing = 1e-4;
 
 std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
 
-void Add(ToolResult& result, Finding::Kind kind, bool isWarning, const std::string& text,
-         const std::optional<Point>& at = std::nullopt) {
-    result.findings.push_back({kind, isWarning, text, at});
+void Add(std::vector<Finding>& findings, Finding::Kind kind, bool isWarning,
+         const std::string& text, const std::optional<Point>& at = std::nullopt) {
+    findings.push_back({kind, isWarning, text, at});
 }
 
 // What never is part of an outline needs no person's look; the rest might have been meant to be.
@@ -35,7 +35,7 @@ bool IsSuspicious(CEncircleTrace::E_LeftOut reason) {
     }
 }
 
-void AddLeftOut(const CEncircleTrace::SLeftOut& left, ToolResult& result) {
+void AddLeftOut(const CEncircleTrace::SLeftOut& left, std::vector<Finding>& findings) {
     static const struct {
         CEncircleTrace::E_LeftOut reason;
         const char* text;
@@ -57,50 +57,53 @@ void AddLeftOut(const CEncircleTrace::SLeftOut& left, ToolResult& result) {
     std::string handles;
     for (const CString& handle : left.m_handles) handles += " " + ToUtf8(handle);
     if (IsSuspicious(left.m_reason) && !handles.empty()) text += ", handle" + handles;
-    Add(result, Finding::Kind::LeftOut, IsSuspicious(left.m_reason), text);
+    Add(findings, Finding::Kind::LeftOut, IsSuspicious(left.m_reason), text);
 }
 
 }  // namespace
 
-void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance, ToolResult& result) {
+void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
+                      std::vector<Finding>& findings) {
     for (const CEncircleTrace::SGap& gap : WideGaps(trace, pointTolerance)) {
         if (IsStep(gap, pointTolerance)) continue;
         const Point from{gap.m_from.x, gap.m_from.y}, to{gap.m_to.x, gap.m_to.y};
-        Add(result, Finding::Kind::Gap, true,
+        Add(findings, Finding::Kind::Gap, true,
             "gap of " + Figure(gap.m_dLength) + " bridged, " + Place(from) + " to " + Place(to),
             Point{(from.x + to.x) / 2, (from.y + to.y) / 2});
     }
-    for (const CEncircleTrace::SLeftOut& left : trace.m_leftOut) AddLeftOut(left, result);
-    for (const CString& note : trace.m_notes) Add(result, Finding::Kind::Note, true, ToUtf8(note));
+    for (const CEncircleTrace::SLeftOut& left : trace.m_leftOut) AddLeftOut(left, findings);
+    for (const CString& note : trace.m_notes)
+        Add(findings, Finding::Kind::Note, true, ToUtf8(note));
 }
 
-void AddMeetingFinding(const Envelope& envelope, ToolResult& result) {
-    if (!envelope.selfMeeting) return;
-    const Point at = envelope.selfMeeting->at;
-    const bool crosses = Crosses(envelope);
-    Add(result, Finding::Kind::Crossing, true,
+void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Finding>& findings) {
+    if (!meeting) return;
+    const Point at = meeting->at;
+    const bool crosses = Crosses(meeting);
+    Add(findings, Finding::Kind::Crossing, true,
         std::string("the envelope ") + (crosses ? "crosses" : "touches") + " itself at " +
             Place(at),
         at);
 }
 
-void AddOutlineFindings(const OutlineCheck& check, const CEncircleCalInfo& parameters,
-                        ToolResult& result) {
-    const double notable = std::max(kPointTolerances * parameters.m_tolPoint.equalPoint(),
-                                    kDiameterShare * result.diameter);
-    const char* const half = result.lowerHalf ? "lower" : "upper";
+OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasure& measure,
+                                  std::vector<Finding>& findings) {
+    const double notable =
+        std::max(kPointTolerances * measure.pointTolerance, kDiameterShare * measure.diameter);
+    const char* const half = measure.isLower ? "lower" : "upper";
+    OutlineFigures figures;
     if (!check.hasContour) {
-        Add(result, Finding::Kind::Outline, true,
+        Add(findings, Finding::Kind::Outline, true,
             std::string("the ") + half +
                 " half of the drawing encloses no area: the envelope has nothing to be compared "
                 "with");
-        return;
+        return figures;
     }
     if (check.envelope) {
         const Deviation& off = *check.envelope;
-        result.offContour = off.distance;
+        figures.offContour = off.distance;
         const bool isWarning = off.distance > notable;
-        Add(result, Finding::Kind::Outline, isWarning,
+        Add(findings, Finding::Kind::Outline, isWarning,
             off.distance < kNothing ? "the envelope lies on the drawing's contour"
                                     : "the envelope lies up to " + Figure(off.distance) +
                                           (off.isOutside ? " outside" : " inside") +
@@ -109,24 +112,25 @@ void AddOutlineFindings(const OutlineCheck& check, const CEncircleCalInfo& param
     }
     for (const OutlineCheck::Round& round : check.rounds)
         if (round.reach.distance > notable)
-            Add(result, Finding::Kind::Beyond, true,
+            Add(findings, Finding::Kind::Beyond, true,
                 "a full circle or ellipse on layer " + round.layer + " (handle " + round.handle +
                     ") reaches " + Figure(round.reach.distance) +
                     " beyond the envelope; such are no part of it",
                 round.reach.at);
     if (!check.hasOtherHalf) {
-        Add(result, Finding::Kind::Halves, false,
+        Add(findings, Finding::Kind::Halves, false,
             std::string("only the ") + half + " half is drawn");
     } else if (check.halves) {
         const Deviation& differ = *check.halves;
-        result.betweenHalves = differ.distance;
+        figures.betweenHalves = differ.distance;
         const bool isWarning = differ.distance > notable;
-        Add(result, Finding::Kind::Halves, isWarning,
+        Add(findings, Finding::Kind::Halves, isWarning,
             differ.distance < kNothing ? "upper and lower half agree"
                                        : "upper and lower half differ by up to " +
                                              Figure(differ.distance) + ", at " + Place(differ.at),
             isWarning ? std::optional<Point>(differ.at) : std::nullopt);
     }
+    return figures;
 }
 
-}  // namespace app
+}  // namespace product

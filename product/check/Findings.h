@@ -1,26 +1,40 @@
-// What the checks of a tool are told as.
+// What the checks of a tool are told as. Each operation adds to the findings and changes nothing
+// else; their order is the order in which a report shows them.
 #pragma once
 
-#include <string>
+#include <optional>
+#include <vector>
 
-#include "EncircleCalInfo.h"
 #include "EncircleTrace.h"
-#include "product/tool/EnvelopeRun.h"
-#include "product/tool/ToolResult.h"
+#include "product/check/Finding.h"
 #include "product/check/TrueOutline.h"
 
-namespace app {
+namespace product {
 
-// Bridged gaps, what was left out, notes of the engine.
-void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance, ToolResult& result);
+// Bridged gaps, what was left out, notes of the engine. A gap of the point tolerance or less is
+// none, and a step is no gap.
+void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
+                      std::vector<Finding>& findings);
 
 // Where an envelope meets itself.
-void AddMeetingFinding(const Envelope& envelope, ToolResult& result);
+void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Finding>& findings);
+
+// What the comparison is judged by.
+struct OutlineMeasure {
+    bool isLower = false;       // the half that the envelope is of
+    double pointTolerance = 0;  // drawing units
+    double diameter = 0;        // of the tool; 0: not known
+};
+
+// The distances that reports show; none where there was nothing to compare.
+struct OutlineFigures {
+    std::optional<double> offContour, betweenHalves;
+};
 
 // How the halves differ and how far the envelope lies from the contour. More than the larger of ten
 // point tolerances and a thousandth of the diameter is a warning: the chords that stand for splines
 // stay well below.
-void AddOutlineFindings(const OutlineCheck& check, const CEncircleCalInfo& parameters,
-                        ToolResult& result);
+OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasure& measure,
+                                  std::vector<Finding>& findings);
 
-}  // namespace app
+}  // namespace product

@@ -1,6 +1,6 @@
 #include "product/check/Geos.h"
 
-namespace app {
+namespace product {
 
 Geos::Geometry Geos::Lines(const Polylines& lines) const {
     std::vector<GEOSGeometry*> made;
@@ -77,4 +77,4 @@ double Near::DistanceTo(const Point& point) const {
     return distance;
 }
 
-}  // namespace app
+}  // namespace product

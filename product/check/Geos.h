@@ -3,10 +3,10 @@
 
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 #include "host/ed/geos_tools.h"
 
-namespace app {
+namespace product {
 
 // A line through points, and all of them together.
 using Polyline = std::vector<Point>;
@@ -44,4 +44,4 @@ private:
     const GEOSPreparedGeometry* m_prepared = nullptr;
 };
 
-}  // namespace app
+}  // namespace product

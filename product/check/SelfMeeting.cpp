@@ -3,9 +3,9 @@
 #include <numeric>
 #include <tuple>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 
-namespace app {
+namespace product {
 namespace {
 
 // Relative to the ring's size; see the declaration of FindSelfMeeting.
@@ -259,4 +259,4 @@ std::optional<SelfMeeting> FindSelfMeeting(const std::vector<Vertex>& ring) {
     return Finder(ring).Run();
 }
 
-}  // namespace app
+}  // namespace product

@@ -7,9 +7,9 @@
 #include <unordered_map>
 
 #include "EncircleLayers.h"
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 
-namespace app {
+namespace product {
 namespace {
 
 // How much a centre line may rise, of its length.
@@ -296,4 +296,4 @@ std::vector<Point> ChordsOf(const std::vector<Vertex>& ring, bool closed, double
     return points;
 }
 
-}  // namespace app
+}  // namespace product

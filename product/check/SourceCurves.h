@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 #include "arxHeaders.h"
 
-namespace app {
+namespace product {
 
 enum class CurveKind {
     Contour,  // may be part of an outline
@@ -51,4 +51,4 @@ std::vector<Point> ChordsOf(const std::vector<Vertex>& ring, bool closed, double
 
 constexpr int kMostChords = 20000;
 
-}  // namespace app
+}  // namespace product

@@ -4,11 +4,11 @@
 #include <cmath>
 #include <map>
 
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 #include "product/check/Geos.h"
 #include "product/check/SourceCurves.h"
 
-namespace app {
+namespace product {
 namespace {
 
 // Of the tool's size: what chords may leave their curves by, how far apart loose ends are joined.
@@ -256,4 +256,4 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool l
     return check;
 }
 
-}  // namespace app
+}  // namespace product

@@ -12,10 +12,10 @@
 #include <string>
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 #include "arxHeaders.h"
 
-namespace app {
+namespace product {
 
 // The farthest of two contours' points from one another.
 struct Deviation {
@@ -50,4 +50,4 @@ struct OutlineCheck {
 OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool lower,
                           bool withDashed, const std::vector<Vertex>& envelope, double tolerance);
 
-}  // namespace app
+}  // namespace product

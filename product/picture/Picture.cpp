@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace app {
+namespace product {
 
 void Path::MoveTo(Point p) {
     PathStep step;
@@ -73,4 +73,4 @@ void Path::AddEllipse(const Affine& place, double from, double to) {
     for (int i = 1; i <= 2; ++i) ArcTo(at(from + i * half), radiusX, radiusY, turn, false, ccw);
 }
 
-}  // namespace app
+}  // namespace product

@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 
-namespace app {
+namespace product {
 
 // x' = a x + c y + e, y' = b x + d y + f.
 struct Affine {
@@ -97,4 +97,4 @@ const char* SvgStyle();
 // RFC 4648.
 std::string Base64(const std::string& bytes);
 
-}  // namespace app
+}  // namespace product

@@ -3,12 +3,12 @@
 #include <cmath>
 #include <memory>
 
-#include "product/tool/Selection.h"
-#include "product/tool/Text.h"
+#include "product/base/Extents.h"
+#include "product/base/Text.h"
 #include "plugin/engine/EncircleLayers.h"
 #include "plugin/util/LayerTools.h"
 
-namespace app {
+namespace product {
 namespace {
 
 Affine Flat(const AcGeMatrix3d& m) {
@@ -237,4 +237,4 @@ void PictureBuilder::DrawMText(const AcDbEntity& entity, Shapes& out) {
     }
 }
 
-}  // namespace app
+}  // namespace product

@@ -6,7 +6,7 @@
 #include "product/picture/Picture.h"
 #include "arxHeaders.h"
 
-namespace app {
+namespace product {
 
 // Draws what is displayed in model space, block definitions once each. Solids, images and what the
 // database does not know are left out; so are envelopes, which are drawn from their own data.
@@ -74,4 +74,4 @@ private:
     std::unordered_map<AcDbObjectId, int> m_blocks;
 };
 
-}  // namespace app
+}  // namespace product

@@ -3,7 +3,7 @@
 
 #include "product/picture/PictureBuilder.h"
 
-namespace app {
+namespace product {
 namespace {
 
 // Pieces of a curve between two of its knots, each drawn as one cubic.
@@ -184,4 +184,4 @@ void PictureBuilder::DrawAnyCurve(const AcDbEntity& entity, Shapes& out) {
     AddStroke(CurvePath(*curve), out);
 }
 
-}  // namespace app
+}  // namespace product

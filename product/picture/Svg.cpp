@@ -3,9 +3,9 @@
 #include <cstdio>
 
 #include "product/picture/Picture.h"
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 
-namespace app {
+namespace product {
 namespace {
 
 constexpr double kLongSide = 1400;        // pixels of the picture's longer side
@@ -285,4 +285,4 @@ std::string Base64(const std::string& bytes) {
     return text;
 }
 
-}  // namespace app
+}  // namespace product

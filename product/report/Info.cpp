@@ -11,12 +11,12 @@
 #include "ToolFrame.h"
 
 #include "product/tool/EngineRequest.h"
-#include "apps/qzenvelope/Options.h"
-#include "product/tool/Selection.h"
+#include "product/base/Extents.h"
+#include "product/base/Failure.h"
 #include "product/report/SolidReport.h"
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 
-namespace app {
+namespace product {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -100,7 +100,7 @@ private:
                                                       AcDb::kForRead);
         AcDbBlockTableRecordIterator* made = nullptr;
         if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
-            throw Failure(kUsage, "the drawing has no model space that can be read");
+            throw Failure(Fault::Input, "the drawing has no model space that can be read");
         const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
         for (; !entities->done(); entities->step()) {
             AcDbObjectId id;
@@ -283,4 +283,4 @@ std::string InfoText(const Drawing& drawing, const std::string& path, bool asJso
     return asJson ? AsJson(info, drawing, path) : AsText(info, drawing, path);
 }
 
-}  // namespace app
+}  // namespace product

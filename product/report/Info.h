@@ -3,16 +3,16 @@
 
 #include <string>
 
-#include "product/tool/Drawing.h"
+#include "product/base/Drawing.h"
 
-namespace app {
+namespace product {
 
 // Layers with their state and what lies on them, entities by type, extents, frames with their tool
 // numbers, envelopes with the figures of their solids, a stored task list, faults in the file: as
 // text for a terminal, or as one JSON object.
 //
 // cost     opens every entity of model space once
-// fails    Failure with kUsage when the drawing has no model space
+// fails    Failure with Input when the drawing has no model space
 std::string InfoText(const Drawing& drawing, const std::string& path, bool asJson);
 
-}  // namespace app
+}  // namespace product

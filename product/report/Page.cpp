@@ -3,10 +3,10 @@
 #include <cstdio>
 
 #include "product/picture/Picture.h"
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 #include "host/solid/revolve.h"
 
-namespace app {
+namespace product {
 namespace {
 
 std::string Number(const char* format, double value) {
@@ -37,8 +37,7 @@ std::string Renamed(const std::string& svg, size_t row) {
 
 class Writer {
 public:
-    Writer(const BatchResult& result, const BatchOptions& options)
-        : m_result(result), m_options(options) {}
+    explicit Writer(const BatchResult& result) : m_result(result) {}
 
     std::string Run() {
         Head();
@@ -81,7 +80,7 @@ private:
                  (m_result.drawings.size() == 1 ? " drawing" : " drawings") + ", " +
                  Number("%.1f", m_result.seconds) + " s, " +
                  host::solid::IsoDateText(host::solid::StampTime()) + ", files in " +
-                 Escaped(m_options.out) + "</p>\n";
+                 Escaped(m_result.out) + "</p>\n";
         m_out +=
             "<p class=\"controls\"><label>Find <input type=\"search\" id=\"find\"></label> "
             "<label>Show <select id=\"show\"><option value=\"\">every tool</option>"
@@ -177,15 +176,12 @@ private:
     }
 
     const BatchResult& m_result;
-    const BatchOptions& m_options;
     std::string m_out;
     size_t m_row = 0;
 };
 
 }  // namespace
 
-std::string PageText(const BatchResult& result, const BatchOptions& options) {
-    return Writer(result, options).Run();
-}
+std::string PageText(const BatchResult& result) { return Writer(result).Run(); }
 
-}  // namespace app
+}  // namespace product

@@ -3,17 +3,17 @@
 
 #include <string>
 
-#include "apps/qzenvelope/BatchRun.h"
+#include "product/report/BatchResult.h"
 
-namespace app {
+namespace product {
 
 // A row for each tool: profile with envelope, shaded solid, figures and findings; sortable by
 // column, to be searched, narrowed down and printed. Scripts, styles and pictures are inside; the
 // page forbids itself the network.
-std::string PageText(const BatchResult& result, const BatchOptions& options);
+std::string PageText(const BatchResult& result);
 
 // The look and the behaviour of the page.
 const char* PageStyle();
 const char* PageScript();
 
-}  // namespace app
+}  // namespace product

@@ -1,6 +1,6 @@
 #include "product/report/Page.h"
 
-namespace app {
+namespace product {
 
 const char* PageStyle() {
     return R"css(
@@ -101,4 +101,4 @@ show.addEventListener('change', narrow);
 )js";
 }
 
-}  // namespace app
+}  // namespace product

@@ -3,11 +3,11 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "product/base/Text.h"
+#include "product/check/TraceGaps.h"
 #include "product/report/SolidReport.h"
-#include "product/tool/Text.h"
-#include "product/report/TraceReport.h"
 
-namespace app {
+namespace product {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -18,7 +18,7 @@ Json Corners(const Box& box) {
 }
 
 Json MeetingJson(const Envelope& envelope) {
-    Json json = {{"crosses", Crosses(envelope)}};
+    Json json = {{"crosses", Crosses(envelope.selfMeeting)}};
     if (!envelope.selfMeeting) return json;
     const SelfMeeting& meeting = *envelope.selfMeeting;
     json["kind"] = MeetingName(meeting.kind);
@@ -47,22 +47,23 @@ Json AlgorithmJson(Algorithm algorithm) {
     return name.size() == 1 ? Json(name[0] - '0') : Json(name);
 }
 
-Json ParametersJson(const ComputeOptions& options) {
-    return {{"centre", options.centre ? Json{options.centre->x, options.centre->y} : Json()},
-            {"window", options.window ? Corners(*options.window) : Json()},
-            {"half", options.lowerHalf ? "lower" : "upper"},
-            {"algorithm", AlgorithmJson(options.algorithm)},
-            {"include_dashed", options.includeDashed},
-            {"vertical_ends", options.verticalEnds},
-            {"axis", !options.noAxis},
-            {"point_tolerance", options.pointTolerance},
-            {"line_tolerance", options.lineTolerance},
-            {"horver_tolerance", options.horVerTolerance},
-            {"arc_precision", options.arcPrecision},
-            {"side_length", options.sideLength}};
+Json ParametersJson(const ToolRequest& request) {
+    const ToolParameters& p = request.parameters;
+    return {{"centre", request.axis ? Json{request.axis->from.x, request.axis->from.y} : Json()},
+            {"window", request.window ? Corners(*request.window) : Json()},
+            {"half", NameOf(p.half)},
+            {"algorithm", AlgorithmJson(p.algorithm)},
+            {"include_dashed", p.includeDashed},
+            {"vertical_ends", p.verticalEnds},
+            {"axis", request.SeesAxis()},
+            {"point_tolerance", p.pointTolerance},
+            {"line_tolerance", p.lineTolerance},
+            {"horver_tolerance", p.horVerTolerance},
+            {"arc_precision", p.arcPrecision},
+            {"side_length", p.sideLength}};
 }
 
-Json TraceJson(const EnvelopeRun& run, const ComputeOptions& options) {
+Json TraceJson(const ToolRun& run, const ToolParameters& parameters) {
     Json segments = Json::object(), leftOut = Json::array(), gaps = Json::array(),
          notes = Json::array();
     for (const auto& [name, count] : run.trace.m_counts) segments[name] = count;
@@ -74,9 +75,9 @@ Json TraceJson(const EnvelopeRun& run, const ComputeOptions& options) {
                            {"count", left.m_nCount},
                            {"handles", std::move(handles)}});
     }
-    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance))
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, parameters.pointTolerance))
         gaps.push_back({{"side", SideName(gap.m_side)},
-                        {"kind", IsStep(gap, options.pointTolerance) ? "step" : "gap"},
+                        {"kind", IsStep(gap, parameters.pointTolerance) ? "step" : "gap"},
                         {"from", {gap.m_from.x, gap.m_from.y}},
                         {"to", {gap.m_to.x, gap.m_to.y}},
                         {"length", gap.m_dLength}});
@@ -110,25 +111,20 @@ std::string EnvelopeSummary(const Envelope& e) {
             Figure(e.extents.Width()) + " end to end\n";
     if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";
     if (e.selfMeeting)
-        text += Line("  %s    the outline %s at %s,%s", Crosses(e) ? "CROSSES" : "touches",
-                     Crosses(e) ? "crosses itself, no solid can be made of it," : "touches itself",
-                     Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
+        text +=
+            Line("  %s    the outline %s at %s,%s", Crosses(e.selfMeeting) ? "CROSSES" : "touches",
+                 Crosses(e.selfMeeting) ? "crosses itself, no solid can be made of it,"
+                                        : "touches itself",
+                 Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
     return text;
 }
 
-std::string SolidFiles(const ComputeOptions& options) {
-    std::string text;
-    for (const std::string* path : {&options.sat, &options.step, &options.stl, &options.png})
-        if (!path->empty()) text += "  written    " + *path + "\n";
-    return text;
-}
-
-std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) {
+std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters) {
     std::string text;
     int steps = 0, gaps = 0;
-    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, options.pointTolerance)) {
-        ++(IsStep(gap, options.pointTolerance) ? steps : gaps);
-        if (IsStep(gap, options.pointTolerance)) continue;
+    for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, parameters.pointTolerance)) {
+        ++(IsStep(gap, parameters.pointTolerance) ? steps : gaps);
+        if (IsStep(gap, parameters.pointTolerance)) continue;
         text += Line("  gap        %-6s %s,%s to %s,%s, %s long, bridged", SideName(gap.m_side),
                      Figure(gap.m_from.x).c_str(), Figure(gap.m_from.y).c_str(),
                      Figure(gap.m_to.x).c_str(), Figure(gap.m_to.y).c_str(),
@@ -146,25 +142,24 @@ std::string TraceSummary(const EnvelopeRun& run, const ComputeOptions& options) 
 
 }  // namespace
 
-std::string RunJson(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
-                    const ComputeOptions& options) {
+std::string RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
     const Json json = {{"envelope", EnvelopeJson(run.envelope)},
-                       {"solid", SolidJson(solid)},
+                       {"solid", SolidJson(run.solid)},
                        {"picked", run.selection.ids.length()},
                        {"seconds", run.seconds},
-                       {"input", options.input},
-                       {"output", TextOrNull(run.envelope.found ? options.output : "")},
-                       {"svg", TextOrNull(options.svg)},
-                       {"sat", TextOrNull(options.sat)},
-                       {"step", TextOrNull(options.step)},
-                       {"stl", TextOrNull(options.stl)},
-                       {"png", TextOrNull(options.png)},
+                       {"input", request.input},
+                       {"output", TextOrNull(run.envelope.found ? request.output : "")},
+                       {"svg", TextOrNull(request.svg)},
+                       {"sat", TextOrNull(request.solid.sat)},
+                       {"step", TextOrNull(request.solid.step)},
+                       {"stl", TextOrNull(request.solid.stl)},
+                       {"png", TextOrNull(request.solid.png)},
                        {"selection",
                         {{"extents", Corners(run.selection.box)},
                          {"not_displayed", run.selection.notDisplayed},
-                         {"earlier_envelopes_erased", run.selection.earlierEnvelopes}}},
-                       {"trace", TraceJson(run, options)},
-                       {"parameters", ParametersJson(options)},
+                         {"earlier_envelopes_erased", run.envelopesErased}}},
+                       {"trace", TraceJson(run, request.parameters)},
+                       {"parameters", ParametersJson(request)},
                        {"file",
                         {{"version", drawing.Version()},
                          {"code_page", drawing.CodePage()},
@@ -173,30 +168,28 @@ std::string RunJson(const EnvelopeRun& run, const SolidRun& solid, const Drawing
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-std::string RunSummary(const EnvelopeRun& run, const SolidRun& solid, const Drawing& drawing,
-                       const ComputeOptions& options) {
-    std::string text = options.input + "\n";
+std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
+    std::string text = request.input + "\n";
     text += Line("  picked     %d entities, %s half%s", run.selection.ids.length(),
-                 options.lowerHalf ? "lower" : "upper", options.noAxis ? ", no axis" : "");
+                 NameOf(request.parameters.half), request.SeesAxis() ? "" : ", no axis");
     if (run.selection.notDisplayed > 0)
         text += Line("             %d inside the window are not displayed and were not picked",
                      run.selection.notDisplayed);
-    if (run.selection.earlierEnvelopes > 0)
-        text += Line("             %d envelope of an earlier run replaced",
-                     run.selection.earlierEnvelopes);
+    if (run.envelopesErased > 0)
+        text += Line("             %d envelope of an earlier run replaced", run.envelopesErased);
     text += EnvelopeSummary(run.envelope);
-    if (const std::string phrase = SolidPhrase(solid); !phrase.empty())
+    if (const std::string phrase = SolidPhrase(run.solid); !phrase.empty())
         text += "  solid      " + phrase + "\n";
-    text += TraceSummary(run, options);
+    text += TraceSummary(run, request.parameters);
     text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
     for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
-    if (run.envelope.found && !options.output.empty())
-        text += "  written    " + options.output + "\n";
-    if (solid.profile) text += SolidFiles(options);
-    if (!options.svg.empty()) text += "  picture    " + options.svg + "\n";
-    if (run.envelope.found && options.output.empty())
+    if (run.envelope.found && !request.output.empty())
+        text += "  written    " + request.output + "\n";
+    for (const std::string& path : run.files) text += "  written    " + path + "\n";
+    if (!request.svg.empty()) text += "  picture    " + request.svg + "\n";
+    if (run.envelope.found && request.output.empty())
         text += "  nothing was written to the drawing; -o FILE saves it with its envelope\n";
     return text;
 }
 
-}  // namespace app
+}  // namespace product

@@ -2,7 +2,7 @@
 
 #include <cstdio>
 
-namespace app {
+namespace product {
 
 nlohmann::ordered_json SolidJson(const SolidRun& solid) {
     if (solid.refusal)
@@ -25,4 +25,4 @@ std::string SolidPhrase(const SolidRun& solid) {
     return text;
 }
 
-}  // namespace app
+}  // namespace product

@@ -6,7 +6,7 @@
 
 #include "product/tool/SolidRun.h"
 
-namespace app {
+namespace product {
 
 // Its figures, in drawing units; or "refused", the reason, with the place "at"; null without
 // either.
@@ -16,4 +16,4 @@ nlohmann::ordered_json SolidJson(const SolidRun& solid);
 // without either.
 std::string SolidPhrase(const SolidRun& solid);
 
-}  // namespace app
+}  // namespace product

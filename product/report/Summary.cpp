@@ -2,7 +2,9 @@
 
 #include <cstdio>
 
-namespace app {
+#include "product/report/ResultJson.h"
+
+namespace product {
 namespace {
 
 using Json = nlohmann::ordered_json;
@@ -13,7 +15,7 @@ std::string Counted(size_t count, const char* one, const char* many) {
 
 }  // namespace
 
-std::string BatchSummary(const BatchResult& result, const BatchOptions& options) {
+std::string BatchSummary(const BatchResult& result) {
     std::string text;
     for (const DrawingResult& drawing : result.drawings) {
         if (!drawing.reason.empty()) text += "  FAILED  " + drawing.reason + "\n";
@@ -32,12 +34,12 @@ std::string BatchSummary(const BatchResult& result, const BatchOptions& options)
     char time[32];
     std::snprintf(time, sizeof time, ", %.1f s\n", result.seconds);
     text = head + time + text;
-    text += "  files   " + options.out + "\n";
-    if (!options.report.empty()) text += "  report  " + options.report + "\n";
+    text += "  files   " + result.out + "\n";
+    if (!result.page.empty()) text += "  report  " + result.page + "\n";
     return text;
 }
 
-std::string BatchJson(const BatchResult& result, const BatchOptions& options) {
+std::string BatchJson(const BatchResult& result) {
     Json drawings = Json::array();
     for (const DrawingResult& drawing : result.drawings) {
         Json json = ToJson(drawing);
@@ -49,11 +51,11 @@ std::string BatchJson(const BatchResult& result, const BatchOptions& options) {
                        {"failed", result.FailedTools()},
                        {"with_warnings", result.ToolsWithWarnings()},
                        {"seconds", result.seconds},
-                       {"out", options.out},
-                       {"report", options.report.empty() ? Json() : Json(options.report)},
+                       {"out", result.out},
+                       {"report", result.page.empty() ? Json() : Json(result.page)},
                        {"warnings", result.warnings},
                        {"drawings", std::move(drawings)}};
     return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
-}  // namespace app
+}  // namespace product

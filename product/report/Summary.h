@@ -3,14 +3,14 @@
 
 #include <string>
 
-#include "apps/qzenvelope/BatchRun.h"
+#include "product/report/BatchResult.h"
 
-namespace app {
+namespace product {
 
 // A few lines for a terminal: how many, how long, where the files are, what failed and why.
-std::string BatchSummary(const BatchResult& result, const BatchOptions& options);
+std::string BatchSummary(const BatchResult& result);
 
 // One JSON object, ending with a line break; lengths in drawing units.
-std::string BatchJson(const BatchResult& result, const BatchOptions& options);
+std::string BatchJson(const BatchResult& result);
 
-}  // namespace app
+}  // namespace product

@@ -4,10 +4,10 @@
 #include <cmath>
 #include <cstdio>
 
-#include "product/tool/Selection.h"
-#include "product/tool/Text.h"
+#include "product/base/Failure.h"
+#include "product/base/Text.h"
 
-namespace app {
+namespace product {
 namespace {
 
 // More segments than this take minutes and gigabytes; nobody means that.
@@ -19,29 +19,29 @@ std::string Format(const char* format, double a, double b = 0) {
     return text;
 }
 
-void CheckLengths(const CEncircleCalInfo& parameters, double size) {
-    const double tolerances[] = {parameters.m_tolPoint.equalPoint(),
-                                 parameters.m_tolLine.equalPoint()};
+void CheckLengths(const ToolParameters& parameters, double size) {
+    const double tolerances[] = {parameters.pointTolerance, parameters.lineTolerance};
     for (const double tolerance : tolerances)
         if (tolerance > size)
-            throw Failure(kUsage, Format("a tolerance of %.6g is larger than all that was picked "
-                                         "(%.6g)",
-                                         tolerance, size) +
-                                      "; use one far below the smallest feature, such as 0.0005");
+            throw Failure(Fault::Request,
+                          Format("a tolerance of %.6g is larger than all that was picked "
+                                 "(%.6g)",
+                                 tolerance, size) +
+                              "; use one far below the smallest feature, such as 0.0005");
     // A stored task can bring any number.
-    for (const double length : {tolerances[0], tolerances[1], parameters.m_tolHorVer.equalPoint(),
-                                parameters.m_dArcPrecision})
+    for (const double length :
+         {tolerances[0], tolerances[1], parameters.horVerTolerance, parameters.arcPrecision})
         if (!(length > 0) || !std::isfinite(length))
-            throw Failure(kUsage,
+            throw Failure(Fault::Request,
                           Format("a tolerance or an arc precision of %g leaves no length", length) +
                               "; set the task's parameters anew");
-    if (!(parameters.m_dSideLength >= 0) || !std::isfinite(parameters.m_dSideLength))
-        throw Failure(kUsage, Format("a side length of %g is none", parameters.m_dSideLength) +
-                                  "; set the task's parameters anew");
+    if (!(parameters.sideLength >= 0) || !std::isfinite(parameters.sideLength))
+        throw Failure(Fault::Request, Format("a side length of %g is none", parameters.sideLength) +
+                                          "; set the task's parameters anew");
 }
 
 // "block 'NAME' (reference 1A)" for a reference, else its class and handle.
-std::string NameOf(const AcDbObjectId& id) {
+std::string EntityName(const AcDbObjectId& id) {
     const std::string handle = HandleText(id);
     AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForRead);
     AcString name;
@@ -54,11 +54,12 @@ std::string NameOf(const AcDbObjectId& id) {
 void CheckPieces(const AcArray<AcDbObjectId>& picked) {
     const PieceEstimate pieces = EstimatePieces(picked);
     if (pieces.count > kMostSegments)
-        throw Failure(kUsage, NameOf(pieces.largest) +
-                                  Format(" makes most of the %.6g entities that what was picked "
-                                         "comes to, more than %.0f",
-                                         pieces.count, kMostSegments) +
-                                  "; pick without it by --window");
+        throw Failure(Fault::Request,
+                      EntityName(pieces.largest) +
+                          Format(" makes most of the %.6g entities that what was picked "
+                                 "comes to, more than %.0f",
+                                 pieces.count, kMostSegments) +
+                          "; pick without it by --window");
 }
 
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
@@ -67,60 +68,37 @@ void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::str
     const std::string where = "the centre " + Figure(c.x) + "," + Figure(c.y) + " lies ";
     const std::string what = " units outside what was picked (" + Describe(box) + ")";
     if (!(std::max(offX, offY) <= size))
-        throw Failure(kUsage, where + Figure(std::max(offX, offY)) + what +
-                                  "; give a point on the tool's axis");
+        throw Failure(Fault::Request, where + Figure(std::max(offX, offY)) + what +
+                                          "; give a point on the tool's axis");
     if (offY > 0) warnings.push_back(where + Figure(offY) + what);
 }
 
 }  // namespace
-
-CEncircleCalInfo ParametersOf(const ToolOptions& options) {
-    CEncircleCalInfo info;
-    const auto setBoth = [](AcGeTol& tolerance, double value) {
-        tolerance.setEqualPoint(value);
-        tolerance.setEqualVector(value);
-    };
-    info.m_bExcludeDashed = !options.includeDashed;
-    info.m_bSideLinesVertical = options.verticalEnds;
-    setBoth(info.m_tolPoint, options.pointTolerance);
-    setBoth(info.m_tolLine, options.lineTolerance);
-    setBoth(info.m_tolHorVer, options.horVerTolerance);
-    info.m_dArcPrecision = options.arcPrecision;
-    info.m_dSideLength = options.sideLength;
-    info.m_nHalfSide = options.lowerHalf ? 1 : 0;
-    return info;
-}
-
-EnvelopePipeline PipelineOf(Algorithm algorithm) {
-    static const EnvelopePipeline kPipelines[] = {
-        &CEncircleLine::GetEncircleLine3, &CEncircleLine::GetEncircleLineByHatch,
-        &CEncircleLine::GetEncircleLine, &CEncircleLine::GetEncircleLine2};
-    return kPipelines[static_cast<int>(algorithm)];
-}
 
 std::string Describe(const Box& box) {
     return "x " + Figure(box.minX) + " .. " + Figure(box.maxX) + ", y " + Figure(box.minY) +
            " .. " + Figure(box.maxY);
 }
 
-void CheckRequest(const AcArray<AcDbObjectId>& picked, const Box& box,
-                  const CEncircleCalInfo& parameters, const std::optional<Point>& axis,
-                  std::vector<std::string>& warnings) {
+void CheckRequest(const Selection& selection, const ToolParameters& parameters,
+                  const std::optional<Axis>& axis, std::vector<std::string>& warnings) {
+    const Box& box = selection.box;
     if (box.IsEmpty())
-        throw Failure(kNoResult,
+        throw Failure(Fault::NothingThere,
                       "what was picked has no extents; pick lines, arcs, polylines or blocks");
     const double size = std::max(box.Width(), box.Height());
     CheckLengths(parameters, size);
-    CheckPieces(picked);
-    const double precision = parameters.m_dArcPrecision;
-    const double segments = EstimateSegments(picked, precision);
+    CheckPieces(selection.ids);
+    const double precision = parameters.arcPrecision;
+    const double segments = EstimateSegments(selection.ids, precision);
     if (segments > kMostSegments)
         throw Failure(
-            kUsage, Format("an arc precision of %.6g would cut the curves into about %.0f segments",
-                           precision, segments) +
-                        Format("; use %.2g or more, which stays below %.0f",
-                               precision * segments / kMostSegments * 1.05, kMostSegments));
-    if (axis) CheckAxis(*axis, box, size, warnings);
+            Fault::Request,
+            Format("an arc precision of %.6g would cut the curves into about %.0f segments",
+                   precision, segments) +
+                Format("; use %.2g or more, which stays below %.0f",
+                       precision * segments / kMostSegments * 1.05, kMostSegments));
+    if (axis) CheckAxis(axis->from, box, size, warnings);
 }
 
-}  // namespace app
+}  // namespace product

@@ -7,12 +7,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "apps/qzenvelope/Options.h"
-#include "plugin/engine/BlockSum.h"
-#include "plugin/engine/EncircleLayers.h"
-#include "plugin/util/EraseEntity.h"
+#include "BlockSum.h"
+#include "EncircleLayers.h"
+#include "EntityBox.h"
+#include "EraseEntity.h"
+#include "product/base/Extents.h"
+#include "product/base/Failure.h"
 
-namespace app {
+namespace product {
 namespace {
 
 struct LayerState {
@@ -58,13 +60,23 @@ double ScaleChords(const AcDbBlockReference* reference, double chords) {
 
 }  // namespace
 
-std::optional<Box> ExtentsOf(const AcDbEntity& entity) {
-    AcDbExtents extents;
-    if (entity.getGeomExtents(extents) != Acad::eOk) return std::nullopt;
-    Box box;
-    box.Add(Point{extents.minPoint().x, extents.minPoint().y});
-    box.Add(Point{extents.maxPoint().x, extents.maxPoint().y});
-    return box;
+Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
+    Selection selection;
+    Layers layers;
+    for (int i = 0; i < picked.length(); ++i) {
+        const AcDbObjectPointer<AcDbEntity> entity(picked[i], AcDb::kForRead);
+        const bool isEnvelope =
+            entity.openStatus() == Acad::eOk && layers.StateOf(entity->layerId()).isEnvelope;
+        (isEnvelope ? selection.envelopes : selection.ids).append(picked[i]);
+    }
+    selection.box = BoxOf(GetEntitiesBox(selection.ids));
+    return selection;
+}
+
+int EraseEnvelopes(const AcArray<AcDbObjectId>& envelopes) {
+    int erased = 0;
+    for (int i = 0; i < envelopes.length(); ++i) erased += EraseById(envelopes[i]) ? 1 : 0;
+    return erased;
 }
 
 PickList::PickList(AcDbDatabase& database) {
@@ -72,7 +84,7 @@ PickList::PickList(AcDbDatabase& database) {
     AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpace, AcDb::kForRead);
     AcDbBlockTableRecordIterator* made = nullptr;
     if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
-        throw Failure(kNoResult, "the drawing has no model space that can be read");
+        throw Failure(Fault::NothingThere, "the drawing has no model space that can be read");
     const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
     Layers layers;
     for (; !entities->done(); entities->step()) {
@@ -111,7 +123,7 @@ Selection PickList::Pick(const std::optional<Box>& window) const {
         if (window && !entry.isDisplayed) {
             ++selection.notDisplayed;
         } else if (entry.isEnvelope) {
-            if (EraseById(entry.id)) ++selection.earlierEnvelopes;
+            selection.envelopes.append(entry.id);
         } else {
             selection.ids.append(entry.id);
             if (entry.box) selection.box.Add(*entry.box);
@@ -142,4 +154,4 @@ PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids) {
     return estimate;
 }
 
-}  // namespace app
+}  // namespace product

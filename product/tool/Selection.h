@@ -4,33 +4,34 @@
 #include <optional>
 #include <vector>
 
-#include "product/tool/Outline.h"
 #include "arxHeaders.h"
+#include "product/base/Outline.h"
 
-namespace app {
-
-// Extents of an entity in the XY plane; nothing for those that have none.
-std::optional<Box> ExtentsOf(const AcDbEntity& entity);
+namespace product {
 
 struct Selection {
-    AcArray<AcDbObjectId> ids;  // in file order
+    AcArray<AcDbObjectId> ids;  // in file order, envelopes of earlier runs not among them
     Box box;                    // of everything picked
     int notDisplayed = 0;       // inside the window, but invisible or on a layer off or frozen
-    int earlierEnvelopes = 0;   // erased
+    AcArray<AcDbObjectId> envelopes;  // of earlier runs, where the others were picked
 };
+
+// Sorts out what somebody picked: envelopes of earlier runs (layer TempEncircleLine, in any case of
+// letters) are told apart from the rest, whose box is taken. Nothing is looked at for being
+// displayed. What cannot be opened stays among the ids.
+// cost  opens every entity twice
+Selection SelectionOf(const AcArray<AcDbObjectId>& picked);
 
 // The entities of model space with what picking asks of them, read once.
 class PickList {
 public:
     // cost   opens every entity once
-    // fails  Failure with kNoResult when model space cannot be read
+    // fails  Failure with NothingThere when model space cannot be read
     explicit PickList(AcDbDatabase& database);
 
-    // Picks without a window everything; with one what lies inside it and is displayed, as a window
-    // selection does.
+    // Finds without a window everything; with one what lies inside it and is displayed, as a window
+    // selection does. Nothing in the drawing changes: erasing earlier envelopes is the caller's.
     //
-    // drawing  envelopes of earlier runs (layer TempEncircleLine, in any case of letters) among
-    //          what is picked are erased and not part of the result
     // cost     O(log n + m) for m entities that begin within the window's x range
     Selection Pick(const std::optional<Box>& window) const;
 
@@ -46,7 +47,12 @@ private:
     std::vector<size_t> m_byLeft;  // those with a box, by its left side
 };
 
+// Erases earlier envelopes; those that are gone already are passed over.
+// result   how many were erased
+int EraseEnvelopes(const AcArray<AcDbObjectId>& envelopes);
+
 // Number of chords into which the picked curves will be cut, blocks included, from above.
+// cost  opens every entity once, and those of each block once
 double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision);
 
 // Entities that the picked ones come to when their blocks are taken apart, and the picked one that
@@ -57,4 +63,4 @@ struct PieceEstimate {
 };
 PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids);
 
-}  // namespace app
+}  // namespace product

@@ -1,4 +1,4 @@
-// The solid of an envelope: its figures, and the files and pictures that were asked for.
+// The solid of an envelope and its figures.
 #pragma once
 
 #include <memory>
@@ -6,46 +6,53 @@
 #include <string>
 #include <vector>
 
-#include "product/tool/EnvelopeRun.h"
-#include "apps/qzenvelope/Options.h"
+#include "arxHeaders.h"
 #include "host/solid/profile.h"
+#include "product/tool/Envelope.h"
+#include "product/tool/ToolRequest.h"
 
-namespace app {
+namespace product {
 
 class KernelForm;
 
+// One turn of an outline about an axis. It is made once; files, pictures and figures share it.
 struct SolidRun {
     // Neither: there was no envelope, or no axis.
     std::optional<host::solid::Profile> profile;
     std::optional<host::solid::Refusal> refusal;
     host::solid::Measures measures;
-    std::shared_ptr<KernelForm> form;  // with a profile
+    // What the modelling kernel makes of the profile, when the first file asks for it; with a
+    // profile only.
+    std::shared_ptr<KernelForm> form;
 };
 
-// The solid of an outline about the horizontal through a point.
-SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Point& centre);
+// The solid of an outline about an axis. Nothing in a drawing changes.
+// cost  O(n log n) for n corners
+SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Axis& axis);
+
+// The same as the plug-in's batch export makes it: as a solid in the drawing, on the scratch layer
+// of solids, and erased again.
+//
+// drawing       the working database; gains that layer, loses the solids that were left there, and
+//               uses up the solid's handle. A drawing that a batch has run on looks alike wherever
+//               the batch was run.
+// isLayerEmpty  the layer was emptied by a call before, and nobody else has put anything there;
+//               becomes true. Without it every entity of model space is opened.
+SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelope,
+                          const Axis& axis, bool& isLayerEmpty);
 
 // The solid of an envelope in the drawing about its own longest horizontal edge; neither solid nor
-// refusal when it has none.
+// refusal when it has none. Nothing in the drawing changes.
 SolidRun RevolveEnvelope(const AcDbObjectId& id);
 
-// The number of the tool frame around an envelope, else the name of the input file.
-std::string ToolName(const Envelope& envelope, const std::string& input);
-
-// Writes every file of the solid that the options name, each as a whole or not at all.
+// Writes the files of a solid, each as a whole or not at all; none without a profile.
 //
-// product  what STEP names the product
-// fails    Failure with kNoResult: the envelope has no solid, with the reason and the place; a file
-//          cannot be written
-void WriteSolidFiles(const SolidRun& solid, const std::string& product, AcDbDatabase& database,
-                     const ComputeOptions& options);
+// name     what STEP names the product, UTF-8
+// place    the option by which their folder is chosen, for messages; null: each file has its own
+// written  receives the files, in the order of the writing
+// fails    Failure: NoSolid with the reason and the place when the envelope has none, Output when
+//          a file cannot be made or written; those before it stand
+void WriteSolidFiles(const SolidRun& solid, const std::string& name, const AcDbDatabase& database,
+                     const SolidFiles& files, const char* place, std::vector<std::string>& written);
 
-// A PNG file of the solid, shaded.
-struct SolidPicture {
-    std::string bytes;
-    int width = 0, height = 0;  // pixels
-};
-// Nothing, with a reason, when it cannot be drawn.
-std::optional<SolidPicture> DrawSolid(const SolidRun& solid, int width, std::string& reason);
-
-}  // namespace app
+}  // namespace product

@@ -6,16 +6,14 @@
 #include <unordered_set>
 
 #include "ToolFrame.h"
-#include "product/tool/EngineRequest.h"
+#include "product/base/Extents.h"
+#include "product/base/Failure.h"
 #include "product/tool/Selection.h"
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 #include "product/check/SourceCurves.h"
-#include "host/dxf/text_codec.h"
 
-namespace app {
+namespace product {
 namespace {
-
-CString Wide(const std::string& text) { return host::dxf::WideFromUtf8(text).c_str(); }
 
 std::vector<NamedTool> RowsFor(const std::vector<NamedTool>& table, const std::string& path) {
     const std::string file = std::filesystem::path(path).filename().string();
@@ -25,13 +23,13 @@ std::vector<NamedTool> RowsFor(const std::vector<NamedTool>& table, const std::s
     return rows;
 }
 
-bool IsAskedFor(const BatchTask& task, const BatchOptions& options) {
-    return options.tasks.empty() || std::find(options.tasks.begin(), options.tasks.end(),
-                                              ToUtf8(task.name)) != options.tasks.end();
+bool IsAskedFor(const BatchTask& task, const BatchRequest& request) {
+    return request.tasks.empty() || std::find(request.tasks.begin(), request.tasks.end(),
+                                              ToUtf8(task.name)) != request.tasks.end();
 }
 
-void RequireTasks(const BatchTaskList& list, const BatchOptions& options) {
-    for (const std::string& name : options.tasks) {
+void RequireTasks(const BatchTaskList& list, const BatchRequest& request) {
+    for (const std::string& name : request.tasks) {
         std::string known;
         bool isFound = false;
         for (const BatchTask& task : list) {
@@ -39,18 +37,18 @@ void RequireTasks(const BatchTaskList& list, const BatchOptions& options) {
             known += (known.empty() ? "" : ", ") + ToUtf8(task.name);
         }
         if (!isFound)
-            throw Failure(kUsage, "there is no task '" + name + "'; " +
-                                      (known.empty() ? "the drawing stores none"
-                                                     : "the drawing stores " + known));
+            throw Failure(Fault::Request, "there is no task '" + name + "'; " +
+                                              (known.empty() ? "the drawing stores none"
+                                                             : "the drawing stores " + known));
     }
 }
 
-ToolSource SourceOf(AcDbDatabase& database, const BatchOptions& options,
+ToolSource SourceOf(AcDbDatabase& database, const BatchRequest& request,
                     const std::vector<NamedTool>& table) {
     if (!table.empty()) return ToolSource::Table;
     const bool isStored = BatchTaskList::isStored(&database);
-    if (!options.tasks.empty()) return ToolSource::Stored;
-    return isStored && !options.fromFrames ? ToolSource::Stored : ToolSource::Frames;
+    if (!request.tasks.empty()) return ToolSource::Stored;
+    return isStored && !request.fromFrames ? ToolSource::Stored : ToolSource::Frames;
 }
 
 [[noreturn]] void RefuseNone(ToolSource source) {
@@ -59,29 +57,29 @@ ToolSource SourceOf(AcDbDatabase& database, const BatchOptions& options,
         "one with qzenvelope compute",
         "no tool: the stored tasks hold none; add tools to them, or use --from-frames",
         "no tool: no line of the tools file is for this drawing"};
-    throw Failure(kNoResult, kTexts[static_cast<int>(source)]);
+    throw Failure(Fault::NothingThere, kTexts[static_cast<int>(source)]);
 }
 
 std::vector<SToolFrame> Frames() {
     std::vector<SToolFrame> frames = CollectToolFrames();
     for (const SToolFrame& frame : frames)
         if (!frame.m_rect.IsValid())
-            throw Failure(kNoResult, "the frame of tool " + ToUtf8(frame.m_strNumber) +
-                                         ", handle " + HandleText(frame.m_id) +
-                                         ", has no extents; audit the drawing");
+            throw Failure(Fault::Input, "the frame of tool " + ToUtf8(frame.m_strNumber) +
+                                            ", handle " + HandleText(frame.m_id) +
+                                            ", has no extents; audit the drawing");
     return frames;
 }
 
 class Planner {
 public:
-    Planner(AcDbDatabase& database, const BatchOptions& options) : m_options(options) {
+    Planner(AcDbDatabase& database, const BatchRequest& request) : m_request(request) {
         m_plan.list.load(&database);
     }
 
     // Takes the stored tasks that were asked for.
     void TakeStored() {
         for (size_t task = 0; task < m_plan.list.size(); ++task) {
-            if (!IsAskedFor(m_plan.list[task], m_options)) continue;
+            if (!IsAskedFor(m_plan.list[task], m_request)) continue;
             for (size_t tool = 0; tool < m_plan.list[task].tools.size(); ++tool) {
                 const BatchTool& stored = m_plan.list[task].tools[tool];
                 PlannedTool planned{task, tool, ToUtf8(stored.name), {}, 0};
@@ -94,7 +92,7 @@ public:
 
     // A new task, in the place of one of its name.
     void Begin(const std::string& path) {
-        const CString name = Wide(std::filesystem::path(path).stem().string());
+        const CString name = FromUtf8(std::filesystem::path(path).stem().string());
         BatchTaskList& list = m_plan.list;
         m_task = static_cast<size_t>(
             std::find_if(list.begin(), list.end(),
@@ -103,7 +101,7 @@ public:
         if (m_task == list.size()) list.emplace_back();
         list[m_task] = BatchTask();
         list[m_task].name = name;
-        list[m_task].params = ParametersOf(m_options);
+        list[m_task].params = EngineRecordOf(m_request.parameters);
     }
 
     void Add(const CString& name, const Selection& selection, const std::optional<Point>& axis,
@@ -120,12 +118,13 @@ public:
             planned.problem = remedy;
         m_plan.list[m_task].tools.push_back(tool);
         m_plan.tools.push_back(planned);
+        m_plan.envelopes.append(selection.envelopes);
     }
 
     ToolPlan m_plan;
 
 private:
-    const BatchOptions& m_options;
+    const BatchRequest& m_request;
     size_t m_task = 0;
 };
 
@@ -147,13 +146,6 @@ Selection PickTool(const PickList& entities, const Box& window, const IdSet& fra
     return selection;
 }
 
-Box BoxOf(const CQZRect& rect) {
-    Box box;
-    box.Add(Point{rect.min.x, rect.min.y});
-    box.Add(Point{rect.max.x, rect.max.y});
-    return box;
-}
-
 void TakeFrames(Planner& planner, const PickList& entities) {
     const std::vector<SToolFrame> frames = Frames();
     const IdSet ids = IdsOf(frames);
@@ -168,7 +160,7 @@ void TakeFrames(Planner& planner, const PickList& entities) {
 void TakeTable(Planner& planner, const PickList& entities, const std::vector<NamedTool>& rows) {
     const IdSet frames = IdsOf(Frames());
     for (const NamedTool& row : rows)
-        planner.Add(Wide(row.name), PickTool(entities, row.window, frames), row.centre, "");
+        planner.Add(FromUtf8(row.name), PickTool(entities, row.window, frames), row.centre, "");
 }
 
 }  // namespace
@@ -179,9 +171,9 @@ const char* NameOf(ToolSource source) {
 }
 
 std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& path,
-                                   const BatchOptions& options,
+                                   const BatchRequest& request,
                                    const std::vector<NamedTool>& table) {
-    const ToolSource source = SourceOf(database, options, table);
+    const ToolSource source = SourceOf(database, request, table);
     std::vector<std::string> names;
     if (source == ToolSource::Table) {
         for (const NamedTool& row : RowsFor(table, path)) names.push_back(row.name);
@@ -190,22 +182,22 @@ std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& pa
     } else {
         BatchTaskList list;
         list.load(&database);
-        RequireTasks(list, options);
+        RequireTasks(list, request);
         for (const BatchTask& task : list)
             for (const BatchTool& tool : task.tools)
-                if (IsAskedFor(task, options)) names.push_back(ToUtf8(tool.name));
+                if (IsAskedFor(task, request)) names.push_back(ToUtf8(tool.name));
     }
     if (names.empty()) RefuseNone(source);
     return names;
 }
 
-ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchOptions& options,
+ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchRequest& request,
                    const std::vector<NamedTool>& table) {
-    const ToolSource source = SourceOf(database, options, table);
-    Planner planner(database, options);
+    const ToolSource source = SourceOf(database, request, table);
+    Planner planner(database, request);
     planner.m_plan.source = source;
     if (source == ToolSource::Stored) {
-        RequireTasks(planner.m_plan.list, options);
+        RequireTasks(planner.m_plan.list, request);
         planner.TakeStored();
     } else {
         const PickList entities(database);
@@ -219,4 +211,4 @@ ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchO
     return std::move(planner.m_plan);
 }
 
-}  // namespace app
+}  // namespace product

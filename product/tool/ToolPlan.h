@@ -5,11 +5,11 @@
 #include <string>
 #include <vector>
 
-#include "apps/qzenvelope/Options.h"
-#include "product/report/ToolTable.h"
-#include "plugin/batch/BatchTaskList.h"
+#include "BatchTaskList.h"
+#include "product/tool/ToolRequest.h"
+#include "product/tool/ToolTable.h"
 
-namespace app {
+namespace product {
 
 enum class ToolSource { Frames, Stored, Table };
 
@@ -27,25 +27,30 @@ struct ToolPlan {
     ToolSource source = ToolSource::Frames;
     BatchTaskList list;  // what the drawing will store: its own tasks and those made here
     std::vector<PlannedTool> tools;
+    // Of earlier runs, inside the frames and windows: to be erased before the first tool is run.
+    AcArray<AcDbObjectId> envelopes;
 };
 
 // Names of a drawing's tools in the order of its plan, without looking at what each consists of.
+// Nothing in the drawing changes.
+//
+// path     the drawing's file, for lines of the table that are for one drawing only
 // table    the tools file's; empty: none was given
 // fails    as PlanTools
+// cost     O(entities) for frames
 std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& path,
-                                   const BatchOptions& options,
+                                   const BatchRequest& request,
                                    const std::vector<NamedTool>& table);
 
 // Finds the tools: those of the table, else the stored tasks', else one for each frame, whose
 // entities are what lies inside the frame's extents and is displayed (frames are none of them), and
 // whose axis is FindAxis(). A made task is named after the file and takes the place of a stored one
-// of that name.
+// of that name. Nothing in the drawing changes.
 //
-// drawing  the working database; earlier envelopes inside the frames and windows are erased
-// fails    Failure: kUsage for a stored task that is asked for and not there, kNoResult for a
-// drawing
-//          without any tool; the text says what to do
-ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchOptions& options,
+// database  the working one
+// fails     Failure: Request for a stored task that is asked for and not there, NothingThere for a
+//           drawing without any tool; the text says what to do
+ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchRequest& request,
                    const std::vector<NamedTool>& table);
 
-}  // namespace app
+}  // namespace product

@@ -1,115 +1,12 @@
 #include "product/tool/ToolResult.h"
 
 #include <algorithm>
-#include <iterator>
 
-namespace app {
-namespace {
-
-using Json = nlohmann::ordered_json;
-
-const char* const kKinds[] = {"gap",    "crossing", "left out", "beyond",
-                              "halves", "outline",  "solid",    "note"};
-
-// The members that are written and read as they are.
-template <class Visitor, class Tool>
-void VisitFields(Tool& tool, Visitor visit) {
-    visit("id", tool.id);
-    visit("tool", tool.name);
-    visit("task", tool.task);
-    visit("handle", tool.handle);
-    visit("computed", tool.isComputed);
-    visit("exported", tool.isExported);
-    visit("reason", tool.reason);
-    visit("seconds", tool.seconds);
-    visit("entities", tool.entities);
-    visit("vertices", tool.vertices);
-    visit("length", tool.length);
-    visit("diameter", tool.diameter);
-    visit("volume", tool.volume);
-    visit("unit", tool.unit);
-    visit("lower_half", tool.lowerHalf);
-    visit("files", tool.files);
-}
-
-template <class Visitor, class Drawing>
-void VisitDrawing(Drawing& drawing, Visitor visit) {
-    visit("drawing", drawing.input);
-    visit("output", drawing.output);
-    visit("source", drawing.source);
-    visit("reason", drawing.reason);
-    visit("unreadable", drawing.isUnreadable);
-    visit("seconds", drawing.seconds);
-    visit("notes", drawing.notes);
-}
-
-Json OrNull(const std::optional<double>& number) { return number ? Json(*number) : Json(); }
-
-std::optional<double> NumberOf(const Json& json) {
-    return json.is_null() ? std::nullopt : std::optional<double>(json.get<double>());
-}
-
-Json FindingJson(const Finding& finding) {
-    return {{"kind", NameOf(finding.kind)},
-            {"warning", finding.isWarning},
-            {"text", finding.text},
-            {"at", finding.at ? Json{finding.at->x, finding.at->y} : Json()}};
-}
-
-Finding FindingOf(const Json& json) {
-    Finding finding;
-    const auto kind = std::find(std::begin(kKinds), std::end(kKinds), json.at("kind"));
-    finding.kind = static_cast<Finding::Kind>(kind - std::begin(kKinds));
-    finding.isWarning = json.at("warning");
-    finding.text = json.at("text");
-    if (!json.at("at").is_null()) finding.at = Point{json.at("at").at(0), json.at("at").at(1)};
-    return finding;
-}
-
-}  // namespace
-
-const char* NameOf(Finding::Kind kind) { return kKinds[static_cast<int>(kind)]; }
+namespace product {
 
 bool ToolResult::HasWarning() const {
     return std::any_of(findings.begin(), findings.end(),
                        [](const Finding& finding) { return finding.isWarning; });
 }
 
-Json ToJson(const ToolResult& tool, bool withPictures) {
-    Json json;
-    VisitFields(tool, [&](const char* name, const auto& value) { json[name] = value; });
-    json["off_contour"] = OrNull(tool.offContour);
-    json["between_halves"] = OrNull(tool.betweenHalves);
-    json["findings"] = Json::array();
-    for (const Finding& finding : tool.findings) json["findings"].push_back(FindingJson(finding));
-    if (withPictures) {
-        json["svg"] = tool.svg;
-        json["png"] = tool.png;
-    }
-    return json;
-}
-
-ToolResult ToolFromJson(const Json& json) {
-    ToolResult tool;
-    VisitFields(tool, [&](const char* name, auto& value) { json.at(name).get_to(value); });
-    tool.offContour = NumberOf(json.at("off_contour"));
-    tool.betweenHalves = NumberOf(json.at("between_halves"));
-    for (const Json& finding : json.at("findings")) tool.findings.push_back(FindingOf(finding));
-    tool.svg = json.value("svg", "");
-    tool.png = json.value("png", "");
-    return tool;
-}
-
-Json ToJson(const DrawingResult& drawing) {
-    Json json;
-    VisitDrawing(drawing, [&](const char* name, const auto& value) { json[name] = value; });
-    return json;
-}
-
-DrawingResult DrawingFromJson(const Json& json) {
-    DrawingResult drawing;
-    VisitDrawing(drawing, [&](const char* name, auto& value) { json.at(name).get_to(value); });
-    return drawing;
-}
-
-}  // namespace app
+}  // namespace product

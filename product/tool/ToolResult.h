@@ -1,32 +1,14 @@
-// What came of one tool and of one drawing of a batch; what workers send and reports show.
+// What came of one tool and of one drawing of a batch: plain values that reports show and that
+// travel between processes.
 #pragma once
 
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/check/Finding.h"
 
-namespace app {
-
-// Something about a tool that may be worth a person's look.
-struct Finding {
-    enum class Kind {
-        Gap,       // a place that the drawing leaves open, bridged
-        Crossing,  // the envelope meets itself
-        LeftOut,   // entities that take no part
-        Beyond,    // one of them reaches beyond the envelope
-        Halves,    // upper and lower half
-        Outline,   // the envelope and the contour of the drawing
-        Solid,     // the solid or its file
-        Note
-    } kind = Kind::Note;
-    bool isWarning = false;
-    std::string text;
-    std::optional<Point> at;
-};
-const char* NameOf(Finding::Kind kind);
+namespace product {
 
 struct ToolResult {
     std::string id;                  // a name of its own in this batch, letters and digits
@@ -59,10 +41,4 @@ struct DrawingResult {
     std::vector<ToolResult> tools;
 };
 
-// To JSON and back. Pictures are left out where they are not asked for.
-nlohmann::ordered_json ToJson(const ToolResult& tool, bool withPictures);
-ToolResult ToolFromJson(const nlohmann::ordered_json& json);
-nlohmann::ordered_json ToJson(const DrawingResult& drawing);  // without its tools
-DrawingResult DrawingFromJson(const nlohmann::ordered_json& json);
-
-}  // namespace app
+}  // namespace product

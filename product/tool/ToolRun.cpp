@@ -1,180 +1,202 @@
 #include "product/tool/ToolRun.h"
 
 #include <chrono>
-#include <cmath>
-#include <exception>
-#include <filesystem>
+#include <string_view>
 
-#include "EntityBox.h"
+#include "AxisLine.h"
+#include "CurrentLayerGuard.h"
+#include "EncircleLayers.h"
+#include "EncircleLine.h"
+#include "EraseEntity.h"
 #include "FileName.h"
-#include "product/tool/EngineRequest.h"
-#include "product/tool/Text.h"
-#include "product/check/Findings.h"
+#include "LayerTools.h"
+#include "ToolFrame.h"
+#include "host/db/build.h"
+#include "host/sys/file_io.h"
+#include "product/base/Failure.h"
+#include "product/base/Text.h"
 #include "product/check/TrueOutline.h"
-#include "host/dxf/text_codec.h"
-#include "host/solid/revolve.h"
+#include "product/picture/SolidPicture.h"
+#include "product/tool/EngineRequest.h"
+#include "product/tool/ToolName.h"
+#include "product/tool/ToolPicture.h"
 
-namespace app {
+namespace product {
 namespace {
 
-// The axis beyond the envelope in pictures, and the space around both: shares of the length.
-constexpr double kAxisOverhang = 0.04;
-constexpr int kSolidWidth = 560;  // pixels
-// A dimension far away from a tool belongs to another view; the picture is not shrunk for it. Of
-// the envelope's length.
-constexpr double kNearby = 0.35;
+constexpr int kPageSolidWidth = 560;  // pixels
 
-Box BoxOf(const CQZRect& rect) {
-    Box box;
-    if (!rect.IsValid()) return box;
-    box.Add(Point{rect.min.x, rect.min.y});
-    box.Add(Point{rect.max.x, rect.max.y});
-    return box;
+using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
+
+Pipeline PipelineOf(Algorithm algorithm) {
+    switch (algorithm) {
+        case Algorithm::Live:
+            return &CEncircleLine::GetEncircleLine3;
+        case Algorithm::Hatch:
+            return &CEncircleLine::GetEncircleLineByHatch;
+        case Algorithm::First:
+            return &CEncircleLine::GetEncircleLine;
+        case Algorithm::Second:
+            return &CEncircleLine::GetEncircleLine2;
+        case Algorithm::Exact:
+            break;
+    }
+    throw Failure(Fault::NotCarriedOut, "there is no exact envelope yet; use another algorithm");
 }
 
-CString Wide(const std::string& text) { return host::dxf::WideFromUtf8(text).c_str(); }
-
-Box Grown(Box box, double by) {
-    box.Add(Point{box.minX - by, box.minY - by});
-    box.Add(Point{box.maxX + by, box.maxY + by});
-    return box;
+[[noreturn]] void RefuseEmpty(const Selection& selection, const ToolRequest& request) {
+    std::string text = "nothing was picked";
+    if (!request.window) {
+        text += "; model space is empty, qzenvelope info shows what the drawing holds";
+    } else if (selection.notDisplayed > 0) {
+        text += "; the " + std::to_string(selection.notDisplayed) +
+                " entities inside the window are invisible or on layers that are off or frozen:"
+                " switch them on, or leave --window out";
+    } else {
+        text += "; no entity lies wholly inside the window " + Describe(*request.window) +
+                ": enlarge it, or leave --window out";
+    }
+    throw Failure(Fault::NothingThere, text);
 }
 
-Point CentreOf(const BatchTool& tool) { return {tool.centre.x, tool.centre.y}; }
+// The engine looks at a tool whose axis lies level, from left to right.
+void RequireLevel(const std::optional<Axis>& axis) {
+    if (axis && !axis->IsLevel())
+        throw Failure(Fault::NotCarriedOut,
+                      "this algorithm takes a horizontal axis only; turn the drawing");
+}
+
+// What the run must not leave behind; a report of it is worth more than silence.
+void CheckNothingIsOpen(AcDbDatabase& database, std::vector<std::string>& warnings) {
+    for (const host::OpenObject& open : host::OpenObjectsReport(database))
+        warnings.push_back("the run left object " + HandleText(AcDbHandle(open.handle)) +
+                           " open (" + ToUtf8(open.className.c_str()) + ")");
+}
+
+// Only what still is an envelope: the user may have moved the polyline to a layer of his own.
+void EraseFormer(const AcDbObjectId& id) {
+    if (id.isNull()) return;
+    const Selection former = [&] {
+        AcArray<AcDbObjectId> ids;
+        ids.append(id);
+        return SelectionOf(ids);
+    }();
+    EraseEnvelopes(former.envelopes);
+}
+
+CQZRect RectOf(const Box& box) {
+    return CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0));
+}
 
 }  // namespace
 
-void ToolRun::Compute(BatchTool& tool, const CEncircleCalInfo& parameters, ToolResult& result) {
-    std::vector<std::string> warnings;
-    CheckRequest(tool.sourceIds, BoxOf(GetEntitiesBox(tool.sourceIds)), parameters, CentreOf(tool),
-                 warnings);
-    for (const std::string& warning : warnings)
-        result.findings.push_back({Finding::Kind::Note, true, warning, std::nullopt});
+ToolRunner::ToolRunner(AcDbDatabase& database, bool withPictures) : m_database(database) {
+    acdbHostApplicationServices()->setWorkingDatabase(&database);
+    if (withPictures) m_pictures = std::make_unique<PictureBuilder>(database);
+}
+
+void ToolRunner::Compute(const ToolRequest& request, ToolRun& run) {
+    const std::optional<Axis> axis = request.SeesAxis() ? request.axis : std::nullopt;
+    run.selection =
+        request.picked ? SelectionOf(*request.picked) : PickList(m_database).Pick(request.window);
+    if (run.selection.ids.isEmpty()) RefuseEmpty(run.selection, request);
+    RequireLevel(request.axis);
+    CheckRequest(run.selection, request.parameters, axis, run.warnings);
+    DrawEnvelope(request, run);
+    run.envelope =
+        ReadEnvelope(run.envelopeId, axis ? std::optional<Point>(axis->from) : std::nullopt);
+    CheckNothingIsOpen(m_database, run.warnings);
+    if (!run.envelope.found || !request.axis) return;
+    run.solid =
+        request.solidInDrawing
+            ? RevolveInDrawing(run.envelopeId, run.envelope, *request.axis, m_isSolidLayerEmpty)
+            : RevolveRing(run.envelope.vertices, run.envelope.closed, *request.axis);
+}
+
+void ToolRunner::DrawEnvelope(const ToolRequest& request, ToolRun& run) {
+    CEncircleCalInfo info = EngineRecordOf(request.parameters);
+    const Pipeline pipeline = PipelineOf(request.parameters.algorithm);
+    run.isBegun = true;
+    run.envelopesErased = EraseEnvelopes(run.selection.envelopes);
+    EraseFormer(request.formerEnvelope);
+    const auto start = std::chrono::steady_clock::now();
     {
-        const CEncircleTraceScope listen(m_trace);
-        tool.computeEnvelope(parameters, PipelineOf(m_options.algorithm));
-    }
-    tool.highlightEnvelope(false);
-    result.entities = tool.sourceIds.length();
-    if (tool.execStatus != kBatchDone)
-        throw Failure(kNoResult,
-                      "no envelope: nothing of it is seen from the chosen half; look at what was "
-                      "left out");
-    m_envelope = ReadEnvelope(tool.envelopeId, CentreOf(tool));
-    result.isComputed = true;
-    result.handle = m_envelope.handle;
-    result.vertices = static_cast<int>(m_envelope.vertices.size());
-    result.length = m_envelope.extents.Width();
-    result.diameter = m_envelope.diameter;
-    m_solid = RevolveRing(m_envelope.vertices, m_envelope.closed, CentreOf(tool));
-    if (!m_solid.profile) return;
-    result.length = m_solid.measures.length;
-    result.diameter = m_solid.measures.largestDiameter;
-    result.volume = m_solid.measures.volume;
-}
-
-void ToolRun::Export(BatchTool& tool, const std::string& file, ToolResult& result) {
-    const std::string path = (std::filesystem::path(m_options.out) / (file + ".sat")).string();
-    // Under its own name unless that is another tool's already.
-    BatchTool named(tool);
-    named.name = Wide(file);
-    named.exportSolid(Wide(m_options.out));
-    tool.exportStatus = named.exportStatus;
-    if (tool.exportStatus == kBatchDone) {
-        result.files.push_back(path);
-        WriteMoreFiles(file, m_solid, result);
-        result.isExported = true;
-        return;
-    }
-    if (m_solid.refusal)
-        throw Failure(kNoResult,
-                      "no solid can be made of the envelope: " + m_solid.refusal->Text());
-    if (!IsFileName(named.name))
-        throw Failure(kNoResult, "the tool's name '" + file + "' cannot be the name of a file");
-    throw Failure(kNoResult, host::solid::LastSatFailure() + "; choose another folder with --out");
-}
-
-void ToolRun::WriteMoreFiles(const std::string& file, const SolidRun& solid, ToolResult& result) {
-    if (!m_options.step && !m_options.stl) return;
-    const std::string path = (std::filesystem::path(m_options.out) / file).string();
-    ComputeOptions files;
-    files.chordTolerance = m_options.chordTolerance;
-    if (m_options.step) files.step = path + ".stp";
-    if (m_options.stl) files.stl = path + ".stl";
-    WriteSolidFiles(solid, result.name, m_database, files);
-    for (const std::string& written : {files.step, files.stl})
-        if (!written.empty()) result.files.push_back(written);
-}
-
-void ToolRun::Check(const BatchTool& tool, const CEncircleCalInfo& parameters, ToolResult& result) {
-    AddMeetingFinding(m_envelope, result);
-    AddTraceFindings(m_trace, parameters.m_tolPoint.equalPoint(), result);
-    // The second pipeline puts its envelope beside the tool: there is nothing to compare.
-    if (m_pictures == nullptr || m_options.algorithm == Algorithm::Second) return;
-    AddOutlineFindings(
-        CheckOutline(tool.sourceIds, tool.centre.y, result.lowerHalf, !parameters.m_bExcludeDashed,
-                     m_envelope.vertices, parameters.m_tolPoint.equalPoint()),
-        parameters, result);
-}
-
-void ToolRun::Draw(const BatchTool& tool, ToolResult& result) {
-    Picture picture = m_pictures->Run(tool.sourceIds);
-    picture.title = "Tool " + result.name;
-    picture.envelope = m_envelope.vertices;
-    const Box whole = BoxOf(GetEntitiesBox(tool.sourceIds));
-    picture.view = m_envelope.found ? m_envelope.extents : whole;
-    if (m_envelope.found) {
-        const double axis = tool.centre.y;
-        const Box& box = m_envelope.extents;
-        picture.view.Add(Point{box.minX, 2 * axis - box.maxY});
-        picture.view.Add(Point{box.maxX, 2 * axis - box.minY});
-        const Box nearby = Grown(picture.view, kNearby * box.Width());
-        picture.hasAxis = true;
-        picture.axisFrom = box.minX - kAxisOverhang * box.Width();
-        picture.axisTo = box.maxX + kAxisOverhang * box.Width();
-        picture.axisY = axis;
-        picture.view.Add(Point{picture.axisFrom, axis});
-        picture.view.Add(Point{picture.axisTo, axis});
-        for (const Box& dimension : picture.dimensions)
-            if (nearby.Contains(dimension)) picture.view.Add(dimension);
-    }
-    int number = 0;
-    for (const Finding& finding : result.findings)
-        if (finding.isWarning) {
-            ++number;
-            if (finding.at) picture.marks.push_back({*finding.at, std::to_string(number)});
+        const CEncircleTraceScope listen(run.trace);
+        std::optional<CAxisLine> line;
+        if (request.SeesAxis()) {
+            // Not on the current layer: that may be locked, and the line could not be erased again.
+            const CCurrentLayerGuard layer(kEnvelopeLayer);
+            line.emplace(RectOf(run.selection.box), request.axis->from.y);
+            if (line->GetId().isNull())
+                throw Failure(Fault::NoResult, "the axis line cannot be drawn");
+            info.m_midLineId = line->GetId();
         }
-    if (whole.IsEmpty()) return;
-    result.svg = ToSvgElement(picture, result.id);
+        CEncircleLine engine(info);
+        (engine.*pipeline)(run.selection.ids, run.envelopeId);
+    }
+    run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+void ToolRunner::WriteFiles(const ToolRequest& request, ToolRun& run) {
+    if (!request.svg.empty() && m_pictures != nullptr) {
+        std::string warning;
+        const std::string svg = ToSvg(SheetPicture(m_pictures->Run(), request, run, warning));
+        if (!warning.empty()) run.warnings.push_back(warning);
+        host::FileError error;
+        if (!host::WriteFileAtomically(request.svg, {std::string_view(svg)}, error))
+            throw Failure(Fault::Output, request.svg + ": the picture cannot be written: " +
+                                             error.reason + "; choose another place with --svg");
+    }
+    if (!run.envelope.found || !request.solid.Any()) return;
+    if (request.fileName && run.solid.profile && !IsFileName(FromUtf8(*request.fileName)))
+        throw Failure(Fault::Request,
+                      "the tool's name '" + *request.fileName + "' cannot be the name of a file");
+    WriteSolidFiles(run.solid, NameOfTool(request, run.envelope), m_database, request.solid,
+                    request.place, run.files);
+}
+
+ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
+                              const std::string& id) {
+    ToolReview review;
+    const ToolParameters& parameters = request.parameters;
+    for (const std::string& warning : run.warnings)
+        review.findings.push_back({Finding::Kind::Note, true, warning, std::nullopt});
+    AddMeetingFinding(run.envelope.selfMeeting, review.findings);
+    AddTraceFindings(run.trace, parameters.pointTolerance, review.findings);
+    if (m_pictures == nullptr) return review;
+    // The second pipeline puts its envelope beside the tool: there is nothing to compare.
+    if (parameters.algorithm != Algorithm::Second && request.axis) {
+        const OutlineCheck check = CheckOutline(run.selection.ids, request.axis->from.y,
+                                                parameters.IsLower(), parameters.includeDashed,
+                                                run.envelope.vertices, parameters.pointTolerance);
+        const double diameter =
+            run.solid.profile ? run.solid.measures.largestDiameter : run.envelope.diameter;
+        review.figures = AddOutlineFindings(
+            check, {parameters.IsLower(), parameters.pointTolerance, diameter}, review.findings);
+    }
+    DrawForPage(request, run, id, review);
+    return review;
+}
+
+void ToolRunner::DrawForPage(const ToolRequest& request, const ToolRun& run, const std::string& id,
+                             ToolReview& review) {
+    if (run.selection.box.IsEmpty()) return;
+    review.svg = ToSvgElement(
+        PagePicture(m_pictures->Run(run.selection.ids), request, run, review.findings), id);
+    if (!run.solid.profile) return;
     std::string reason;
-    if (!m_solid.profile) return;
-    if (const auto solid = DrawSolid(m_solid, kSolidWidth, reason))
-        result.png = Base64(solid->bytes);
+    if (const auto solid = DrawSolid(*run.solid.profile, kPageSolidWidth, reason))
+        review.png = solid->bytes;
     else
-        result.findings.push_back(
+        review.findings.push_back(
             {Finding::Kind::Solid, false, "the solid cannot be shown: " + reason, std::nullopt});
 }
 
-void ToolRun::Run(BatchTool& tool, const CEncircleCalInfo& parameters, const std::string& file,
-                  ToolResult& result) {
-    m_trace = CEncircleTrace();
-    m_envelope = Envelope();
-    m_solid = SolidRun();
-    result.lowerHalf = parameters.m_nHalfSide != 0;
-    result.unit = UnitName(m_database);
-    result.entities = tool.sourceIds.length();
-    const auto start = std::chrono::steady_clock::now();
-    try {
-        Compute(tool, parameters, result);
-        Export(tool, file, result);
-    } catch (const std::exception& error) {
-        result.reason = error.what();
-        if (!result.isComputed) tool.execStatus = kBatchFailed;
-    }
-    result.seconds =
-        std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-    Check(tool, parameters, result);
-    if (m_pictures != nullptr) Draw(tool, result);
+void RunTool(Drawing& drawing, const ToolRequest& request, ToolRun& run) {
+    ToolRunner runner(drawing.Database(), !request.svg.empty());
+    runner.Compute(request, run);
+    if (run.envelope.found && !request.output.empty()) drawing.Write(request.output);
+    runner.WriteFiles(request, run);
 }
 
-}  // namespace app
+}  // namespace product

@@ -1,49 +1,93 @@
-// One tool of a batch: envelope, files, figures, findings and pictures.
+// One run of one tool, the only way to one: from a request to envelope, solid, files, findings and
+// pictures. A single computation, a batch and its workers differ in where their requests come from.
 #pragma once
 
+#include <memory>
+#include <optional>
 #include <string>
+#include <vector>
 
-#include "EnvelopeExport.h"
-#include "product/tool/EnvelopeRun.h"
-#include "apps/qzenvelope/Options.h"
+#include "EncircleTrace.h"
+#include "product/base/Drawing.h"
+#include "product/check/Findings.h"
 #include "product/picture/PictureBuilder.h"
+#include "product/tool/Selection.h"
 #include "product/tool/SolidRun.h"
-#include "product/tool/ToolResult.h"
-#include "plugin/batch/BatchTask.h"
+#include "product/tool/ToolRequest.h"
 
-namespace app {
+namespace product {
 
-class ToolRun {
-public:
-    // database  the working one
-    // pictures  null: no pictures and no checks, which are for the page
-    ToolRun(AcDbDatabase& database, const BatchOptions& options, PictureBuilder* pictures)
-        : m_database(database), m_options(options), m_pictures(pictures) {}
-
-    // Computes the tool with the task's parameters and writes its files into the output folder.
-    //
-    // tool    its statuses, envelope and sources change as by BatchTool's operations
-    // file    name of its files, without folder and extension
-    // result  filled; name, task and notDisplayed's finding are the caller's
-    // fails   never: what goes wrong is told in the result
-    void Run(BatchTool& tool, const CEncircleCalInfo& parameters, const std::string& file,
-             ToolResult& result);
-
-private:
-    void Compute(BatchTool& tool, const CEncircleCalInfo& parameters, ToolResult& result);
-    void Export(BatchTool& tool, const std::string& file, ToolResult& result);
-    void WriteMoreFiles(const std::string& file, const SolidRun& solid, ToolResult& result);
-    void Check(const BatchTool& tool, const CEncircleCalInfo& parameters, ToolResult& result);
-    void Draw(const BatchTool& tool, ToolResult& result);
-
-    AcDbDatabase& m_database;
-    const BatchOptions& m_options;
-    PictureBuilder* m_pictures;
-    CExportRun m_exports;  // nobody else touches the drawing meanwhile
-    // Of the tool at hand.
-    CEncircleTrace m_trace;
-    Envelope m_envelope;
-    SolidRun m_solid;
+// What came of a request; filled as far as the run went, also when it fails.
+struct ToolRun {
+    Selection selection;
+    // The request made sense and the drawing has changed: earlier envelopes are gone.
+    bool isBegun = false;
+    int envelopesErased = 0;
+    AcDbObjectId envelopeId;  // null: there is none
+    Envelope envelope;
+    CEncircleTrace trace;
+    double seconds = 0;                 // of the engine alone, wall clock
+    std::vector<std::string> warnings;  // what the user should know though the run went on
+    SolidRun solid;
+    std::vector<std::string> files;  // of the solid, as they were written
 };
 
-}  // namespace app
+// What a person may want to look at.
+struct ToolReview {
+    std::vector<Finding> findings;
+    OutlineFigures figures;
+    // For the page: an SVG element and a PNG file of the solid; empty where there is nothing to
+    // show.
+    std::string svg, png;
+};
+
+// Runs tools of one drawing, one after the other. The host keeps state for the whole process: one
+// drawing at a time.
+class ToolRunner {
+public:
+    // Makes the database the working one.
+    //
+    // withPictures  pictures will be asked for. What layers show is read now: the first run
+    //               switches every layer on.
+    ToolRunner(AcDbDatabase& database, bool withPictures);
+
+    // Picks, checks the request, draws the axis, runs the engine, takes the axis away again and
+    // revolves what came out. No envelope is no failure: found stays false.
+    //
+    // drawing  gains the envelope and its layer, loses earlier envelopes among what is picked;
+    //          every layer is switched on
+    // fails    Failure: Request for parameters that make no sense for what was picked,
+    //          NothingThere when that is nothing, NotCarriedOut for what no algorithm here can do,
+    //          NoResult when the axis cannot be drawn or the envelope not be read
+    void Compute(const ToolRequest& request, ToolRun& run);
+
+    // Writes the picture and the solid's files, each as a whole or not at all.
+    // fails  Failure: NoSolid when there is an envelope, but no solid of it, Output when a file
+    //        cannot be written
+    void WriteFiles(const ToolRequest& request, ToolRun& run);
+
+    // Tells what is worth a look: gaps, what was left out, where the envelope meets itself. With
+    // pictures also how far it lies from the drawing's contour, and its pictures for the page.
+    //
+    // id     a name of its own on the page, a letter and digits
+    // fails  never: what cannot be shown is a finding
+    ToolReview Review(const ToolRequest& request, const ToolRun& run, const std::string& id);
+
+private:
+    void DrawEnvelope(const ToolRequest& request, ToolRun& run);
+    void DrawForPage(const ToolRequest& request, const ToolRun& run, const std::string& id,
+                     ToolReview& review);
+
+    AcDbDatabase& m_database;
+    std::unique_ptr<PictureBuilder> m_pictures;  // null: none are asked for
+    // Nobody else touches the drawing between two tools: the scratch layer of solids is looked
+    // through once.
+    bool m_isSolidLayerEmpty = false;
+};
+
+// The whole of a request for a drawing that was read: computes, writes the drawing when an envelope
+// was found, and then the other files.
+// fails  as the operations of ToolRunner and Drawing::Write()
+void RunTool(Drawing& drawing, const ToolRequest& request, ToolRun& run);
+
+}  // namespace product

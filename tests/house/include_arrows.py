@@ -1,9 +1,10 @@
-"""Checks who includes whom: each folder may include only itself and what lies below it.
+"""Checks who includes whom: each room may include itself and what its row names, and nothing else.
 
-Reads the quoted and bracketed includes of every tracked or new source. plane/ may use the standard
-library alone; the plug-in's folders that, plane/, headers under the SDK's and MFC's names
-(host/include) and one another downwards; nothing in host/ may know the plug-in; GUI, modelling and
-system headers are for the folders that wrap them.
+Reads the quoted and bracketed includes of every tracked or new source. A row is as tight as the
+includes of the day: an arrow that no include goes along any more is a fault too. The plug-in's rooms
+may use headers under the SDK's and MFC's names (host/include), the standard library and one another
+downwards; nothing in host/ may know the plug-in; libraries from outside are for the rooms that wrap
+them.
 """
 
 import pathlib
@@ -12,18 +13,102 @@ import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
-PLUGIN = ["plugin/util", "plugin/engine", "plugin/batch", "plugin/ui", "plugin/entry"]  # lowest first
-HOST = {
-    "host/base": ["host/base"],
-    "host/sys": ["host/base", "host/sys"],
-    "host/ge": ["host/base", "host/ge"],
-    "host/db": ["host/base", "host/sys", "host/ge", "host/db"],
-    "host/dxf": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf"],
-    "host/solid": ["plane", "host/base", "host/sys", "host/ge", "host/db", "host/solid"],
-    "host/ed": ["plane", "host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed"],
-    "host/mfc": ["host/base", "host/sys", "host/ge", "host/db", "host/dxf", "host/solid", "host/ed",
-                 "host/mfc"],
+
+# Room: why it sees what it sees, and what that is.
+ROOMS = {
+    "plane": (
+        "geometry of the plane: numbers and the standard library, so that every host can use it",
+        ""),
+    # What AutoCAD loads. Lower rooms know nothing of upper ones, so that each can be tested and
+    # used by itself.
+    "plugin/util": (
+        "what any plug-in could use: the SDK and nothing else",
+        "host/include"),
+    "plugin/engine": (
+        "envelopes of picked entities; knows neither tasks nor windows",
+        "plugin/util"),
+    "plugin/batch": (
+        "tasks and tools around the engine, and their form in the drawing",
+        "plugin/util plugin/engine"),
+    "plugin/ui": (
+        "dialogs over all of that; the resource identifiers are the SDK's way",
+        "plugin/util plugin/engine plugin/batch host/include"),
+    "plugin/entry": (
+        "commands and reactors: where the host calls in",
+        "plugin/util plugin/batch plugin/ui host/include"),
+    # The host, from the ground up. It knows nothing of what runs in it.
+    "host/include": (
+        "the SDK's and MFC's names; one class shares its inside with the geometry that fills it",
+        "host/ge"),
+    "host/base": (
+        "strings, formats, assertions: needs the names only",
+        "host/include"),
+    "host/sys": (
+        "the operating system, kept away from everybody else",
+        "host/base"),
+    "host/ge": (
+        "geometry classes: numbers, no drawing",
+        "host/include host/base"),
+    "host/db": (
+        "the drawing in memory",
+        "host/include host/base"),
+    "host/dxf": (
+        "the drawing in a file; fills and reads the database from inside",
+        "host/include host/base host/sys host/db"),
+    "host/solid": (
+        "solids and their files; knows entities, neither documents nor drawing files",
+        "host/include host/base host/sys host/db"),
+    "host/ed": (
+        "documents, commands, tracing: opens files and installs the modeller",
+        "host/include host/base host/sys host/db host/dxf host/solid"),
+    "host/mfc": (
+        "windows and dialogs; has nothing to do with drawings",
+        "host/include host/base host/sys"),
+    # What the programs are made of.
+    "product/base": (
+        "a drawing's file, its texts and rectangles: what every other room here needs",
+        "plugin/util host/include host/dxf"),
+    "product/check": (
+        "looks at the drawing by means of its own; shares no more with the engine than the record "
+        "of what it did and the names of its layers",
+        "product/base plugin/engine host/include host/ed"),
+    "product/picture": (
+        "drawings and solids as pictures; what was computed is handed to it",
+        "product/base plugin/engine plugin/util host/include host/solid"),
+    "product/tool": (
+        "runs tools: the only room that drives engine, checks and pictures together",
+        "product/base product/check product/picture plugin/util plugin/engine plugin/batch "
+        "host/include host/db host/solid host/sys"),
+    "product/report": (
+        "words and figures for what the other rooms found; runs nothing",
+        "product/base product/check product/picture product/tool plugin/util plugin/engine "
+        "host/solid"),
+    # The programs.
+    "apps/qzenvelope": (
+        "options, workers and progress around requests; the plug-in's free operations for progress "
+        "and file names are answered here, and the kernel is loaded before workers come into being",
+        "product/base product/tool product/report plugin/util plugin/batch host/base host/sys "
+        "host/solid"),
+    "apps/qzhost": (
+        "the host as a program: it knows no plug-in, which comes as a module like any other; texts "
+        "are written out as in the pictures",
+        "product/base host/include host/base host/sys host/db host/ed host/mfc"),
 }
+PLUGIN = [room for room in ROOMS if room.startswith("plugin/")]
+# What AutoCAD's module is made of.
+PORTABLE = PLUGIN + ["plane"]
+
+# Libraries from outside, by the names of their headers, and the rooms that wrap them.
+OUTSIDE = [
+    (r"Q[A-Z]\w+", ["host/mfc", "apps/qzhost"]),
+    (r"\w+\.hxx|png\.h", ["host/solid"]),
+    (r"geos_c\.h", ["host/ed"]),
+    (r"iconv\.h", ["host/sys"]),
+    (r"CLI/.*", ["apps/qzenvelope", "apps/qzhost"]),
+    (r"nlohmann/.*", ["product/report", "apps/qzenvelope"]),
+    (r"(sys/.*|unistd|fcntl|dlfcn|link|poll|sched|windows|io|share)(\.h)?",
+     ["host/sys", "host/solid", "host/ed", "host/mfc", "apps/qzenvelope"]),
+]
 STANDARD = set(
     """algorithm array atomic cassert cctype cerrno cfloat charconv chrono climits clocale cmath
     condition_variable cstdarg cstddef cstdint cstdio cstdlib cstring ctime cwchar cwctype deque
@@ -43,9 +128,9 @@ def sources():
     return [p for p in listed if (ROOT / p).exists()]
 
 
-def folder_of(path):
+def room_of(path):
     parts = path.split("/")
-    return "/".join(parts[:2]) if parts[0] in ("host", "plugin") else parts[0]
+    return "/".join(parts[:2]) if parts[0] in ("host", "plugin", "product", "apps") else parts[0]
 
 
 def resolve(path, name, files):
@@ -58,43 +143,54 @@ def resolve(path, name, files):
     return None
 
 
-def faults_of(path, files):
+def outside_faults(room, name):
+    for pattern, rooms in OUTSIDE:
+        if re.fullmatch(pattern, name) and room not in rooms:
+            yield f"<{name}> is for {' and '.join(rooms)}"
+    if room in PORTABLE and name not in STANDARD:
+        yield f"<{name}> is neither the standard library's nor the SDK's"
+
+
+def faults_of(path, files, used):
     text = (ROOT / path).read_text(encoding="utf-8")
-    folder = folder_of(path)
+    room = room_of(path)
+    if room not in ROOMS:
+        # Tests and benches may include everything; anything else needs a row.
+        known = room in ("tests", "bench")
+        return [] if known else [f"the room {room} has no row in tests/house/include_arrows.py"]
     faults = []
-    if folder in PLUGIN + ["plane"] and SWITCH.search(text):
+    if room in PORTABLE and SWITCH.search(text):
         faults.append("a compiler or system switch in a folder that AutoCAD's module takes")
-    if folder in PLUGIN and path.endswith(".cpp"):
+    if room in PLUGIN and path.endswith(".cpp"):
         first = INCLUDE.search(text)
         if not first or first.group(2) != "StdAfx.h":
             faults.append('its first include is not "StdAfx.h"')
+    allowed = ROOMS[room][1].split()
     for bracket, name in INCLUDE.findall(text):
         target = resolve(path, name, files)
         if target is None:
-            if folder in PLUGIN + ["plane"] and name not in STANDARD:
-                faults.append(f"<{name}> is neither the standard library's nor the SDK's")
-            if folder == "host/include" and name.startswith("Q"):
-                faults.append(f"<{name}>: a GUI header under an SDK header")
+            faults.extend(outside_faults(room, name))
             continue
-        to = folder_of(target)
-        if folder in PLUGIN:
-            allowed = PLUGIN[: PLUGIN.index(folder) + 1] + ["plane", "host/include"]
-        elif folder == "plane":
-            allowed = ["plane"]
-        elif folder == "host/include":
-            allowed = ["host/include", "host/base", "host/ge", "host/db", "host/ed", "host/mfc", "host/solid"]
-        elif folder in HOST:
-            allowed = HOST[folder] + ["host/include"]
-        else:
-            continue  # apps, tests and benches may include everything
-        if to not in allowed:
+        to = room_of(target)
+        used.add((room, to))
+        if to != room and to not in allowed:
             faults.append(f"includes {target}")
     return faults
 
 
+def slack(used):
+    """Arrows that a row allows and no include goes along."""
+    for room, (_, allowed) in ROOMS.items():
+        for to in allowed.split():
+            if (room, to) not in used:
+                yield room, f"its row allows {to}, which it does not include any more"
+
+
 def main():
     files = set(sources())
-    bad = [(p, f) for p in sorted(files) for f in faults_of(p, files)]
+    used = set()
+    bad = [(p, f) for p in sorted(files) for f in faults_of(p, files, used)]
+    bad += slack(used)
     for path, fault in bad:
         print(f"{path}: {fault}")
     if not files:

@@ -24,16 +24,17 @@ TEST(Options, NegativeNumbersInBothSpellings) {
           "compute --window -30,40,-1,-2 --center -5,-.5 a.dxf --side-length 0",
           "compute --window -1,40,-30,-2 --centre -5e0,-5e-1 --side-length 0 a.dxf"}) {
         SCOPED_TRACE(line);
-        const app::ComputeOptions o = Parse(line).compute;
+        const app::ToolRequest o = Parse(line).compute.request;
         EXPECT_EQ("a.dxf", o.input);
-        ASSERT_TRUE(o.centre && o.window);
-        EXPECT_EQ(-5, o.centre->x);
-        EXPECT_EQ(-0.5, o.centre->y);
+        ASSERT_TRUE(o.axis && o.window);
+        EXPECT_EQ(-5, o.axis->from.x);
+        EXPECT_EQ(-0.5, o.axis->from.y);
+        EXPECT_TRUE(o.axis->IsLevel() && o.SeesAxis());
         EXPECT_EQ(-30, o.window->minX);
         EXPECT_EQ(-2, o.window->minY);
         EXPECT_EQ(-1, o.window->maxX);
         EXPECT_EQ(40, o.window->maxY);
-        EXPECT_EQ(0, o.sideLength);
+        EXPECT_EQ(0, o.parameters.sideLength);
     }
 }
 
@@ -44,16 +45,50 @@ TEST(Options, EveryOptionArrives) {
             "--vertical-ends --point-tolerance 0.1 --line-tolerance 0.2 --horver-tolerance 0.3 "
             "--arc-precision 0.4 --side-length 0.5 -o out.dxf --svg out.svg --json")
             .compute;
-    EXPECT_FALSE(o.centre || o.window);
-    EXPECT_TRUE(o.noAxis && o.lowerHalf && o.includeDashed && o.verticalEnds && o.json);
-    EXPECT_EQ(app::Algorithm::Hatch, o.algorithm);
-    EXPECT_EQ(0.1, o.pointTolerance);
-    EXPECT_EQ(0.2, o.lineTolerance);
-    EXPECT_EQ(0.3, o.horVerTolerance);
-    EXPECT_EQ(0.4, o.arcPrecision);
-    EXPECT_EQ(0.5, o.sideLength);
-    EXPECT_EQ("out.dxf", o.output);
-    EXPECT_EQ("out.svg", o.svg);
+    const app::ToolParameters& p = o.request.parameters;
+    EXPECT_FALSE(o.request.axis || o.request.window || o.request.SeesAxis());
+    EXPECT_TRUE(p.IsLower() && p.includeDashed && p.verticalEnds && o.json);
+    EXPECT_EQ(app::Algorithm::Hatch, p.algorithm);
+    EXPECT_EQ(0.1, p.pointTolerance);
+    EXPECT_EQ(0.2, p.lineTolerance);
+    EXPECT_EQ(0.3, p.horVerTolerance);
+    EXPECT_EQ(0.4, p.arcPrecision);
+    EXPECT_EQ(0.5, p.sideLength);
+    EXPECT_EQ("out.dxf", o.request.output);
+    EXPECT_EQ("out.svg", o.request.svg);
+}
+
+TEST(Options, WhatABatchIsAskedForArrives) {
+    const app::BatchOptions o =
+        Parse(
+            "batch a.dxf b.dxf --out dir --report page.html --jobs 3 --task one --task two --step "
+            "--stl --chord-tolerance 0.02 --half lower --algorithm 2 --arc-precision 0.4")
+            .batch;
+    EXPECT_EQ((std::vector<std::string>{"a.dxf", "b.dxf"}), o.inputs);
+    EXPECT_EQ("dir", o.request.out);
+    EXPECT_EQ("page.html", o.report);
+    EXPECT_EQ((std::vector<std::string>{"one", "two"}), o.request.tasks);
+    EXPECT_EQ(3, o.jobs);
+    EXPECT_TRUE(o.request.withPage && o.request.step && o.request.stl && !o.request.fromFrames);
+    EXPECT_EQ(0.02, o.request.chordTolerance);
+    EXPECT_TRUE(o.request.parameters.IsLower());
+    EXPECT_EQ(app::Algorithm::Second, o.request.parameters.algorithm);
+    EXPECT_EQ(0.4, o.request.parameters.arcPrecision);
+    EXPECT_FALSE(Parse("batch a.dxf").batch.request.withPage);
+}
+
+// The help, the engine and the requests: one set of numbers.
+TEST(Options, HelpNamesTheEnginesOwnDefaults) {
+    const std::string help = Parse("compute --help").text;
+    for (const char* usual : {"(0.0005)", "(0.001)", "(1e-6)", "(0.3)", "(5)"})
+        EXPECT_THAT(help, HasSubstr(usual));
+    const app::ToolParameters p = Parse("compute a.dxf --centre 0,0").compute.request.parameters;
+    EXPECT_EQ(0.0005, p.pointTolerance);
+    EXPECT_EQ(0.001, p.lineTolerance);
+    EXPECT_EQ(1e-6, p.horVerTolerance);
+    EXPECT_EQ(0.3, p.arcPrecision);
+    EXPECT_EQ(5.0, p.sideLength);
+    EXPECT_TRUE(!p.includeDashed && !p.verticalEnds && !p.IsLower());
 }
 
 TEST(Options, Refusals) {
@@ -97,7 +132,7 @@ TEST(Options, Refusals) {
             ADD_FAILURE() << "accepted";
         } catch (const app::Failure& failure) {
             EXPECT_THAT(failure.what(), HasSubstr(c.message));
-            EXPECT_EQ(app::kUsage, failure.Status());
+            EXPECT_EQ(app::kUsage, app::StatusOf(failure.Code()));
         }
     }
 }

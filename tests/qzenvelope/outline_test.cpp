@@ -6,11 +6,11 @@
 #include <random>
 #include <sstream>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 
 namespace {
 
-using app::Vertex;
+using product::Vertex;
 
 const double kPi = std::acos(-1.0);
 
@@ -55,8 +55,8 @@ TEST(Outline, SizeAndLength) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.name);
-        EXPECT_NEAR(c.length, app::LengthOf(c.ring), 1e-12);
-        const app::Box box = app::ExtentsOf(c.ring);
+        EXPECT_NEAR(c.length, product::LengthOf(c.ring), 1e-12);
+        const product::Box box = product::ExtentsOf(c.ring);
         EXPECT_NEAR(c.minX, box.minX, 1e-12);
         EXPECT_NEAR(c.minY, box.minY, 1e-12);
         EXPECT_NEAR(c.maxX, box.maxX, 1e-12);
@@ -91,7 +91,7 @@ const MeetingCase kMeetings[] = {
     {"far from the origin", "1000000,0 1000004,4 1000004,0 1000000,4", "crossing 0 2 1e+06,2"},
 };
 
-std::string Show(const std::optional<app::SelfMeeting>& meeting) {
+std::string Show(const std::optional<product::SelfMeeting>& meeting) {
     if (!meeting) return "";
     static const char* const kNames[] = {"touch", "crossing", "overlap"};
     std::ostringstream text;
@@ -105,13 +105,13 @@ TEST(Outline, MeetingsWithItself) {
     for (const MeetingCase& c : kMeetings) {
         SCOPED_TRACE(c.name);
         std::vector<Vertex> ring = Ring(c.ring);
-        EXPECT_EQ(c.meeting, Show(app::FindSelfMeeting(ring)));
+        EXPECT_EQ(c.meeting, Show(product::FindSelfMeeting(ring)));
 
         // Kind and place stay what they are when the ring runs the other way round.
         std::vector<Vertex> back(ring.rbegin(), ring.rend());
         for (size_t i = 0; i < back.size(); ++i)
             back[i].bulge = -ring[(2 * ring.size() - 2 - i) % ring.size()].bulge;
-        const auto meeting = app::FindSelfMeeting(back);
+        const auto meeting = product::FindSelfMeeting(back);
         EXPECT_EQ(c.meeting[0] != 0, meeting.has_value());
         if (meeting) {
             EXPECT_EQ(c.meeting[0], Show(meeting)[0]);
@@ -130,22 +130,22 @@ TEST(Outline, ArcsMeetAsTheirChordsDo) {
         for (Vertex& v : ring) v = {place(random), place(random), round % 3 ? bulge(random) : 0};
         std::vector<Vertex> chords;
         for (size_t i = 0; i < ring.size(); ++i) {
-            const app::Point to{ring[(i + 1) % ring.size()].x, ring[(i + 1) % ring.size()].y};
+            const product::Point to{ring[(i + 1) % ring.size()].x, ring[(i + 1) % ring.size()].y};
             chords.push_back({ring[i].x, ring[i].y, 0});
             if (ring[i].bulge == 0) continue;
-            const app::Circle c = app::CircleOf(ring[i], to);
+            const product::Circle c = product::CircleOf(ring[i], to);
             const double start = std::atan2(ring[i].y - c.centre.y, ring[i].x - c.centre.x);
             const int parts = 120;
             for (int k = 1; k < parts; ++k) {
-                const double angle = start + app::Sweep(ring[i].bulge) * k / parts;
+                const double angle = start + product::Sweep(ring[i].bulge) * k / parts;
                 chords.push_back({c.centre.x + c.radius * std::cos(angle),
                                   c.centre.y + c.radius * std::sin(angle), 0});
             }
         }
-        const auto exact = app::FindSelfMeeting(ring);
-        const auto cut = app::FindSelfMeeting(chords);
+        const auto exact = product::FindSelfMeeting(ring);
+        const auto cut = product::FindSelfMeeting(chords);
         EXPECT_EQ(exact.has_value(), cut.has_value()) << "seed 4711, ring " << round;
-        crossings += exact && exact->kind == app::Meeting::Crossing;
+        crossings += exact && exact->kind == product::Meeting::Crossing;
     }
     EXPECT_GT(crossings, 50);
     EXPECT_LT(crossings, 190);

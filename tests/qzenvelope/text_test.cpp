@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ TEST(Text, CodesBecomeWhatTheyShow) {
         {"%%", ""},
         {"", ""},
     };
-    for (const auto& c : cases) EXPECT_EQ(c.plain, app::PlainText(c.text)) << c.text;
+    for (const auto& c : cases) EXPECT_EQ(c.plain, product::PlainText(c.text)) << c.text;
 }
 
 TEST(Text, LinesLoseTheirFormatting) {
@@ -39,27 +39,27 @@ TEST(Text, LinesLoseTheirFormatting) {
         {"ends with \\", {"ends with \\"}},
         {"\\S1/2", {"1/2"}},
     };
-    for (const auto& c : cases) EXPECT_EQ(c.lines, app::PlainLines(c.text)) << c.text;
+    for (const auto& c : cases) EXPECT_EQ(c.lines, product::PlainLines(c.text)) << c.text;
 }
 
 TEST(Text, Utf8) {
-    EXPECT_EQ("\u5C3A\u5BF8\u7EBF", app::ToUtf8(_T("\u5C3A\u5BF8\u7EBF")));
-    EXPECT_EQ("", app::ToUtf8(nullptr));
+    EXPECT_EQ("\u5C3A\u5BF8\u7EBF", product::ToUtf8(_T("\u5C3A\u5BF8\u7EBF")));
+    EXPECT_EQ("", product::ToUtf8(nullptr));
     const ACHAR pair[] = {static_cast<ACHAR>(0xD83D), static_cast<ACHAR>(0xDD27), 0};
-    EXPECT_EQ("\xF0\x9F\x94\xA7", app::ToUtf8(pair));
+    EXPECT_EQ("\xF0\x9F\x94\xA7", product::ToUtf8(pair));
     const ACHAR lone[] = {static_cast<ACHAR>(0xD83D), _T('x'), 0};
-    EXPECT_EQ("\uFFFDx", app::ToUtf8(lone));
+    EXPECT_EQ("\uFFFDx", product::ToUtf8(lone));
 }
 
 TEST(Text, FiguresKeepTheirTenThousandthsFarOut) {
-    EXPECT_EQ("0", app::Figure(0));
-    EXPECT_EQ("-12.5", app::Figure(-12.5));
-    EXPECT_EQ("1e-05", app::Figure(1e-5));
-    EXPECT_EQ("100", app::Figure(100));
-    EXPECT_EQ("220.0043", app::Figure(220.00432));
-    EXPECT_EQ("1000060.5", app::Figure(1000060.5));
-    EXPECT_EQ("-2000000.0001", app::Figure(-2000000.0001));
-    EXPECT_EQ("1e+300", app::Figure(1e300));
+    EXPECT_EQ("0", product::Figure(0));
+    EXPECT_EQ("-12.5", product::Figure(-12.5));
+    EXPECT_EQ("1e-05", product::Figure(1e-5));
+    EXPECT_EQ("100", product::Figure(100));
+    EXPECT_EQ("220.0043", product::Figure(220.00432));
+    EXPECT_EQ("1000060.5", product::Figure(1000060.5));
+    EXPECT_EQ("-2000000.0001", product::Figure(-2000000.0001));
+    EXPECT_EQ("1e+300", product::Figure(1e300));
 }
 
 }  // namespace

@@ -7,12 +7,12 @@
 
 #include "arxHeaders.h"
 
-namespace app {
+namespace product {
 
 class Drawing {
 public:
     // Reads the file and makes its database the working one.
-    // fails  Failure with kUsage: not there, not readable, no drawing; the text names file and line
+    // fails  Failure with Input: not there, not readable, no drawing; the text names file and line
     explicit Drawing(const std::string& path);
     ~Drawing();
     Drawing(const Drawing&) = delete;
@@ -26,7 +26,7 @@ public:
     const std::vector<std::string>& Notes() const { return m_notes; }
 
     // Writes in the version and form that was read; the file is replaced as a whole or not at all.
-    // fails  Failure with kNoResult, the old file is unchanged
+    // fails  Failure with Output; the old file is unchanged
     void Write(const std::string& path);
 
 private:
@@ -36,4 +36,4 @@ private:
     std::vector<std::string> m_notes;
 };
 
-}  // namespace app
+}  // namespace product

@@ -5,11 +5,14 @@
 #include <vector>
 
 #include "arxHeaders.h"
+#include "cstringt.h"
 
-namespace app {
+namespace product {
 
 // UTF-8 of a wide text, whether its characters are 16 or 32 bits; lone surrogates become U+FFFD.
 std::string ToUtf8(const ACHAR* text);
+// The wide text of UTF-8; bytes that are none become U+FFFD.
+CString FromUtf8(const std::string& text);
 
 // A text's codes replaced by what they show: %%d degree, %%c diameter, %%p plus-minus, %%nnn a
 // character; underlining and the like vanish.
@@ -35,4 +38,4 @@ std::string Figure(double value);
 std::string HandleText(const AcDbHandle& handle);
 inline std::string HandleText(const AcDbObjectId& id) { return HandleText(id.handle()); }
 
-}  // namespace app
+}  // namespace product

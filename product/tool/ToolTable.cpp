@@ -1,12 +1,12 @@
-#include "product/report/ToolTable.h"
+#include "product/tool/ToolTable.h"
 
 #include <charconv>
 #include <cmath>
 #include <optional>
 
-#include "apps/qzenvelope/Options.h"
+#include "product/base/Failure.h"
 
-namespace app {
+namespace product {
 namespace {
 
 constexpr size_t kLeastFields = 7;
@@ -75,16 +75,16 @@ public:
 
     std::vector<NamedTool> Finish() {
         if (m_tools.empty())
-            throw Failure(kUsage, m_path +
-                                      ": names no tool; give one a line: "
-                                      "name,centre x,centre y,x1,y1,x2,y2");
+            throw Failure(Fault::Input, m_path +
+                                            ": names no tool; give one a line: "
+                                            "name,centre x,centre y,x1,y1,x2,y2");
         return std::move(m_tools);
     }
 
 private:
     [[noreturn]] void Refuse(const std::string& why) const {
-        throw Failure(kUsage, m_path + ": line " + std::to_string(m_line) + ": " + why +
-                                  "; a line is name,centre x,centre y,x1,y1,x2,y2[,drawing]");
+        throw Failure(Fault::Input, m_path + ": line " + std::to_string(m_line) + ": " + why +
+                                        "; a line is name,centre x,centre y,x1,y1,x2,y2[,drawing]");
     }
 
     void TakeTool(const std::vector<std::string>& fields) {
@@ -128,4 +128,4 @@ std::vector<NamedTool> ReadToolTable(const std::string& text, const std::string&
     return reader.Finish();
 }
 
-}  // namespace app
+}  // namespace product

@@ -1,8 +1,8 @@
-#include "product/report/TraceReport.h"
+#include "product/check/TraceGaps.h"
 
 #include <cmath>
 
-namespace app {
+namespace product {
 
 const char* SideName(E_RemoveLine_Dir side) {
     static const char* const kNames[] = {"bottom", "top", "right", "left", "none"};
@@ -14,8 +14,8 @@ const char* MeetingName(Meeting kind) {
     return kNames[static_cast<int>(kind)];
 }
 
-bool Crosses(const Envelope& envelope) {
-    return envelope.selfMeeting && envelope.selfMeeting->kind != Meeting::Touch;
+bool Crosses(const std::optional<SelfMeeting>& meeting) {
+    return meeting && meeting->kind != Meeting::Touch;
 }
 
 std::vector<CEncircleTrace::SGap> WideGaps(const CEncircleTrace& trace, double pointTolerance) {
@@ -31,4 +31,4 @@ bool IsStep(const CEncircleTrace::SGap& gap, double pointTolerance) {
     return std::abs(across) <= pointTolerance;
 }
 
-}  // namespace app
+}  // namespace product

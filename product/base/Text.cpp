@@ -1,10 +1,12 @@
-#include "product/tool/Text.h"
+#include "product/base/Text.h"
 
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
-namespace app {
+#include "host/dxf/text_codec.h"
+
+namespace product {
 namespace {
 
 void AppendUtf8(char32_t c, std::string& out) {
@@ -53,6 +55,8 @@ std::string ToUtf8(const ACHAR* text) {
     }
     return out;
 }
+
+CString FromUtf8(const std::string& text) { return host::dxf::WideFromUtf8(text).c_str(); }
 
 std::string PlainText(const std::string& text) {
     std::string out;
@@ -149,4 +153,4 @@ std::string UnitName(const AcDbDatabase& database) {
     return unit >= 0 && unit < known ? kNames[unit] : "unit code " + std::to_string(unit);
 }
 
-}  // namespace app
+}  // namespace product

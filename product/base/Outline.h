@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-namespace app {
+namespace product {
 
 struct Point {
     double x = 0, y = 0;
@@ -69,4 +69,4 @@ struct SelfMeeting {
 // cost    O(n log n + p) for p pairs of edges whose ranges in x overlap
 std::optional<SelfMeeting> FindSelfMeeting(const std::vector<Vertex>& ring);
 
-}  // namespace app
+}  // namespace product

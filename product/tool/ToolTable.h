@@ -4,9 +4,9 @@
 #include <string>
 #include <vector>
 
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 
-namespace app {
+namespace product {
 
 struct NamedTool {
     std::string name;  // UTF-8
@@ -22,8 +22,8 @@ struct NamedTool {
 // whose second field is no number: it names the columns.
 //
 // text   UTF-8, with or without byte order mark
-// fails  Failure with kUsage that names the line: too few fields, what is no number, a window
+// fails  Failure with Input that names the line: too few fields, what is no number, a window
 //        without area, no name; or no tool at all
 std::vector<NamedTool> ReadToolTable(const std::string& text, const std::string& path);
 
-}  // namespace app
+}  // namespace product

@@ -1,15 +1,15 @@
-#include "product/tool/Drawing.h"
+#include "product/base/Drawing.h"
 
-#include "apps/qzenvelope/Options.h"
+#include "product/base/Failure.h"
 #include "host/dxf/dxf_file.h"
 
-namespace app {
+namespace product {
 
 Drawing::Drawing(const std::string& path)
     : m_database(std::make_unique<AcDbDatabase>(false, true)) {
     host::dxf::Report report;
     const host::dxf::Result result = host::dxf::ReadFile(*m_database, path, report);
-    if (!result.ok()) throw Failure(kUsage, result.message);
+    if (!result.ok()) throw Failure(Fault::Input, result.message);
     m_notes = report.Lines();
     if (const host::dxf::FileInfo* info = host::dxf::InfoOf(*m_database)) {
         m_version = "AC" + std::to_string(info->version);
@@ -25,8 +25,8 @@ Drawing::~Drawing() { acdbHostApplicationServices()->setWorkingDatabase(nullptr)
 void Drawing::Write(const std::string& path) {
     host::dxf::Report report;
     const host::dxf::Result result = host::dxf::WriteFile(*m_database, path, report);
-    if (!result.ok()) throw Failure(kNoResult, result.message);
+    if (!result.ok()) throw Failure(Fault::Output, result.message);
     for (const std::string& line : report.Lines()) m_notes.push_back(line);
 }
 
-}  // namespace app
+}  // namespace product

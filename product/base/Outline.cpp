@@ -1,9 +1,9 @@
-#include "product/tool/Outline.h"
+#include "product/base/Outline.h"
 
 #include <algorithm>
 #include <cmath>
 
-namespace app {
+namespace product {
 
 void Box::Add(Point p) {
     minX = std::min(minX, p.x);
@@ -89,4 +89,4 @@ double LengthOf(const std::vector<Vertex>& ring) {
     return length;
 }
 
-}  // namespace app
+}  // namespace product

@@ -1,0 +1,40 @@
+#include "product/tool/Envelope.h"
+
+#include <algorithm>
+
+#include "product/base/Failure.h"
+#include "product/base/Text.h"
+
+namespace product {
+
+Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Point>& axis) {
+    Envelope envelope;
+    if (id.isNull()) return envelope;
+    AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
+    if (polyline.openStatus() != Acad::eOk)
+        throw Failure(Fault::NoResult, "the envelope polyline cannot be opened");
+    AcString layer;
+    if (polyline->layer(layer) == Acad::eOk) envelope.layer = ToUtf8(layer);
+    for (unsigned int i = 0; i < polyline->numVerts(); ++i) {
+        AcGePoint3d point;
+        Vertex vertex;
+        if (polyline->getPointAt(i, point) != Acad::eOk ||
+            polyline->getBulgeAt(i, vertex.bulge) != Acad::eOk)
+            throw Failure(Fault::NoResult, "the envelope's vertices cannot be read");
+        vertex.x = point.x;
+        vertex.y = point.y;
+        envelope.vertices.push_back(vertex);
+    }
+    envelope.found = true;
+    envelope.closed = polyline->isClosed();
+    envelope.handle = HandleText(id);
+    envelope.extents = ExtentsOf(envelope.vertices);
+    envelope.length = LengthOf(envelope.vertices);
+    if (axis)
+        envelope.diameter =
+            2 * std::max(envelope.extents.maxY - axis->y, axis->y - envelope.extents.minY);
+    envelope.selfMeeting = FindSelfMeeting(envelope.vertices);
+    return envelope;
+}
+
+}  // namespace product

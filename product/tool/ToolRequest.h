@@ -1,0 +1,121 @@
+// What is asked for: one tool of a drawing, or all of them. Programs and dialogs fill these records
+// from whatever their users type; everything below takes them from here.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "arxHeaders.h"
+#include "EncircleCalInfo.h"
+#include "product/base/Outline.h"
+
+namespace product {
+
+// The half of the drawing, seen along the axis with "up" to the left of its direction.
+enum class Half { Upper, Lower, Both };
+
+// How the envelope is found.
+enum class Algorithm {
+    Live,    // what the four sides see of the chords
+    Hatch,   // the boundary traced around the tool
+    First,   // the two earlier forms of Live, for other modules' sake
+    Second,  //
+    Exact    // from the true curves
+};
+
+// As command lines and reports name them: 3, hatch, 1, 2, exact.
+const char* NameOf(Algorithm algorithm);
+// "upper", "lower", "both".
+const char* NameOf(Half half);
+
+// The axis of rotation: the line through two points, directed from the first to the second. They
+// must be apart. The first one is what users give as "the centre".
+struct Axis {
+    Point from, to;
+
+    // Through a point along the drawing's x axis.
+    static Axis Level(const Point& centre) { return {centre, {centre.x + 1, centre.y}}; }
+    // Directed along the drawing's x axis, exactly.
+    bool IsLevel() const { return from.y == to.y && from.x < to.x; }
+};
+
+// How one envelope is computed; lengths in drawing units. A new record holds the engine's own
+// defaults, which stand in CEncircleCalInfo and nowhere else.
+struct ToolParameters {
+    ToolParameters();
+    // Those of a stored task.
+    explicit ToolParameters(const CEncircleCalInfo& stored);
+
+    Half half = Half::Upper;
+    Algorithm algorithm = Algorithm::Live;
+    bool includeDashed;      // dashed and centre lines take part
+    bool verticalEnds;       // both ends are closed by lines straight down to the axis
+    double pointTolerance;   // points closer than this are one
+    double lineTolerance;    // for tests between lines
+    double horVerTolerance;  // a line is horizontal or vertical within this
+    double arcPrecision;     // length of the chords that stand for curves
+    double sideLength;       // how far in the left and right ends are looked for
+
+    bool IsLower() const { return half == Half::Lower; }
+};
+
+// The engine's record of the parameters; no axis.
+// fails  Failure with NotCarriedOut for both halves, which no pipeline of the engine knows
+CEncircleCalInfo EngineRecordOf(const ToolParameters& parameters);
+
+// Files of the revolved solid; empty: not written.
+struct SolidFiles {
+    std::string sat, step, stl, png;
+    double chordTolerance = 0;  // of the STL file; 0: a thousandth of the largest diameter
+
+    bool Any() const { return !sat.empty() || !step.empty() || !stl.empty() || !png.empty(); }
+};
+
+// One tool of a drawing that was read.
+struct ToolRequest {
+    std::string input;  // the drawing's file, as messages name it
+    ToolParameters parameters;
+
+    // What is picked: these entities, else those inside the window that are displayed, else
+    // everything in model space. Envelopes of earlier runs among them are replaced.
+    std::optional<AcArray<AcDbObjectId>> picked;
+    std::optional<Box> window;
+    AcDbObjectId formerEnvelope;  // replaced too, if it still is one; null: none
+
+    // None: the outline of all four sides, and no solid.
+    std::optional<Axis> axis;
+    // The envelope is computed as if there were no axis; a solid still turns about it.
+    bool ignoresAxis = false;
+    bool SeesAxis() const { return axis.has_value() && !ignoresAxis; }
+
+    // What is written; empty: not.
+    std::string output;  // the drawing with its envelope
+    std::string svg;     // a picture of drawing, envelope and solid
+    SolidFiles solid;
+
+    // The tool's name; empty: the number of the frame around the envelope, else the input's name.
+    std::string name;
+    // The name that the solid's files are given, without folder and extension; when set, it must be
+    // one that every file system takes.
+    std::optional<std::string> fileName;
+    // The option by which the folder of the solid's files was chosen; null: each file's own.
+    const char* place = nullptr;
+    // The solid passes through the drawing as in the plug-in's batch: see RevolveInDrawing().
+    bool solidInDrawing = false;
+};
+
+// Every tool of some drawings.
+struct BatchRequest {
+    ToolParameters parameters;       // stored tasks bring their own
+    std::string out = "out";         // folder of the drawings and solids
+    std::vector<std::string> tasks;  // stored tasks to run; empty: all
+    bool fromFrames = false;         // although the drawing stores tasks
+    // Written beside the SAT files.
+    bool step = false, stl = false;
+    double chordTolerance = 0;  // of the STL files, as in SolidFiles
+    // The page is wanted: its pictures are drawn and the envelopes checked against the drawing.
+    bool withPage = false;
+};
+
+}  // namespace product
