@@ -14,6 +14,7 @@
 #include "apps/qzenvelope/WorkerPool.h"
 #include "FileName.h"
 #include "host/base/format.h"
+#include "host/geos/geos_late.h"
 #include "host/solid/kernel.h"
 #include "host/solid/revolve.h"
 #include "host/sys/file_io.h"
@@ -100,7 +101,8 @@ public:
         if (!m_options.report.empty() && fs::path(m_options.report).has_parent_path())
             MakeFolder(fs::path(m_options.report).parent_path(), "--report");
         host::solid::InstallModeller();
-        // Workers come into being with the kernel, instead of each loading it.
+        // Workers come into being with the libraries, instead of each loading them.
+        if (!m_options.report.empty()) host::GeosFault();
         std::string reason;
         if (!m_options.report.empty() || m_options.request.step || m_options.request.stl)
             host::solid::LoadKernel(reason);

@@ -338,16 +338,24 @@ bool IsEastAsian(const std::string& charset) {
     return false;
 }
 
+// Every system has these; only opening them would tell, and that costs what reading a small drawing
+// costs.
+bool IsEverywhere(const std::string& charset) {
+    return charset.compare(0, 5, "CP125") == 0 || charset == "UTF-8" || IsEastAsian(charset);
+}
+
 void ChooseCodec(Source& source, Report& report) {
     FileInfo& info = source.info;
     std::string charset = CharsetOfCodePage(info.codePage);
     if (charset.empty() && !info.codePage.empty() && info.version < kVersionR2007)
         report.Add("unknown code page, read as ANSI_1252", info.codePage);
-    if (!charset.empty() && !CharsetConverter(charset).IsKnown()) {
+    const Utf8Statistics found = CountUtf8(source);
+    const bool plain = found.invalid + found.twoByte + found.longer == 0;
+    if (!charset.empty() && !(plain && IsEverywhere(charset)) &&
+        !CharsetConverter(charset).IsKnown()) {
         report.Add("the system does not know this code page, read as ANSI_1252", info.codePage);
         charset.clear();
     }
-    const Utf8Statistics found = CountUtf8(source);
     const bool looksUtf8 = found.invalid == 0 && found.twoByte + found.longer > 0 &&
                            (found.longer > 0 || !IsEastAsian(charset));
     TextCodec::Mode mode = TextCodec::Mode::kCodePage;

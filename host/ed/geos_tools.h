@@ -6,16 +6,21 @@
 #include <cstddef>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <vector>
 
+#include "host/geos/geos_late.h"
 #include "host/ed/plane_curve.h"
 
 namespace host {
 
 // A GEOS context of its own: no state is shared with other users of the library in the process.
+// The first one loads the library; std::runtime_error when that cannot be done.
 class GeosContext {
 public:
-    GeosContext() : m_handle(GEOS_init_r()) {}
+    GeosContext() : m_handle(GEOS_init_r()) {
+        if (m_handle == nullptr) throw std::runtime_error(GeosFault());
+    }
     ~GeosContext() { GEOS_finish_r(m_handle); }
     GeosContext(const GeosContext&) = delete;
     GeosContext& operator=(const GeosContext&) = delete;

@@ -2,6 +2,7 @@
 
 #include "BoxIndex.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <utility>
@@ -35,6 +36,13 @@ double GetMiddleY(const SFlatBox& box) { return box.m_dMinY / 2 + box.m_dMaxY / 
 
 // Sorts by key, least digit first; digits that are the same everywhere cost only the counting.
 void SortByKey(std::vector<SKeyed>& keyed) {
+    // So few are compared sooner than the counters are cleared.
+    constexpr size_t kFew = 500;
+    if (keyed.size() < kFew) {
+        std::stable_sort(keyed.begin(), keyed.end(),
+                         [](const SKeyed& a, const SKeyed& b) { return a.m_nKey < b.m_nKey; });
+        return;
+    }
     constexpr int kDigitBits = 11;
     constexpr std::uint64_t kDigitMask = (1U << kDigitBits) - 1;
     std::vector<SKeyed> other(keyed.size());

@@ -46,6 +46,9 @@ ROOMS = {
     "host/sys": (
         "the operating system, kept away from everybody else",
         "host/base"),
+    "host/geos": (
+        "a library from outside that is loaded when it is called",
+        ""),
     "host/ge": (
         "geometry classes: numbers, no drawing",
         "host/include host/base"),
@@ -60,7 +63,7 @@ ROOMS = {
         "host/include host/base host/sys host/db"),
     "host/ed": (
         "documents, commands, tracing: opens files and installs the modeller",
-        "host/include host/base host/sys host/db host/dxf host/solid"),
+        "host/include host/base host/sys host/geos host/db host/dxf host/solid"),
     "host/mfc": (
         "windows and dialogs; has nothing to do with drawings",
         "host/include host/base host/sys"),
@@ -86,9 +89,9 @@ ROOMS = {
     # The programs.
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "
-        "and file names are answered here, and the kernel is loaded before workers come into being",
+        "and file names are answered here, and libraries are loaded before workers come into being",
         "product/base product/tool product/report plugin/util plugin/batch host/base host/sys "
-        "host/solid"),
+        "host/geos host/solid"),
     "apps/qzhost": (
         "the host as a program: it knows no plug-in, which comes as a module like any other; texts "
         "are written out as in the pictures",
@@ -102,12 +105,12 @@ PORTABLE = PLUGIN + ["plane"]
 OUTSIDE = [
     (r"Q[A-Z]\w+", ["host/mfc", "apps/qzhost"]),
     (r"\w+\.hxx|png\.h", ["host/solid"]),
-    (r"geos_c\.h", ["host/ed"]),
+    (r"geos_c\.h", ["host/geos", "host/ed"]),
     (r"iconv\.h", ["host/sys"]),
     (r"CLI/.*", ["apps/qzenvelope", "apps/qzhost"]),
     (r"nlohmann/.*", ["product/report", "apps/qzenvelope"]),
     (r"(sys/.*|unistd|fcntl|dlfcn|link|poll|sched|windows|io|share)(\.h)?",
-     ["host/sys", "host/solid", "host/ed", "host/mfc", "apps/qzenvelope"]),
+     ["host/sys", "host/geos", "host/solid", "host/ed", "host/mfc", "apps/qzenvelope"]),
 ]
 STANDARD = set(
     """algorithm array atomic cassert cctype cerrno cfloat charconv chrono climits clocale cmath
