@@ -33,7 +33,7 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
 set(plugin ${CMAKE_SOURCE_DIR}/plugin)
 set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc)
-foreach(folder plane plugin/util plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
+foreach(folder plane plugin/util plugin/drawn plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
   file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp
     ${CMAKE_SOURCE_DIR}/${folder}/*.h)
   list(APPEND sources ${found})
@@ -42,7 +42,7 @@ endforeach()
 add_library(QZEncircleLine SHARED ${sources})
 set_target_properties(QZEncircleLine PROPERTIES PREFIX "" SUFFIX ".arx")
 target_compile_features(QZEncircleLine PRIVATE cxx_std_17)
-target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/engine
+target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/drawn ${plugin}/engine
   ${plugin}/batch ${plugin}/ui ${plugin}/entry ${plugin}/ui/res)
 target_include_directories(QZEncircleLine SYSTEM PRIVATE ${ARX_SDK}/inc ${ARX_SDK}/inc-x64)
 # An extension module of MFC, in Unicode; _AFXDLL comes with CMAKE_MFC_FLAG. Windows 10 or later.

@@ -24,6 +24,9 @@ ROOMS = {
     "plugin/util": (
         "what any plug-in could use: the SDK and nothing else",
         "host/include"),
+    "plugin/drawn": (
+        "what a drawing shows, as curves of the plane; computes no envelope",
+        "plane plugin/util"),
     "plugin/engine": (
         "envelopes of picked entities; knows neither tasks nor windows",
         "plugin/util"),
