@@ -1,30 +1,22 @@
-// The engine's passes, each alone and all of them behind each pipeline, on generated tools,
-// boundary tracing, and beside them what a geometry library needs merely to node the same segments.
-// Growth exponents are printed at the end.
-#include <benchmark/benchmark.h>
-#include <geos_c.h>
+// The engine's passes, each alone and all of them behind each pipeline, on generated tools, and
+// boundary tracing. engine_peers.cpp measures a geometry library on the same segments. Growth
+// exponents are printed at the end.
+#include <sys/resource.h>
 
 #include <cmath>
-#include <cstdio>
-#include <ctime>
-#include <map>
-#include <memory>
 #include <random>
 #include <string>
 
-#include "support/engine_probe.h"
-#include "support/tool_profile.h"
+#include "engine_growth.h"
 #include "plugin/util/AddEntity.h"
 #include "plugin/util/EraseEntity.h"
+#include "support/engine_probe.h"
 
 namespace {
 
+using bench::Drawing;
+using bench::GetSeconds;
 using Lines = std::vector<CLineInfo>;
-
-constexpr std::uint64_t kSeed = 20260101;
-
-// Processor time: other programs on the machine do not count.
-double GetSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
 // A new drawing, the working database for its life.
 class BenchDrawing {
@@ -43,10 +35,10 @@ private:
     AcDbDatabase* m_former;
 };
 
-AcArray<AcDbObjectId> AddTool(size_t count) {
+AcArray<AcDbObjectId> AddTool(Drawing kind, size_t count) {
     CBlockAppender space;
     AcArray<AcDbObjectId> ids;
-    for (const auto& segment : test::ToolProfile(kSeed).Make(count)) {
+    for (const auto& segment : bench::MakeDrawing(kind, count)) {
         ids.append(space.AppendLine(segment.first, segment.second, 256));
     }
     return ids;
@@ -73,10 +65,11 @@ private:
 };
 
 // Every pass of an upper half, in pipeline order, on the drawing's lines.
+template <Drawing kDrawing>
 void BM_Passes(benchmark::State& state) {
     for (auto _ : state) {
         BenchDrawing drawing;
-        const AcArray<AcDbObjectId> ids = AddTool(static_cast<size_t>(state.range(0)));
+        const AcArray<AcDbObjectId> ids = AddTool(kDrawing, static_cast<size_t>(state.range(0)));
         Stopwatch watch(state);
         test::EngineProbe engine;
         Lines lines;
@@ -126,19 +119,30 @@ void BM_Passes(benchmark::State& state) {
 
 using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>&, AcDbObjectId&);
 
+// The most memory that the process has had, in megabytes. It never falls, so run one size alone to
+// learn what it takes.
+double GetPeakMegabytes() {
+    rusage usage = {};
+    getrusage(RUSAGE_SELF, &usage);
+    return static_cast<double>(usage.ru_maxrss) / 1024;
+}
+
 // Picked lines in, envelope out: cloning, conversion, all passes, drawing, erasing.
-template <Pipeline kPipeline>
+template <Pipeline kPipeline, Drawing kDrawing>
 void BM_Pipeline(benchmark::State& state) {
     for (auto _ : state) {
         BenchDrawing drawing;
-        const AcArray<AcDbObjectId> ids = AddTool(static_cast<size_t>(state.range(0)));
+        const AcArray<AcDbObjectId> ids = AddTool(kDrawing, static_cast<size_t>(state.range(0)));
         CEncircleCalInfo info;
         info.m_midLineId =
             AddLine(AcGePoint3d(-10, 0, 0), AcGePoint3d(10, 0, 0), 256, ACDB_MODEL_SPACE);
         AcDbObjectId outId;
+        const double before = GetPeakMegabytes();
         const double start = GetSeconds();
         (CEncircleLine(info).*kPipeline)(ids, outId);
         state.SetIterationTime(GetSeconds() - start);
+        state.counters["MB_before"] = before;
+        state.counters["MB_peak"] = GetPeakMegabytes();
         if (outId.isNull()) state.SkipWithError("no envelope");
     }
 }
@@ -148,7 +152,7 @@ void BM_Pipeline(benchmark::State& state) {
 void BM_TraceBoundary(benchmark::State& state) {
     BenchDrawing drawing;
     const double size = std::sqrt(static_cast<double>(state.range(0))) * 4;
-    std::mt19937_64 random(kSeed);
+    std::mt19937_64 random(bench::kSeed);
     const auto real = [&](double from, double to) {
         return from + (to - from) * static_cast<double>(random() >> 11) / 9007199254740992.0;
     };
@@ -177,106 +181,35 @@ void BM_TraceBoundary(benchmark::State& state) {
     }
 }
 
-// Noding alone, of the same segments, by GEOS.
-void BM_GeosNode(benchmark::State& state) {
-    const test::Segments segments =
-        test::ToolProfile(kSeed).Make(static_cast<size_t>(state.range(0)));
-    const auto context = std::unique_ptr<GEOSContextHandle_HS, decltype(&GEOS_finish_r)>(
-        GEOS_init_r(), GEOS_finish_r);
-    GEOSContextHandle_t geos = context.get();
-    std::vector<GEOSGeometry*> lines;
-    for (const auto& segment : segments) {
-        GEOSCoordSequence* points = GEOSCoordSeq_create_r(geos, 2, 2);
-        GEOSCoordSeq_setXY_r(geos, points, 0, segment.first.x, segment.first.y);
-        GEOSCoordSeq_setXY_r(geos, points, 1, segment.second.x, segment.second.y);
-        lines.push_back(GEOSGeom_createLineString_r(geos, points));
-    }
-    GEOSGeometry* all = GEOSGeom_createCollection_r(geos, GEOS_MULTILINESTRING, lines.data(),
-                                                    static_cast<unsigned>(lines.size()));
-    for (auto _ : state) {
-        const double start = GetSeconds();
-        GEOSGeometry* noded = GEOSNode_r(geos, all);
-        state.SetIterationTime(GetSeconds() - start);
-        state.counters["pieces"] = noded == nullptr ? 0 : GEOSGetNumGeometries_r(geos, noded);
-        if (noded == nullptr) state.SkipWithError("GEOS did not node the segments");
-        GEOSGeom_destroy_r(geos, noded);
-    }
-    GEOSGeom_destroy_r(geos, all);
-}
+constexpr Pipeline kLive = &CEncircleLine::GetEncircleLine3;
+constexpr Pipeline kTraced = &CEncircleLine::GetEncircleLineByHatch;
+constexpr Pipeline kFirst = &CEncircleLine::GetEncircleLine;
+constexpr Pipeline kSecond = &CEncircleLine::GetEncircleLine2;
+constexpr Drawing kGridded = Drawing::Gridded;
+constexpr Drawing kHatched = Drawing::Hatched;
 
-void AddSizes(benchmark::internal::Benchmark* bench) {
-    bench->UseManualTime()->Unit(benchmark::kMillisecond)->MinTime(0.2);
-    for (const int size : {1000, 3000, 10000, 30000, 100000, 300000}) bench->Arg(size);
-}
-
-BENCHMARK(BM_Passes)->Apply(AddSizes);
-BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine3>)->Name("BM_Pipeline")->Apply(AddSizes);
-BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLineByHatch>)
-    ->Name("BM_PipelineHatch")
-    ->Apply(AddSizes);
-BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine>)->Name("BM_Pipeline1")->Apply(AddSizes);
-BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine2>)->Name("BM_Pipeline2")->Apply(AddSizes);
-BENCHMARK(BM_TraceBoundary)->Apply(AddSizes);
-BENCHMARK(BM_GeosNode)->Apply(AddSizes);
-// Two gigabytes of memory and more.
-BENCHMARK(BM_Pipeline<&CEncircleLine::GetEncircleLine3>)
+BENCHMARK(BM_Passes<kHatched>)->Name("BM_Passes/hatched")->Apply(bench::AddSizes);
+BENCHMARK(BM_Passes<kGridded>)->Name("BM_Passes/gridded")->Apply(bench::AddSizes);
+BENCHMARK(BM_Pipeline<kLive, kHatched>)->Name("BM_Pipeline/hatched")->Apply(bench::AddSizes);
+BENCHMARK(BM_Pipeline<kLive, kGridded>)->Name("BM_Pipeline/gridded")->Apply(bench::AddSizes);
+BENCHMARK(BM_Pipeline<kTraced, kGridded>)->Name("BM_PipelineHatch")->Apply(bench::AddUsualSizes);
+BENCHMARK(BM_Pipeline<kFirst, kGridded>)->Name("BM_Pipeline1")->Apply(bench::AddUsualSizes);
+BENCHMARK(BM_Pipeline<kSecond, kGridded>)->Name("BM_Pipeline2")->Apply(bench::AddUsualSizes);
+BENCHMARK(BM_TraceBoundary)->Apply(bench::AddUsualSizes);
+// Two gigabytes of memory.
+BENCHMARK(BM_Pipeline<kLive, kGridded>)
     ->Name("BM_PipelineLarge")
     ->UseManualTime()
     ->Unit(benchmark::kMillisecond)
     ->Arg(1000000)
     ->Iterations(1);
 
-// Prints as usual and, at the end, how each time grows with the number of segments.
-class GrowthReporter : public benchmark::ConsoleReporter {
-public:
-    void ReportRuns(const std::vector<Run>& runs) override {
-        ConsoleReporter::ReportRuns(runs);
-        for (const Run& run : runs) {
-            if (run.error_occurred) continue;
-            const std::string name = run.run_name.function_name;
-            const double size = std::atof(run.run_name.args.c_str());
-            m_times[name][size] = run.GetAdjustedRealTime();
-            for (const auto& counter : run.counters) {
-                if (std::isdigit(counter.first[0]) == 0) continue;
-                m_times[name + " " + counter.first][size] = counter.second.value;
-            }
-        }
-    }
-    void Finalize() override {
-        std::printf("\ngrowth: time ~ segments ^ exponent, fitted from 10k segments up\n");
-        for (const auto& entry : m_times) Print(entry.first, entry.second);
-    }
-
-private:
-    static void Print(const std::string& name, const std::map<double, double>& times) {
-        double n = 0;
-        double x = 0;
-        double y = 0;
-        double xx = 0;
-        double xy = 0;
-        for (const auto& [size, time] : times) {
-            if (size < 10000 || !(time > 0.0)) continue;
-            const double lx = std::log(size);
-            const double ly = std::log(time);
-            n += 1;
-            x += lx;
-            y += ly;
-            xx += lx * lx;
-            xy += lx * ly;
-        }
-        if (n < 2) return;
-        std::printf("  %-32s %.2f\n", name.c_str(), (n * xy - x * y) / (n * xx - x * x));
-    }
-
-    std::map<std::string, std::map<double, double>> m_times;
-};
-
 }  // namespace
 
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
-    GrowthReporter reporter;
+    bench::GrowthReporter reporter;
     benchmark::RunSpecifiedBenchmarks(&reporter);
     return 0;
 }
