@@ -4,7 +4,6 @@
 #include "EncircleLine.h"
 
 #include <algorithm>
-#include <iterator>
 #include <set>
 #include <utility>
 
@@ -18,40 +17,44 @@ namespace {
 using Lines = std::vector<CLineInfo>;
 using Seen = std::vector<SSeenPiece>;
 
+// Whether two records stand for one entity. Pieces are made in the order of their entities, so this
+// is mostly one look at each.
+bool ShareEntities(const Lines& lines) {
+    std::vector<AcDbObjectId> ids;
+    ids.reserve(lines.size());
+    for (const CLineInfo& line : lines) {
+        if (!line.m_id.isNull()) {
+            ids.push_back(line.m_id);
+        }
+    }
+    if (!std::is_sorted(ids.begin(), ids.end())) {
+        std::sort(ids.begin(), ids.end());
+    }
+    return std::adjacent_find(ids.begin(), ids.end()) != ids.end();
+}
+
 // What a probing pass and the sides after it leave, without proofs about what is hidden.
 bool CanSeeUnbroken(const Lines& lines, const CVisibility& visibility, bool bWithVertical,
                     const std::vector<E_RemoveLine_Dir>& dirs) {
     // Horizontal sides need the horizontal probes first.
     const bool bOrder = !bWithVertical || std::all_of(dirs.begin(), dirs.end(), IsVerticalSide);
-    return bOrder && visibility.CanProve() &&
+    return bOrder && visibility.CanProve() && !ShareEntities(lines) &&
            std::all_of(lines.begin(), lines.end(), [](const CLineInfo& line) {
                return line.m_bValid && line.m_breakPts.empty();
            });
 }
 
-// The records and pieces that all sides see.
-Seen GetSeenByAll(std::vector<Seen> seen) {
-    const auto place = [](const SSeenPiece& piece) {
-        return std::make_pair(piece.m_nRecord, piece.m_nPiece);
-    };
-    const auto isBefore = [&](const SSeenPiece& a, const SSeenPiece& b) {
-        return place(a) < place(b);
-    };
-    while (seen.size() > 1) {
-        Seen both;
-        std::set_intersection(seen.back().begin(), seen.back().end(), seen.front().begin(),
-                              seen.front().end(), std::back_inserter(both), isBefore);
-        seen.pop_back();
-        seen.front() = std::move(both);
-    }
-    return seen.empty() ? Seen() : std::move(seen.front());
-}
-
 // Erases every line but the whole ones that all sides see.
-void EraseOthers(const Lines& lines, const Seen& byAll) {
-    std::vector<char> gone(lines.size(), 1);
-    for (const SSeenPiece& piece : byAll) {
-        gone[piece.m_nRecord] = piece.m_bWhole ? 0 : 1;
+void EraseOthers(const Lines& lines, const std::vector<Seen>& seen) {
+    std::vector<size_t> sides(lines.size(), 0);
+    for (const Seen& bySide : seen) {
+        for (const SSeenPiece& piece : bySide) {
+            sides[piece.m_nRecord] += piece.m_bWhole ? 1 : 0;
+        }
+    }
+    std::vector<char> gone(lines.size(), 0);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        gone[i] = sides[i] < seen.size();
     }
     EraseMarked(lines, gone);
 }
@@ -69,8 +72,8 @@ Lines ToLines(const Lines& lines, const Seen& seen, E_RemoveLine_Dir dir) {
             if (bWhole) {
                 line.m_id = lines[piece.m_nRecord].m_id;
             }
-            line.m_startPt = piece.m_from;
-            line.m_endPt = piece.m_to;
+            line.m_startPt = piece.GetFrom();
+            line.m_endPt = piece.GetTo();
             OrientForSide(dir, line.m_startPt, line.m_endPt);
             visible.push_back(std::move(line));
         }
@@ -118,6 +121,6 @@ std::vector<std::vector<CLineInfo>> CEncircleLine::BreakAndSee(
     for (size_t i = 0; i < dirs.size(); ++i) {
         visible.push_back(ToLines(lines, seen[i], dirs[i]));
     }
-    EraseOthers(lines, GetSeenByAll(std::move(seen)));
+    EraseOthers(lines, seen);
     return visible;
 }

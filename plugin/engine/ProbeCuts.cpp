@@ -10,9 +10,8 @@ namespace {
 
 // Rounding of a point cut out of a line, relative to the coordinates in play; a safe bound.
 constexpr double kRounding = 1e-15;
-// Probes are skipped only where the point would fall this deep inside another's tolerance; the rest
-// of the tolerance is room for rounding.
-constexpr double kSureShare = 0.98;
+// The part of the tolerance that is room for rounding where probes are skipped: the point would
+// fall deep inside another's tolerance.
 constexpr double kRoundingShare = 0.01;
 
 double GetLargest(const AcGePoint3d& pt) { return (std::max)(std::fabs(pt.x), std::fabs(pt.y)); }
@@ -64,6 +63,27 @@ int CProbeRow::SkipTo(int index, int last, double dPlace) const {
     return static_cast<int>(found - m_pPoints);
 }
 
+int CProbeRow::FindPlace(int first, int last, double dPlace) const {
+    const AcGePoint3d* const found = std::lower_bound(
+        m_pPoints + first, m_pPoints + last, dPlace,
+        [this](const AcGePoint3d& pt, double place) { return GetPlace(pt) < place; });
+    return static_cast<int>(found - m_pPoints);
+}
+
+double CProbeRow::GetShare(const CLineInfo& line) const {
+    const double length = line.m_startPt.distanceTo(line.m_endPt);
+    return length > 0.0 ? std::fabs(GetPlace(line.m_endPt) - GetPlace(line.m_startPt)) / length
+                        : 0.0;
+}
+
+bool CProbeRow::IsSure(int first, int last, const CLineInfo& line) const {
+    const double rounding =
+        kRounding *
+        (GetLargest(line.m_startPt) + line.m_startPt.distanceTo(line.m_endPt) +
+         GetLargest(m_pPoints[first]) + GetLargest(m_pPoints[last - 1]) + m_dHalfLength);
+    return rounding < kRoundingShare * m_tol.equalPoint() * GetShare(line);
+}
+
 void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
     if (first >= last) {
         return;
@@ -71,13 +91,8 @@ void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
     const AcGeLineSeg3d segment(line.m_startPt, line.m_endPt);
     const double tol = m_tol.equalPoint();
     // How far probes on either side of a kept point are sure to fall on it.
-    const double length = segment.length();
-    const double across =
-        length > 0.0 ? std::fabs(GetPlace(line.m_endPt) - GetPlace(line.m_startPt)) / length : 0.0;
-    const double rounding =
-        kRounding * (GetLargest(line.m_startPt) + length + GetLargest(m_pPoints[first]) +
-                     GetLargest(m_pPoints[last - 1]) + m_dHalfLength);
-    const bool bSkip = rounding < kRoundingShare * tol * across;
+    const double share = GetShare(line);
+    const bool bSkip = IsSure(first, last, line);
     AcGeTol tolRounding;
     tolRounding.setEqualPoint(kRoundingShare * tol);
     CPointCells kept(tol);
@@ -86,7 +101,7 @@ void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
     }
     for (int k = first; k < last;) {
         AcGePoint3d pt;
-        if (!GetProbe(m_pPoints[k]).intersectWith(segment, pt, m_tol) || !segment.isOn(pt, m_tol)) {
+        if (!Meet(k, segment, pt)) {
             ++k;
             continue;
         }
@@ -98,7 +113,7 @@ void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
         // A break point that was there before may lie beside the line.
         const AcGePoint3d& refuser = kept.GetPoints()[same];
         k = bSkip && segment.isOn(refuser, tolRounding)
-                ? SkipTo(k, last, GetPlace(refuser) + kSureShare * tol * across)
+                ? SkipTo(k, last, GetPlace(refuser) + kSureShare * tol * share)
                 : k + 1;
     }
     line.m_breakPts = kept.GetPoints();
@@ -170,14 +185,14 @@ void CProbeCuts::FindRanges(const std::vector<CLineInfo>& lines, const SProbeSet
         m_points.ForEachEqual(lines[i].m_startPt, [&](int index) { starts.push_back(index); });
         m_points.ForEachEqual(lines[i].m_endPt, [&](int index) { ends.push_back(index); });
         if (!starts.empty() && !ends.empty()) {
-            m_ranges[i] = {GetRange(m_rankByX, starts, ends), GetRange(m_rankByY, starts, ends)};
+            m_ranges[i] = {FindRange(m_rankByX, starts, ends), FindRange(m_rankByY, starts, ends)};
         }
     }
 }
 
-CProbeCuts::SRange CProbeCuts::GetRange(const std::vector<int>& ranks,
-                                        const std::vector<int>& starts,
-                                        const std::vector<int>& ends) const {
+CProbeCuts::SRange CProbeCuts::FindRange(const std::vector<int>& ranks,
+                                         const std::vector<int>& starts,
+                                         const std::vector<int>& ends) const {
     if (ranks.empty()) {
         return {};
     }
@@ -195,15 +210,26 @@ CProbeCuts::SRange CProbeCuts::GetRange(const std::vector<int>& ranks,
 }
 
 void CProbeCuts::Cut(size_t index, CLineInfo& line) const {
-    const SRanges& ranges = m_ranges[index];
-    CProbeRow(m_byX.data(), true, m_dHalfHeight, m_tol)
-        .Cut(ranges.m_x.m_nFirst, ranges.m_x.m_nLast, line);
-    CProbeRow(m_byY.data(), false, m_dHalfWidth, m_tol)
-        .Cut(ranges.m_y.m_nFirst, ranges.m_y.m_nLast, line);
+    for (const bool bVertical : {true, false}) {
+        const auto [first, last] = GetRange(index, bVertical);
+        GetRow(bVertical).Cut(first, last, line);
+    }
+}
+
+std::vector<AcGePoint3d> CProbeCuts::GetChain(size_t index, CLineInfo line) const {
+    Cut(index, line);
+    line.Sort();
+    std::vector<AcGePoint3d> chain;
+    chain.reserve(line.m_breakPts.size() + 2);
+    chain.push_back(line.m_startPt);
+    chain.insert(chain.end(), line.m_breakPts.begin(), line.m_breakPts.end());
+    chain.push_back(line.m_endPt);
+    return chain;
 }
 
 std::vector<double> CProbeCuts::GetPlaces(bool bVertical) const {
     std::vector<double> places;
+    places.reserve(m_byY.size());
     for (const AcGePoint3d& pt : bVertical ? m_byX : m_byY) {
         places.push_back(bVertical ? pt.x : pt.y);
     }

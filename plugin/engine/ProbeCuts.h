@@ -1,6 +1,7 @@
 // Cutting lines where probes through the end points of others cross them.
 #pragma once
 
+#include <utility>
 #include <vector>
 
 #include "LineInfo.h"
@@ -32,6 +33,21 @@ public:
     //          many points at each.
     void Cut(int first, int last, CLineInfo& line) const;
 
+    // The coordinate of a probe, and the first of first .. last - 1 that is not below a place.
+    double GetPlaceOf(int index) const { return GetPlace(m_pPoints[index]); }
+    int FindPlace(int first, int last, double dPlace) const;
+    // Where a probe cuts the segment.
+    bool Meet(int index, const AcGeLineSeg3d& segment, AcGePoint3d& pt) const {
+        return GetProbe(m_pPoints[index]).intersectWith(segment, pt, m_tol) &&
+               segment.isOn(pt, m_tol);
+    }
+    // How far the line goes along the places, for a length of 1.
+    double GetShare(const CLineInfo& line) const;
+    // Whether rounding leaves no doubt that a cut so much closer to a kept one than the tolerance
+    // is refused.
+    bool IsSure(int first, int last, const CLineInfo& line) const;
+    static constexpr double kSureShare = 0.98;
+
 private:
     AcGeLineSeg3d GetProbe(const AcGePoint3d& pt) const;
     double GetPlace(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
@@ -53,6 +69,19 @@ public:
     // Adds to record number index, given again, the break points of its probes: the vertical ones
     // by rising x, then the horizontal ones by rising y.
     void Cut(size_t index, CLineInfo& line) const;
+    // The whole chain of a record: start, break points in order, end.
+    std::vector<AcGePoint3d> GetChain(size_t index, CLineInfo line) const;
+
+    // The probes of a direction, and which of them can cut a record: first .. last - 1.
+    CProbeRow GetRow(bool bVertical) const {
+        return bVertical ? CProbeRow(m_byX.data(), true, m_dHalfHeight, m_tol)
+                         : CProbeRow(m_byY.data(), false, m_dHalfWidth, m_tol);
+    }
+    std::pair<int, int> GetRange(size_t index, bool bVertical) const {
+        const SRange& range = bVertical ? m_ranges[index].m_x : m_ranges[index].m_y;
+        return {range.m_nFirst, range.m_nLast};
+    }
+    const AcGeTol& GetTol() const { return m_tol; }
 
     // Whether any probe of that direction can cut the record.
     bool HasProbes(size_t index, bool bVertical) const {
@@ -74,8 +103,8 @@ private:
 
     void Collect(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
     void FindRanges(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
-    SRange GetRange(const std::vector<int>& ranks, const std::vector<int>& starts,
-                    const std::vector<int>& ends) const;
+    SRange FindRange(const std::vector<int>& ranks, const std::vector<int>& starts,
+                     const std::vector<int>& ends) const;
 
     CPointCells m_points;  // in the order in which they were met
     std::vector<AcGePoint3d> m_byX;

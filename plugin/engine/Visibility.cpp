@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "HiddenPoint.h"
 #include "LineBoxes.h"
 #include "SideOrder.h"
 #include "TolerantCompare.h"
@@ -14,6 +13,9 @@ namespace {
 
 // Rounding of a point cut out of a line, relative to the coordinates in play; a safe bound.
 constexpr double kRounding = 1e-15;
+// A probe meets a line where one coordinate is the probe's own and the other has but that rounding;
+// this much room is left around it.
+constexpr double kCutRoom = 64.0;
 // The share of the point tolerance that rounding may take where something is to be proven.
 constexpr double kRoundingShare = 0.01;
 // Places that may be the same are told apart by five times that.
@@ -23,12 +25,6 @@ constexpr double kSteadyFactor = 2.0;
 // Clearly above is this many point tolerances, square to both lines: a piece that equals another
 // within the tolerance, and so does not hide it, is never clearly above it.
 constexpr double kClearTols = 4.0;
-// A line with more lines above it than this is broken and tested piece by piece, as is one whose
-// open stretches have become as many.
-constexpr size_t kMostLooks = 4096;
-constexpr size_t kMostStretches = 256;
-// With more candidates than this each piece asks the index itself.
-constexpr size_t kMostNear = 24;
 
 double GetScale(const std::vector<CLineInfo>& lines, const CQZRect& extents) {
     double scale = 0.0;
@@ -40,11 +36,13 @@ double GetScale(const std::vector<CLineInfo>& lines, const CQZRect& extents) {
     return scale + extents.GetWidth() + extents.GetHeight();
 }
 
+// Whether all lines lie flat in the extents.
 bool HoldsAll(const CQZRect& extents, const std::vector<CLineInfo>& lines) {
     return std::all_of(lines.begin(), lines.end(), [&](const CLineInfo& line) {
         const SFlatBox box = GetFlatBox(line);
         return extents.min.x <= box.m_dMinX && extents.min.y <= box.m_dMinY &&
-               box.m_dMaxX <= extents.max.x && box.m_dMaxY <= extents.max.y;
+               box.m_dMaxX <= extents.max.x && box.m_dMaxY <= extents.max.y &&
+               line.m_startPt.z == 0.0 && line.m_endPt.z == 0.0;
     });
 }
 
@@ -68,14 +66,14 @@ CVisibility::CVisibility(const std::vector<CLineInfo>& lines, const CQZRect& ext
       m_extents(extents),
       m_tolPoint(tolPoint),
       m_tolHorVer(tolHorVer),
-      m_index(GetFlatBoxes(lines)),
       m_dRounding(kRounding * GetScale(lines, extents)) {
     const double tol = tolPoint.equalPoint();
     // A cut is the less certain the flatter the probe meets the line.
-    m_dNear = kNearShare * tol;
+    m_places.m_dNear = kNearShare * tol;
     if (tolPoint.equalVector() > 0.0) {
-        m_dNear = (std::min)(m_dNear, 4 * m_dRounding / tolPoint.equalVector());
+        m_places.m_dNear = (std::min)(m_places.m_dNear, 4 * m_dRounding / tolPoint.equalVector());
     }
+    m_places.m_dRounding = kCutRoom * m_dRounding;
     m_dTrim = (std::max)(tolHorVer.equalPoint() / 2 - 4 * m_dRounding, 0.0);
     m_bCanProve = tol > 0.0 && m_dRounding <= kRoundingShare * tol && m_dTrim > 4 * m_dRounding &&
                   extents.GetWidth() > 0.0 && extents.GetHeight() > 0.0 && HoldsAll(extents, lines);
@@ -83,7 +81,7 @@ CVisibility::CVisibility(const std::vector<CLineInfo>& lines, const CQZRect& ext
 
 std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir) {
     Prepare(dir, nullptr);
-    std::vector<SSeenPiece> seen;
+    Seen seen;
     for (size_t i = 0; i < m_lines.size(); ++i) {
         SeeRecord(i, seen);
     }
@@ -92,7 +90,7 @@ std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir) {
 
 std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir, const CProbeCuts& probes) {
     Prepare(dir, &probes);
-    std::vector<SSeenPiece> seen;
+    Seen seen;
     for (size_t i = 0; i < m_lines.size(); ++i) {
         SeeRecord(i, seen);
     }
@@ -104,29 +102,41 @@ void CVisibility::Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
     m_pProbes = pProbes;
     m_bVertical = IsVerticalSide(dir);
     m_dSign = dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0;
-    m_placesAcross.clear();
-    m_placesAlong.clear();
-    if (pProbes != nullptr) {
-        m_placesAcross = GetDistinct(pProbes->GetPlaces(m_bVertical), 0.0);
-        m_placesAlong = GetDistinct(pProbes->GetPlaces(!m_bVertical), 0.0);
-        if (m_dSign < 0.0) {
-            std::reverse(m_placesAlong.begin(), m_placesAlong.end());
-            for (double& place : m_placesAlong) {
-                place = -place;
-            }
-        }
-    }
-    m_chainOf.assign(m_lines.size(), -1);
-    m_chains.clear();
+    m_unsteady.clear();
+    m_nColumn = -1;
+    SetPlaces();
     m_sights.clear();
     m_sights.reserve(m_lines.size());
     for (size_t i = 0; i < m_lines.size(); ++i) {
         m_sights.push_back(MakeSight(i));
     }
     FindTightPlaces();
+    if (m_bCanProve) {
+        m_floors.Build(m_sights, m_places);
+    }
 }
 
-CVisibility::SSight CVisibility::MakeSight(size_t record) const {
+void CVisibility::SetPlaces() {
+    m_places.m_across.clear();
+    m_places.m_along.clear();
+    m_ownCuts.reset();
+    m_hiderCuts.reset();
+    if (m_pProbes == nullptr) {
+        return;
+    }
+    m_ownCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_bVertical);
+    m_hiderCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_bVertical);
+    m_places.m_across = GetDistinct(m_pProbes->GetPlaces(m_bVertical), 0.0);
+    m_places.m_along = GetDistinct(m_pProbes->GetPlaces(!m_bVertical), 0.0);
+    if (m_dSign < 0.0) {
+        std::reverse(m_places.m_along.begin(), m_places.m_along.end());
+        for (double& place : m_places.m_along) {
+            place = -place;
+        }
+    }
+}
+
+SSight CVisibility::MakeSight(size_t record) const {
     const CLineInfo& line = m_lines[record];
     const bool bRising = GetU(line.m_startPt) <= GetU(line.m_endPt);
     const AcGePoint3d& low = bRising ? line.m_startPt : line.m_endPt;
@@ -140,6 +150,7 @@ CVisibility::SSight CVisibility::MakeSight(size_t record) const {
     sight.m_dFrom = GetU(low);
     sight.m_dTo = GetU(high);
     sight.m_dV = GetV(low);
+    sight.m_dEndV = GetV(high);
     sight.m_bClear = m_bCanProve && length > 0.0 && du >= steady * length;
     sight.m_dSlope = du > 0.0 ? dv / du : 0.0;
     sight.m_dMargin =
@@ -163,16 +174,18 @@ void CVisibility::FindTightPlaces() {
     constexpr size_t kCrowd = 8;
     m_tight.clear();
     // Probes at one place but for rounding are one.
-    const std::vector<double> places = GetDistinct(m_placesAcross, 4 * m_dRounding);
-    const double tol = m_tolPoint.equalPoint() + m_dNear;
-    const double shortest = m_dTrim - 2 * m_dNear;
+    const std::vector<double> places = GetDistinct(m_places.m_across, 4 * m_dRounding);
+    const double reach = m_places.m_dNear;
+    const double tol = m_tolPoint.equalPoint() + reach;
+    const double shortest = m_dTrim - 2 * reach;
     for (size_t i = 0; i < places.size(); ++i) {
         const bool bCrowded = i >= kCrowd && places[i] - places[i - kCrowd] <= tol;
         for (size_t j = i; !bCrowded && j > 0 && places[i] - places[j - 1] <= tol; --j) {
             const double mirror = 2 * places[i] - places[j - 1];
             // Shorter pieces are edge-on.
             if (places[i] > places[j - 1] && places[i] - places[j - 1] >= shortest) {
-                const bool bProbe = HasPlaceIn(places, mirror - 2 * m_dNear, mirror + 2 * m_dNear);
+                const bool bProbe =
+                    SCutPlaces::HasIn(places, mirror - 2 * reach, mirror + 2 * reach);
                 m_tight.push_back({places[i], mirror, bProbe});
             }
         }
@@ -182,189 +195,117 @@ void CVisibility::FindTightPlaces() {
     }
 }
 
-bool CVisibility::HasPlaceIn(const std::vector<double>& places, double dFrom, double dTo) const {
-    const auto found = std::lower_bound(places.begin(), places.end(), dFrom);
-    return found != places.end() && *found <= dTo;
-}
-
-void CVisibility::SeeRecord(size_t record, std::vector<SSeenPiece>& seen) {
+void CVisibility::SeeRecord(size_t record, Seen& seen) {
     const SSight& sight = m_sights[record];
     // Not wide enough for any piece to be more than edge-on.
     if (sight.m_dTo - sight.m_dFrom + 4 * m_dRounding < m_tolHorVer.equalPoint()) {
         return;
     }
-    const bool bCut = sight.m_bCutAcross || sight.m_bCutAlong;
-    const bool bProve = bCut && sight.m_bClear;
-    bool bNearOnly = false;
-    if (bProve) {
-        bNearOnly = FindOpenStretches(record);
-        DropEmptyStretches(sight);
-        OpenTightPlaces(sight);
-        if (m_open.empty()) {
-            return;
-        }
-    }
-    std::vector<AcGePoint3d> chain = {m_lines[record].m_startPt, m_lines[record].m_endPt};
-    if (bCut) {
-        chain = MakeChain(record);
-    }
-    for (size_t i = 0; i + 1 < chain.size(); ++i) {
-        const SSeenPiece place = {record, static_cast<int>(i), chain.size() == 2, chain[i],
-                                  chain[i + 1]};
-        if (IsEdgeOn(place.m_from, place.m_to)) {
-            continue;
-        }
-        const SPiece piece = MakePiece(place);
-        if ((!bProve || IsOpen(piece.m_dU)) && !IsHidden(piece, bNearOnly)) {
-            seen.push_back(place);
-        }
-    }
-}
-
-// Leaves in m_open the stretches that no line clearly covers, and in m_near the other lines that
-// may hide something. The result tells whether m_near holds them all.
-bool CVisibility::FindOpenStretches(size_t record) {
-    const SSight& own = m_sights[record];
-    m_near.clear();
-    m_open.assign(1, {own.m_dFrom + m_dTrim, own.m_dTo - m_dTrim});
-    size_t looks = 0;
-    const double lowest = (std::min)(own.m_dV, own.At(own.m_dTo)) - own.m_dMargin;
-    const double from = own.m_dFrom - m_dNear;
-    const double to = own.m_dTo + m_dNear;
-    const auto isAbove = [&](const SFlatBox& box) {
-        const bool bOver = m_bVertical ? box.m_dMinX <= to && from <= box.m_dMaxX
-                                       : box.m_dMinY <= to && from <= box.m_dMaxY;
-        const double top = m_bVertical ? (m_dSign > 0.0 ? box.m_dMaxY : -box.m_dMinY)
-                                       : (m_dSign > 0.0 ? box.m_dMaxX : -box.m_dMinX);
-        return bOver && top >= lowest;
-    };
-    const bool bStopped = m_index.Visit(isAbove, [&](int item) {
-        const size_t other = static_cast<size_t>(item);
-        if (other == record) {
-            return false;
-        }
-        const CLineInfo& line = m_lines[other];
-        const bool bSameEntity = !line.m_id.isNull() && line.m_id == m_lines[record].m_id;
-        if (bSameEntity || Cover(own, m_sights[other])) {
-            m_near.push_back(other);
-        }
-        return m_open.empty() || m_open.size() > kMostStretches || ++looks > kMostLooks;
-    });
-    return !bStopped && m_near.size() <= kMostNear;
-}
-
-// Subtracts from m_open what the other line surely hides; true when it may hide more than that.
-bool CVisibility::Cover(const SSight& own, const SSight& other) {
-    if (!other.m_bClear) {
-        return true;
-    }
-    double from = (std::max)(own.m_dFrom, other.m_dFrom + m_dNear);
-    double to = (std::min)(own.m_dTo, other.m_dTo - m_dNear);
-    if (!(from < to)) {
-        return true;
-    }
-    const double margin = own.m_dMargin + other.m_dMargin;
-    const double gapFrom = other.At(from) - own.At(from);
-    const double gapTo = other.At(to) - own.At(to);
-    if (gapFrom < -margin && gapTo < -margin) {
-        return false;
-    }
-    const bool bWhole = gapFrom > margin && gapTo > margin;
-    if (!bWhole) {
-        if (!(gapFrom > margin) && !(gapTo > margin)) {
-            return true;
-        }
-        const double turn = from + (margin - gapFrom) / (gapTo - gapFrom) * (to - from);
-        (gapFrom > margin ? to : from) = turn;
-        if (!(from < to)) {
-            return true;
-        }
-    }
-    if (other.m_bCutAlong) {
-        const double a = other.At(from);
-        const double b = other.At(to);
-        const double slack = m_dNear * (1.0 + std::fabs(other.m_dSlope));
-        if (HasPlaceIn(m_placesAlong, (std::min)(a, b) - slack, (std::max)(a, b) + slack)) {
-            return true;
-        }
-    }
-    Subtract(from, to);
-    return true;
-}
-
-void CVisibility::Subtract(double dFrom, double dTo) {
-    const size_t count = m_open.size();
-    for (size_t i = 0; i < count; ++i) {
-        SStretch& stretch = m_open[i];
-        if (dTo <= stretch.m_dFrom || stretch.m_dTo <= dFrom) {
-            continue;
-        }
-        const SStretch rest = {dTo, stretch.m_dTo};
-        stretch.m_dTo = (std::min)(stretch.m_dTo, dFrom);
-        if (rest.m_dFrom < rest.m_dTo) {
-            m_open.push_back(rest);
-        }
-    }
-    m_open.erase(
-        std::remove_if(m_open.begin(), m_open.end(),
-                       [](const SStretch& stretch) { return !(stretch.m_dFrom < stretch.m_dTo); }),
-        m_open.end());
-}
-
-// Drops stretches that are left over for want of certainty and in which no middle can lie.
-// Crossings and corners leave them everywhere, so that nearly every line would have to be broken.
-void CVisibility::DropEmptyStretches(const SSight& own) {
-    if (!(4 * m_dNear < m_dTrim)) {
+    if (!sight.m_bCutAcross && !sight.m_bCutAlong) {
+        SeeWhole(record, seen);
         return;
     }
-    const auto isEmpty = [&](const SStretch& stretch) {
-        // Between two covers that meet at a probe's place: the line is cut there as well.
-        if (own.m_bCutAcross && stretch.m_dTo - stretch.m_dFrom <= 3 * m_dNear &&
-            HasPlaceIn(m_placesAcross, stretch.m_dFrom, stretch.m_dTo)) {
-            return true;
-        }
-        // Beside a cover that starts from the line's own end, where the lines are close.
-        const bool bFrom = stretch.m_dFrom <= own.m_dFrom + m_dTrim;
-        const bool bTo = stretch.m_dTo >= own.m_dTo - m_dTrim;
-        return bFrom != bTo && IsEmptyEnd(own, bFrom ? own.m_dFrom : own.m_dTo,
-                                          bFrom ? stretch.m_dTo : stretch.m_dFrom);
-    };
-    m_open.erase(std::remove_if(m_open.begin(), m_open.end(), isEmpty), m_open.end());
-}
-
-// Whether the outermost piece reaches so far inwards that its middle lies beyond dReach.
-bool CVisibility::IsEmptyEnd(const SSight& own, double dEnd, double dReach) const {
-    const double inwards = dReach > dEnd ? 1.0 : -1.0;
-    const double from = dEnd + inwards * 2 * m_dNear;
-    const double to = 2 * dReach - dEnd + inwards * 2 * m_dNear;
-    if (to <= own.m_dFrom || own.m_dTo <= to ||
-        (own.m_bCutAcross &&
-         HasPlaceIn(m_placesAcross, (std::min)(from, to), (std::max)(from, to)))) {
-        return false;
+    if (!sight.m_bClear) {
+        SeeUnsteady(record, seen);
+        return;
     }
-    const double vFrom = own.At(from);
-    const double vTo = own.At(to);
-    return !own.m_bCutAlong ||
-           !HasPlaceIn(m_placesAlong, (std::min)(vFrom, vTo), (std::max)(vFrom, vTo));
+    FindOpenStretches(sight);
+    const size_t before = seen.size();
+    for (const SStretch& stretch : m_open) {
+        SeeStretch(record, stretch, seen);
+    }
+    // Found by rising u.
+    if (GetU(m_lines[record].m_startPt) > GetU(m_lines[record].m_endPt)) {
+        std::reverse(seen.begin() + static_cast<std::ptrdiff_t>(before), seen.end());
+    }
 }
 
-// Opens again where the middle of a piece may stand over a cut of its hider.
+void CVisibility::SeeWhole(size_t record, Seen& seen) {
+    const CLineInfo& line = m_lines[record];
+    if (IsEdgeOn(line.m_startPt, line.m_endPt)) {
+        return;
+    }
+    SPiece piece = MakePiece(record, line.m_startPt, line.m_endPt);
+    piece.m_bWhole = true;
+    if (!IsHidden(piece)) {
+        seen.push_back({piece.m_from.x, piece.m_from.y, piece.m_to.x, piece.m_to.y,
+                        static_cast<std::uint32_t>(record), true});
+    }
+}
+
+// Every piece of a line that stands too steeply for proofs is tested; most are edge-on.
+void CVisibility::SeeUnsteady(size_t record, Seen& seen) {
+    const Chain chain = m_pProbes->GetChain(record, m_lines[record]);
+    for (size_t i = 0; i + 1 < chain.size(); ++i) {
+        if (IsEdgeOn(chain[i], chain[i + 1])) {
+            continue;
+        }
+        SPiece piece = MakePiece(record, chain[i], chain[i + 1]);
+        piece.m_nPiece = static_cast<int>(i);
+        piece.m_bWhole = chain.size() == 2;
+        if (!IsHidden(piece)) {
+            seen.push_back({piece.m_from.x, piece.m_from.y, piece.m_to.x, piece.m_to.y,
+                            static_cast<std::uint32_t>(record), piece.m_bWhole});
+        }
+    }
+}
+
+void CVisibility::SeeStretch(size_t record, const SStretch& stretch, Seen& seen) {
+    const double from = stretch.m_dFrom - m_places.m_dNear;
+    const double to = stretch.m_dTo + m_places.m_dNear;
+    m_ownCuts->Cut(record, m_lines[record], from, to);
+    const Chain& chain = m_ownCuts->GetChain();
+    for (size_t i = 0; i + 1 < chain.size(); ++i) {
+        if (IsEdgeOn(chain[i], chain[i + 1])) {
+            continue;
+        }
+        SPiece piece = MakePiece(record, chain[i], chain[i + 1]);
+        piece.m_bWhole = m_ownCuts->IsWhole();
+        if (from <= piece.m_dU && piece.m_dU <= to && !IsHidden(piece)) {
+            seen.push_back({piece.m_from.x, piece.m_from.y, piece.m_to.x, piece.m_to.y,
+                            static_cast<std::uint32_t>(record), piece.m_bWhole});
+        }
+    }
+}
+
+// Leaves in m_open the stretches in which the middle of a piece may be seen.
+void CVisibility::FindOpenStretches(const SSight& own) {
+    m_open.clear();
+    m_floors.ForEachOpen(own, [&](int first, int last) { AddOpenColumns(own, first, last); });
+    OpenTightPlaces(own);
+    MergeOpenStretches();
+}
+
+void CVisibility::AddOpenColumns(const SSight& own, int first, int last) {
+    for (int column = first; column <= last; ++column) {
+        const double from = (std::max)(m_floors.GetFrom(column), own.m_dFrom + m_dTrim);
+        const double to = (std::min)(m_floors.GetTo(column), own.m_dTo - m_dTrim);
+        if (!(from < to) || (own.m_bCutAcross && m_floors.IsCutAcross(column)) ||
+            m_floors.IsCovered(column, own, from, to)) {
+            continue;
+        }
+        m_open.push_back({from, to});
+    }
+}
+
+// Opens where the middle of a piece may stand over a cut of its hider.
 void CVisibility::OpenTightPlaces(const SSight& own) {
     if (!own.m_bCutAcross) {
         return;
     }
+    const double reach = m_places.m_dNear;
     OpenEnd(own.m_dFrom, own.m_dTo);
     OpenEnd(own.m_dTo, own.m_dFrom);
     const auto first = std::lower_bound(
-        m_tight.begin(), m_tight.end(), own.m_dFrom - m_dNear,
+        m_tight.begin(), m_tight.end(), own.m_dFrom - reach,
         [](const STightPlace& tight, double place) { return tight.m_dPlace < place; });
-    for (auto tight = first; tight != m_tight.end() && tight->m_dPlace <= own.m_dTo + m_dNear;
+    for (auto tight = first; tight != m_tight.end() && tight->m_dPlace <= own.m_dTo + reach;
          ++tight) {
         const double v = own.At(tight->m_dMirror);
-        const double slack = 2 * m_dNear * (1.0 + std::fabs(own.m_dSlope));
+        const double slack = 2 * reach * (1.0 + std::fabs(own.m_dSlope));
         if (tight->m_bAlways ||
-            (own.m_bCutAlong && HasPlaceIn(m_placesAlong, v - slack, v + slack))) {
-            m_open.push_back({tight->m_dPlace - 2 * m_dNear, tight->m_dPlace + 2 * m_dNear});
+            (own.m_bCutAlong && SCutPlaces::HasIn(m_places.m_along, v - slack, v + slack))) {
+            m_open.push_back({tight->m_dPlace - 2 * reach, tight->m_dPlace + 2 * reach});
         }
     }
 }
@@ -372,22 +313,32 @@ void CVisibility::OpenTightPlaces(const SSight& own) {
 // A line is not cut by probes within the tolerance of its ends when the point found for the end is
 // another one close by.
 void CVisibility::OpenEnd(double dEnd, double dInner) {
-    const double reach = 2 * m_tolPoint.equalPoint() + m_dNear;
+    const double reach = 2 * m_tolPoint.equalPoint() + m_places.m_dNear;
     const double from = dEnd < dInner ? dEnd : dEnd - reach;
     const double to = dEnd < dInner ? dEnd + reach : dEnd;
-    const auto first = std::lower_bound(m_placesAcross.begin(), m_placesAcross.end(), from);
-    for (auto place = first; place != m_placesAcross.end() && *place <= to; ++place) {
+    const std::vector<double>& across = m_places.m_across;
+    const auto first = std::lower_bound(across.begin(), across.end(), from);
+    for (auto place = first; place != across.end() && *place <= to; ++place) {
         if (*place != dEnd) {
-            m_open.push_back({from - m_dNear, to + m_dNear});
+            m_open.push_back({from - m_places.m_dNear, to + m_places.m_dNear});
             return;
         }
     }
 }
 
-bool CVisibility::IsOpen(double u) const {
-    return std::any_of(m_open.begin(), m_open.end(), [&](const SStretch& stretch) {
-        return stretch.m_dFrom - m_dNear <= u && u <= stretch.m_dTo + m_dNear;
-    });
+// By rising place, and so far apart that no middle lies in two of them.
+void CVisibility::MergeOpenStretches() {
+    std::sort(m_open.begin(), m_open.end(),
+              [](const SStretch& a, const SStretch& b) { return a.m_dFrom < b.m_dFrom; });
+    size_t kept = 0;
+    for (const SStretch& stretch : m_open) {
+        if (kept > 0 && stretch.m_dFrom <= m_open[kept - 1].m_dTo + 4 * m_places.m_dNear) {
+            m_open[kept - 1].m_dTo = (std::max)(m_open[kept - 1].m_dTo, stretch.m_dTo);
+        } else {
+            m_open[kept++] = stretch;
+        }
+    }
+    m_open.resize(kept);
 }
 
 bool CVisibility::IsEdgeOn(const AcGePoint3d& from, const AcGePoint3d& to) const {

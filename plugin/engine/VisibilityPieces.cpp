@@ -7,44 +7,75 @@
 #include <cmath>
 
 #include "HiddenPoint.h"
+#include "LineBoxes.h"
 #include "SideOrder.h"
 #include "TolerantCompare.h"
 
-CVisibility::SPiece CVisibility::MakePiece(const SSeenPiece& place) const {
-    SPiece piece = {place, GetMidPoint(place.m_from, place.m_to), 0.0, 0.0};
-    OrientForSide(m_dir, piece.m_place.m_from, piece.m_place.m_to);
+namespace {
+
+// Where more lines than this reach above a floor, an index tells sooner which stand over a middle.
+constexpr size_t kMostGathered = 64;
+// A line whose highest place is so many tolerances below the middle cannot hide it.
+constexpr double kHidingTols = 3.0;
+
+}  // namespace
+
+CVisibility::SPiece CVisibility::MakePiece(size_t record, const AcGePoint3d& from,
+                                           const AcGePoint3d& to) const {
+    SPiece piece = {record, 0, false, from, to, GetMidPoint(from, to), 0.0, 0.0};
+    OrientForSide(m_dir, piece.m_from, piece.m_to);
     piece.m_dU = GetU(piece.m_middle);
     piece.m_dV = GetV(piece.m_middle);
     return piece;
 }
 
-// bNearOnly: m_near holds all that may hide it.
-bool CVisibility::IsHidden(const SPiece& piece, bool bNearOnly) {
-    // A piece of its own line can hide one only where that stands steeply enough for rounding.
-    const size_t own = piece.m_place.m_nRecord;
-    const bool bOwn = !m_sights[own].m_bClear;
-    if (bNearOnly) {
-        return std::any_of(m_near.begin(), m_near.end(),
-                           [&](size_t other) { return Hides(other, piece); });
+bool CVisibility::IsHidden(const SPiece& piece) {
+    if (!m_bCanProve || !m_floors.HasColumns()) {
+        return IsHiddenByIndexed(piece);
     }
+    const int column = m_floors.FindColumn(piece.m_dU);
+    if (column != m_nColumn) {
+        m_nColumn = column;
+        m_bAllGathered = m_floors.Gather(column, kMostGathered, m_gathered);
+    }
+    const bool bOwn = !m_sights[piece.m_nRecord].m_bClear;
+    for (const int item : m_gathered) {
+        const size_t other = static_cast<size_t>(item);
+        if ((other != piece.m_nRecord || bOwn) && Hides(other, piece)) {
+            return true;
+        }
+    }
+    // Above the floor nothing else can hide it.
+    const bool bAll = m_bAllGathered && piece.m_dV + kHidingTols * m_tolPoint.equalPoint() >=
+                                            m_floors.GetFloor(column);
+    return !bAll && IsHiddenByIndexed(piece);
+}
+
+bool CVisibility::IsHiddenByIndexed(const SPiece& piece) {
+    if (m_index == nullptr) {
+        m_index = std::make_unique<CBoxIndex>(GetFlatBoxes(m_lines));
+    }
+    // A piece of its own line can hide one only where that stands steeply enough for rounding.
+    const bool bOwn = !m_sights[piece.m_nRecord].m_bClear;
     const double lowest = piece.m_dV - m_tolPoint.equalPoint() - 8 * m_dRounding;
     const auto isOver = [&](const SFlatBox& box) {
-        const double from = (m_bVertical ? box.m_dMinX : box.m_dMinY) - m_dNear;
-        const double to = (m_bVertical ? box.m_dMaxX : box.m_dMaxY) + m_dNear;
+        const double from = (m_bVertical ? box.m_dMinX : box.m_dMinY) - m_places.m_dNear;
+        const double to = (m_bVertical ? box.m_dMaxX : box.m_dMaxY) + m_places.m_dNear;
         const double top = m_bVertical ? (m_dSign > 0.0 ? box.m_dMaxY : -box.m_dMinY)
                                        : (m_dSign > 0.0 ? box.m_dMaxX : -box.m_dMinX);
         return from <= piece.m_dU && piece.m_dU <= to && top >= lowest;
     };
-    return m_index.Visit(isOver, [&](int item) {
+    return m_index->Visit(isOver, [&](int item) {
         const size_t other = static_cast<size_t>(item);
-        return (other != own || bOwn) && Hides(other, piece);
+        return (other != piece.m_nRecord || bOwn) && Hides(other, piece);
     });
 }
 
 // Whether a piece of the record hides the piece.
 bool CVisibility::Hides(size_t record, const SPiece& piece) {
     const SSight& sight = m_sights[record];
-    if (piece.m_dU < sight.m_dFrom - m_dNear || piece.m_dU > sight.m_dTo + m_dNear) {
+    const double reach = m_places.m_dNear;
+    if (piece.m_dU < sight.m_dFrom - reach || piece.m_dU > sight.m_dTo + reach) {
         return false;
     }
     if (sight.m_bClear) {
@@ -52,8 +83,7 @@ bool CVisibility::Hides(size_t record, const SPiece& piece) {
         if (gap < -sight.m_dMargin) {
             return false;
         }
-        const bool bInside =
-            sight.m_dFrom + m_dNear < piece.m_dU && piece.m_dU < sight.m_dTo - m_dNear;
+        const bool bInside = sight.m_dFrom + reach < piece.m_dU && piece.m_dU < sight.m_dTo - reach;
         if (bInside && gap > sight.m_dMargin && !IsSameEntity(record, true, piece) &&
             !IsCutNear(sight, piece)) {
             return true;
@@ -64,48 +94,38 @@ bool CVisibility::Hides(size_t record, const SPiece& piece) {
 
 // Whether a cut of the line may stand over the middle of the piece.
 bool CVisibility::IsCutNear(const SSight& sight, const SPiece& piece) const {
-    if (sight.m_bCutAcross &&
-        HasPlaceIn(m_placesAcross, piece.m_dU - m_dNear, piece.m_dU + m_dNear)) {
-        return true;
-    }
-    const double slack = m_dNear * (1.0 + std::fabs(sight.m_dSlope));
-    const double v = sight.At(piece.m_dU);
-    return sight.m_bCutAlong && HasPlaceIn(m_placesAlong, v - slack, v + slack);
+    const double u = piece.m_dU;
+    return (sight.m_bCutAcross && m_places.HasAcross(u - m_places.m_dNear, u + m_places.m_dNear)) ||
+           m_places.HasAlong(sight, u, u);
 }
 
 // Records of one entity, or a piece and itself, do not hide each other. Pieces have entities of
 // their own, so only whole records can share one.
 bool CVisibility::IsSameEntity(size_t record, bool bWhole, const SPiece& piece) const {
     const AcDbObjectId& id = m_lines[record].m_id;
-    return bWhole && piece.m_place.m_bWhole && !id.isNull() &&
-           id == m_lines[piece.m_place.m_nRecord].m_id;
+    return bWhole && piece.m_bWhole && !id.isNull() && id == m_lines[piece.m_nRecord].m_id;
 }
 
 bool CVisibility::HidesByPieces(size_t record, const SPiece& piece) {
     const SSight& sight = m_sights[record];
+    const CLineInfo& line = m_lines[record];
     if (!sight.m_bCutAcross && !sight.m_bCutAlong) {
-        const CLineInfo& line = m_lines[record];
         return !IsSameEntity(record, true, piece) &&
                HidesByPiece(line.m_startPt, line.m_endPt, piece);
     }
-    const std::vector<AcGePoint3d>& chain = GetChain(record);
-    size_t first = 0;
-    size_t last = chain.size() - 1;
-    if (sight.m_bClear) {
-        // The chain runs steadily across the view: only the pieces around the middle count.
-        const double sign = GetU(chain.front()) < GetU(chain.back()) ? 1.0 : -1.0;
-        const auto found =
-            std::lower_bound(chain.begin(), chain.end(), sign * piece.m_dU,
-                             [&](const AcGePoint3d& pt, double u) { return sign * GetU(pt) < u; });
-        const size_t at = static_cast<size_t>(found - chain.begin());
-        constexpr size_t kAround = 3;  // the middle may stand over a cut, and ends may come double
-        first = at > kAround ? at - kAround : 0;
-        last = (std::min)(at + kAround, last);
+    if (!sight.m_bClear) {
+        const Chain& chain = GetUnsteadyChain(record);
+        return HidesByChain(chain, record, chain.size() == 2, piece);
     }
-    const bool bWhole = chain.size() == 2;
-    for (size_t i = first; i < last; ++i) {
-        const bool bItself =
-            record == piece.m_place.m_nRecord && static_cast<int>(i) == piece.m_place.m_nPiece;
+    const double reach = 2 * m_places.m_dNear;
+    m_hiderCuts->Cut(record, line, piece.m_dU - reach, piece.m_dU + reach);
+    return HidesByChain(m_hiderCuts->GetChain(), record, m_hiderCuts->IsWhole(), piece);
+}
+
+bool CVisibility::HidesByChain(const Chain& chain, size_t record, bool bWhole,
+                               const SPiece& piece) const {
+    for (size_t i = 0; i + 1 < chain.size(); ++i) {
+        const bool bItself = record == piece.m_nRecord && static_cast<int>(i) == piece.m_nPiece;
         if (!bItself && !IsSameEntity(record, bWhole, piece) &&
             HidesByPiece(chain[i], chain[i + 1], piece)) {
             return true;
@@ -119,26 +139,14 @@ bool CVisibility::HidesByPiece(const AcGePoint3d& from, const AcGePoint3d& to,
     AcGePoint3d start = from;
     AcGePoint3d end = to;
     OrientForSide(m_dir, start, end);
-    return !IsSameSegment(start, end, piece.m_place.m_from, piece.m_place.m_to, m_tolPoint) &&
+    return !IsSameSegment(start, end, piece.m_from, piece.m_to, m_tolPoint) &&
            IsHiddenBySegment(piece.m_middle, start, end, m_dir, m_extents, m_tolPoint);
 }
 
-const std::vector<AcGePoint3d>& CVisibility::GetChain(size_t record) {
-    if (m_chainOf[record] < 0) {
-        m_chainOf[record] = static_cast<int>(m_chains.size());
-        m_chains.push_back(MakeChain(record));
-    }
-    return m_chains[m_chainOf[record]];
-}
-
-std::vector<AcGePoint3d> CVisibility::MakeChain(size_t record) const {
-    CLineInfo line = m_lines[record];
-    m_pProbes->Cut(record, line);
-    line.Sort();
-    std::vector<AcGePoint3d> chain;
-    chain.reserve(line.m_breakPts.size() + 2);
-    chain.push_back(line.m_startPt);
-    chain.insert(chain.end(), line.m_breakPts.begin(), line.m_breakPts.end());
-    chain.push_back(line.m_endPt);
-    return chain;
+const CVisibility::Chain& CVisibility::GetUnsteadyChain(size_t record) {
+    const auto known = m_unsteady.find(record);
+    return known != m_unsteady.end()
+               ? known->second
+               : m_unsteady.emplace(record, m_pProbes->GetChain(record, m_lines[record]))
+                     .first->second;
 }
