@@ -73,11 +73,11 @@ void CStretchCuts::CutAcross(const SRow& row, const AcGeLineSeg3d& segment, doub
 // Whether a cut of the other direction refuses the point; reach is the tolerance in u.
 bool CStretchCuts::HasAcrossAt(const AcGePoint3d& pt, double reach) const {
     const double u = GetU(pt);
-    auto near = std::lower_bound(
+    auto cut = std::lower_bound(
         m_across.begin(), m_across.end(), u - reach,
         [&](const AcGePoint3d& other, double place) { return GetU(other) < place; });
-    for (; near != m_across.end() && GetU(*near) <= u + reach; ++near) {
-        if (near->isEqualTo(pt, m_probes.GetTol())) {
+    for (; cut != m_across.end() && GetU(*cut) <= u + reach; ++cut) {
+        if (cut->isEqualTo(pt, m_probes.GetTol())) {
             return true;
         }
     }
