@@ -31,11 +31,56 @@ std::string JoinTexts(const NewObjects::Texts& texts) {
     return joined;
 }
 
+// New texts of the file's records, one behind the other; an empty one leaves the record out.
+class Replacements {
+public:
+    explicit Replacements(std::size_t records) : textOf_(records, kNone) {}
+    bool Has(std::size_t record) const { return textOf_[record] != kNone; }
+    bool IsLeftOut(std::size_t record) const {
+        return Has(record) && Of(record).begin == Of(record).end;
+    }
+    void LeaveOut(std::size_t record) {
+        Set(record, [](std::string&) {});
+    }
+    // append(out) writes the record behind what out holds.
+    template <class Append>
+    void Set(std::size_t record, Append append) {
+        const std::size_t begin = bytes_.size();
+        append(bytes_);
+        textOf_[record] = static_cast<std::int32_t>(texts_.size());
+        texts_.push_back({begin, bytes_.size()});
+    }
+    // Moves the bytes out, to where they stay; Text() is then of use.
+    void Finish(DrawingBytes& out) { final_ = out.Keep(std::move(bytes_)); }
+    std::string_view Text(std::size_t record) const {
+        return final_.substr(Of(record).begin, Of(record).end - Of(record).begin);
+    }
+
+private:
+    static constexpr std::int32_t kNone = -1;
+    struct Place {
+        std::size_t begin, end;
+    };
+    const Place& Of(std::size_t record) const {
+        return texts_[static_cast<std::size_t>(textOf_[record])];
+    }
+
+    std::string bytes_;
+    std::string_view final_;
+    std::vector<Place> texts_;
+    std::vector<std::int32_t> textOf_;
+};
+
 class DrawingWriter {
 public:
     DrawingWriter(const AcDbDatabase& db, const LoadedDrawing* drawing, const WriteStyle& style,
                   DrawingBytes& out, Report& report)
-        : db_(db), drawing_(drawing), style_(style), out_(out), new_(db, drawing, style, report) {}
+        : db_(db),
+          drawing_(drawing),
+          style_(style),
+          out_(out),
+          new_(db, drawing, style, report),
+          replaced_(drawing != nullptr ? drawing->source().records.size() : 0) {}
 
     bool Run(std::string& reason) {
         new_.Write();
@@ -66,7 +111,7 @@ private:
             if (stub == nullptr) continue;
             if (NewObjects::IsGone(*stub)) {
                 gone_ = true;
-                replaced_[i].clear();
+                replaced_.LeaveOut(i);
                 MarkOwner(*stub);
             } else if (DirtyMask(*stub) != 0 || renamed ||
                        (new_.TurnsHandlesOn() && stub->Has(kStubEntity))) {
@@ -74,12 +119,12 @@ private:
             }
         }
         for (const Stub* stub : ownersOfGone_)
-            if (replaced_.count(stub->record) == 0) MergeOne(*stub);
+            if (!replaced_.Has(stub->record)) MergeOne(*stub);
         for (const LoadedDrawing::Block& block : drawing_->blocks)
             if (block.record != nullptr && NewObjects::IsGone(*block.record))
                 for (std::size_t i = block.span.begin;
                      i < block.span.end + (block.span.closed ? 1 : 0); ++i)
-                    replaced_[i].clear();
+                    replaced_.LeaveOut(i);
         // Writing the changed ones may have called for what the file lacks.
         new_.Write();
     }
@@ -116,7 +161,8 @@ private:
             if (found != drawing_->blockOfRecord.end()) MergeBlock(stub, found->second);
             if (drawing_->source().Type(record) != "BLOCK_RECORD") return;
         }
-        replaced_[record] = new_.Merged(stub, record, false);
+        replaced_.Set(record,
+                      [&](std::string& out) { new_.AppendMerged(stub, record, false, out); });
     }
 
     void MergeBlock(const Stub& stub, std::size_t block) {
@@ -125,14 +171,17 @@ private:
         RecordHead head;
         head.name = "BLOCK";
         head.handle = source.records[record].handle;
-        head.options.marks = RecordTags(source, record).HasMarks();
+        const RecordTags tags(source, record);
+        head.options.marks = tags.HasMarks();
         RecordHead old = head;
         old.options.originalNames = &drawing_->names;
         TagBuffer before(style_), after(style_);
         const std::unique_ptr<AcDbObject> original = drawing_->Make(stub.record, stub.cls);
         WriteBlockBegin(static_cast<AcDbBlockTableRecord&>(*original), old, before);
         WriteBlockBegin(static_cast<AcDbBlockTableRecord&>(*stub.object), head, after);
-        replaced_[record] = MergeRecord(source, record, before, after);
+        replaced_.Set(record, [&](std::string& out) {
+            RecordMerger(source).Merge(record, tags, before, after, false, out);
+        });
     }
 
     // ---- New objects
@@ -163,7 +212,7 @@ private:
             head.options.marks = style_.version >= kVersionR13;
             WriteTableBegin(name, head, found->second.size(), begin);
             WriteMark("ENDTAB", end);
-            tables += begin.bytes() + text + end.bytes();
+            tables += begin.Bytes() + text + end.Bytes();
         }
         AddToSection("TABLES", tables);
     }
@@ -173,16 +222,18 @@ private:
         const Source& source = drawing_->source();
         std::size_t count = added;
         for (std::size_t i = table.begin + 1; i < table.end; ++i)
-            if (replaced_.count(i) == 0 || !replaced_[i].empty()) ++count;
+            if (!replaced_.IsLeftOut(i)) ++count;
         TagWalker walker(source, table.begin);
         for (Tag tag; walker.Next(tag);) {
             if (tag.code != 70) continue;
             if (source.Int(tag) >= static_cast<std::int64_t>(count)) return;
             TagBuffer value(style_);
             value.PutInt(70, static_cast<std::int64_t>(count));
-            replaced_[table.begin] =
-                std::string(source.View(source.records[table.begin].begin, tag.begin)) +
-                value.bytes() + std::string(source.View(tag.end, source.RecordEnd(table.begin)));
+            replaced_.Set(table.begin, [&](std::string& out) {
+                out += source.View(source.records[table.begin].begin, tag.begin);
+                value.AppendTo(out);
+                out += source.View(tag.end, source.RecordEnd(table.begin));
+            });
             return;
         }
     }
@@ -216,7 +267,7 @@ private:
         WriteBlockEnd(head, end);
         const auto found = new_.entities.find(&stub);
         const bool here = found != new_.entities.end() && !GoesToEntities(stub);
-        return begin.bytes() + (here ? JoinTexts(found->second) : std::string()) + end.bytes();
+        return begin.Bytes() + (here ? JoinTexts(found->second) : std::string()) + end.Bytes();
     }
 
     static bool IsModelSpace(const AcDbBlockTableRecord& block) {
@@ -270,14 +321,16 @@ private:
         const LoadedDrawing::Span* section = FindSection("HEADER");
         if (section != nullptr) {
             if (added || Header(db_).changed != 0)
-                replaced_[section->begin] = HeaderRecord(db_, drawing_, section->begin,
-                                                         {seed, new_.TurnsHandlesOn()}, style_);
+                replaced_.Set(section->begin, [&](std::string& out) {
+                    out += HeaderRecord(db_, drawing_, section->begin,
+                                        {seed, new_.TurnsHandlesOn()}, style_);
+                });
         } else if (drawing_ == nullptr || Header(db_).changed != 0 || new_.TurnsHandlesOn()) {
             TagBuffer end(style_);
             WriteMark("ENDSEC", end);
             newSections_["HEADER"] =
                 HeaderRecord(db_, drawing_, kNoIndex, {new_.nextHandle(), true}, style_) +
-                end.bytes();
+                end.Bytes();
         }
         if (drawing_ == nullptr && style_.version >= kVersionR13) AddToSection("CLASSES", "");
     }
@@ -301,7 +354,7 @@ private:
         begin.PutText(0, "SECTION");
         begin.PutText(2, name);
         WriteMark("ENDSEC", end);
-        newSections_[name] = begin.bytes() + text + end.bytes();
+        newSections_[name] = begin.Bytes() + text + end.Bytes();
     }
 
     // New sections stand before the first that comes later in the usual order.
@@ -329,31 +382,33 @@ private:
                     out_.AddText(found->second);
             TagBuffer end(style_);
             WriteMark("EOF", end);
-            out_.AddText(end.TakeBytes());
+            out_.AddText(end.Bytes());
             return;
         }
         PlaceSections();
+        replaced_.Finish(out_);
         const Source& source = drawing_->source();
         std::size_t from = 0;
         const auto copyTo = [&](std::size_t to) {
             if (to > from) out_.AddView(source.View(from, to));
             from = to;
         };
-        std::map<std::size_t, bool> places;
-        for (const auto& [record, text] : inserted_) places[record];
-        for (const auto& [record, text] : replaced_) places[record];
-        for (const auto& [record, unused] : places) {
-            const bool behind = record >= source.records.size();
-            copyTo(behind ? source.end : source.records[record].begin);
-            if (const auto found = inserted_.find(record); found != inserted_.end()) {
-                EndLine(source);
-                out_.AddText(found->second);
-            }
-            if (const auto found = replaced_.find(record); found != replaced_.end()) {
-                out_.AddText(found->second);
-                from = source.RecordEnd(record);
-            }
+        auto next = inserted_.begin();
+        const auto insertAt = [&](std::size_t record, std::size_t place) {
+            if (next == inserted_.end() || next->first != record) return;
+            copyTo(place);
+            EndLine(source);
+            out_.AddText(std::move(next->second));
+            ++next;
+        };
+        for (std::size_t i = 0; i < source.records.size(); ++i) {
+            insertAt(i, source.records[i].begin);
+            if (!replaced_.Has(i)) continue;
+            copyTo(source.records[i].begin);
+            out_.AddView(replaced_.Text(i));
+            from = source.RecordEnd(i);
         }
+        insertAt(source.records.size(), source.end);
         copyTo(source.bytes.size);
     }
 
@@ -369,7 +424,7 @@ private:
     const WriteStyle& style_;
     DrawingBytes& out_;
     NewObjects new_;
-    std::map<std::size_t, std::string> replaced_;  // by record; empty: left out
+    Replacements replaced_;
     std::map<std::size_t, std::string> inserted_;  // before that record
     std::map<std::string, std::string, std::less<>> newSections_;
     std::set<const Stub*> ownersOfGone_;
@@ -386,10 +441,11 @@ void DrawingBytes::AddView(std::string_view view) {
         pieces.push_back(view);
 }
 
-void DrawingBytes::AddText(std::string added) {
-    if (added.empty()) return;
-    text.push_back(std::move(added));
-    pieces.push_back(text.back());
+void DrawingBytes::AddText(std::string added) { AddView(Keep(std::move(added))); }
+
+std::string_view DrawingBytes::Keep(std::string kept) {
+    text.push_back(std::move(kept));
+    return text.back();
 }
 
 std::string DrawingBytes::Join() const {

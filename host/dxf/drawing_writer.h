@@ -21,6 +21,8 @@ struct DrawingBytes {
     // Joins pieces that follow each other in memory.
     void AddView(std::string_view view);
     void AddText(std::string added);
+    // Only keeps it, for pieces that are added as views.
+    std::string_view Keep(std::string kept);
     std::string Join() const;
 };
 

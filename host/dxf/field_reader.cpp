@@ -4,6 +4,7 @@
 
 #include "gemat3d.h"
 #include "host/base/angles.h"
+#include "host/base/host_assert.h"
 
 namespace host::dxf {
 
@@ -32,15 +33,20 @@ AcGePoint3d OcsFromWcs(const AcGePoint3d& point, const AcGeVector3d& normal) {
 FieldReader::FieldReader(const Lookup& lookup, std::size_t record)
     : FieldIo(lookup.source.info.version),
       lookup_(lookup),
-      tags_(lookup.source, record),
+      own_(lookup.source, record),
+      tags_(own_),
       marks_(tags_.HasMarks()) {}
+
+FieldReader::FieldReader(const Lookup& lookup, const RecordTags& tags)
+    : FieldIo(lookup.source.info.version), lookup_(lookup), tags_(tags), marks_(tags_.HasMarks()) {}
 
 void FieldReader::Subclass(const char* name) {
     if (!marks_) return;
     const std::string_view mark(name);
-    const auto times = std::count(entered_.begin(), entered_.end(), mark);
-    scope_ = tags_.FindScope(mark, static_cast<int>(times));
-    entered_.push_back(mark);
+    const auto end = entered_.begin() + static_cast<std::ptrdiff_t>(enteredCount_);
+    scope_ = tags_.FindScope(mark, static_cast<int>(std::count(entered_.begin(), end, mark)));
+    HOST_ASSERT(enteredCount_ < entered_.size(), "a class of more subclasses than any has");
+    entered_[enteredCount_++] = mark;
 }
 
 bool FieldReader::InScope(const PlacedTag& placed) const {

@@ -1,6 +1,7 @@
 // Fills an object's values from a record.
 #pragma once
 
+#include <array>
 #include <utility>
 
 #include "host/dxf/field_io.h"
@@ -19,6 +20,10 @@ struct Lookup {
 class FieldReader : public FieldIo {
 public:
     FieldReader(const Lookup& lookup, std::size_t record);
+    // Of tags that were cut already and outlive the reader.
+    FieldReader(const Lookup& lookup, const RecordTags& tags);
+    FieldReader(const FieldReader&) = delete;
+    FieldReader& operator=(const FieldReader&) = delete;
     FieldReader* AsReader() override { return this; }
 
     void Subclass(const char* name) override;
@@ -54,10 +59,13 @@ private:
     bool InScope(const PlacedTag& placed) const;
 
     const Lookup& lookup_;
-    RecordTags tags_;
+    RecordTags own_;  // unless they were given
+    const RecordTags& tags_;
     bool marks_;
     int scope_ = -1;  // -1: the whole body
-    std::vector<std::string_view> entered_;
+    // Subclasses entered so far; no class has more.
+    std::array<std::string_view, 12> entered_;
+    std::size_t enteredCount_ = 0;
 };
 
 // The point in WCS of OCS coordinates, and back; exact for a normal of +z.

@@ -160,13 +160,20 @@ bool HandleFromText(std::string_view text, std::uint64_t& value) {
 }
 
 std::string TextFromReal(double value) {
-    char buffer[40];
-    const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-    std::string text(buffer, result.ptr);
-    const std::size_t e = text.find('e');
-    if (text.find('.') == std::string::npos)
-        text.insert(e == std::string::npos ? text.size() : e, ".0");
+    std::string text;
+    AppendTextOfReal(value, text);
     return text;
+}
+
+void AppendTextOfReal(double value, std::string& out) {
+    char buffer[40];
+    const std::string_view text(
+        buffer, static_cast<std::size_t>(std::to_chars(buffer, buffer + sizeof buffer, value).ptr -
+                                         buffer));
+    const std::size_t stop = text.find_first_of(".e");
+    out += text.substr(0, stop);
+    if (stop == std::string_view::npos || text[stop] == 'e') out += ".0";
+    if (stop != std::string_view::npos) out += text.substr(stop);
 }
 
 std::string TextFromHandle(std::uint64_t value) {

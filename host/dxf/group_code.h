@@ -57,6 +57,7 @@ bool HandleFromText(std::string_view text, std::uint64_t& value);
 // The shortest text that reads back as the same double, always in real form: "0.0", "12.5", "1e+20"
 // as "1.0e+20". value must be finite.
 std::string TextFromReal(double value);
+void AppendTextOfReal(double value, std::string& out);
 
 // Handle text: capitals, no leading zeros, "0" for null.
 std::string TextFromHandle(std::uint64_t value);

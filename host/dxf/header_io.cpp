@@ -152,7 +152,7 @@ std::string VariableBytes(const Variable& variable, const HeaderVars& header, st
     FieldWriter io(buffer, {});
     buffer.PutText(9, variable.name);
     variable.write(io, header, seed);
-    return buffer.TakeBytes();
+    return buffer.Bytes();
 }
 
 // From R13 on every drawing has handles.
@@ -170,7 +170,7 @@ std::string NewHeader(const HeaderVars& header, std::uint64_t seed, const WriteS
         buffer.PutText(9, "$DWGCODEPAGE");
         buffer.PutText(3, "ANSI_1252");
     }
-    std::string bytes = buffer.TakeBytes();
+    std::string bytes = buffer.Bytes();
     for (const Variable& variable : KnownVariables())
         if (style.version >= variable.since && Belongs(variable, style.version))
             bytes += VariableBytes(variable, header, seed, style);

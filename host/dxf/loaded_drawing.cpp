@@ -100,10 +100,11 @@ std::vector<NamedHandle> EntriesOf(const FieldReader& io) {
     return entries;
 }
 
-std::unique_ptr<AcDbObject> LoadedDrawing::Make(std::size_t record, AcRxClass* type) const {
+std::unique_ptr<AcDbObject> LoadedDrawing::Make(std::size_t record, const RecordTags& tags,
+                                                AcRxClass* type) const {
     std::unique_ptr<AcDbObject> object = NewObject(type);
     if (object == nullptr) return nullptr;
-    FieldReader io(lookup_, record);
+    FieldReader io(lookup_, tags);
     if (auto* entity = AcDbEntity::cast(object.get())) {
         EntityFields(io, *entity);
         if (Access::Layer(*entity).isNull()) Access::Layer(*entity) = lookup_.db.layerZero();

@@ -38,7 +38,11 @@ public:
 
     // The object a record stands for, non-resident, as it was in the file; what it owns is left
     // out.
-    std::unique_ptr<AcDbObject> Make(std::size_t record, AcRxClass* type) const;
+    std::unique_ptr<AcDbObject> Make(std::size_t record, AcRxClass* type) const {
+        return Make(record, RecordTags(source(), record), type);
+    }
+    std::unique_ptr<AcDbObject> Make(std::size_t record, const RecordTags& tags,
+                                     AcRxClass* type) const;
 
     const Source& source() const { return *source_; }
     const Lookup& lookup() const { return lookup_; }

@@ -1,240 +1,185 @@
 #include "host/dxf/merge.h"
 
 #include <algorithm>
-#include <map>
-#include <tuple>
 #include <vector>
 
+#include "host/dxf/canonical_tag.h"
 #include "host/dxf/entries.h"
+#include "host/dxf/record_edits.h"
+#include "host/dxf/tag_slots.h"
 
 namespace host::dxf {
 
 namespace {
 
-// A tag by its place: subclass (its n-th occurrence in the record), code, n-th of that code there.
-struct Key {
-    std::string scope;
-    int scopeOrdinal;
-    int code;
-    int ordinal;
-    bool operator<(const Key& other) const {
-        return std::tie(scope, scopeOrdinal, code, ordinal) <
-               std::tie(other.scope, other.scopeOrdinal, other.code, other.ordinal);
-    }
-};
-
-// Numbers scopes of equal name.
-std::vector<int> ScopeOrdinals(const std::vector<std::string>& scopes) {
-    std::vector<int> ordinals;
-    for (std::size_t i = 0; i < scopes.size(); ++i)
-        ordinals.push_back(static_cast<int>(std::count(
-            scopes.begin(), scopes.begin() + static_cast<std::ptrdiff_t>(i), scopes[i])));
-    return ordinals;
-}
-
-class KeyMaker {
-public:
-    explicit KeyMaker(const std::vector<std::string>& scopes)
-        : scopes_(scopes), ordinals_(ScopeOrdinals(scopes)) {}
-    Key operator()(std::uint16_t scope, int code) {
-        const int ordinal = counts_[{scope, code}]++;
-        return {scopes_[scope], ordinals_[scope], code, ordinal};
-    }
-
-private:
-    const std::vector<std::string>& scopes_;
-    std::vector<int> ordinals_;
-    std::map<std::pair<std::uint16_t, int>, int> counts_;
-};
-
 constexpr std::string_view kReactorGroup = "{ACAD_REACTORS";
+constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
 
-bool IsBlock(Area area) { return area == Area::kGroup || area == Area::kXdata; }
+// What stands between the braces of a group.
+bool IsMember(Area area, int code) { return area == Area::kGroup && code != 102; }
 
-// The written side: single tags by key, blocks by scope name, lists by number.
-struct Written {
-    explicit Written(const TagBuffer& buffer) : buffer_(buffer) {
-        KeyMaker key(buffer.scopes());
-        lists.resize(buffer.ListCount());
-        for (const OutTag& tag : buffer.tags()) {
-            if (IsBlock(tag.area))
-                blocks[buffer.scopes()[tag.scope]] += buffer.Bytes(tag);
-            else if (tag.list != 0)
-                lists[tag.list - std::size_t{1}] += buffer.Bytes(tag);
-            else
-                tags.emplace(key(tag.scope, tag.code), &tag);
-        }
+}  // namespace
+
+class RecordMerger::Work {
+public:
+    explicit Work(const Source& source) : source_(source), canonical_(source) {}
+
+    void Run(std::size_t record, const RecordTags& file, const TagBuffer& before,
+             const TagBuffer& after, bool copy, std::string& out) {
+        file_ = &file;
+        before_ = &before;
+        after_ = &after;
+        copy_ = copy;
+        canonical_.SetStyle(after.style());
+        recordEnd_ = source_.RecordEnd(record);
+        edits_.Clear();
+        slots_.Fill(file, before, after);
+        Claim();
+        Walk();
+        RemoveGone();
+        edits_.Apply(source_, source_.records[record].begin, recordEnd_, out);
     }
-    std::string_view Bytes(const OutTag& tag) const { return buffer_.Bytes(tag); }
-
-    std::map<Key, const OutTag*> tags;
-    std::map<std::string, std::string> blocks;
-    std::vector<std::string> lists;
 
 private:
-    const TagBuffer& buffer_;
-};
+    const Tag& FileTag(std::size_t index) const { return file_->tags[index].tag; }
+    static std::size_t Index(std::int32_t number) { return static_cast<std::size_t>(number); }
 
-class Merger {
-public:
-    Merger(const Source& source, std::size_t record, const TagBuffer& before,
-           const TagBuffer& after, bool copy)
-        : source_(source),
-          copy_(copy),
-          original_(source, record),
-          recordBegin_(source.records[record].begin),
-          recordEnd_(source.RecordEnd(record)),
-          beforeBuffer_(before),
-          afterBuffer_(after),
-          before_(before),
-          after_(after),
-          claimed_(original_.tags.size(), false) {
-        std::vector<std::string> names;
-        for (const Scope& scope : original_.scopes) names.emplace_back(scope.name);
-        KeyMaker key(names);
-        for (std::size_t i = 0; i < original_.tags.size(); ++i) {
-            const PlacedTag& placed = original_.tags[i];
-            if (!IsBlock(placed.area)) byKey_.emplace(key(placed.scope, placed.tag.code), i);
+    // Which tag of the record each written tag is. What the record keeps in another subclass than
+    // usual is found by its value.
+    void Claim() {
+        claimed_.assign(file_->tags.size(), false);
+        missing_.clear();
+        for (std::size_t i = 0; i < slots_.slots.size(); ++i) {
+            const TagSlot& slot = slots_.slots[i];
+            if (slot.before == kNoTag && slot.after == kNoTag) continue;
+            if (slot.file != kNoTag)
+                claimed_[Index(slot.file)] = true;
+            else if (slot.before != kNoTag && before_->tags()[Index(slot.before)].code != 100)
+                missing_.push_back(i);
+        }
+        if (missing_.empty()) return;
+        std::sort(missing_.begin(), missing_.end(), [this](std::size_t a, std::size_t b) {
+            return slots_.ComesBefore(slots_.slots[a], slots_.slots[b]);
+        });
+        for (const std::size_t i : missing_) FindByValue(slots_.slots[i]);
+    }
+
+    void FindByValue(TagSlot& slot) {
+        const OutTag& tag = before_->tags()[Index(slot.before)];
+        for (std::size_t i = 0; i < file_->tags.size(); ++i) {
+            if (claimed_[i] || FileTag(i).code != tag.code || file_->tags[i].area != Area::kBody ||
+                !canonical_.IsLike(FileTag(i), *before_, tag))
+                continue;
+            slot.file = static_cast<std::int32_t>(i);
+            claimed_[i] = true;
+            return;
         }
     }
 
-    std::string Run() {
-        Claim();
-        std::size_t anchor = original_.tags.front().tag.end;
-        KeyMaker key(afterBuffer_.scopes());
+    // ---- What is to be there, in order
+
+    void Walk() {
+        std::size_t anchor = FileTag(0).end;
         std::uint16_t list = 0;
-        std::string block;
-        for (const OutTag& tag : afterBuffer_.tags()) {
+        std::string_view block;
+        for (std::size_t i = 0; i < after_->tags().size(); ++i) {
+            const OutTag& tag = after_->tags()[i];
             if (IsBlock(tag.area)) {
-                const std::string& name = afterBuffer_.scopes()[tag.scope];
+                const std::string_view name = after_->ScopeName(tag);
                 if (name != block) MergeBlock(name, tag.area, anchor);
                 block = name;
             } else if (tag.list != 0) {
                 if (tag.list != list) MergeList(tag.list, anchor);
                 list = tag.list;
             } else {
-                MergeTag(key(tag.scope, tag.code), tag, anchor);
+                MergeTag(slots_.slots[Index(slots_.ofAfter[i])], tag, anchor);
             }
         }
-        for (std::size_t i = 0; i < after_.lists.size(); ++i)
-            if (after_.lists[i].empty()) MergeList(static_cast<std::uint16_t>(i + 1), anchor);
-        RemoveGone();
-        return Apply();
-    }
-
-private:
-    // Which tag of the record each written tag is. What the record keeps in another subclass than
-    // usual is found by its value.
-    void Claim() {
-        for (const auto& [key, tag] : before_.tags)
-            if (const auto found = byKey_.find(key); found != byKey_.end())
-                claimed_[found->second] = true;
-        for (const auto& [key, tag] : after_.tags)
-            if (const auto found = byKey_.find(key); found != byKey_.end())
-                claimed_[found->second] = true;
-        for (const auto& [key, tag] : before_.tags) {
-            if (byKey_.count(key) != 0 || tag->code == 100) continue;
-            for (std::size_t i = 0; i < original_.tags.size(); ++i)
-                if (!claimed_[i] && original_.tags[i].tag.code == tag->code &&
-                    original_.tags[i].area == Area::kBody && Canonical(i) == before_.Bytes(*tag)) {
-                    byKey_.emplace(key, i);
-                    claimed_[i] = true;
-                    break;
-                }
+        for (std::size_t i = 0; i < after_->ListCount(); ++i) {
+            const auto number = static_cast<std::uint16_t>(i + 1);
+            if (after_->ListOf(number).first == after_->ListOf(number).last)
+                MergeList(number, anchor);
         }
     }
 
-    // The tag of the record as this program would write it.
-    std::string Canonical(std::size_t index) const {
-        TagBuffer buffer(afterBuffer_.style());
-        PutCanonical(original_.tags[index].tag, buffer);
-        return buffer.TakeBytes();
-    }
-
-    std::string CanonicalValue(std::size_t index) const {
-        TagBuffer buffer(afterBuffer_.style());
-        PutCanonical(original_.tags[index].tag, buffer);
-        return std::string(buffer.ValueBytes(buffer.tags().back()));
-    }
-
-    void PutCanonical(const Tag& tag, TagBuffer& buffer) const {
-        switch (KindOf(tag.code)) {
-            case ValueKind::kReal:
-                buffer.PutReal(tag.code, source_.Real(tag));
-                break;
-            case ValueKind::kInt16:
-            case ValueKind::kInt32:
-            case ValueKind::kInt64:
-            case ValueKind::kBool:
-                buffer.PutInt(tag.code, source_.Int(tag));
-                break;
-            case ValueKind::kHandle:
-                buffer.PutHandle(tag.code, source_.Handle(tag));
-                break;
-            default:
-                buffer.PutText(tag.code, source_.codec->Encode(source_.codec->Decode(tag.value)));
-                break;
-        }
-    }
-
-    void MergeTag(const Key& key, const OutTag& tag, std::size_t& anchor) {
-        const auto place = byKey_.find(key);
-        const auto old = before_.tags.find(key);
-        const std::string_view bytes = after_.Bytes(tag);
-        const bool same = old != before_.tags.end() && before_.Bytes(*old->second) == bytes;
-        if (place == byKey_.end()) {
-            if (!same) Insert(anchor, std::string(bytes));
+    void MergeTag(const TagSlot& slot, const OutTag& tag, std::size_t& anchor) {
+        const bool same = slot.before != kNoTag &&
+                          before_->IsSameValue(before_->tags()[Index(slot.before)], *after_, tag);
+        if (slot.file == kNoTag) {
+            if (!same)
+                edits_.Insert(anchor, [&](std::string& text) { after_->AppendTag(tag, text); });
             return;
         }
-        const Tag& original = original_.tags[place->second].tag;
-        if (!same && Canonical(place->second) != bytes)
-            Replace(original.begin, original.end, NewBytes(tag, original));
+        const std::size_t place = Index(slot.file);
+        const Tag& original = FileTag(place);
+        if (!same && !canonical_.IsLike(original, *after_, tag))
+            edits_.Replace(original.begin, original.end,
+                           [&](std::string& text) { AppendNew(tag, original, text); });
         anchor = original.end;
     }
 
     // Bits of a flag group that this program does not know are the record's.
-    std::string NewBytes(const OutTag& tag, const Tag& original) const {
-        if (tag.mask == 0) return std::string(after_.Bytes(tag));
-        TagBuffer buffer(afterBuffer_.style());
-        buffer.PutInt(tag.code, (source_.Int(original) & ~tag.mask) | (tag.bits & tag.mask));
-        return buffer.TakeBytes();
+    void AppendNew(const OutTag& tag, const Tag& original, std::string& text) {
+        OutTag whole = tag;
+        if (tag.mask != 0)
+            whole.number = (source_.Int(original) & ~tag.mask) | (tag.number & tag.mask);
+        after_->AppendTag(whole, text);
     }
 
+    // ---- Lists
+
     void MergeList(std::uint16_t number, std::size_t& anchor) {
-        const std::size_t index = number - std::size_t{1};
-        const TagBuffer::List& list = afterBuffer_.ListOf(number);
-        const bool known = index < before_.lists.size();
-        const bool same = known && before_.lists[index] == after_.lists[index];
-        std::size_t first = kNowhere;
-        std::vector<std::size_t> old;
-        for (std::size_t i = 0; i < original_.tags.size(); ++i)
-            if (BelongsTo(list, number, i)) old.push_back(i);
-        if (!old.empty()) first = original_.tags[old.front()].tag.begin;
-        if (!same && list.entries && !copy_ && !old.empty()) {
+        const TagBuffer::List& list = after_->ListOf(number);
+        const bool known = number <= before_->ListCount();
+        const bool same = known && IsSameList(before_->ListOf(number), list);
+        FindOld(list, number);
+        if (!same && list.entries && !copy_ && !old_.empty()) {
             const auto inList = [&](const TagBuffer&, const OutTag& tag) {
                 return tag.list == number;
             };
-            MergeEntries(old, list.extraCodes.front(), inList);
+            MergeEntries(list.extraCodes.front(), inList);
         } else if (!same) {
-            for (std::size_t i : old)
-                Replace(original_.tags[i].tag.begin, original_.tags[i].tag.end, "");
-            Insert(first == kNowhere ? anchor : first, after_.lists[index]);
+            for (const std::size_t i : old_) edits_.Remove(FileTag(i).begin, FileTag(i).end);
+            edits_.Insert(old_.empty() ? anchor : FileTag(old_.front()).begin,
+                          [&](std::string& text) {
+                              for (std::size_t i = list.first; i < list.last; ++i)
+                                  after_->AppendTag(after_->tags()[i], text);
+                          });
         }
-        if (!old.empty()) anchor = original_.tags[old.back()].tag.end;
+        if (!old_.empty()) anchor = FileTag(old_.back()).end;
     }
 
-    bool BelongsTo(const TagBuffer::List& list, std::uint16_t number, std::size_t index) const {
-        const PlacedTag& placed = original_.tags[index];
-        if (placed.area != Area::kBody || claimed_[index] || placed.tag.code == 100) return false;
-        const std::string& scope = afterBuffer_.scopes()[list.scope];
-        if (original_.ScopeName(placed) != scope) return false;
-        if (list.rest) return true;
-        const int code = placed.tag.code;
-        const auto& extra = list.extraCodes;
-        if (std::find(extra.begin(), extra.end(), code) != extra.end()) return true;
-        return std::any_of(
-            afterBuffer_.tags().begin(), afterBuffer_.tags().end(),
-            [&](const OutTag& tag) { return tag.list == number && tag.code == code; });
+    bool IsSameList(const TagBuffer::List& a, const TagBuffer::List& b) const {
+        if (a.last - a.first != b.last - b.first) return false;
+        for (std::size_t i = 0; i < a.last - a.first; ++i)
+            if (!IsSameTag(before_->tags()[a.first + i], after_->tags()[b.first + i])) return false;
+        return true;
+    }
+
+    bool IsSameTag(const OutTag& before, const OutTag& after) const {
+        return before.code == after.code && before_->IsSameValue(before, *after_, after);
+    }
+
+    // The record's tags of a list, into old_.
+    void FindOld(const TagBuffer::List& list, std::uint16_t number) {
+        old_.clear();
+        codes_.assign(list.extraCodes.begin(), list.extraCodes.end());
+        for (std::size_t i = list.first; i < list.last; ++i) {
+            const OutTag& tag = after_->tags()[i];
+            if (tag.list == number &&
+                std::find(codes_.begin(), codes_.end(), tag.code) == codes_.end())
+                codes_.push_back(tag.code);
+        }
+        const std::string_view scope = after_->ScopeName(list.scope);
+        for (std::size_t i = 0; i < file_->tags.size(); ++i) {
+            const PlacedTag& placed = file_->tags[i];
+            if (placed.area != Area::kBody || claimed_[i] || placed.tag.code == 100 ||
+                file_->ScopeName(placed) != scope)
+                continue;
+            if (list.rest ||
+                std::find(codes_.begin(), codes_.end(), placed.tag.code) != codes_.end())
+                old_.push_back(i);
+        }
     }
 
     // An entry, of the file or written, and the tags that it is made of.
@@ -242,13 +187,13 @@ private:
     struct Entries {
         std::vector<EntryParts> parts;
         std::vector<std::vector<TagRef>> tags;
-        void Add(bool first, TagRef tag, std::string_view value) {
+        std::string& Add(bool first, TagRef tag) {
             if (first || parts.empty()) {
                 parts.emplace_back();
                 tags.emplace_back();
             }
-            parts.back().emplace_back(value);
             tags.back().push_back(tag);
+            return parts.back().emplace_back();
         }
     };
 
@@ -256,157 +201,152 @@ private:
     Entries<const OutTag*> EntriesOf(const TagBuffer& buffer, int first, Wanted wanted) const {
         Entries<const OutTag*> entries;
         for (const OutTag& tag : buffer.tags())
-            if (wanted(buffer, tag)) entries.Add(tag.code == first, &tag, buffer.ValueBytes(tag));
+            if (wanted(buffer, tag))
+                buffer.AppendValue(tag, tag.code, entries.Add(tag.code == first, &tag));
         return entries;
     }
 
-    // The list whose tags in the record are old, and which begins an entry with the code first.
+    // The list whose tags in the record are old_, and which begins an entry with the code first.
     template <class Wanted>
-    void MergeEntries(const std::vector<std::size_t>& old, int first, Wanted wanted) {
+    void MergeEntries(int first, Wanted wanted) {
         Entries<std::size_t> file;
-        for (std::size_t i : old)
-            file.Add(original_.tags[i].tag.code == first, i, CanonicalValue(i));
-        const auto before = EntriesOf(beforeBuffer_, first, wanted);
-        const auto after = EntriesOf(afterBuffer_, first, wanted);
+        for (const std::size_t i : old_) {
+            const TagBuffer& canonical = canonical_.Of(FileTag(i));
+            const OutTag& tag = canonical.tags().front();
+            canonical.AppendValue(tag, tag.code, file.Add(tag.code == first, i));
+        }
+        const auto before = EntriesOf(*before_, first, wanted);
+        const auto after = EntriesOf(*after_, first, wanted);
         const EntryPlan plan = PlanEntries(file.parts, before.parts, after.parts);
-        const auto bytes = [&](std::size_t entry) {
-            std::string text;
-            for (const OutTag* tag : after.tags[entry]) text += afterBuffer_.Bytes(*tag);
-            return text;
-        };
         for (std::size_t e = 0; e < plan.fate.size(); ++e) {
             const std::size_t fate = plan.fate[e];
             if (fate == EntryPlan::kKeep) continue;
             for (std::size_t k = 0; k < file.tags[e].size(); ++k) {
-                const Tag& tag = original_.tags[file.tags[e][k]].tag;
-                const bool other = fate != EntryPlan::kRemove && k < after.tags[fate].size();
-                if (other && file.parts[e][k] == after.parts[fate][k]) continue;
-                // Who owns what the entry names is the file's affair.
-                TagBuffer value(afterBuffer_.style());
-                if (other) value.PutValue(tag.code, after.parts[fate][k]);
-                Replace(tag.begin, tag.end, value.TakeBytes());
+                const Tag& tag = FileTag(file.tags[e][k]);
+                if (fate == EntryPlan::kRemove || k >= after.tags[fate].size())
+                    edits_.Remove(tag.begin, tag.end);
+                else if (file.parts[e][k] != after.parts[fate][k])
+                    // Who owns what the entry names is the file's affair.
+                    edits_.Replace(tag.begin, tag.end, [&](std::string& text) {
+                        after_->AppendTag(*after.tags[fate][k], tag.code, text);
+                    });
             }
         }
         for (const EntryPlan::Insertion& insertion : plan.insertions)
-            Insert(insertion.behind == EntryPlan::kFront
-                       ? original_.tags[old.front()].tag.begin
-                       : original_.tags[file.tags[insertion.behind].back()].tag.end,
-                   bytes(insertion.entry));
+            edits_.Insert(insertion.behind == EntryPlan::kFront
+                              ? FileTag(old_.front()).begin
+                              : FileTag(file.tags[insertion.behind].back()).end,
+                          [&](std::string& text) {
+                              for (const OutTag* tag : after.tags[insertion.entry])
+                                  after_->AppendTag(*tag, text);
+                          });
     }
 
-    // Reactors are entries of one tag between the braces. False when they are to be replaced as a
-    // whole.
-    bool MergeReactors(const std::string& name) {
-        std::vector<std::size_t> old;
-        for (std::size_t i = 0; i < original_.tags.size(); ++i)
-            if (IsMember(original_.tags[i].area, original_.tags[i].tag.code) &&
-                original_.ScopeName(original_.tags[i]) == name)
-                old.push_back(i);
-        if (copy_ || name != kReactorGroup || old.empty()) return false;
-        MergeEntries(old, 330, [&](const TagBuffer& buffer, const OutTag& tag) {
-            return IsMember(tag.area, tag.code) && buffer.scopes()[tag.scope] == name;
-        });
-        return true;
-    }
-    // Whether the record's block holds no more members than were read from it.
-    bool IsAllUnderstood(const std::string& name) const {
-        const auto members = [&](const auto& tags, const auto& nameOf, const auto& codeOf) {
-            return std::count_if(tags.begin(), tags.end(), [&](const auto& tag) {
-                return IsMember(tag.area, codeOf(tag)) && nameOf(tag) == name;
-            });
-        };
-        return members(
-                   original_.tags, [&](const PlacedTag& tag) { return original_.ScopeName(tag); },
-                   [](const PlacedTag& tag) { return tag.tag.code; }) ==
-               members(
-                   beforeBuffer_.tags(),
-                   [&](const OutTag& tag) { return beforeBuffer_.scopes()[tag.scope]; },
-                   [](const OutTag& tag) { return tag.code; });
-    }
-    static bool IsMember(Area area, int code) { return area == Area::kGroup && code != 102; }
+    // ---- Groups of applications and extended data
 
-    void MergeBlock(const std::string& name, Area area, std::size_t& anchor) {
-        const auto old = before_.blocks.find(name);
-        const std::string& bytes = after_.blocks.at(name);
+    void MergeBlock(std::string_view name, Area area, std::size_t& anchor) {
         std::size_t begin = kNowhere, end = kNowhere;
         FindBlock(name, begin, end);
-        const bool same = old != before_.blocks.end() && old->second == bytes;
-        if (!same && !MergeReactors(name)) {
+        if (!IsSameBlock(name) && !MergeReactors(name)) {
+            const auto append = [&](std::string& text) {
+                for (const OutTag& tag : after_->tags())
+                    if (IsInBlock(*after_, tag, name)) after_->AppendTag(tag, text);
+            };
             if (begin != kNowhere)
-                Replace(begin, end, bytes);
+                edits_.Replace(begin, end, append);
             else
-                Insert(area == Area::kXdata ? recordEnd_ : anchor, bytes);
+                edits_.Insert(area == Area::kXdata ? recordEnd_ : anchor, append);
         }
         if (end != kNowhere && area == Area::kGroup) anchor = end;
     }
 
-    void FindBlock(const std::string& name, std::size_t& begin, std::size_t& end) const {
-        for (const PlacedTag& placed : original_.tags) {
-            if (!IsBlock(placed.area) || original_.ScopeName(placed) != name) continue;
+    static bool IsInBlock(const TagBuffer& buffer, const OutTag& tag, std::string_view name) {
+        return IsBlock(tag.area) && buffer.ScopeName(tag) == name;
+    }
+
+    static std::vector<const OutTag*> BlockOf(const TagBuffer& buffer, std::string_view name) {
+        std::vector<const OutTag*> tags;
+        for (const OutTag& tag : buffer.tags())
+            if (IsInBlock(buffer, tag, name)) tags.push_back(&tag);
+        return tags;
+    }
+
+    bool IsSameBlock(std::string_view name) const {
+        const auto before = BlockOf(*before_, name), after = BlockOf(*after_, name);
+        return std::equal(before.begin(), before.end(), after.begin(), after.end(),
+                          [this](const OutTag* a, const OutTag* b) { return IsSameTag(*a, *b); });
+    }
+
+    void FindBlock(std::string_view name, std::size_t& begin, std::size_t& end) const {
+        for (const PlacedTag& placed : file_->tags) {
+            if (!IsBlock(placed.area) || file_->ScopeName(placed) != name) continue;
             if (begin == kNowhere) begin = placed.tag.begin;
             end = placed.tag.end;
         }
     }
 
-    void RemoveGone() {
-        for (const auto& [key, tag] : before_.tags) {
-            const auto place = byKey_.find(key);
-            if (after_.tags.count(key) != 0 || place == byKey_.end()) continue;
-            const Tag& original = original_.tags[place->second].tag;
-            Replace(original.begin, original.end, "");
-        }
-        for (const auto& [name, bytes] : before_.blocks) {
-            std::size_t begin = kNowhere, end = kNowhere;
-            FindBlock(name, begin, end);
-            if (after_.blocks.count(name) != 0 || begin == kNowhere) continue;
-            if (IsAllUnderstood(name) || !MergeReactors(name)) Replace(begin, end, "");
-        }
-    }
-
-    void Insert(std::size_t at, std::string bytes) { edits_.push_back({at, at, std::move(bytes)}); }
-    void Replace(std::size_t begin, std::size_t end, std::string bytes) {
-        edits_.push_back({begin, end, std::move(bytes)});
-    }
-
-    std::string Apply() {
-        // At one place insertions come before the tag that stood there, in the order they were
-        // made.
-        std::stable_sort(edits_.begin(), edits_.end(), [](const Edit& a, const Edit& b) {
-            return std::make_pair(a.begin, a.end != a.begin) <
-                   std::make_pair(b.begin, b.end != b.begin);
+    // Reactors are entries of one tag between the braces. False when they are to be replaced as a
+    // whole.
+    bool MergeReactors(std::string_view name) {
+        if (copy_ || name != kReactorGroup) return false;
+        old_.clear();
+        for (std::size_t i = 0; i < file_->tags.size(); ++i)
+            if (IsMember(file_->tags[i].area, FileTag(i).code) &&
+                file_->ScopeName(file_->tags[i]) == name)
+                old_.push_back(i);
+        if (old_.empty()) return false;
+        MergeEntries(330, [&](const TagBuffer& buffer, const OutTag& tag) {
+            return IsMember(tag.area, tag.code) && buffer.ScopeName(tag) == name;
         });
-        std::string out;
-        std::size_t at = recordBegin_;
-        for (const Edit& edit : edits_) {
-            if (edit.begin > at) out += source_.View(at, edit.begin);
-            out += edit.bytes;
-            at = (std::max)(at, edit.end);
-        }
-        return out += source_.View(at, recordEnd_);
+        return true;
     }
 
-    static constexpr std::size_t kNowhere = static_cast<std::size_t>(-1);
-    struct Edit {
-        std::size_t begin, end;
-        std::string bytes;
-    };
+    // ---- What is no longer there
+
+    void RemoveGone() {
+        for (const TagSlot& slot : slots_.slots) {
+            if (slot.before == kNoTag || slot.after != kNoTag || slot.file == kNoTag) continue;
+            edits_.Remove(FileTag(Index(slot.file)).begin, FileTag(Index(slot.file)).end);
+        }
+        std::string_view block;
+        for (const OutTag& tag : before_->tags()) {
+            const std::string_view name = before_->ScopeName(tag);
+            if (!IsBlock(tag.area) || name == block) continue;
+            block = name;
+            if (BlockOf(*after_, name).empty()) RemoveBlock(name);
+        }
+    }
+
+    // Reactors that were not understood keep their braces.
+    void RemoveBlock(std::string_view name) {
+        std::size_t begin = kNowhere, end = kNowhere, inFile = 0;
+        FindBlock(name, begin, end);
+        if (begin == kNowhere) return;
+        for (const PlacedTag& placed : file_->tags)
+            inFile += IsBlock(placed.area) && file_->ScopeName(placed) == name ? 1 : 0;
+        if (inFile == BlockOf(*before_, name).size() || !MergeReactors(name))
+            edits_.Remove(begin, end);
+    }
 
     const Source& source_;
-    bool copy_;
-    RecordTags original_;
-    std::size_t recordBegin_, recordEnd_;
-    const TagBuffer &beforeBuffer_, &afterBuffer_;
-    Written before_, after_;
-    std::vector<bool> claimed_;
-    std::map<Key, std::size_t> byKey_;
-    std::vector<Edit> edits_;
+    const RecordTags* file_ = nullptr;
+    const TagBuffer *before_ = nullptr, *after_ = nullptr;
+    bool copy_ = false;
+    std::size_t recordEnd_ = 0;
+    TagSlots slots_;
+    CanonicalTag canonical_;
+    std::vector<char> claimed_;
+    std::vector<std::size_t> missing_, old_;
+    std::vector<int> codes_;
+    RecordEdits edits_;
 };
 
-}  // namespace
+RecordMerger::RecordMerger(const Source& source) : work_(std::make_unique<Work>(source)) {}
+RecordMerger::~RecordMerger() = default;
 
-std::string MergeRecord(const Source& source, std::size_t record, const TagBuffer& before,
-                        const TagBuffer& after, bool copy) {
-    return Merger(source, record, before, after, copy).Run();
+void RecordMerger::Merge(std::size_t record, const RecordTags& tags, const TagBuffer& before,
+                         const TagBuffer& after, bool copy, std::string& out) {
+    work_->Run(record, tags, before, after, copy, out);
 }
 
 }  // namespace host::dxf

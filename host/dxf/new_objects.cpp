@@ -6,7 +6,6 @@
 #include "host/db/names.h"
 #include "host/db/modeller.h"
 #include "host/dxf/codec.h"
-#include "host/dxf/merge.h"
 #include "host/dxf/older_forms.h"
 #include "host/dxf/record_classes.h"
 
@@ -47,7 +46,11 @@ NewObjects::NewObjects(const AcDbDatabase& db, const LoadedDrawing* drawing,
       style_(style),
       report_(report),
       handles_(HasHandles(drawing, style)),
-      nextHandle_(Header(db).handseed) {}
+      nextHandle_(Header(db).handseed),
+      mergedBefore_(style),
+      mergedAfter_(style) {
+    if (drawing != nullptr) merger_ = std::make_unique<RecordMerger>(drawing->source());
+}
 
 bool NewObjects::IsGone(const Stub& stub) {
     const Stub* at = &stub;
@@ -251,7 +254,11 @@ std::string NewObjects::WholeRecord(const Stub& stub, const std::string& name) {
     const AcDbObject* object = ObjectOf(const_cast<Stub&>(stub));
     if (object == nullptr) return {};
     const std::size_t base = BaseRecord(*object);
-    if (base != kNoIndex) return Merged(stub, base, true);
+    if (base != kNoIndex) {
+        std::string merged;
+        AppendMerged(stub, base, true, merged);
+        return merged;
+    }
     const Codec* codec = FindCodec(object->isA());
     if (codec == nullptr) {
         report_.Add("an object of a class this program cannot write is left out", NameOf(*object));
@@ -265,7 +272,7 @@ std::string NewObjects::WholeRecord(const Stub& stub, const std::string& name) {
     WriteObject(*object, head, buffer, &references);
     RequireNamed(references);
     Check(buffer, stub);
-    return buffer.TakeBytes();
+    return buffer.Bytes();
 }
 
 std::size_t NewObjects::BaseRecord(const AcDbObject& object) const {
@@ -275,11 +282,12 @@ std::size_t NewObjects::BaseRecord(const AcDbObject& object) const {
     return drawing_->source().Type(record) == NameOf(object) ? record : kNoIndex;
 }
 
-std::string NewObjects::Merged(const Stub& stub, std::size_t base, bool copy) {
+void NewObjects::AppendMerged(const Stub& stub, std::size_t base, bool copy, std::string& out) {
     const Source& source = drawing_->source();
     const AcDbObject& object = *ObjectOf(const_cast<Stub&>(stub));
+    mergedTags_.Read(source, base);
     RecordHead head = HeadOf(stub, source.Type(base));
-    head.options.marks = RecordTags(source, base).HasMarks();
+    head.options.marks = mergedTags_.HasMarks();
     RecordHead old = head;
     old.options.originalNames = &drawing_->names;
     if (turnsHandlesOn_) old.handle = source.records[base].handle;
@@ -288,19 +296,23 @@ std::string NewObjects::Merged(const Stub& stub, std::size_t base, bool copy) {
         if (head.owner != 0) old.owner = source.records[base].owner;
         old.options.paperSpace = source.records[base].paperSpace;
     }
-    TagBuffer before(style_), after(style_);
-    const std::unique_ptr<AcDbObject> original = drawing_->Make(base, object.isA());
-    std::vector<Stub*> known, references;
-    WriteObject(*original, old, before, &known);
-    WriteObject(object, head, after, &references);
+    const std::unique_ptr<AcDbObject> original = drawing_->Make(base, mergedTags_, object.isA());
+    known_.clear();
+    references_.clear();
+    mergedBefore_.Clear();
+    mergedAfter_.Clear();
+    WriteObject(*original, old, mergedBefore_, &known_);
+    WriteObject(object, head, mergedAfter_, &references_);
     // What the record names already was good enough for the file.
-    const auto named = [&](Stub* reference) {
-        return !copy && std::find(known.begin(), known.end(), reference) != known.end();
+    const auto isKnown = [&](const Stub* reference) {
+        return !IsNew(*reference) ||
+               (!copy && std::find(known_.begin(), known_.end(), reference) != known_.end());
     };
-    references.erase(std::remove_if(references.begin(), references.end(), named), references.end());
-    RequireNamed(references);
-    Check(after, stub);
-    return MergeRecord(source, base, before, after, copy);
+    references_.erase(std::remove_if(references_.begin(), references_.end(), isKnown),
+                      references_.end());
+    RequireNamed(references_);
+    Check(mergedAfter_, stub);
+    merger_->Merge(base, mergedTags_, mergedBefore_, mergedAfter_, copy, out);
 }
 
 void NewObjects::WriteEntity(const Stub& stub, std::string& out) {
@@ -364,7 +376,7 @@ void NewObjects::WriteForm(const AcDbEntity& form, RecordHead head, const Stub& 
     }
     RequireNamed(references);
     Check(buffer, original);
-    out += buffer.TakeBytes();
+    out += buffer.Bytes();
 }
 
 }  // namespace host::dxf

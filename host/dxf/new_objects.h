@@ -2,11 +2,13 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "host/dxf/loaded_drawing.h"
+#include "host/dxf/merge.h"
 #include "host/dxf/object_writer.h"
 #include "host/dxf/report.h"
 
@@ -47,8 +49,8 @@ public:
     static bool IsGone(const Stub& stub);
     // The record of the file that a new object was copied from, or kNoIndex.
     std::size_t BaseRecord(const AcDbObject& object) const;
-    // The record of an object that was read or copied, with its changes.
-    std::string Merged(const Stub& stub, std::size_t base, bool copy);
+    // Appends the record of an object that was read or copied, with its changes.
+    void AppendMerged(const Stub& stub, std::size_t base, bool copy, std::string& out);
 
 private:
     bool IsUnwritable(const Stub& stub) const;
@@ -77,6 +79,11 @@ private:
     Report& report_;
     bool handles_ = true, turnsHandlesOn_ = false, any_ = false;
     std::uint64_t nextHandle_;
+    // Of the record that is being merged; kept for their memory.
+    RecordTags mergedTags_;
+    TagBuffer mergedBefore_, mergedAfter_;
+    std::unique_ptr<RecordMerger> merger_;
+    std::vector<Stub*> known_, references_;
     std::vector<const Stub*> queue_;
     std::set<const Stub*> written_;
     std::set<Root> tables_;

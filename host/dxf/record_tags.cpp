@@ -1,5 +1,7 @@
 #include "host/dxf/record_tags.h"
 
+#include "host/dxf/tokens.h"
+
 namespace host::dxf {
 
 namespace {
@@ -51,13 +53,15 @@ private:
 
 }  // namespace
 
-RecordTags::RecordTags(const Source& source, std::size_t record) {
+void RecordTags::Read(const Source& source, std::size_t record) {
     constexpr std::size_t kUsualTags = 24;
+    tags.clear();
+    scopes.clear();
     tags.reserve(kUsualTags);
     scopes.reserve(4);
     Placer placer(*this);
-    TagWalker walker(source, record);
-    for (Tag tag; walker.Next(tag);) placer.Add(tag);
+    ForEachTag(source, source.records[record].begin, source.RecordEnd(record),
+               [&placer](const Tag& tag) { placer.Add(tag); });
 }
 
 bool RecordTags::HasMarks() const {

@@ -31,7 +31,10 @@ struct Scope {
 
 // Points into the source.
 struct RecordTags {
-    RecordTags(const Source& source, std::size_t record);
+    RecordTags() = default;
+    RecordTags(const Source& source, std::size_t record) { Read(source, record); }
+    // In place of what it held; the memory is used again.
+    void Read(const Source& source, std::size_t record);
 
     bool HasMarks() const;
     // Index of the n-th (from 0) subclass of that name, or -1.

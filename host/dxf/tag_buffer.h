@@ -19,20 +19,26 @@ struct WriteStyle {
     const TextCodec* codec = nullptr;
 };
 
+// What was put. Values stay values until they are written, so that records can be compared without
+// turning numbers into text.
 struct OutTag {
+    enum class Held : std::uint8_t { kText, kReal, kInt, kHandle, kChunk };
     int code = 0;
-    std::size_t begin = 0, end = 0;  // in TagBuffer::bytes
-    std::size_t value = 0;           // where the value begins, behind the group code
+    Held held = Held::kText;
     Area area = Area::kBody;
     std::uint16_t scope = 0;
-    std::uint16_t list = 0;  // tags of one list are only right together; 0: none
-    std::int64_t mask = 0;   // bits of a flag group that the class knows; 0: the whole value
-    std::int64_t bits = 0;
+    std::uint16_t list = 0;          // tags of one list are only right together; 0: none
+    std::size_t begin = 0, end = 0;  // of a text or chunk, in TagBuffer's texts
+    double real = 0.0;
+    std::int64_t number = 0;  // of a whole number, or a handle's bits
+    std::int64_t mask = 0;    // bits of a flag group that the class knows; 0: the whole value
 };
 
 class TagBuffer {
 public:
-    explicit TagBuffer(const WriteStyle& style) : style_(style), scopes_{""} {}
+    explicit TagBuffer(const WriteStyle& style) : style_(style) { Clear(); }
+    // As new; the memory is used again.
+    void Clear();
 
     // The raw value as it stands in a file: a string already encoded.
     void PutText(int code, std::string_view text);
@@ -40,12 +46,10 @@ public:
     void PutInt(int code, std::int64_t value);
     void PutHandle(int code, std::uint64_t handle);
     void PutChunk(int code, std::string_view bytes);
-    // A value as ValueBytes gives it, under a code of the same kind.
-    void PutValue(int code, std::string_view value);
     void PutFlags(int code, std::int64_t mask, std::int64_t value);
 
     // Following tags stand in this place.
-    void EnterScope(const std::string& name, Area area);
+    void EnterScope(std::string_view name, Area area);
     void BackToScope(std::uint16_t scope, Area area) {
         scope_ = scope;
         area_ = area;
@@ -58,44 +62,55 @@ public:
     // A list of entries, each beginning with the first of these codes. In a changed record those
     // that did not change stay as they are, and so do those that this program did not understand.
     void BeginEntries(const std::vector<int>& codes);
-    void EndList() { list_ = 0; }
+    void EndList();
     struct List {
         std::vector<int> extraCodes;
         bool rest = false;
-        std::uint16_t scope = 0;
         bool entries = false;
+        std::uint16_t scope = 0;
+        std::size_t first = 0, last = 0;  // its tags, from first to before last
     };
     const List& ListOf(std::uint16_t number) const { return lists_[number - std::size_t{1}]; }
-    std::size_t ListCount() const { return lists_.size(); }
+    std::size_t ListCount() const { return listCount_; }
 
-    const std::string& bytes() const { return bytes_; }
-    std::string TakeBytes() { return std::move(bytes_); }
     const std::vector<OutTag>& tags() const { return tags_; }
-    const std::vector<std::string>& scopes() const { return scopes_; }
-    std::string_view ValueBytes(const OutTag& tag) const {
-        return std::string_view(bytes_).substr(tag.value, tag.end - tag.value);
+    std::size_t ScopeCount() const { return scopeCount_; }
+    std::string_view ScopeName(std::size_t scope) const { return scopes_[scope]; }
+    std::string_view ScopeName(const OutTag& tag) const { return scopes_[tag.scope]; }
+    // A text or chunk.
+    std::string_view TextOf(const OutTag& tag) const {
+        return std::string_view(texts_).substr(tag.begin, tag.end - tag.begin);
     }
-    std::string_view Bytes(const OutTag& tag) const {
-        return std::string_view(bytes_).substr(tag.begin, tag.end - tag.begin);
-    }
+    // Whether a file would show the same value.
+    bool IsSameValue(const OutTag& tag, const TagBuffer& other, const OutTag& otherTag) const;
+
+    // The bytes of a tag, of its value, and of all tags in a file.
+    void AppendTag(const OutTag& tag, std::string& out) const { AppendTag(tag, tag.code, out); }
+    void AppendTag(const OutTag& tag, int code, std::string& out) const;
+    void AppendValue(const OutTag& tag, int code, std::string& out) const;
+    void AppendTo(std::string& out) const;
+    std::string Bytes() const;
+
     const WriteStyle& style() const { return style_; }
     // A real that is no finite number was put; the file must not be written.
     bool HasBadReal() const { return badReal_; }
 
 private:
-    void Begin(int code);
-    void Number(std::uint64_t bits, int size);
-    void End(int code, std::size_t begin);
+    OutTag& Add(int code, OutTag::Held held);
 
     const WriteStyle& style_;
-    std::string bytes_;
+    std::string texts_;
     std::vector<OutTag> tags_;
+    // The first so many are in use; the others wait with their memory.
     std::vector<std::string> scopes_;
     std::vector<List> lists_;
-    std::size_t value_ = 0;  // of the tag that is being put
+    std::size_t scopeCount_ = 0, listCount_ = 0;
     std::uint16_t scope_ = 0, list_ = 0;
     Area area_ = Area::kBody;
     bool badReal_ = false;
 };
+
+// Whether reals that are written so would read the same in the file.
+bool IsSameReal(const WriteStyle& style, double a, double b);
 
 }  // namespace host::dxf

@@ -197,6 +197,13 @@ void AppendUnicodeEscape(char32_t c, std::string& out) {
     for (int shift = 12; shift >= 0; shift -= 4) out += "0123456789ABCDEF"[c >> shift & 15];
 }
 
+std::string PlainBytes(std::wstring_view text) {
+    std::string out(text.size(), '\0');
+    std::transform(text.begin(), text.end(), out.begin(),
+                   [](wchar_t c) { return static_cast<char>(c); });
+    return out;
+}
+
 }  // namespace
 
 std::string CharsetOfCodePage(std::string_view codePage) {
@@ -332,6 +339,8 @@ void TextCodec::EncodeOne(char32_t c, std::string& out) const {
 }
 
 std::string TextCodec::Encode(std::wstring_view text) const {
+    const auto isPlain = [](wchar_t c) { return c >= L' ' && c < 0x80 && c != L'\\' && c != L'^'; };
+    if (std::all_of(text.begin(), text.end(), isPlain)) return PlainBytes(text);
     std::string out;
     out.reserve(text.size());
     const std::u32string scalars = ScalarsFromWide(text);

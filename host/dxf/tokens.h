@@ -149,4 +149,22 @@ private:
     const char* fault_ = nullptr;
 };
 
+// Calls use(tag) for every tag of a scanned range. One loop, where a TagWalker asks for the form of
+// the file at every step.
+template <class Use>
+void ForEachTag(const Source& source, std::size_t begin, std::size_t stop, Use use) {
+    const auto walk = [&](auto tokens) {
+        for (Tag tag; tokens.Next(tag) == Step::kTag;) use(tag);
+    };
+    const std::string_view bytes = source.bytes.View();
+    if (source.info.form == Form::kBinaryShort)
+        walk(BinaryTokens<false>(bytes, begin, stop));
+    else if (source.info.form == Form::kBinaryWide)
+        walk(BinaryTokens<true>(bytes, begin, stop));
+    else if (source.layout.lineEnd == "\r")
+        walk(TextTokens<'\r'>(bytes, begin, stop));
+    else
+        walk(TextTokens<'\n'>(bytes, begin, stop));
+}
+
 }  // namespace host::dxf

@@ -1,0 +1,64 @@
+// Which tag of a record, of what was read from it and of what it is to be, are the same tag.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+#include "host/dxf/tag_buffer.h"
+
+namespace host::dxf {
+
+constexpr std::int32_t kNoTag = -1;
+
+// One tag by its place: subclass (its n-th occurrence in the record), group code, n-th of that code
+// there. Numbers of tags, kNoTag where a side has none.
+struct TagSlot {
+    std::int32_t file = kNoTag, before = kNoTag, after = kNoTag;
+    std::int32_t next = kNoTag;  // slot of the next tag of that code in that subclass
+    std::uint32_t key = 0;
+    std::int32_t ordinal = 0;
+};
+
+// Groups of an application and extended data are compared as blocks and have no slots; the tags of
+// lists that were written have none either.
+inline bool IsBlock(Area area) { return area == Area::kGroup || area == Area::kXdata; }
+
+// Reused from record to record. All three sides are walked once, in step; O(tags).
+class TagSlots {
+public:
+    void Fill(const RecordTags& file, const TagBuffer& before, const TagBuffer& after);
+
+    std::vector<TagSlot> slots;
+    std::vector<std::int32_t> ofAfter;  // by tag of after: its slot, kNoTag for blocks and lists
+
+    // For a stable order of slots: by name of the subclass, its occurrence, code, occurrence.
+    bool ComesBefore(const TagSlot& a, const TagSlot& b) const;
+
+private:
+    // A subclass mark that stands for the same in all three.
+    struct Place {
+        std::string_view name;
+        int ordinal;
+    };
+    // All slots of one code in one subclass, and how far each side has come among them.
+    struct Chain {
+        std::uint32_t key = 0, stamp = 0;
+        std::int32_t first = kNoTag, last = kNoTag, before = kNoTag, after = kNoTag;
+    };
+
+    template <class NameOf>
+    void Unify(std::size_t count, NameOf nameOf, std::vector<std::uint16_t>& numbers);
+    Chain& ChainOf(std::uint16_t place, int code);
+    std::int32_t Append(Chain& chain);
+    std::int32_t Step(Chain& chain, std::int32_t& at);
+    void Grow();
+
+    std::vector<Place> places_;
+    std::vector<std::uint16_t> numbers_;
+    std::vector<Chain> table_;
+    std::uint32_t stamp_ = 0;
+    std::size_t used_ = 0;
+};
+
+}  // namespace host::dxf
