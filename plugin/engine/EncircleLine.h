@@ -139,7 +139,7 @@ protected:
                     SSideChains& chains);
     // Drops from what a side sees the lines of the sides before, and what does not belong to an
     // end, and connects the rest.
-    void MakeChain(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& all,
+    void MakeChain(E_RemoveLine_Dir dir, const std::vector<const std::vector<CLineInfo>*>& before,
                    std::vector<CLineInfo>& chain);
     // Closes the chain at both ends by lines straight to the axis; an empty chain stays open.
     void AddVerticalEnds(E_RemoveLine_Dir side, double dAxis, SSideChains& chains);

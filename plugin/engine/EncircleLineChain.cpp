@@ -17,23 +17,58 @@ using Lines = std::vector<CLineInfo>;
 // Rises along a side: x to the right, or y downwards.
 double GetKey(const AcGePoint3d& pt, bool bByX) { return bByX ? pt.x : -pt.y; }
 
-// Lines are large; the places are sorted, then each line moves once.
+// Where a line goes; equal keys stand in the order of their numbers.
 struct SSortPlace {
     double m_dKey;
-    size_t m_nTie;  // order of equal keys
     size_t m_nLine;
+    bool operator<(const SSortPlace& other) const {
+        return m_dKey != other.m_dKey ? m_dKey < other.m_dKey : m_nLine < other.m_nLine;
+    }
 };
 
-void Arrange(Lines& lines, std::vector<SSortPlace>& places) {
-    std::sort(places.begin(), places.end(), [](const SSortPlace& a, const SSortPlace& b) {
-        return a.m_dKey != b.m_dKey ? a.m_dKey < b.m_dKey : a.m_nTie < b.m_nTie;
-    });
+// Lines are large; their places are sorted, then each line moves once.
+void Sort(Lines& lines, bool bByX) {
+    std::vector<SSortPlace> places;
+    places.reserve(lines.size());
+    for (size_t i = 0; i < lines.size(); ++i) {
+        places.push_back({GetKey(lines[i].m_startPt, bByX), i});
+    }
+    if (std::is_sorted(places.begin(), places.end())) {
+        return;
+    }
+    std::sort(places.begin(), places.end());
     Lines sorted;
     sorted.reserve(lines.size());
     for (const SSortPlace& place : places) {
         sorted.push_back(std::move(lines[place.m_nLine]));
     }
     lines = std::move(sorted);
+}
+
+// A bridge, and before which line of the chain it was built.
+struct SBridge {
+    double m_dKey;
+    size_t m_nNext;
+    CLineInfo m_line;
+};
+
+// Sorts the bridges into a sorted chain. Among lines of the same key a bridge stands where it was
+// built, between its neighbours: put behind all of them, the chain would jump back over a doubled
+// line.
+void Insert(Lines& lines, std::vector<SBridge>& bridges, bool bByX) {
+    std::stable_sort(bridges.begin(), bridges.end(), [](const SBridge& a, const SBridge& b) {
+        return a.m_dKey < b.m_dKey;  // built in order
+    });
+    size_t line = lines.size();
+    size_t bridge = bridges.size();
+    lines.resize(line + bridge);
+    for (size_t to = lines.size(); bridge > 0;) {
+        const SBridge& last = bridges[bridge - 1];
+        const double key = line > 0 ? GetKey(lines[line - 1].m_startPt, bByX) : last.m_dKey;
+        const bool bLine =
+            line > 0 && (key > last.m_dKey || (key == last.m_dKey && line - 1 >= last.m_nNext));
+        lines[--to] = bLine ? std::move(lines[--line]) : std::move(bridges[--bridge].m_line);
+    }
 }
 
 }  // namespace
@@ -44,39 +79,25 @@ void CEncircleLine::UpdateLineStartEndPt(E_RemoveLine_Dir dir, std::vector<CLine
     }
 }
 
-void CEncircleLine::SortLineInfos(std::vector<CLineInfo>& lines, bool bByX) {
-    std::vector<SSortPlace> places;
-    places.reserve(lines.size());
-    for (size_t i = 0; i < lines.size(); ++i) {
-        places.push_back({GetKey(lines[i].m_startPt, bByX), i, i});
-    }
-    Arrange(lines, places);
-}
+void CEncircleLine::SortLineInfos(std::vector<CLineInfo>& lines, bool bByX) { Sort(lines, bByX); }
 
 void CEncircleLine::ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines) {
     const bool bByX = IsVerticalSide(dir);
     UpdateLineStartEndPt(dir, lines);
-    SortLineInfos(lines, bByX);
-    const size_t count = lines.size();
-    std::vector<SSortPlace> places;
-    places.reserve(2 * count);
-    for (size_t i = 0; i < count; ++i) {
-        places.push_back({GetKey(lines[i].m_startPt, bByX), 2 * i + 1, i});
-    }
-    for (size_t i = 0; i + 1 < count; ++i) {
-        if (lines[i + 1].m_startPt.isEqualTo(lines[i].m_endPt, m_calInfo.m_tolPoint)) {
+    Sort(lines, bByX);
+    std::vector<SBridge> bridges;
+    for (size_t i = 0; i + 1 < lines.size(); ++i) {
+        const AcGePoint3d& from = lines[i].m_endPt;
+        const AcGePoint3d& to = lines[i + 1].m_startPt;
+        if (to.isEqualTo(from, m_calInfo.m_tolPoint)) {
             continue;
         }
-        CLineInfo bridge;
-        bridge.m_startPt = lines[i].m_endPt;
-        bridge.m_endPt = lines[i + 1].m_startPt;
-        CEncircleTrace::Gap(dir, bridge.m_startPt, bridge.m_endPt);
-        // Among lines of the same key a bridge stands where it was built, between its neighbours:
-        // put behind all of them, the chain would jump back over a doubled line.
-        places.push_back({GetKey(bridge.m_startPt, bByX), 2 * (i + 1), lines.size()});
-        lines.push_back(std::move(bridge));
+        CEncircleTrace::Gap(dir, from, to);
+        bridges.push_back({GetKey(from, bByX), i + 1, CLineInfo()});
+        bridges.back().m_line.m_startPt = from;
+        bridges.back().m_line.m_endPt = to;
     }
-    Arrange(lines, places);
+    Insert(lines, bridges, bByX);
 }
 
 void CEncircleLine::GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool,
@@ -93,7 +114,12 @@ void CEncircleLine::GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bFor
     };
     for (size_t i = 0; i < lines.size(); ++i) {
         const CLineInfo& line = bForward ? lines[i] : lines[lines.size() - 1 - i];
-        offer(bForward ? line.m_startPt : line.m_endPt);
+        const AcGePoint3d& first = bForward ? line.m_startPt : line.m_endPt;
+        // Neighbours mostly share their corner to the last bit; what was offered is known.
+        if (i == 0 || !IsSamePlace(first, bForward ? lines[i - 1].m_endPt
+                                                   : lines[lines.size() - i].m_startPt)) {
+            offer(first);
+        }
         offer(bForward ? line.m_endPt : line.m_startPt);
     }
 }

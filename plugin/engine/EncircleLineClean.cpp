@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
+#include <cstring>
 
 #include "LineBoxes.h"
 #include "PointOnSegment.h"
@@ -29,10 +31,6 @@ constexpr double kRounding = 1e-14;
 double GetLength(const CLineInfo& line) { return line.m_startPt.distanceTo(line.m_endPt); }
 
 CQZRect GetBox(const CLineInfo& line) { return CQZRect(line.m_startPt, line.m_endPt); }
-
-bool IsSamePlace(const AcGePoint3d& p, const AcGePoint3d& q) {
-    return p.x == q.x && p.y == q.y && p.z == q.z;
-}
 
 bool EndsAt(const CLineInfo& line, const AcGePoint3d& pt) {
     return IsSamePlace(line.m_startPt, pt) || IsSamePlace(line.m_endPt, pt);
@@ -129,16 +127,68 @@ private:
     int m_nLine = -1;
 };
 
-// Whether the record before or the one after ends exactly at the point. Pieces of one line stand
-// side by side, so this answers most questions at once.
-bool NeighbourEndsAt(const Lines& lines, int index, const AcGePoint3d& pt) {
-    return (index > 0 && EndsAt(lines[index - 1], pt)) ||
-           (index + 1 < static_cast<int>(lines.size()) && EndsAt(lines[index + 1], pt));
-}
+// Which lines ended at a place when the table was made. Pieces that were cut apart share their
+// corners to the last bit, so this tells of most ends that they touch another line.
+class CCorners {
+public:
+    explicit CCorners(const Lines& lines) : m_lines(lines) {
+        size_t size = 64;
+        while (size < 4 * lines.size()) {
+            size *= 2;
+        }
+        m_slots.assign(size, -1);
+        for (size_t i = 0; i < lines.size(); ++i) {
+            File(static_cast<int>(i), lines[i].m_startPt);
+            File(static_cast<int>(i), lines[i].m_endPt);
+        }
+    }
+    // Whether a line other than own was filed there and still ends there.
+    bool HasOther(int own, const AcGePoint3d& pt) const {
+        size_t slot = GetSlot(pt);
+        for (int looks = 0; m_slots[slot] >= 0 && looks < kMostLooks; ++looks) {
+            if (m_slots[slot] != own && EndsAt(m_lines[m_slots[slot]], pt)) {
+                return true;
+            }
+            slot = (slot + 1) & (m_slots.size() - 1);
+        }
+        return false;
+    }
+
+private:
+    // Places that many lines share fill no more slots than that; what is not found is looked for
+    // among all lines.
+    static constexpr int kMostLooks = 16;
+
+    void File(int index, const AcGePoint3d& pt) {
+        size_t slot = GetSlot(pt);
+        for (int looks = 0; looks < kMostLooks; ++looks) {
+            if (m_slots[slot] < 0) {
+                m_slots[slot] = index;
+                return;
+            }
+            slot = (slot + 1) & (m_slots.size() - 1);
+        }
+    }
+    size_t GetSlot(const AcGePoint3d& pt) const {
+        const std::uint64_t x = GetBits(pt.x);
+        const std::uint64_t y = GetBits(pt.y);
+        const std::uint64_t mixed = (x ^ (y * 0x9E3779B97F4A7C15U)) * 0xBF58476D1CE4E5B9U;
+        return static_cast<size_t>(mixed ^ (mixed >> 29) ^ (mixed >> 43)) & (m_slots.size() - 1);
+    }
+    static std::uint64_t GetBits(double value) {
+        std::uint64_t bits = 0;
+        std::memcpy(&bits, &value, sizeof bits);
+        return bits;
+    }
+
+    const Lines& m_lines;
+    std::vector<int> m_slots;
+};
 
 // Moves one end of a line onto the nearest other line, or leaves it.
-bool SnapEnd(const Lines& lines, const CBoxIndex& index, int own, AcGePoint3d& pt) {
-    if (NeighbourEndsAt(lines, own, pt)) {
+bool SnapEnd(const Lines& lines, const CCorners& corners, const CBoxIndex& index, int own,
+             AcGePoint3d& pt) {
+    if (corners.HasOther(own, pt)) {
         return false;
     }
     CNearestPlace nearest(pt);
@@ -212,6 +262,7 @@ void CEncircleLine::RemoveRepeatLine2(std::vector<CLineInfo>& lines) {
 
 void CEncircleLine::UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines) {
     CBoxIndex index(GetFlatBoxes(lines));
+    const CCorners corners(lines);
     for (size_t i = 0; i < lines.size(); ++i) {
         if (!lines[i].m_bValid) {
             continue;
@@ -219,8 +270,8 @@ void CEncircleLine::UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines) {
         const int own = static_cast<int>(i);
         AcGePoint3d start = lines[i].m_startPt;
         AcGePoint3d end = lines[i].m_endPt;
-        const bool bStart = SnapEnd(lines, index, own, start);
-        const bool bEnd = SnapEnd(lines, index, own, end);
+        const bool bStart = SnapEnd(lines, corners, index, own, start);
+        const bool bEnd = SnapEnd(lines, corners, index, own, end);
         if (bStart || bEnd) {
             lines[i].m_startPt = start;
             lines[i].m_endPt = end;

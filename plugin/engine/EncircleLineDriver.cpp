@@ -12,12 +12,23 @@
 #include "EncircleRun.h"
 #include "EncircleTrace.h"
 #include "LayerTools.h"
+#include "LineSplitter.h"
+#include "Meetings.h"
 #include "SideChains.h"
 #include "WorkingSet.h"
 
 namespace {
 
 using Lines = std::vector<CLineInfo>;
+
+// From here on the records stand for themselves. Their entities lie on the scratch layer, and go
+// with it at the end of the run; the pieces of the passes get none, since a drawing can have a
+// hundred for each line that was picked.
+void LeaveEntities(Lines& lines) {
+    for (CLineInfo& line : lines) {
+        line.m_id.setNull();
+    }
+}
 
 // Drops the records that no pass has kept and grows the box by the others.
 void SweepInvalid(Lines& lines, CQZRect& extents) {
@@ -112,7 +123,9 @@ void CEncircleLine::GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId&
     } else {
         side = E_Dir_None;
     }
-    BreakLines(lines);
+    LeaveEntities(lines);
+    AddMeetingPoints(lines, m_calInfo.m_tolPoint);
+    CLineSplitter::SplitRecords(lines);
     CEncircleTrace::Count("after_break", lines.size());
     RemoveLineInExcludeDir(side, axis, lines);
     CEncircleTrace::Count("after_exclude", lines.size());
@@ -157,14 +170,14 @@ void CEncircleLine::FindChains(E_RemoveLine_Dir side, const std::vector<CLineInf
     if (side != E_Dir_Top) {
         dirs.push_back(E_Dir_Bottom);
     }
-    Lines all;  // what the sides before have taken
+    std::vector<const Lines*> before;  // what the sides before have taken
     const auto see = [&](bool bWithVertical, bool bShiftRight) {
         std::vector<Lines> seen = BreakAndSee(lines, bWithVertical, bShiftRight, dirs);
         for (size_t i = 0; i < dirs.size(); ++i) {
             Lines& chain = chains.*GetSide(dirs[i]).m_pChain;
             chain = std::move(seen[i]);
-            MakeChain(dirs[i], all, chain);
-            all.insert(all.end(), chain.begin(), chain.end());
+            MakeChain(dirs[i], before, chain);
+            before.push_back(&chain);
         }
     };
     see(true, true);
@@ -181,12 +194,15 @@ void CEncircleLine::FindChains(E_RemoveLine_Dir side, const std::vector<CLineInf
     }
 }
 
-void CEncircleLine::MakeChain(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& all,
+void CEncircleLine::MakeChain(E_RemoveLine_Dir dir,
+                              const std::vector<const std::vector<CLineInfo>*>& before,
                               std::vector<CLineInfo>& chain) {
     const SSide& names = GetSide(dir);
     CEncircleTrace::Count(names.m_pVisible, chain.size());
     if (names.m_pOther != nullptr) {
-        RemoveLineInOtherDir(all, chain);
+        for (const Lines* pOther : before) {
+            RemoveLineInOtherDir(*pOther, chain);
+        }
         CEncircleTrace::Count(names.m_pOther, chain.size());
     }
     if (names.m_pWalter != nullptr) {

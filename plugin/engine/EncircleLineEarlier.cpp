@@ -150,11 +150,11 @@ void CEncircleLine::RunEarlier(const AcDbObjectIdArray& ids, double dShift, AcDb
 
 void CEncircleLine::FindEarlierChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                                       SSideChains& chains) {
-    Lines all;  // what the sides before have taken
+    std::vector<const Lines*> before;  // what the sides before have taken
     const auto see = [&](E_RemoveLine_Dir dir, Lines& chain) {
         chain = RemoveLine(dir, lines);
-        MakeChain(dir, all, chain);
-        all.insert(all.end(), chain.begin(), chain.end());
+        MakeChain(dir, before, chain);
+        before.push_back(&chain);
     };
     if (side != E_Dir_Bottom) {
         see(E_Dir_Top, chains.m_top);

@@ -119,15 +119,19 @@ void CEncircleLine::RemoveLineInExcludeDir(E_RemoveLine_Dir dir, double dAxis,
 
 void CEncircleLine::RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
                                          std::vector<CLineInfo>& lines) {
-    const CBoxIndex index(GetFlatBoxes(otherLines));
     // Whatever holds a line lies no farther from it than the widest of the tolerances.
     const double pad = m_calInfo.m_tolLine.equalPoint() + 4 * kBoxTol;
     std::vector<char> held(lines.size(), 0);
-    for (size_t i = 0; i < lines.size(); ++i) {
-        const SFlatBox box = GetFlatBox(lines[i]).Padded(pad);
-        held[i] = index.Visit(
-            [&](const SFlatBox& other) { return other.Touches(box, 0.0); },
-            [&](int other) { return IsHeldBy(otherLines[other], lines[i], m_calInfo); });
+    // A side sees many more pieces than the ends that are then looked at: the few are indexed, and
+    // most of the many lie far from all of them.
+    const CBoxIndex index(GetFlatBoxes(lines));
+    for (const CLineInfo& other : otherLines) {
+        const SFlatBox box = GetFlatBox(other).Padded(pad);
+        index.Visit([&](const SFlatBox& own) { return own.Touches(box, 0.0); },
+                    [&](int i) {
+                        held[i] = held[i] != 0 || IsHeldBy(other, lines[i], m_calInfo);
+                        return false;
+                    });
     }
     EraseMarked(lines, held);
     DeleteMarked(lines, held);

@@ -5,6 +5,11 @@
 
 #include "StdAfx.h"
 
+// The same place to the last bit.
+inline bool IsSamePlace(const AcGePoint3d& p, const AcGePoint3d& q) {
+    return p.x == q.x && p.y == q.y && p.z == q.z;
+}
+
 // Whether the segments p-q and s-e have the same end points within tol, in either direction.
 inline bool IsSameSegment(const AcGePoint3d& p, const AcGePoint3d& q, const AcGePoint3d& s,
                           const AcGePoint3d& e, const AcGeTol& tol) {

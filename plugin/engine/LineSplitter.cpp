@@ -52,7 +52,8 @@ void CLineSplitter::Split(CLineInfo& line, std::vector<CLineInfo>& pieces) {
     }
 }
 
-void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {
+template <class SplitOne>
+void CLineSplitter::ReplaceBroken(std::vector<CLineInfo>& lines, const SplitOne& split) {
     size_t count = 0;
     for (const CLineInfo& line : lines) {
         count += IsBroken(line) ? line.m_breakPts.size() + 1 : 0;
@@ -62,11 +63,10 @@ void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {
     }
     std::vector<CLineInfo> pieces;
     pieces.reserve(count);
-    CLineSplitter splitter;
     size_t kept = 0;
     for (size_t i = 0; i < lines.size(); ++i) {
         if (IsBroken(lines[i])) {
-            splitter.Split(lines[i], pieces);
+            split(lines[i], pieces);
         } else {
             if (kept != i) {
                 lines[kept] = std::move(lines[i]);
@@ -78,4 +78,25 @@ void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {
     lines.reserve(kept + pieces.size());
     lines.insert(lines.end(), std::make_move_iterator(pieces.begin()),
                  std::make_move_iterator(pieces.end()));
+}
+
+void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {
+    CLineSplitter splitter;
+    ReplaceBroken(lines, [&](CLineInfo& line, std::vector<CLineInfo>& pieces) {
+        splitter.Split(line, pieces);
+    });
+}
+
+void CLineSplitter::SplitRecords(std::vector<CLineInfo>& lines) {
+    ReplaceBroken(lines, [](CLineInfo& line, std::vector<CLineInfo>& pieces) {
+        line.Sort();
+        AcGePoint3d from = line.m_startPt;
+        for (size_t i = 0; i <= line.m_breakPts.size(); ++i) {
+            const AcGePoint3d& to = i < line.m_breakPts.size() ? line.m_breakPts[i] : line.m_endPt;
+            pieces.emplace_back();
+            pieces.back().m_startPt.set(from.x, from.y, 0.0);
+            pieces.back().m_endPt.set(to.x, to.y, 0.0);
+            from = to;
+        }
+    });
 }

@@ -29,7 +29,13 @@ public:
     // Splits all broken lines. Left are the others in their order, then the pieces line by line.
     static void SplitAll(std::vector<CLineInfo>& lines);
 
+    // As SplitAll(), in memory: neither are entities erased nor made, and the pieces have none.
+    static void SplitRecords(std::vector<CLineInfo>& lines);
+
 private:
+    // Replaces the broken lines by what split(line, pieces) appends.
+    template <class SplitOne>
+    static void ReplaceBroken(std::vector<CLineInfo>& lines, const SplitOne& split);
     // Erases the line's entity and returns the layer for its pieces.
     AcDbObjectId TakeOff(const CLineInfo& line);
     const AcDbObjectId& GetScratchLayer();

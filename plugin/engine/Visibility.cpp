@@ -22,9 +22,11 @@ constexpr double kRoundingShare = 0.01;
 constexpr double kNearShare = 0.05;
 // A line is steady when its angle to the view is twice that of lines that count as parallel to it.
 constexpr double kSteadyFactor = 2.0;
-// Clearly above is this many point tolerances, square to both lines: a piece that equals another
-// within the tolerance, and so does not hide it, is never clearly above it.
-constexpr double kClearTols = 4.0;
+// Clearly above is this many point tolerances, square to the line: a piece that equals another
+// within the tolerance, and so does not hide it, has its middle within one of the other's line.
+constexpr double kClearTols = 1.35;
+// Near an end with more places than this all is tested.
+constexpr std::ptrdiff_t kMostAtEnd = 64;
 
 double GetScale(const std::vector<CLineInfo>& lines, const CQZRect& extents) {
     double scale = 0.0;
@@ -104,6 +106,7 @@ void CVisibility::Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
     m_dSign = dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0;
     m_unsteady.clear();
     m_nColumn = -1;
+    m_nHider = static_cast<size_t>(-1);
     SetPlaces();
     m_sights.clear();
     m_sights.reserve(m_lines.size());
@@ -294,8 +297,8 @@ void CVisibility::OpenTightPlaces(const SSight& own) {
         return;
     }
     const double reach = m_places.m_dNear;
-    OpenEnd(own.m_dFrom, own.m_dTo);
-    OpenEnd(own.m_dTo, own.m_dFrom);
+    OpenEnd(own, true);
+    OpenEnd(own, false);
     const auto first = std::lower_bound(
         m_tight.begin(), m_tight.end(), own.m_dFrom - reach,
         [](const STightPlace& tight, double place) { return tight.m_dPlace < place; });
@@ -311,19 +314,58 @@ void CVisibility::OpenTightPlaces(const SSight& own) {
 }
 
 // A line is not cut by probes within the tolerance of its ends when the point found for the end is
-// another one close by.
-void CVisibility::OpenEnd(double dEnd, double dInner) {
+// another one close by. The piece whose middle stands over such a place begins at the end or at a
+// cut before the place, and ends as far on the other side.
+void CVisibility::OpenEnd(const SSight& own, bool bLow) {
+    const double end = bLow ? own.m_dFrom : own.m_dTo;
     const double reach = 2 * m_tolPoint.equalPoint() + m_places.m_dNear;
-    const double from = dEnd < dInner ? dEnd : dEnd - reach;
-    const double to = dEnd < dInner ? dEnd + reach : dEnd;
+    const double from = bLow ? end : end - reach;
+    const double to = bLow ? end + reach : end;
     const std::vector<double>& across = m_places.m_across;
     const auto first = std::lower_bound(across.begin(), across.end(), from);
-    for (auto place = first; place != across.end() && *place <= to; ++place) {
-        if (*place != dEnd) {
+    const auto last = std::upper_bound(first, across.end(), to);
+    for (auto place = first; place != last; ++place) {
+        if (*place != end && (last - first > kMostAtEnd || MayBeMiddle(own, end, *place))) {
             m_open.push_back({from - m_places.m_dNear, to + m_places.m_dNear});
             return;
         }
     }
+}
+
+// Whether a piece may begin between the line's end and the place and have its middle over it.
+bool CVisibility::MayBeMiddle(const SSight& own, double dEnd, double dPlace) const {
+    const auto mayEnd = [&](double begin) {
+        const double mirror = 2 * dPlace - begin;
+        const double reach = 4 * m_places.m_dNear;
+        const double v = own.At(mirror);
+        const double slack = reach * (1.0 + std::fabs(own.m_dSlope));
+        return m_places.HasAcross(mirror - reach, mirror + reach) ||
+               std::fabs(mirror - own.m_dFrom) <= reach || std::fabs(mirror - own.m_dTo) <= reach ||
+               (own.m_bCutAlong && SCutPlaces::HasIn(m_places.m_along, v - slack, v + slack));
+    };
+    if (mayEnd(dEnd)) {
+        return true;
+    }
+    const double from = (std::min)(dEnd, dPlace) - m_places.m_dNear;
+    const double to = (std::max)(dEnd, dPlace) + m_places.m_dNear;
+    const std::vector<double>& across = m_places.m_across;
+    for (auto cut = std::lower_bound(across.begin(), across.end(), from);
+         cut != across.end() && *cut <= to; ++cut) {
+        if (*cut != dPlace && mayEnd(*cut)) {
+            return true;
+        }
+    }
+    if (!own.m_bCutAlong) {
+        return false;
+    }
+    const double a = own.At(from);
+    const double b = own.At(to);
+    const std::vector<double>& along = m_places.m_along;
+    const auto first = std::lower_bound(along.begin(), along.end(), (std::min)(a, b));
+    const auto last = std::upper_bound(first, along.end(), (std::max)(a, b));
+    return last - first > kMostAtEnd || std::any_of(first, last, [&](double v) {
+               return mayEnd(own.m_dFrom + (v - own.m_dV) / own.m_dSlope);
+           });
 }
 
 // By rising place, and so far apart that no middle lies in two of them.

@@ -104,7 +104,8 @@ private:
     void FindOpenStretches(const SSight& own);
     void AddOpenColumns(const SSight& own, int first, int last);
     void OpenTightPlaces(const SSight& own);
-    void OpenEnd(double dEnd, double dInner);
+    void OpenEnd(const SSight& own, bool bLow);
+    bool MayBeMiddle(const SSight& own, double dEnd, double dPlace) const;
     void MergeOpenStretches();
 
     SPiece MakePiece(size_t record, const AcGePoint3d& from, const AcGePoint3d& to) const;
@@ -118,6 +119,7 @@ private:
     bool IsSameEntity(size_t record, bool bWhole, const SPiece& piece) const;
     bool IsCutNear(const SSight& sight, const SPiece& piece) const;
     const Chain& GetUnsteadyChain(size_t record);
+    void CutHider(size_t record, double u);
 
     double GetU(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
     double GetV(const AcGePoint3d& pt) const { return m_dSign * (m_bVertical ? pt.y : pt.x); }
@@ -143,6 +145,9 @@ private:
     std::unique_ptr<CStretchCuts> m_ownCuts;
     std::unique_ptr<CStretchCuts> m_hiderCuts;
     std::map<size_t, Chain> m_unsteady;  // chains of hiders that are not steady
+    size_t m_nHider = 0;                 // which one m_hiderCuts has cut last, and where
+    double m_dHiderFrom = 0.0;
+    double m_dHiderTo = 0.0;
 
     // Of the line that is looked at.
     std::vector<SStretch> m_open;

@@ -15,8 +15,13 @@ namespace {
 
 // Where more lines than this reach above a floor, an index tells sooner which stand over a middle.
 constexpr size_t kMostGathered = 64;
-// A line whose highest place is so many tolerances below the middle cannot hide it.
-constexpr double kHidingTols = 3.0;
+// What hides a middle stands at most one tolerance below it; the lines gathered reach up to the
+// floor within kClearTols of Visibility.cpp. So much is left between the two, in tolerances.
+constexpr double kFloorTols = 0.25;
+// Pieces are tested by rising place, so a hider is cut that many tolerances ahead.
+constexpr double kAheadTols = 32.0;
+// Room for the rounding of a height that is compared.
+constexpr double kHeightRoom = 16.0;
 
 }  // namespace
 
@@ -46,7 +51,7 @@ bool CVisibility::IsHidden(const SPiece& piece) {
         }
     }
     // Above the floor nothing else can hide it.
-    const bool bAll = m_bAllGathered && piece.m_dV + kHidingTols * m_tolPoint.equalPoint() >=
+    const bool bAll = m_bAllGathered && piece.m_dV + kFloorTols * m_tolPoint.equalPoint() >=
                                             m_floors.GetFloor(column);
     return !bAll && IsHiddenByIndexed(piece);
 }
@@ -80,7 +85,8 @@ bool CVisibility::Hides(size_t record, const SPiece& piece) {
     }
     if (sight.m_bClear) {
         const double gap = sight.At(piece.m_dU) - piece.m_dV;
-        if (gap < -sight.m_dMargin) {
+        const double room = kHeightRoom * m_dRounding * (1.0 + std::fabs(sight.m_dSlope));
+        if (gap < -m_tolPoint.equalPoint() - room) {
             return false;
         }
         const bool bInside = sight.m_dFrom + reach < piece.m_dU && piece.m_dU < sight.m_dTo - reach;
@@ -117,9 +123,20 @@ bool CVisibility::HidesByPieces(size_t record, const SPiece& piece) {
         const Chain& chain = GetUnsteadyChain(record);
         return HidesByChain(chain, record, chain.size() == 2, piece);
     }
-    const double reach = 2 * m_places.m_dNear;
-    m_hiderCuts->Cut(record, line, piece.m_dU - reach, piece.m_dU + reach);
+    CutHider(record, piece.m_dU);
     return HidesByChain(m_hiderCuts->GetChain(), record, m_hiderCuts->IsWhole(), piece);
+}
+
+// Cuts the line around the place, unless that was done with the pieces before.
+void CVisibility::CutHider(size_t record, double u) {
+    const double reach = 2 * m_places.m_dNear;
+    if (record == m_nHider && m_dHiderFrom <= u - reach && u + reach <= m_dHiderTo) {
+        return;
+    }
+    m_nHider = record;
+    m_dHiderFrom = u - reach;
+    m_dHiderTo = u + kAheadTols * m_tolPoint.equalPoint();
+    m_hiderCuts->Cut(record, m_lines[record], m_dHiderFrom, m_dHiderTo);
 }
 
 bool CVisibility::HidesByChain(const Chain& chain, size_t record, bool bWhole,
