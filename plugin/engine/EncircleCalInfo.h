@@ -1,7 +1,9 @@
 // The parameters of one envelope computation, filled by dialogs, tasks and the command line.
 #pragma once
 
-#include "StdAfx.h"
+#include <afxwin.h>
+
+#include "arxHeaders.h"
 
 class AFX_EXT_CLASS CEncircleCalInfo {
 public:

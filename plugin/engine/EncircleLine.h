@@ -14,10 +14,10 @@
 
 #include "EncircleCalInfo.h"
 #include "LineInfo.h"
-#include "ProbeCuts.h"
 #include "QZRect.h"
 #include "RemoveLineDir.h"
 
+struct SProbeSetup;
 struct SSideChains;
 
 // Computes envelopes by the parameters it was made with. All passes work on the working database's

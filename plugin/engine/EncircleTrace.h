@@ -8,8 +8,10 @@
 #include <utility>
 #include <vector>
 
+#include <afxwin.h>
+
 #include "RemoveLineDir.h"
-#include "StdAfx.h"
+#include "arxHeaders.h"
 
 class AFX_EXT_CLASS CEncircleTrace {
 public:

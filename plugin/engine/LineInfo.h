@@ -3,7 +3,9 @@
 
 #include <vector>
 
-#include "StdAfx.h"
+#include <afxwin.h>
+
+#include "arxHeaders.h"
 
 // The same place to the last bit.
 inline bool IsSamePlace(const AcGePoint3d& p, const AcGePoint3d& q) {

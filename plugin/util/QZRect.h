@@ -1,7 +1,9 @@
 // An axis-aligned box. The engine's boxes are flat: z stays 0 unless a point brings another.
 #pragma once
 
-#include "StdAfx.h"
+#include <afxwin.h>
+
+#include "arxHeaders.h"
 
 class AFX_EXT_CLASS CQZRect {
 public:

@@ -28,8 +28,9 @@ ROOMS = {
         "what a drawing shows, as curves of the plane; computes no envelope",
         "plane plugin/util"),
     "plugin/engine": (
-        "envelopes of picked entities; knows neither tasks nor windows",
-        "plugin/util"),
+        "envelopes of picked entities; knows neither tasks nor windows. The headers that other "
+        "modules compile with name MFC and the SDK themselves",
+        "plugin/util host/include"),
     "plugin/batch": (
         "tasks and tools around the engine, and their form in the drawing",
         "plugin/util plugin/engine"),
