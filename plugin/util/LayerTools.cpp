@@ -8,10 +8,14 @@ namespace {
 
 AcDbDatabase* GetWorkingDatabase() { return acdbHostApplicationServices()->workingDatabase(); }
 
-// The identifiers of all layers, in the order of the table.
-std::vector<AcDbObjectId> GetLayerIds() {
+AcDbDatabase* OrWorking(AcDbDatabase* pDatabase) {
+    return pDatabase != nullptr ? pDatabase : GetWorkingDatabase();
+}
+
+// The identifiers of all layers, in the order of the table; null: of the working database.
+std::vector<AcDbObjectId> GetLayerIds(AcDbDatabase* pGiven = nullptr) {
     std::vector<AcDbObjectId> ids;
-    AcDbDatabase* pDatabase = GetWorkingDatabase();
+    AcDbDatabase* pDatabase = OrWorking(pGiven);
     if (pDatabase == nullptr) {
         return ids;
     }
@@ -66,9 +70,9 @@ bool MakeUsable(const AcDbObjectId& layerId) {
 
 }  // namespace
 
-std::vector<SLayerLinetype> GetLayerLinetypes() {
+std::vector<SLayerLinetype> GetLayerLinetypes(AcDbDatabase* pDatabase) {
     std::vector<SLayerLinetype> linetypes;
-    for (const AcDbObjectId& id : GetLayerIds()) {
+    for (const AcDbObjectId& id : GetLayerIds(pDatabase)) {
         AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
         const ACHAR* pName = nullptr;
         if (layer.openStatus() == Acad::eOk && layer->getName(pName) == Acad::eOk) {
@@ -78,10 +82,10 @@ std::vector<SLayerLinetype> GetLayerLinetypes() {
     return linetypes;
 }
 
-AcDbObjectId FindLayer(const ACHAR* pName) {
+AcDbObjectId FindLayer(const ACHAR* pName, AcDbDatabase* pDatabase) {
     AcDbObjectId id;
-    if (AcDbDatabase* pDatabase = GetWorkingDatabase()) {
-        AcDbObjectPointer<AcDbLayerTable> table(pDatabase->layerTableId(), AcDb::kForRead);
+    if (AcDbDatabase* pIn = OrWorking(pDatabase)) {
+        AcDbObjectPointer<AcDbLayerTable> table(pIn->layerTableId(), AcDb::kForRead);
         if (table.openStatus() != Acad::eOk || table->getAt(pName, id) != Acad::eOk) {
             id.setNull();
         }

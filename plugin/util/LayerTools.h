@@ -1,4 +1,4 @@
-// Layers of the working database. Names match without regard to case.
+// Layers of a database, the working one where none is given. Names match without regard to case.
 #pragma once
 
 #include <vector>
@@ -11,11 +11,12 @@ struct SLayerLinetype {
     AcDbObjectId m_linetypeId;
 };
 
-// Every layer with its line type, in the order of the layer table.
-std::vector<SLayerLinetype> GetLayerLinetypes();
+// Every layer with its line type, in the order of the layer table. pDatabase null: the working one,
+// here and below.
+std::vector<SLayerLinetype> GetLayerLinetypes(AcDbDatabase* pDatabase = nullptr);
 
 // The layer of that name; null when there is none.
-AcDbObjectId FindLayer(const ACHAR* pName);
+AcDbObjectId FindLayer(const ACHAR* pName, AcDbDatabase* pDatabase = nullptr);
 
 // Name of a layer; empty when id is no layer.
 CString GetLayerName(const AcDbObjectId& layerId);

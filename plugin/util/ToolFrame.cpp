@@ -93,9 +93,11 @@ CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey, E_TextCarrier
     return strText;
 }
 
-std::vector<SToolFrame> CollectToolFrames() {
+std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase) {
     std::vector<SToolFrame> frames;
-    AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
+    if (pDatabase == nullptr) {
+        pDatabase = acdbHostApplicationServices()->workingDatabase();
+    }
     if (pDatabase == nullptr) {
         return frames;
     }

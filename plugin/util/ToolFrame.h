@@ -33,8 +33,9 @@ struct SToolFrame {
 CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey,
                         E_TextCarrier* pCarrier = nullptr);
 
-// The frames of the working database's model space, in drawing order. O(entities).
-std::vector<SToolFrame> CollectToolFrames();
+// The frames of a database's model space, of the working one's for null, in drawing order.
+// O(entities).
+std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase = nullptr);
 
 // The tool number of the first frame whose rectangle contains the box, within 1e-6; empty when none
 // does.

@@ -41,7 +41,7 @@ const PictureBuilder::ClassRow PictureBuilder::kClasses[] = {
 };
 
 PictureBuilder::PictureBuilder(AcDbDatabase& database) : m_database(database) {
-    for (const SLayerLinetype& layer : GetLayerLinetypes()) LookOf(layer.m_layerId);
+    for (const SLayerLinetype& layer : GetLayerLinetypes(&database)) LookOf(layer.m_layerId);
 }
 
 Picture PictureBuilder::Run() {

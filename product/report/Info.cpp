@@ -60,7 +60,7 @@ public:
     DrawingInfo Run() {
         ReadLayers();
         ReadModelSpace();
-        for (const SToolFrame& frame : CollectToolFrames()) ReadFrame(frame);
+        for (const SToolFrame& frame : CollectToolFrames(&m_database)) ReadFrame(frame);
         for (const AcDbObjectId& id : m_envelopeIds)
             m_info.envelopes.push_back({HandleText(id), RevolveEnvelope(id)});
         CountBlocks();
@@ -95,7 +95,7 @@ private:
     }
 
     void ReadModelSpace() {
-        m_envelopeLayer = FindLayer(kEnvelopeLayer);
+        m_envelopeLayer = FindLayer(kEnvelopeLayer, &m_database);
         AcDbObjectPointer<AcDbBlockTableRecord> space(acdbSymUtil()->blockModelSpaceId(&m_database),
                                                       AcDb::kForRead);
         AcDbBlockTableRecordIterator* made = nullptr;

@@ -75,7 +75,8 @@ Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
 
 int EraseEnvelopes(const AcArray<AcDbObjectId>& envelopes) {
     int erased = 0;
-    for (int i = 0; i < envelopes.length(); ++i) erased += EraseById(envelopes[i]) ? 1 : 0;
+    for (int i = 0; i < envelopes.length(); ++i)
+        erased += !envelopes[i].isErased() && EraseById(envelopes[i]) ? 1 : 0;
     return erased;
 }
 

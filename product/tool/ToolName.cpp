@@ -7,11 +7,12 @@
 
 namespace product {
 
-std::string NameOfTool(const ToolRequest& request, const Envelope& envelope) {
+std::string NameOfTool(const ToolRequest& request, const Envelope& envelope,
+                       AcDbDatabase& database) {
     if (!request.name.empty()) return request.name;
     const Box& box = envelope.extents;
     const CString number = FindToolNumber(
-        CollectToolFrames(),
+        CollectToolFrames(&database),
         CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0)));
     if (!number.IsEmpty()) return ToUtf8(number);
     return std::filesystem::path(request.input).stem().string();

@@ -60,8 +60,8 @@ ToolSource SourceOf(AcDbDatabase& database, const BatchRequest& request,
     throw Failure(Fault::NothingThere, kTexts[static_cast<int>(source)]);
 }
 
-std::vector<SToolFrame> Frames() {
-    std::vector<SToolFrame> frames = CollectToolFrames();
+std::vector<SToolFrame> Frames(AcDbDatabase& database) {
+    std::vector<SToolFrame> frames = CollectToolFrames(&database);
     for (const SToolFrame& frame : frames)
         if (!frame.m_rect.IsValid())
             throw Failure(Fault::Input, "the frame of tool " + ToUtf8(frame.m_strNumber) +
@@ -146,8 +146,8 @@ Selection PickTool(const PickList& entities, const Box& window, const IdSet& fra
     return selection;
 }
 
-void TakeFrames(Planner& planner, const PickList& entities) {
-    const std::vector<SToolFrame> frames = Frames();
+void TakeFrames(Planner& planner, const PickList& entities, AcDbDatabase& database) {
+    const std::vector<SToolFrame> frames = Frames(database);
     const IdSet ids = IdsOf(frames);
     for (const SToolFrame& frame : frames) {
         const Selection selection = PickTool(entities, BoxOf(frame.m_rect), ids);
@@ -157,8 +157,9 @@ void TakeFrames(Planner& planner, const PickList& entities) {
     }
 }
 
-void TakeTable(Planner& planner, const PickList& entities, const std::vector<NamedTool>& rows) {
-    const IdSet frames = IdsOf(Frames());
+void TakeTable(Planner& planner, const PickList& entities, AcDbDatabase& database,
+               const std::vector<NamedTool>& rows) {
+    const IdSet frames = IdsOf(Frames(database));
     for (const NamedTool& row : rows)
         planner.Add(FromUtf8(row.name), PickTool(entities, row.window, frames), row.centre, "");
 }
@@ -178,7 +179,7 @@ std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& pa
     if (source == ToolSource::Table) {
         for (const NamedTool& row : RowsFor(table, path)) names.push_back(row.name);
     } else if (source == ToolSource::Frames) {
-        for (const SToolFrame& frame : Frames()) names.push_back(ToUtf8(frame.m_strNumber));
+        for (const SToolFrame& frame : Frames(database)) names.push_back(ToUtf8(frame.m_strNumber));
     } else {
         BatchTaskList list;
         list.load(&database);
@@ -203,9 +204,9 @@ ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchR
         const PickList entities(database);
         planner.Begin(path);
         if (source == ToolSource::Frames)
-            TakeFrames(planner, entities);
+            TakeFrames(planner, entities, database);
         else
-            TakeTable(planner, entities, RowsFor(table, path));
+            TakeTable(planner, entities, database, RowsFor(table, path));
     }
     if (planner.m_plan.tools.empty()) RefuseNone(source);
     return std::move(planner.m_plan);

@@ -47,7 +47,6 @@ std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& pa
 // whose axis is FindAxis(). A made task is named after the file and takes the place of a stored one
 // of that name. Nothing in the drawing changes.
 //
-// database  the working one
 // fails     Failure: Request for a stored task that is asked for and not there, NothingThere for a
 //           drawing without any tool; the text says what to do
 ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchRequest& request,

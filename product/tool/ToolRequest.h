@@ -2,6 +2,8 @@
 // from whatever their users type; everything below takes them from here.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <optional>
 #include <string>
 #include <vector>
@@ -34,8 +36,10 @@ const char* NameOf(Half half);
 struct Axis {
     Point from, to;
 
-    // Through a point along the drawing's x axis.
-    static Axis Level(const Point& centre) { return {centre, {centre.x + 1, centre.y}}; }
+    // Through a point along the drawing's x axis, however far out the point lies.
+    static Axis Level(const Point& centre) {
+        return {centre, {centre.x + (std::max)(1.0, std::abs(centre.x)), centre.y}};
+    }
     // Directed along the drawing's x axis, exactly.
     bool IsLevel() const { return from.y == to.y && from.x < to.x; }
 };

@@ -151,8 +151,8 @@ void ToolRunner::WriteFiles(const ToolRequest& request, ToolRun& run) {
     if (request.fileName && run.solid.profile && !IsFileName(FromUtf8(*request.fileName)))
         throw Failure(Fault::Request,
                       "the tool's name '" + *request.fileName + "' cannot be the name of a file");
-    WriteSolidFiles(run.solid, NameOfTool(request, run.envelope), m_database, request.solid,
-                    request.place, run.files);
+    WriteSolidFiles(run.solid, NameOfTool(request, run.envelope, m_database), m_database,
+                    request.solid, request.place, run.files);
 }
 
 ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
