@@ -11,9 +11,11 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <utility>
 
 #include "apps/qzhost/HostProgram.h"
 #include "host/db/build.h"
+#include "host/db/highlight.h"
 #include "host/ed/session.h"
 #include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
@@ -21,7 +23,7 @@
 namespace app {
 namespace {
 
-constexpr int kTick = 40;  // milliseconds between looks at what has changed
+constexpr int kTick = 20;  // milliseconds from a change to the look at it
 constexpr double kZoomStep = 1.5;
 const char* const kFilter = "Drawings (*.dxf);;All files (*)";
 
@@ -58,8 +60,9 @@ Desktop::Desktop()
         Run(L"_.LAYER\n" + std::wstring(on ? L"ON\n" : L"OFF\n") + layer + L"\n");
     };
     m_input.onChange = [this] { ShowState(); };
-    connect(&m_timer, &QTimer::timeout, this, [this] { Tick(); });
-    m_timer.start(kTick);
+    m_input.onQueued = [this] { AskTick(); };
+    m_view->onChange = [this] { AskTick(); };
+    host::SetHighlightSink([this] { AskTick(); });
     Session().SetInput(&m_input);
     host::WindowSystem::Get().SetDriver(&m_driver);
     m_driver.SetMainWindow(this);
@@ -69,6 +72,7 @@ Desktop::Desktop()
 
 Desktop::~Desktop() {
     acDocManager->removeReactor(this);
+    host::SetHighlightSink({});
     Session().SetInput(nullptr);
 }
 
@@ -194,12 +198,21 @@ void Desktop::Run(const std::wstring& command) {
     m_view->Refresh();
 }
 
+void Desktop::AskTick() {
+    if (std::exchange(m_isTickAsked, true)) return;
+    QTimer::singleShot(kTick, this, [this] { Tick(); });
+}
+
 void Desktop::Tick() {
+    m_isTickAsked = false;
     // What handlers have queued runs when nothing else does.
-    if (!m_isRunning && !m_input.IsAsking() && !m_driver.IsInHostLoop()) {
+    const bool isBusy = m_isRunning || m_input.IsAsking() || m_driver.IsInHostLoop();
+    if (!isBusy) {
         m_isRunning = true;
         Session().RunQueued();
         m_isRunning = false;
+    } else if (Session().HasQueued()) {
+        AskTick();
     }
     Refresh();
 }
@@ -221,6 +234,7 @@ void Desktop::ShowChanges() {
 
 void Desktop::ShowState() {
     const bool isIdle = !m_isRunning && !m_input.IsAsking();
+    if (isIdle) AskTick();
     for (QAction* const action : m_idleActions) action->setEnabled(isIdle);
     m_layers->setEnabled(isIdle);
     m_line->Edit().setPlaceholderText(m_input.IsAsking() ? "Answer, or Esc" : "Type a command");
@@ -248,6 +262,7 @@ void Desktop::ShowTabs() {
 void Desktop::documentBecameCurrent(AcApDocument* document) {
     m_view->SetDocument(document);
     ShowTabs();
+    AskTick();
 }
 
 void Desktop::documentToBeDestroyed(AcApDocument* document) {
@@ -348,7 +363,6 @@ void Desktop::closeEvent(QCloseEvent* event) {
         QTimer::singleShot(0, this, [this] { close(); });
         return;
     }
-    m_timer.stop();
     EndHost();
     event->accept();
 }

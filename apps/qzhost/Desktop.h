@@ -44,6 +44,8 @@ private:
     void MakeMenus();
     void MakePanels();
     void Run(const std::wstring& command);
+    // Looks soon at what has changed; nothing runs while nothing happens.
+    void AskTick();
     void Tick();
     void ShowTabs();
     void ShowState();
@@ -60,10 +62,10 @@ private:
     LayerPanel* m_layers;
     QTabBar* m_tabs;
     DesktopInput m_input;
-    QTimer m_timer;
     std::wstring m_lastCommand;
     std::vector<QAction*> m_idleActions;  // not while something is asked
     bool m_isRunning = false;
+    bool m_isTickAsked = false;
     bool m_isFillingTabs = false;
     bool m_isHandingOn = false;   // a key to the command line
     bool m_isLeaving = false;     // the question about changes has been answered

@@ -120,13 +120,16 @@ bool DesktopInput::Click(const AcGePoint3d& point, bool takesOut) {
 }
 
 void DesktopInput::Pick(const AcGePoint3d& point, bool takesOut) {
-    AcDbDatabase& database = *curDoc()->database();
     std::vector<AcDbObjectId> ids;
+    const double aperture = m_view.PickAperture();
+    const QPointF at(point.x, point.y), off(aperture, aperture);
     if (m_corner) {
         const bool isCrossing = point.x < m_corner->x;
-        ids = host::QueryRectangle(database, *m_corner, point, isCrossing);
+        const QRectF area = QRectF(QPointF(m_corner->x, m_corner->y), at).normalized();
+        ids = host::QueryRectangleAmong(m_view.IdsNear(area), *m_corner, point, isCrossing);
         m_corner.reset();
-    } else if (const AcDbObjectId id = host::PickAt(database, point, m_view.PickAperture());
+    } else if (const AcDbObjectId id =
+                   host::PickAmong(m_view.IdsNear(QRectF(at - off, at + off)), point, aperture);
                !id.isNull()) {
         ids = {id};
     } else {

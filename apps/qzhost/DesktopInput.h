@@ -41,6 +41,7 @@ public:
 
     // Called when a prompt begins and ends.
     std::function<void()> onChange;
+    std::function<void()> onQueued;
     std::function<host::ClosingChoice(const std::vector<AcApDocument*>&)> onClosing;
     std::function<std::wstring(const AcApDocument&)> onNameForSaving;
 
@@ -51,6 +52,9 @@ public:
     std::wstring NameForSaving(const AcApDocument& document) override;
     void Print(const std::wstring& text) override { m_line.Output().Print(text); }
     void UpdateDisplay() override { m_view.Refresh(); }
+    void Queued() override {
+        if (onQueued) onQueued();
+    }
 
 private:
     enum Kind { kNothing, kSelection, kPoint, kText };

@@ -6,24 +6,17 @@
 #include <algorithm>
 #include <cmath>
 
-#include "apps/qzhost/SnapMarkers.h"
-#include "host/db/stub.h"
+#include "host/db/highlight.h"
 #include "host/ed/document_imp.h"
 
 namespace app {
 namespace {
 
-constexpr double kPickPixels = 6.0;       // half the pick box
-constexpr double kMargin = 1.08;          // around everything, when all is shown
-constexpr double kWheelStep = 1.25;       // zoom a notch
-constexpr double kSmallestLabel = 3.0;    // pixels; smaller letters are not drawn
-constexpr double kCapitalsOfFont = 0.72;  // height of capitals by height of the font
-
-const QColor kPaper(0x21, 0x28, 0x30);
-const QColor kHighlight(0xFF, 0xA0, 0x20);
-const QColor kPicked(0x50, 0xA8, 0xFF);
-const QColor kRubber(0xF0, 0xE0, 0x60);
-const QColor kMarker(0x40, 0xE0, 0x60);
+constexpr double kPickPixels = 6.0;  // half the pick box
+constexpr double kMargin = 1.08;     // around everything, when all is shown
+constexpr double kWheelStep = 1.25;  // zoom a notch
+// Beyond these a view is nothing but rounding.
+constexpr double kSmallestView = 1e-6, kLargestView = 1e12;
 
 }  // namespace
 
@@ -31,6 +24,12 @@ DrawingView::DrawingView(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus);
     setMinimumSize(320, 240);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    setCursor(Qt::BlankCursor);
+    m_renderer.onReady = [this](RenderedScene rendered) {
+        m_picture = std::move(rendered);
+        update();
+    };
 }
 
 Scene* DrawingView::CurrentScene() const {
@@ -41,28 +40,30 @@ Scene* DrawingView::CurrentScene() const {
 void DrawingView::SetDocument(AcApDocument* document) {
     m_document = document;
     if (document != nullptr && CurrentScene() == nullptr) {
-        m_scenes[document] = std::make_unique<Scene>(*document->database());
-        CurrentScene()->Update();
+        std::unique_ptr<Scene>& scene = m_scenes[document];
+        scene = std::make_unique<Scene>(*document->database());
+        scene->Update();
+        scene->onChange = [this] {
+            if (onChange) onChange();
+        };
         if (!(document->imp().view.height > 0.0)) ZoomExtents();
     }
+    m_picture = {};
+    m_isPictureStale = true;
     update();
 }
 
 void DrawingView::Refresh() {
     Scene* const scene = CurrentScene();
     if (scene == nullptr) return;
-    const size_t highlighted = CountHighlighted();
-    if (!scene->IsStale() && highlighted == m_highlighted) return;
-    scene->Update();
-    m_highlighted = CountHighlighted();
-    update();
-}
-
-size_t DrawingView::CountHighlighted() const {
-    const auto& items = CurrentScene()->Items();
-    return static_cast<size_t>(std::count_if(items.begin(), items.end(), [](const auto& item) {
-        return item.first.stub()->Has(host::kStubHighlighted);
-    }));
+    if (scene->Update()) {
+        m_isPictureStale = true;
+        update();
+    }
+    if (m_highlightRevision != host::HighlightRevision()) {
+        m_highlightRevision = host::HighlightRevision();
+        update();
+    }
 }
 
 double DrawingView::Scale() const {
@@ -74,15 +75,22 @@ double DrawingView::Scale() const {
 void DrawingView::KeepShape() {
     if (m_document == nullptr) return;
     host::View& view = m_document->imp().view;
+    view.height = (std::clamp)(view.height, kSmallestView, kLargestView);
     view.width = view.height * width() / (std::max)(height(), 1);
+    m_isPictureStale = true;
     update();
 }
 
 void DrawingView::ZoomExtents() {
     if (m_document == nullptr) return;
-    QRectF all = CurrentScene()->Extents();
-    if (all.isEmpty()) all = all.united(QRectF(all.center(), QSizeF(1, 1)));
-    if (CurrentScene()->Items().empty()) all = QRectF(0, 0, 297, 210);
+    const bool isEmpty = CurrentScene()->Count() == 0;
+    ZoomTo(isEmpty ? QRectF(0, 0, 297, 210) : CurrentScene()->Extents());
+}
+
+void DrawingView::ZoomTo(const QRectF& area) {
+    if (m_document == nullptr) return;
+    QRectF all = area;
+    if (!(all.width() > 0.0) && !(all.height() > 0.0)) all.adjust(-0.5, -0.5, 0.5, 0.5);
     host::View& view = m_document->imp().view;
     view.center.set(all.center().x(), all.center().y());
     view.height =
@@ -97,16 +105,12 @@ void DrawingView::ZoomBy(double factor) {
 
 AcGePoint3d DrawingView::ToWorld(const QPointF& pixel) const {
     if (m_document == nullptr) return AcGePoint3d();
-    const AcGePoint2d centre = m_document->imp().view.center;
-    return AcGePoint3d(centre.x + (pixel.x() - width() / 2.0) / Scale(),
-                       centre.y - (pixel.y() - height() / 2.0) / Scale(), 0.0);
+    const QPointF world = ViewOf(size(), 1.0).ToWorld(pixel);
+    return AcGePoint3d(world.x(), world.y(), 0.0);
 }
 
 QPointF DrawingView::ToPixel(const AcGePoint3d& point) const {
-    const AcGePoint2d centre =
-        m_document == nullptr ? AcGePoint2d() : m_document->imp().view.center;
-    return QPointF(width() / 2.0 + (point.x - centre.x) * Scale(),
-                   height() / 2.0 - (point.y - centre.y) * Scale());
+    return ViewOf(size(), 1.0).ToPixel(QPointF(point.x, point.y));
 }
 
 double DrawingView::PickAperture() const { return kPickPixels / Scale(); }
@@ -126,6 +130,13 @@ void DrawingView::SetAim(std::optional<AimView> aim) {
     update();
 }
 
+std::vector<AcDbObjectId> DrawingView::IdsNear(const QRectF& area) {
+    Scene* const scene = CurrentScene();
+    if (scene == nullptr) return {};
+    scene->Update();
+    return scene->IdsNear(area);
+}
+
 std::vector<const host::SnapSource*> DrawingView::SourcesNear(const AcGePoint3d& at,
                                                               double aperture) {
     Scene* const scene = CurrentScene();
@@ -135,90 +146,46 @@ std::vector<const host::SnapSource*> DrawingView::SourcesNear(const AcGePoint3d&
 }
 
 void DrawingView::SetPicking(bool isPicking) {
-    setCursor(isPicking ? Qt::CrossCursor : Qt::ArrowCursor);
+    m_isPicking = isPicking;
+    update();
 }
 
-void DrawingView::paintEvent(QPaintEvent*) {
-    QPainter painter(this);
-    painter.fillRect(rect(), kPaper);
-    const Scene* const scene = CurrentScene();
-    if (scene == nullptr) return;
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.save();
-    const QPointF origin = ToPixel(AcGePoint3d());
-    painter.setTransform(QTransform(Scale(), 0, 0, -Scale(), origin.x(), origin.y()));
-    for (const auto& [id, item] : scene->Items())
-        PaintItem(painter, item, std::find(m_picked.begin(), m_picked.end(), id) != m_picked.end());
-    painter.restore();
-    PaintCorner(painter);
-    PaintAim(painter);
+void DrawingView::SetGrid(bool isShown, double step) {
+    m_hasGrid = isShown;
+    m_gridStep = step;
+    update();
 }
 
-void DrawingView::PaintItem(QPainter& painter, const SceneItem& item, bool isPicked) const {
-    const bool isHighlighted = item.id.stub()->Has(host::kStubHighlighted);
-    QPen pen(isPicked        ? kPicked
-             : isHighlighted ? kHighlight
-                             : QColor::fromRgb(item.colour),
-             isPicked || isHighlighted ? 2.5 : 1.2, item.style);
-    pen.setCosmetic(true);
-    painter.setPen(pen);
-    painter.drawPath(item.path);
-    for (const SceneLabel& label : item.labels) {
-        if (label.height * Scale() < kSmallestLabel) continue;
-        painter.save();
-        // Letters are set at a fixed size and scaled, with y upwards again.
-        constexpr double kSize = 100.0;
-        QFont font = painter.font();
-        font.setPixelSize(static_cast<int>(kSize));
-        const double factor = label.height / (kSize * kCapitalsOfFont);
-        painter.setTransform(label.place, true);
-        painter.scale(factor, -factor);
-        painter.setFont(font);
-        const double wide = QFontMetricsF(font).horizontalAdvance(label.text);
-        painter.drawText(QPointF(-wide * label.anchor / 2.0, 0.0), label.text);
-        painter.restore();
-    }
+void DrawingView::SetLight(bool isLight) {
+    m_isLight = isLight;
+    m_picture = {};
+    m_isPictureStale = true;
+    update();
 }
 
-// To the right it is a window, to the left it crosses.
-void DrawingView::PaintCorner(QPainter& painter) const {
-    if (!m_corner) return;
-    const QPointF from = ToPixel(*m_corner);
-    const bool isCrossing = m_pointer.x() < from.x();
-    const QColor colour = isCrossing ? QColor(0x40, 0xE0, 0x60) : kPicked;
-    QColor inside = colour;
-    inside.setAlpha(0x30);
-    painter.setPen(QPen(colour, 1, isCrossing ? Qt::DashLine : Qt::SolidLine));
-    painter.setBrush(inside);
-    painter.drawRect(QRectF(from, m_pointer).normalized());
+void DrawingView::resizeEvent(QResizeEvent*) {
+    // Windows that are not shown hear of their size again and again.
+    if (m_size == size()) return;
+    m_size = size();
+    KeepShape();
 }
-
-void DrawingView::PaintAim(QPainter& painter) const {
-    if (!m_aim) return;
-    painter.setBrush(Qt::NoBrush);
-    const QPointF at = ToPixel(m_aim->aim.point);
-    if (m_aim->base) {
-        const QPointF from = ToPixel(*m_aim->base);
-        painter.setPen(QPen(m_aim->aim.isOnRay ? kMarker : kRubber, 1, Qt::DashLine));
-        painter.drawLine(from, at);
-    }
-    painter.setPen(QPen(kRubber, 1.2));
-    for (const host::Piece& piece : m_aim->drag)
-        painter.drawLine(ToPixel(piece.first), ToPixel(piece.second));
-    if (m_aim->aim.snap) PaintSnapMarker(painter, m_aim->aim.snap->mode, at);
-    if (!m_aim->aim.label.empty())
-        PaintTooltip(painter, at, QString::fromStdWString(m_aim->aim.label), rect());
-}
-
-void DrawingView::resizeEvent(QResizeEvent*) { KeepShape(); }
 
 void DrawingView::wheelEvent(QWheelEvent* event) {
     if (m_document == nullptr) return;
     const AcGePoint3d before = ToWorld(event->position());
-    ZoomBy(std::pow(kWheelStep, event->angleDelta().y() / 120.0));
-    const AcGePoint3d after = ToWorld(event->position());
-    m_document->imp().view.center.x += before.x - after.x;
-    m_document->imp().view.center.y += before.y - after.y;
+    // A touchpad tells pixels: two fingers pan, with Ctrl, or a wheel, it zooms.
+    const bool isTouch =
+        !event->pixelDelta().isNull() && event->source() == Qt::MouseEventSynthesizedBySystem;
+    if (isTouch && !event->modifiers().testFlag(Qt::ControlModifier)) {
+        m_document->imp().view.center.x -= event->pixelDelta().x() / Scale();
+        m_document->imp().view.center.y += event->pixelDelta().y() / Scale();
+    } else {
+        ZoomBy(std::pow(kWheelStep, event->angleDelta().y() / 120.0));
+        const AcGePoint3d after = ToWorld(event->position());
+        m_document->imp().view.center.x += before.x - after.x;
+        m_document->imp().view.center.y += before.y - after.y;
+    }
+    m_isPictureStale = true;
     update();
 }
 
@@ -232,11 +199,13 @@ void DrawingView::mousePressEvent(QMouseEvent* event) {
 
 void DrawingView::mouseMoveEvent(QMouseEvent* event) {
     m_pointer = event->position();
+    m_isPointerInside = true;
     if (m_panFrom && m_document != nullptr) {
         const QPointF step = m_pointer - *m_panFrom;
         m_document->imp().view.center.x -= step.x() / Scale();
         m_document->imp().view.center.y += step.y() / Scale();
         m_panFrom = m_pointer;
+        m_isPictureStale = true;
     }
     if (onMove) onMove(ToWorld(m_pointer));
     update();
@@ -256,6 +225,11 @@ void DrawingView::mouseDoubleClickEvent(QMouseEvent* event) {
         ZoomExtents();
     else
         mousePressEvent(event);
+}
+
+void DrawingView::leaveEvent(QEvent*) {
+    m_isPointerInside = false;
+    update();
 }
 
 }  // namespace app

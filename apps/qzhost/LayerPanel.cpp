@@ -6,9 +6,11 @@ namespace app {
 
 LayerPanel::LayerPanel(QWidget* parent) : QListWidget(parent) {
     connect(this, &QListWidget::itemChanged, this, [this](QListWidgetItem* item) {
-        if (!m_isFilling && onSwitch)
-            onSwitch(item->data(Qt::UserRole).toString().toStdWString(),
-                     item->checkState() == Qt::Checked);
+        if (m_isFilling || !onSwitch) return;
+        // The box shows what was asked for; what comes of it is to be shown anew.
+        m_shown.clear();
+        onSwitch(item->data(Qt::UserRole).toString().toStdWString(),
+                 item->checkState() == Qt::Checked);
     });
 }
 

@@ -2,6 +2,7 @@
 
 #include "acutmem.h"
 #include "dbapserv.h"
+#include "host/db/highlight.h"
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
@@ -237,13 +238,13 @@ Acad::ErrorStatus AcDbEntity::subGetTransformedCopy(const AcGeMatrix3d& matrix,
 
 Acad::ErrorStatus AcDbEntity::highlight(const AcDbFullSubentPath&, const Adesk::Boolean) const {
     if (objectId().isNull()) return Acad::eNotInDatabase;
-    objectId().stub()->Set(host::kStubHighlighted);
+    host::SetHighlighted(objectId(), true);
     return Acad::eOk;
 }
 
 Acad::ErrorStatus AcDbEntity::unhighlight(const AcDbFullSubentPath&, const Adesk::Boolean) const {
     if (objectId().isNull()) return Acad::eNotInDatabase;
-    objectId().stub()->Clear(host::kStubHighlighted);
+    host::SetHighlighted(objectId(), false);
     return Acad::eOk;
 }
 

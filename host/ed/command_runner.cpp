@@ -149,6 +149,12 @@ void Session::RunQueued() {
     m_isRunningQueue = false;
 }
 
+bool Session::HasQueued() const {
+    for (const auto& document : m_documents)
+        if (!document->imp().typed.IsEmpty()) return true;
+    return false;
+}
+
 bool Session::Execute(const std::wstring& line) {
     const int unknown = m_unknownCommands;
     if (m_current != nullptr) {

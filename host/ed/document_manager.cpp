@@ -124,6 +124,7 @@ Acad::ErrorStatus AcApDocManager::sendStringToExecute(AcApDocument* document, co
     Session& session = Session::Get();
     if (text == nullptr || !session.IsOpen(document)) return Acad::eInvalidInput;
     document->imp().typed.Append(text);
+    if (session.Input() != nullptr) session.Input()->Queued();
     // Switching has to wait while a command runs in the current document.
     if (activate && document != session.Current() && session.ContextDocument() == nullptr)
         session.MakeCurrent(document);

@@ -92,10 +92,21 @@ std::vector<AcDbObjectId> LastDisplayed(const AcApDocument& document) {
 
 std::vector<AcDbObjectId> QueryRectangle(AcDbDatabase& database, const AcGePoint3d& corner1,
                                          const AcGePoint3d& corner2, bool isCrossing) {
+    return QueryRectangleAmong(QueryEntities(database, QueryRules::Displayed()), corner1, corner2,
+                               isCrossing);
+}
+
+AcDbObjectId PickAt(AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
+    return PickAmong(QueryEntities(database, QueryRules::Displayed()), point, aperture);
+}
+
+std::vector<AcDbObjectId> QueryRectangleAmong(const std::vector<AcDbObjectId>& entities,
+                                              const AcGePoint3d& corner1,
+                                              const AcGePoint3d& corner2, bool isCrossing) {
     const AcGePoint3d min((std::min)(corner1.x, corner2.x), (std::min)(corner1.y, corner2.y), 0.0);
     const AcGePoint3d max((std::max)(corner1.x, corner2.x), (std::max)(corner1.y, corner2.y), 0.0);
     std::vector<AcDbObjectId> found;
-    for (const AcDbObjectId id : QueryEntities(database, QueryRules::Displayed())) {
+    for (const AcDbObjectId id : entities) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk) continue;
         if (InsideRectangle(*entity, min, max) ||
@@ -105,10 +116,11 @@ std::vector<AcDbObjectId> QueryRectangle(AcDbDatabase& database, const AcGePoint
     return found;
 }
 
-AcDbObjectId PickAt(AcDbDatabase& database, const AcGePoint3d& point, double aperture) {
+AcDbObjectId PickAmong(const std::vector<AcDbObjectId>& entities, const AcGePoint3d& point,
+                       double aperture) {
     AcDbObjectId nearest;
     double best = aperture;
-    for (const AcDbObjectId id : QueryEntities(database, QueryRules::Displayed())) {
+    for (const AcDbObjectId id : entities) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
         if (entity.openStatus() != Acad::eOk) continue;
         std::vector<Piece> pieces;

@@ -46,6 +46,13 @@ std::vector<AcDbObjectId> QueryRectangle(AcDbDatabase& database, const AcGePoint
 // none is.
 AcDbObjectId PickAt(AcDbDatabase& database, const AcGePoint3d& point, double aperture);
 
+// The same among these entities, which are displayed: for a caller that has them sorted by place.
+std::vector<AcDbObjectId> QueryRectangleAmong(const std::vector<AcDbObjectId>& entities,
+                                              const AcGePoint3d& corner1,
+                                              const AcGePoint3d& corner2, bool isCrossing);
+AcDbObjectId PickAmong(const std::vector<AcDbObjectId>& entities, const AcGePoint3d& point,
+                       double aperture);
+
 // A selection filter: conditions on DXF name (0), linetype (6), layer (8) and colour (62), that all
 // must hold; texts as wildcard patterns.
 class EntityFilter {

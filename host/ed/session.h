@@ -74,6 +74,7 @@ public:
     bool Execute(const std::wstring& line);
     // Runs what sendStringToExecute has queued for idle documents.
     void RunQueued();
+    bool HasQueued() const;
     // Objects left open and locks left held, in all documents.
     Leftovers FindLeftovers() const;
 

@@ -75,6 +75,9 @@ public:
     // Where to save a drawing that has no file yet; empty: nowhere.
     virtual std::wstring NameForSaving(const AcApDocument&) { return {}; }
 
+    // Keystrokes were queued for an idle document; somebody should call Session::RunQueued soon.
+    virtual void Queued() {}
+
     // Something on the screen changed: drawing, highlight or view.
     virtual void UpdateDisplay() {}
 };

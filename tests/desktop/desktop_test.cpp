@@ -353,7 +353,8 @@ TEST_F(DesktopTest, TheLayerBoxSwitchesAndUndoSwitchesBack) {
     EXPECT_EQ(L"FRAME off thawed unlocked Continuous", app::DumpLayers(*curDoc()->database())[7]);
     EXPECT_TRUE(Until([&] { return desktop->View().grab().toImage() != shown; }));
     Type("U");
-    EXPECT_TRUE(Until([&] { return BoxOf(7) == Qt::Checked; }));
+    EXPECT_TRUE(Until([&] { return BoxOf(7) == Qt::Checked; }))
+        << desktop->Line().History().toStdString();
     EXPECT_TRUE(Until([&] { return desktop->View().grab().toImage() == shown; }));
 }
 

@@ -88,8 +88,9 @@ QPixmap Draw(QWidget& widget) {
     painter.fillRect(caption, QColor(0xE4, 0xE8, 0xF0));
     painter.setFont(widget.font());
     painter.setPen(Qt::black);
-    painter.drawText(caption.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft,
-                     widget.windowTitle());
+    QString title = widget.windowTitle();
+    title.replace("[*]", widget.isWindowModified() ? "*" : "");
+    painter.drawText(caption.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignLeft, title);
     if (widget.windowFlags() & Qt::WindowCloseButtonHint)
         painter.drawText(caption.adjusted(8, 0, -8, 0), Qt::AlignVCenter | Qt::AlignRight,
                          QString(QChar(0x00D7)));
