@@ -18,6 +18,8 @@
 #include "host/solid/kernel.h"
 #include "host/solid/revolve.h"
 #include "host/sys/file_io.h"
+#include "host/sys/folder_lock.h"
+#include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
 #include "product/report/Page.h"
 #include "product/report/Summary.h"
@@ -59,14 +61,18 @@ void NameIn(const std::string& input, Work work) {
 // Sends on to the parent what a drawing's run tells.
 class Sender : public ToolListener {
 public:
-    Sender(const Send& send, bool withPictures) : m_send(send), m_withPictures(withPictures) {}
+    // timeLimit  of each tool, seconds; 0: none
+    Sender(const Send& send, bool withPictures, double timeLimit)
+        : m_send(send), m_withPictures(withPictures), m_timeLimit(timeLimit) {}
 
     void OnToolBegins(size_t tool) override {
         JobMessage message;
         message.tool = tool;
         m_send(ToText(message, false));
+        host::LimitTime(m_timeLimit, "the tool");
     }
     void OnToolEnds(size_t tool, ToolResult&& result) override {
+        host::LimitTime(0, "");
         JobMessage message;
         message.kind = JobMessage::ToolEnds;
         message.tool = tool;
@@ -83,6 +89,7 @@ public:
 private:
     const Send& m_send;
     bool m_withPictures;
+    double m_timeLimit;
 };
 
 class Batch {
@@ -98,6 +105,10 @@ public:
         m_result.page = m_options.report;
         TakeInputs();
         MakeFolder(m_options.request.out, "--out");
+        if (!m_lock.Take(m_options.request.out))
+            throw Failure(Fault::Request, m_options.request.out +
+                                              ": another batch is writing into this folder; wait "
+                                              "for it, or choose another with --out");
         if (!m_options.report.empty() && fs::path(m_options.report).has_parent_path())
             MakeFolder(fs::path(m_options.report).parent_path(), "--report");
         host::solid::InstallModeller();
@@ -109,8 +120,7 @@ public:
         LookThrough();
         NameFiles();
         CheckFiles();
-        for (const std::string& warning : m_result.warnings)
-            std::fprintf(stderr, "qzenvelope: warning: %s\n", warning.c_str());
+        for (const std::string& warning : m_result.warnings) Complain("warning: " + warning);
         WorkThrough();
         m_result.seconds =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -174,17 +184,22 @@ private:
     void LookThrough() {
         WorkerPool pool;
         pool.work = [this](size_t i, const Send& send) {
+            host::LimitTime(m_options.timeLimit, "reading");
             const Drawing drawing(m_jobs[i].input);
+            send(NamesToText({}));
             NameIn(m_jobs[i].input, [&] {
                 send(NamesToText(
                     ToolNames(drawing.Database(), m_jobs[i].input, m_options.request, m_table)));
             });
         };
-        pool.onMessage = [this](size_t i, const std::string& text) {
+        // An empty list first: the drawing was read, whatever it then holds.
+        std::vector<char> isRead(m_jobs.size(), 0);
+        pool.onMessage = [&](size_t i, const std::string& text) {
+            isRead[i] = 1;
             m_jobs[i].files = NamesFromText(text);
         };
-        pool.onEnd = [this](size_t i, const WorkerEnd& end) {
-            if (!end.isWhole) Fail(i, end, true);
+        pool.onEnd = [&](size_t i, const WorkerEnd& end) {
+            if (!end.isWhole) Fail(i, end, isRead[i] == 0 && !end.isLimit);
             return false;
         };
         pool.Run(m_jobs.size(), m_atATime);
@@ -231,7 +246,7 @@ private:
         pool.work = [&](size_t i, const Send& send) {
             const DrawingRequest& job = m_jobs[ready[i]];
             Drawing drawing(job.input);
-            Sender sender(send, m_options.request.withPage);
+            Sender sender(send, m_options.request.withPage, m_options.timeLimit);
             NameIn(job.input, [&] {
                 sender.Finish(RunDrawing(drawing, job, m_options.request, m_table, sender));
             });
@@ -257,10 +272,13 @@ private:
         pool.onEnd = [&](size_t i, const WorkerEnd& end) {
             if (end.isWhole) return false;
             const size_t job = ready[i];
-            // It crashed at a tool that was not among the skipped: the others still can be done.
+            // It ended at a tool that was not among the skipped: the others still can be done.
             const size_t tool = current[job];
+            const std::string why =
+                end.isLimit ? "the tool " + end.how + "; raise the limit or simplify the tool"
+                            : "the program crashed on this tool; please report it with the drawing";
             if (!end.isRefusal && tool < m_jobs[job].files.size() &&
-                m_jobs[job].skipped.insert(tool).second) {
+                m_jobs[job].skipped.emplace(tool, why).second) {
                 progress.Say(m_result.drawings[job].input + ": tool " + m_jobs[job].files[tool] +
                              ": the worker " + end.how + "; the drawing is done again without it");
                 return true;
@@ -277,6 +295,7 @@ private:
     std::vector<DrawingRequest> m_jobs;
     size_t m_total = 0;
     BatchResult m_result;
+    host::FolderLock m_lock;
 };
 
 }  // namespace
@@ -290,15 +309,19 @@ ExitStatus StatusOf(const BatchResult& result) {
 }
 
 ExitStatus RunBatch(const BatchOptions& options) {
-    const BatchResult result = Batch(options).Run();
+    BatchResult result = Batch(options).Run();
+    host::FileError error;
+    bool isWritten = true;
     if (!options.report.empty()) {
         const std::string page = PageText(result);
-        host::FileError error;
-        if (!host::WriteFileAtomically(options.report, {std::string_view(page)}, error))
-            throw Failure(Fault::Output, options.report + ": the report cannot be written: " +
-                                             error.reason + "; choose another place with --report");
+        isWritten = host::WriteFileAtomically(options.report, {std::string_view(page)}, error);
     }
+    if (!isWritten) result.page.clear();
+    // The results first: the page can be made again, the work need not be.
     Print(options.json ? BatchJson(result) : BatchSummary(result));
+    if (!isWritten)
+        throw Failure(Fault::Output, options.report + ": the report cannot be written: " +
+                                         error.reason + "; choose another place with --report");
     return StatusOf(result);
 }
 

@@ -102,9 +102,52 @@ void DeclareLengths(CLI::App& command, LengthTexts& texts) {
         command.add_option(length.name, texts.*length.text, HelpOf(length));
 }
 
-std::vector<std::string> LengthOptionNames() {
+namespace {
+
+struct LimitOption {
+    const char* name;
+    std::string LimitTexts::*text;
+    const char* help;
+};
+const LimitOption kLines = {"--limit", &LimitTexts::lines,
+                            "lines that a drawing may come to, blocks taken apart, curves cut into "
+                            "chords and all broken where they meet (2000000)"};
+const LimitOption kSeconds = {"--time-limit", &LimitTexts::seconds,
+                              "end after so many seconds; of a batch each tool (no limit)"};
+const LimitOption kMegabytes = {"--memory-limit", &LimitTexts::megabytes,
+                                "end when more megabytes are needed, of each process (no limit)"};
+
+void ReadLimit(const LimitOption& option, const LimitTexts& texts, double& value) {
+    const std::string& text = texts.*option.text;
+    if (text.empty()) return;
+    const double number = ReadNumbers(option.name, text, 1, "give a positive number")[0];
+    if (number <= 0)
+        throw Failure(Fault::Request, std::string(option.name) + ": " + text +
+                                          " leaves nothing to do; give a positive number");
+    value = number;
+}
+
+}  // namespace
+
+void DeclareLimits(CLI::App& command, LimitTexts& texts, bool lines) {
+    if (lines) command.add_option(kLines.name, texts.*kLines.text, kLines.help);
+    for (const LimitOption* option : {&kSeconds, &kMegabytes})
+        command.add_option(option->name, texts.*option->text, option->help);
+}
+
+void ReadLimits(const LimitTexts& texts, Options& options) {
+    ToolParameters& parameters = options.compute.request.parameters;
+    ReadLimit(kLines, texts, parameters.limit);
+    options.batch.request.parameters.limit = parameters.limit;
+    ReadLimit(kSeconds, texts, options.timeLimit);
+    options.batch.timeLimit = options.timeLimit;
+    ReadLimit(kMegabytes, texts, options.memoryLimit);
+}
+
+std::vector<std::string> NumberOptionNames() {
     std::vector<std::string> names;
     for (const LengthOption& length : kLengths) names.emplace_back(length.name);
+    for (const LimitOption& limit : {kLines, kSeconds, kMegabytes}) names.emplace_back(limit.name);
     return names;
 }
 

@@ -31,7 +31,18 @@ void DeclareLengths(CLI::App& command, LengthTexts& texts);
 // fails  Failure with Request for what is no number, negative, or zero where that leaves no length
 void ReadLengths(const LengthTexts& texts, ToolParameters& parameters, double& chordTolerance);
 
+// Text of the options that bound a run, as typed; empty: not given.
+struct LimitTexts {
+    std::string lines, seconds, megabytes;
+};
+
+// lines  whether the command computes envelopes
+void DeclareLimits(CLI::App& command, LimitTexts& texts, bool lines);
+
+// fails  Failure with kUsage for what is no positive number
+void ReadLimits(const LimitTexts& texts, Options& options);
+
 // Names of the options that take numbers.
-std::vector<std::string> LengthOptionNames();
+std::vector<std::string> NumberOptionNames();
 
 }  // namespace app

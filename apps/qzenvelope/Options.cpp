@@ -20,7 +20,7 @@ const char* const kMainFooter =
     "  qzenvelope copy tool.dxf same.dxf\n"
     "Each command has its own --help.\n"
     "Exit status: 0 done; 1 no envelope, or a file could not be written; 2 usage, or an input\n"
-    "that cannot be read.";
+    "that cannot be read; 121 not enough memory, 122 --time-limit; 130 Ctrl-C.";
 
 const char* const kComputeFooter =
     "What is picked: without --window everything in model space. With --window the entities whose\n"
@@ -88,6 +88,7 @@ Algorithm AlgorithmOf(const std::string& name) {
 struct Texts {
     std::string centre, window, half = "upper", algorithm = "3";
     LengthTexts lengths;
+    LimitTexts limits;
 };
 
 void ReadPlaces(const Texts& texts, ToolRequest& request) {
@@ -192,7 +193,7 @@ void CheckBatch(const BatchOptions& options) {
 
 // The parser takes "-5,0" for options; joined to the option it belongs to it is a value.
 std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
-    std::vector<std::string> takers = LengthOptionNames();
+    std::vector<std::string> takers = NumberOptionNames();
     takers.insert(takers.end(), {"--centre", "--center", "--window"});
     std::vector<std::string> joined;
     for (size_t i = 0; i < arguments.size(); ++i) {
@@ -241,6 +242,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     copy.add_option("IN", options.copy.input, "the drawing to read")->required();
     copy.add_option("OUT", options.copy.output, "the file to write; may be IN")->required();
 
+    for (CLI::App* command : {&compute, &batch, &info, &copy})
+        DeclareLimits(*command, texts.limits, command == &compute || command == &batch);
+
     RequireCommand(arguments, app);
     std::vector<std::string> reversed = JoinValues(arguments);
     std::reverse(reversed.begin(), reversed.end());
@@ -260,6 +264,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         throw Failure(Fault::Request,
                       std::string(error.what()) + "; see qzenvelope" + name + " --help");
     }
+    ReadLimits(texts.limits, options);
     if (info) options.command = Options::Command::Info;
     if (copy) options.command = Options::Command::Copy;
     if (compute) {

@@ -25,9 +25,10 @@ struct ComputeOptions {
 struct BatchOptions {
     BatchRequest request;
     std::vector<std::string> inputs;
-    std::string report;  // the page's file; empty: none
-    std::string tools;   // file that names the tools; empty: none
-    int jobs = 0;        // drawings at a time; 0: one for each processor
+    std::string report;    // the page's file; empty: none
+    std::string tools;     // file that names the tools; empty: none
+    int jobs = 0;          // drawings at a time; 0: one for each processor
+    double timeLimit = 0;  // of each tool, seconds; 0: none
     bool json = false;
 };
 
@@ -46,7 +47,9 @@ struct Options {
     BatchOptions batch;
     InfoOptions info;
     CopyOptions copy;
-    std::string text;  // Nothing: the help or the version, to be printed
+    double timeLimit = 0;    // seconds; 0: none; of a batch for each tool
+    double memoryLimit = 0;  // megabytes of each process; 0: none
+    std::string text;        // Nothing: the help or the version, to be printed
 };
 
 // Reads the arguments after the program's name. Values may follow their option after '=' or as the

@@ -1,5 +1,7 @@
 #include "apps/qzenvelope/Progress.h"
 
+#include "apps/qzenvelope/Output.h"
+
 #include <sys/ioctl.h>
 #include <unistd.h>
 
@@ -68,7 +70,7 @@ void Progress::End(const std::string& drawing, const product::ToolResult& result
 void Progress::Say(const std::string& line) {
     if (m_quiet) return;
     Clear();
-    std::fprintf(stderr, "%s\n", line.c_str());
+    std::fprintf(stderr, "%s\n", Shown(line).c_str());
 }
 
 void Progress::Clear() {

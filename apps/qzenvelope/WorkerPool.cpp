@@ -16,6 +16,8 @@
 #include <stdexcept>
 #include <vector>
 
+#include "host/sys/process_end.h"
+
 namespace app {
 namespace {
 
@@ -56,8 +58,10 @@ struct Worker {
 };
 
 [[noreturn]] void Work(const WorkerPool& pool, size_t job, int fd, pid_t parent) {
-    // A parent that is killed takes its workers along: nobody would read what they send.
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // A parent that is killed takes its workers along: nobody would read what they send. They end
+    // without a word, which is the parent's.
+    host::EndCleanly("");
+    ::prctl(PR_SET_PDEATHSIG, SIGTERM);
     if (::getppid() != parent) ::_exit(1);
     std::string reason;
     try {
@@ -75,6 +79,8 @@ std::string HowItEnded(int status) {
     if (WIFSIGNALED(status))
         return "was ended by signal " + std::to_string(WTERMSIG(status)) + " (" +
                ::strsignal(WTERMSIG(status)) + ")";
+    if (WEXITSTATUS(status) == host::kEndedOutOfMemory) return "ran out of memory";
+    if (WEXITSTATUS(status) == host::kEndedOutOfTime) return "took longer than --time-limit allows";
     return "ended with status " + std::to_string(WEXITSTATUS(status));
 }
 
@@ -166,6 +172,8 @@ private:
         WorkerEnd end;
         end.isWhole = worker.hasEnded && worker.reason.empty();
         end.isRefusal = worker.hasEnded && !end.isWhole;
+        end.isLimit = WIFEXITED(status) && (WEXITSTATUS(status) == host::kEndedOutOfMemory ||
+                                            WEXITSTATUS(status) == host::kEndedOutOfTime);
         if (!end.isWhole) end.how = worker.hasEnded ? worker.reason : HowItEnded(status);
         return end;
     }

@@ -16,6 +16,7 @@ using Send = std::function<void(const std::string& message)>;
 struct WorkerEnd {
     bool isWhole = false;    // it returned from its work
     bool isRefusal = false;  // it threw; how is its text
+    bool isLimit = false;    // it ran out of the time or the memory that it may take
     std::string how;         // else what happened: "was ended by signal 11 (Segmentation fault)"
 };
 

@@ -9,6 +9,7 @@
 #include "apps/qzenvelope/FileRoles.h"
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Output.h"
+#include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
 #include "product/report/Info.h"
 #include "product/report/Report.h"
@@ -19,8 +20,7 @@ namespace {
 using namespace app;
 
 void Warn(const std::string& input, const std::vector<std::string>& warnings) {
-    for (const std::string& warning : warnings)
-        std::fprintf(stderr, "qzenvelope: %s: warning: %s\n", input.c_str(), warning.c_str());
+    for (const std::string& warning : warnings) Complain(input + ": warning: " + warning);
 }
 
 // What a refusal is about and what helps, as far as it does not say so itself: files that cannot be
@@ -53,6 +53,9 @@ ExitStatus Compute(const ComputeOptions& options) {
 
 ExitStatus Run(const std::vector<std::string>& arguments) {
     const Options options = ParseOptions(arguments);
+    if (!host::LimitMemory(options.memoryLimit))
+        throw Failure(Fault::Request, "--memory-limit: the system sets no limit; leave it out");
+    if (options.command != Options::Command::Batch) host::LimitTime(options.timeLimit, "the run");
     switch (options.command) {
         case Options::Command::Compute:
             return Compute(options.compute);
@@ -71,16 +74,22 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     return kUsage;
 }
 
+// Before everything else that is made before main().
+struct CleanEnd {
+    CleanEnd() { host::EndCleanly("qzenvelope"); }
+};
+__attribute__((init_priority(101))) const CleanEnd g_cleanEnd;
+
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
         return Run(std::vector<std::string>(argv + 1, argv + argc));
     } catch (const Failure& failure) {
-        std::fprintf(stderr, "qzenvelope: %s\n", failure.what());
+        Complain(failure.what());
         return StatusOf(failure.Code());
     } catch (const std::exception& error) {
-        std::fprintf(stderr, "qzenvelope: %s\n", error.what());
+        Complain(error.what());
         return kNoResult;
     }
 }

@@ -3,10 +3,8 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <fstream>
 #include <iostream>
 #include <memory>
-#include <sstream>
 
 #include "apps/qzhost/Desktop.h"
 #include "apps/qzhost/HostProgram.h"
@@ -14,6 +12,7 @@
 #include "host/ed/session.h"
 #include "host/base/format.h"
 #include "host/sys/file_identity.h"
+#include "host/sys/process_end.h"
 
 namespace {
 
@@ -51,14 +50,15 @@ void ReportWindowLibrary(QtMsgType type, const QMessageLogContext&, const QStrin
 }
 
 int RunScript(const Options& options, int& argc, char** argv) {
-    std::ifstream file(options.script, std::ios::binary);
-    std::stringstream text;
-    if (!file || !(text << file.rdbuf())) {
-        std::cerr << "qzhost: cannot read the script " << options.script << "\n";
+    host::FileBytes text;
+    host::FileError error;
+    if (!host::ReadWholeFile(options.script, text, error)) {
+        std::cerr << "qzhost: cannot read the script " << options.script << ": " << error.reason
+                  << "\n";
         return kUsage;
     }
     const host::FileInUse keep(options.script, "is the script that runs; choose another name");
-    const std::vector<app::ScriptLine> lines = app::ParseScript(text.str());
+    const std::vector<app::ScriptLine> lines = app::ParseScript(std::string(text.View()));
     // Pictures are taken of windows that nobody sees.
     std::unique_ptr<QApplication> qt;
     std::unique_ptr<app::Desktop> desktop;
@@ -113,6 +113,12 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
     static_cast<void>(LoadModules(options));
     return QApplication::exec();
 }
+
+// Before everything else that is made before main().
+struct CleanEnd {
+    CleanEnd() { host::EndCleanly("qzhost"); }
+};
+__attribute__((init_priority(101))) const CleanEnd g_cleanEnd;
 
 }  // namespace
 

@@ -30,7 +30,8 @@ bool ReadWholeFile(const std::string& path, FileBytes& out, FileError& error);
 
 // Puts the pieces, in order, into the file so that after a crash or a full disk either the old or
 // the new content is there, never a part: written to a new file beside it, flushed to disk,
-// renamed.
+// renamed. Where the system has files without names, a kill leaves nothing beside it; elsewhere
+// what dead processes left is removed at the next write into the folder.
 //
 // A symbolic link stays one, its target is replaced; access rights of an existing file are kept; a
 // file without write permission is refused, one that is in use (file_identity.h) too; devices and

@@ -29,13 +29,10 @@ void TakeFigures(const ToolRun& run, ToolResult& result) {
     result.volume = run.solid.measures.volume;
 }
 
-// A tool at which an earlier attempt crashed, or that has nothing to compute, is told of and no
-// more.
-bool IsRefused(const PlannedTool& planned, bool isSkipped, BatchTool& tool, ToolResult& result) {
-    if (isSkipped)
-        result.reason = "the program crashed on this tool; please report it with the drawing";
-    else
-        result.reason = planned.problem;
+// A tool at which an earlier attempt ended, or that has nothing to compute, is told of and no more.
+bool IsRefused(const PlannedTool& planned, const std::string* ended, BatchTool& tool,
+               ToolResult& result) {
+    result.reason = ended != nullptr ? *ended : planned.problem;
     if (result.reason.empty()) return false;
     tool.execStatus = kBatchFailed;
     return true;
@@ -89,7 +86,9 @@ private:
                      std::to_string(planned.notDisplayed) +
                          " not displayed: invisible, or on layers that are off or frozen",
                      std::nullopt});
-            if (!IsRefused(planned, m_asked.skipped.count(i) != 0, tool, result))
+            const auto ended = m_asked.skipped.find(i);
+            if (!IsRefused(planned, ended == m_asked.skipped.end() ? nullptr : &ended->second, tool,
+                           result))
                 RunOne(runner, RequestOf(task, tool, planned, m_asked.files[i]), tool, result);
             m_listener.OnToolEnds(i, std::move(result));
             // The engine's scratch lines; a large drawing would gather millions.
@@ -104,6 +103,7 @@ private:
         request.parameters = ToolParameters(task.params);
         request.parameters.verticalEnds = m_request.parameters.verticalEnds;
         request.parameters.algorithm = m_request.parameters.algorithm;
+        request.parameters.limit = m_request.parameters.limit;
         request.picked = tool.sourceIds;
         request.formerEnvelope = tool.envelopeId;
         request.axis = Axis::Level({tool.centre.x, tool.centre.y});

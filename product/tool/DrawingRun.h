@@ -1,7 +1,7 @@
 // The work on one drawing of a batch: every tool of it, the task list, the drawing's new file.
 #pragma once
 
-#include <set>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -16,7 +16,7 @@ struct DrawingRequest {
     std::string input;
     std::string output;              // the drawing with its envelopes
     std::vector<std::string> files;  // name of each tool's files, without folder and extension
-    std::set<size_t> skipped;        // tools at which an earlier attempt crashed
+    std::map<size_t, std::string> skipped;  // tools at which an earlier attempt ended, and why
 };
 
 // Is told of each tool when it begins and when it has ended.

@@ -6,12 +6,10 @@
 
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/tool/Crossings.h"
 
 namespace product {
 namespace {
-
-// More segments than this take minutes and gigabytes; nobody means that.
-constexpr double kMostSegments = 2e6;
 
 std::string Format(const char* format, double a, double b = 0) {
     char text[128];
@@ -51,15 +49,31 @@ std::string EntityName(const AcDbObjectId& id) {
     return "block '" + ToUtf8(name) + "' (reference " + handle + ")";
 }
 
-void CheckPieces(const AcArray<AcDbObjectId>& picked) {
+void CheckPieces(const AcArray<AcDbObjectId>& picked, double limit) {
     const PieceEstimate pieces = EstimatePieces(picked);
-    if (pieces.count > kMostSegments)
+    if (pieces.count > limit)
         throw Failure(Fault::Request,
                       EntityName(pieces.largest) +
                           Format(" makes most of the %.6g entities that what was picked "
                                  "comes to, more than %.0f",
-                                 pieces.count, kMostSegments) +
-                          "; pick without it by --window");
+                                 pieces.count, limit) +
+                          "; pick without it by --window, or raise --limit");
+}
+
+// Each crossing cuts two lines in two.
+void CheckCrossings(const AcArray<AcDbObjectId>& picked, double limit) {
+    // Counted far enough to say by how much it is too much.
+    constexpr double kTold = 10;
+    if (static_cast<double>(picked.length()) * picked.length() <= limit) return;
+    const double crossings = CountCrossings(picked, kTold * limit);
+    const double lines = picked.length() + 2 * crossings;
+    if (lines > limit)
+        throw Failure(
+            Fault::Request,
+            Format("the lines that were picked cross %.0f times or more, which breaks "
+                   "them into %.0f lines",
+                   crossings, lines) +
+                Format(", more than %.0f; pick less by --window, or raise --limit", limit));
 }
 
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
@@ -88,16 +102,18 @@ void CheckRequest(const Selection& selection, const ToolParameters& parameters,
                       "what was picked has no extents; pick lines, arcs, polylines or blocks");
     const double size = std::max(box.Width(), box.Height());
     CheckLengths(parameters, size);
-    CheckPieces(selection.ids);
+    const double limit = parameters.limit;
+    CheckPieces(selection.ids, limit);
     const double precision = parameters.arcPrecision;
     const double segments = EstimateSegments(selection.ids, precision);
-    if (segments > kMostSegments)
+    if (segments > limit)
         throw Failure(
             Fault::Request,
             Format("an arc precision of %.6g would cut the curves into about %.0f segments",
                    precision, segments) +
-                Format("; use %.2g or more, which stays below %.0f",
-                       precision * segments / kMostSegments * 1.05, kMostSegments));
+                Format("; use %.2g or more, which stays below %.0f, or raise --limit",
+                       precision * segments / limit * 1.05, limit));
+    CheckCrossings(selection.ids, limit);
     if (axis) CheckAxis(axis->from, box, size, warnings);
 }
 

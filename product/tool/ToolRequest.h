@@ -60,6 +60,9 @@ struct ToolParameters {
     double horVerTolerance;  // a line is horizontal or vertical within this
     double arcPrecision;     // length of the chords that stand for curves
     double sideLength;       // how far in the left and right ends are looked for
+    // Lines that what is picked may come to; more take minutes and gigabytes, which hardly anybody
+    // means.
+    double limit = 2e6;
 
     bool IsLower() const { return half == Half::Lower; }
 };

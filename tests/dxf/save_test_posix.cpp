@@ -1,6 +1,9 @@
 // Saving on systems with links, device files and rights of a file.
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
+
+#include "host/sys/temporary_files_posix.h"
 
 #include "save_fixture.h"
 
@@ -32,6 +35,26 @@ TEST_F(Save, LinksAreFollowed) {
     ASSERT_TRUE(To(folder / "dangling.dxf").ok());
     EXPECT_EQ(bytes, FileContent(folder / "real" / "fresh.dxf"));
     EXPECT_FALSE(To(folder / "circle.dxf").ok());
+}
+
+// What a process leaves that dies between naming its new file and moving it into its place.
+TEST_F(Save, WhatDeadProcessesLeftIsSwept) {
+    const std::string inside = folder.string() + "/";
+    const ::pid_t child = ::fork();
+    if (child == 0) {
+        Put(host::NewTemporaryName(inside), "half");
+        ::_exit(0);
+    }
+    ::waitpid(child, nullptr, 0);
+    const std::string own = host::NewTemporaryName(inside);
+    Put(own, "being written");
+    const std::string others[] = {".save-another_machine-1-1", ".save-", ".save-x", "save-1-1"};
+    for (const std::string& other : others) Put(folder / other, "not ours");
+    ASSERT_EQ(6u, FilesInFolder());
+    ASSERT_TRUE(To(folder / "part.dxf").ok());
+    EXPECT_EQ(6u, FilesInFolder());  // one less, and the drawing
+    EXPECT_TRUE(fs::exists(own));
+    for (const std::string& other : others) EXPECT_TRUE(fs::exists(folder / other)) << other;
 }
 
 TEST_F(Save, FullDisk) {

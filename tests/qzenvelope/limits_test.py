@@ -1,9 +1,14 @@
-"""Small files that ask for much: they are answered or refused at once, with little memory."""
+"""Small files that ask for much: they are answered or refused at once, with little memory. Limits
+that are given end a run cleanly, and so does who interrupts it."""
 
+import os
 import resource
+import shutil
+import signal
 import subprocess
+import time
 
-from program import PROGRAM, ProgramTest, main
+from program import EXAMPLES, PROGRAM, ProgramTest, main
 
 SECONDS, MEGABYTES = 20, 1500  # ten times what any of them takes
 
@@ -61,6 +66,9 @@ DRAWINGS = {
         drawing(insert("B3"), chain(3, lambda name: insert(name, 0, 70, 300, 71, 300, 44, 1, 45, 1))),
         2, r"block 'B3' \(reference \w+\) makes most"),
     "deeper than the stack": (drawing(insert("B60000"), chain(60000, insert)), 0, r"length"),
+    "a grid": (
+        drawing("".join(line(0, i, 1500, i) + line(i, 0, i, 1500) for i in range(1500))), 2,
+        r"cross 2\d{6} times or more.*raise --limit"),
     "deep, and a block inside itself": (
         drawing(insert("B900"), chain(900, lambda name: insert(name) + insert("B899"))), None, ""),
 }
@@ -90,6 +98,92 @@ class Limits(ProgramTest):
                         self.assertEqual(expected, done.returncode, done.stderr)
                     if words:
                         self.assertRegex((done.stdout + done.stderr).lower(), words.lower())
+
+    def test_limits_that_are_given(self):
+        (self.folder / "in.dxf").write_text(
+            drawing("".join(line(x, y, x + 30, y + 20) for x in range(0, 9000, 30)
+                            for y in range(0, 9000, 30))))
+        for arguments, status, said in [
+                (("--time-limit", "0.1"), 122, r"took longer than 0\.1 s; raise --time-limit"),
+                (("--memory-limit", "30"), 121, r"not enough memory within the 30 MB given"),
+                (("--limit", "100"), 2, r"90000.*more than 100.*--limit"),
+                (("--time-limit", "0"), 2, r"--time-limit: 0 leaves nothing to do"),
+                (("--limit", "x"), 2, r"--limit: 'x' is not a number")]:
+            with self.subTest(arguments=arguments):
+                done = self.run_program("compute", "in.dxf", "--centre", "0,0", "-o", "out.dxf",
+                                        *arguments)
+                self.assertEqual(status, done.returncode, done.stderr)
+                self.assertRegex(done.stderr, r"\Aqzenvelope: .*" + said + r".*\n\Z")
+                self.assertEqual(["in.dxf"], self.left_behind())
+
+    def test_interrupted(self):
+        (self.folder / "in.dxf").write_text(
+            drawing("".join(line(x, y, x + 30, y + 20) for x in range(0, 9000, 30)
+                            for y in range(0, 9000, 30))))
+        for number, status in ((signal.SIGINT, 130), (signal.SIGTERM, 143), (signal.SIGHUP, 129)):
+            run = subprocess.Popen([str(PROGRAM), "compute", "in.dxf", "--centre", "0,0", "-o",
+                                    "out.dxf"], cwd=self.folder, stderr=subprocess.PIPE, text=True)
+            time.sleep(0.3)
+            run.send_signal(number)
+            self.assertEqual((status, "qzenvelope: interrupted; what is written so far is whole\n"),
+                             (run.wait(SECONDS), run.stderr.read()))
+            run.stderr.close()
+            self.assertEqual(["in.dxf"], self.left_behind())
+
+    def test_a_tool_of_a_batch_that_takes_too_long(self):
+        # A million crossings: many seconds, although the file is small.
+        mesh = "".join(line(0, y, 1200, y) + line(y, 0, y, 1200) for y in range(1200))
+        small = line(5000, 0, 5010, 5) + line(5010, 5, 5030, 5) + line(5030, 5, 5030, 0)
+        (self.folder / "in.dxf").write_text(drawing(mesh + small))
+        (self.folder / "t.csv").write_text("big,9,0,-100,-100,4000,4000\n"
+                                           "small,5015,0,4999,-1,5031,6\n")
+        done = self.run_program("batch", "in.dxf", "--tools", "t.csv", "--time-limit", "1",
+                                "--jobs", "1", "--limit", "1e9")
+        self.assertEqual(1, done.returncode, done.stderr)
+        self.assertIn("took longer than --time-limit", done.stdout)
+        self.assertEqual(["in.dxf", "small.sat"], sorted(os.listdir(self.folder / "out")))
+
+    def test_what_is_no_file(self):
+        os.mkfifo(self.folder / "fifo")
+        for name, said in (("/dev/zero", "is a device"), ("/dev/null", "is a device"),
+                           ("fifo", "a pipe into which nobody has written")):
+            done = self.run_program("info", name)
+            self.assertEqual(2, done.returncode, done.stderr)
+            self.assertIn(said, done.stderr)
+        done = subprocess.run("cat '%s' | '%s' info /dev/stdin" %
+                              (EXAMPLES / "end-mill.dxf", PROGRAM), shell=True,
+                              capture_output=True, text=True)
+        self.assertEqual(0, done.returncode, done.stderr)
+        with open(self.folder / "sparse.dxf", "wb") as file:
+            file.truncate(1 << 40)
+        done = self.run_program("info", "sparse.dxf")
+        self.assertEqual(2, done.returncode, done.stderr)
+        self.assertIn("larger than 4 GB", done.stderr)
+
+    def test_names_do_not_command_the_terminal(self):
+        (self.folder / "in.dxf").write_text(
+            drawing(insert("\x1b[31mB\x07"), block("\x1b[31mB\x07", line(0, 0, 9, 5))))
+        for arguments in (("info", "in.dxf"), ("compute", "in.dxf", "--centre", "0,0"),
+                          ("compute", "in.dxf", "--centre", "0,0", "--limit", "1"),
+                          ("info", "\x1b[31mmissing\x9b.dxf")):
+            done = self.run_program(*arguments)
+            self.assertNotRegex(done.stdout + done.stderr, "[\x00-\x08\x0b-\x1f\x7f-\x9f]")
+        self.assertIn(r"\x1b[31mmissing\x9b.dxf", done.stderr)
+
+    def test_no_tool_is_not_unreadable(self):
+        (self.folder / "in.dxf").write_text(drawing(line(0, 0, 9, 5)))
+        done = self.run_program("batch", "in.dxf")
+        self.assertEqual(1, done.returncode, done.stdout + done.stderr)
+
+    def test_the_summary_comes_although_the_page_cannot_be_written(self):
+        shutil.copy(EXAMPLES / "end-mill.dxf", self.folder / "in.dxf")
+        (self.folder / "t.csv").write_text("mill,100,125,60,95,195,155\n")
+        (self.folder / "page.html").mkdir()
+        done = self.run_program("batch", "in.dxf", "--tools", "t.csv", "--report", "page.html")
+        self.assertEqual(1, done.returncode, done.stderr)
+        self.assertIn("page.html: the report cannot be written: is a folder", done.stderr)
+        self.assertIn("1 done", done.stdout)
+        self.assertNotIn("page.html", done.stdout)
 
 
 if __name__ == "__main__":
