@@ -33,7 +33,7 @@ set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
 set(plugin ${CMAKE_SOURCE_DIR}/plugin)
 set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc)
-foreach(folder plane plugin/util plugin/drawn plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
+foreach(folder plane plugin/util plugin/drawn plugin/outline plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
   file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp
     ${CMAKE_SOURCE_DIR}/${folder}/*.h)
   list(APPEND sources ${found})

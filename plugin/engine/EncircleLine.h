@@ -61,6 +61,19 @@ public:
     void GetEncircleLine(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
     void GetEncircleLine2(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
+    // The envelope by rules that say what it is, whatever finds it (docs/exact.md); the class
+    // CExactEnvelope gives more options and tells more of what came of it.
+    //
+    // ids, outId  as GetEncircleLine3()
+    // axis        the parameters' axis line, in any direction; the upper half lies above it, or to
+    //             the left of one that goes upwards. Without an axis there is no envelope.
+    // parameters  0.0005 and 5, the values of a new record, mean the defaults that fit the size of
+    //             what is drawn; m_dArcPrecision, m_tolLine and m_tolHorVer have no meaning here
+    // drawing     gains the envelope polyline and its layer, nothing else changes. Arcs are the
+    //             drawing's own.
+    // cost        O((n + k) log n) for n curves and k changes of the outermost one
+    void GetEncircleLineExact(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
+
 protected:
     // Source preparation (EncircleLineConvert.cpp)
     // bKeepArcs leaves arcs as they are: they are noted in m_cloneIds, but no chords replace them.

@@ -5,7 +5,7 @@
 
 #include "product/base/Extents.h"
 #include "product/base/Text.h"
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "plugin/util/LayerTools.h"
 
 namespace product {

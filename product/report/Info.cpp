@@ -6,7 +6,7 @@
 #include <optional>
 #include <unordered_map>
 
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "LayerTools.h"
 #include "ToolFrame.h"
 

@@ -2,7 +2,7 @@
 #include <limits>
 #include <random>
 
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "plugin/engine/NearBoxes.h"
 #include "plugin/engine/UnitRectInfo.h"
 #include "support/engine_probe.h"

@@ -1,5 +1,5 @@
 // The whole pipeline on small tools, and what a run leaves behind.
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "support/engine_probe.h"
 #include "support/envelope_run.h"
 #include "plugin/util/LayerTools.h"

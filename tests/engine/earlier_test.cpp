@@ -1,5 +1,5 @@
 // The two earlier pipelines and the passes that only they use.
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "engine/compare_engines.h"
 #include "support/envelope_run.h"
 

@@ -4,7 +4,7 @@
 #include <random>
 
 #include "plugin/engine/ArcIndex.h"
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "support/engine_probe.h"
 #include "support/test_drawing.h"
 #include "plugin/util/ArcReader.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "plugin/engine/EncircleLayers.h"
+#include "plugin/util/EncircleLayers.h"
 #include "plugin/util/AddEntity.h"
 #include "plugin/util/EraseEntity.h"
 #include "plugin/util/LayerTools.h"

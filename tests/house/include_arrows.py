@@ -27,10 +27,13 @@ ROOMS = {
     "plugin/drawn": (
         "what a drawing shows, as curves of the plane; computes no envelope",
         "plane plugin/util"),
+    "plugin/outline": (
+        "the envelope by rules: curves of the plane, and what is picked read as such",
+        "plane plugin/util plugin/drawn"),
     "plugin/engine": (
         "envelopes of picked entities; knows neither tasks nor windows. The headers that other "
         "modules compile with name MFC and the SDK themselves",
-        "plugin/util host/include"),
+        "plugin/util plugin/outline host/include"),
     "plugin/batch": (
         "tasks and tools around the engine, and their form in the drawing",
         "plugin/util plugin/engine"),
@@ -78,18 +81,17 @@ ROOMS = {
     "product/check": (
         "looks at the drawing by means of its own; shares no more with the engine than the record "
         "of what it did and the names of its layers",
-        "product/base plugin/engine host/include host/ed"),
+        "product/base plugin/util plugin/engine host/include host/ed"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
-        "product/base plugin/engine plugin/util host/include host/solid"),
+        "product/base plugin/util host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
         "product/base product/check product/picture plugin/util plugin/engine plugin/batch "
         "host/include host/db host/solid host/sys"),
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
-        "product/base product/check product/picture product/tool plugin/util plugin/engine "
-        "host/solid"),
+        "product/base product/check product/picture product/tool plugin/util host/solid"),
     # The programs.
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "

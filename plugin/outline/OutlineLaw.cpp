@@ -1,0 +1,205 @@
+#include "StdAfx.h"
+
+#include "OutlineLaw.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "Bridges.h"
+#include "Faces.h"
+#include "Ring.h"
+#include "Tails.h"
+
+namespace outline {
+namespace {
+
+bool IsFinite(const plane::Curve& c) {
+    return plane::IsFinite(c.from) && plane::IsFinite(c.to) && std::isfinite(c.bulge) &&
+           (!c.IsArc() || (plane::IsFinite(c.centre) && std::isfinite(c.radius)));
+}
+
+std::vector<Piece> PiecesOf(const std::vector<plane::Curve>& curves, double upright) {
+    std::vector<Piece> pieces;
+    pieces.reserve(curves.size());
+    for (size_t i = 0; i < curves.size(); ++i)
+        AppendPieces(curves[i], static_cast<int>(i), upright, pieces);
+    return pieces;
+}
+
+// Takes out spans that are no wider than rounding: where one curve ends and the next begins a hair
+// farther on, what lies below both would show between them.
+void DropSlivers(std::vector<Span>& spans, double tiny) {
+    std::vector<Span> kept;
+    kept.reserve(spans.size());
+    for (const Span& span : spans) {
+        if (!kept.empty() && span.x1 - span.x0 <= tiny && span.x1 - kept.back().x1 <= 2 * tiny)
+            continue;
+        kept.push_back(span);
+    }
+    spans.swap(kept);
+}
+
+// Straight pieces where between the first and the last span nothing is; reported.
+void FillGaps(std::vector<Piece>& pieces, std::vector<Span>& spans, const Measures& m,
+              Envelope& envelope) {
+    std::vector<Span> filled;
+    filled.reserve(spans.size());
+    for (const Span& span : spans) {
+        if (!filled.empty() && span.x0 - filled.back().x1 > 2 * m.tiny) {
+            const Span& last = filled.back();
+            Piece line;
+            line.x0 = last.x1;
+            line.y0 = HeightAt(pieces[last.piece], last.x1);
+            line.x1 = span.x0;
+            line.y1 = HeightAt(pieces[span.piece], span.x0);
+            const plane::Point from{line.x0, line.y0}, to{line.x1, line.y1};
+            envelope.gaps.push_back({from, to, plane::Distance(from, to)});
+            pieces.push_back(line);
+            filled.push_back({line.x0, line.x1, static_cast<int>(pieces.size()) - 1});
+        }
+        filled.push_back(span);
+    }
+    spans.swap(filled);
+}
+
+// A place strictly between the ends where the profile comes down to the axis.
+bool ComesDown(const std::vector<Piece>& pieces, const std::vector<Span>& spans, double g,
+               plane::Point& place) {
+    // From either end the profile may rise from the axis; between the places where it has done so
+    // it must stay above.
+    size_t first = 0, last = spans.size();
+    const auto highest = [&](size_t i) {
+        return HighestIn(pieces[spans[i].piece], spans[i].x0, spans[i].x1);
+    };
+    while (first < last && highest(first) <= g) ++first;
+    while (last > first && highest(last - 1) <= g) --last;
+    for (size_t i = first; i < last; ++i) {
+        const Piece& p = pieces[spans[i].piece];
+        double lo = spans[i].x0, hi = spans[i].x1;
+        const double peak = p.bend > 0 ? (std::min)((std::max)(p.cx, lo), hi)
+                                       : (HeightAt(p, lo) >= HeightAt(p, hi) ? lo : hi);
+        // Within the outermost spans what lies outside of their peak may be low.
+        if (i == first) lo = peak;
+        if (i + 1 == last) hi = peak;
+        if (lo > hi) continue;
+        if (LowestIn(p, lo, hi) > g) continue;
+        const bool isBottom = p.bend < 0 && p.cx > lo && p.cx < hi;
+        place.x = isBottom ? p.cx : (HeightAt(p, lo) <= HeightAt(p, hi) ? lo : hi);
+        place.y = 0;
+        return true;
+    }
+    return false;
+}
+
+// Seen free ends that are left; not those from which a gap was closed.
+void ReportOpenEnds(const std::vector<StrokeEnd>& ends, const std::vector<bool>& isLeft, double g,
+                    Envelope& envelope) {
+    std::vector<plane::Point>& open = envelope.openEnds;
+    for (size_t i = 0; i < ends.size(); ++i)
+        if (isLeft[i] && ends[i].isSeen) open.push_back(ends[i].at);
+    std::sort(open.begin(), open.end(), [](const plane::Point& a, const plane::Point& b) {
+        return a.x != b.x ? a.x < b.x : a.y < b.y;
+    });
+    const auto isSame = [&](const plane::Point& a, const plane::Point& b) {
+        return plane::Distance(a, b) <= 2 * g;
+    };
+    open.erase(std::unique(open.begin(), open.end(), isSame), open.end());
+    // Gaps stand from left to right, as the ends do.
+    const auto& gaps = envelope.gaps;
+    const auto isAtGap = [&](const plane::Point& p) {
+        auto it = std::lower_bound(gaps.begin(), gaps.end(), p.x - 2 * g,
+                                   [](const Span2& gap, double x) { return gap.to.x < x; });
+        for (; it != gaps.end() && it->from.x <= p.x + 2 * g; ++it)
+            if (isSame(it->from, p) || isSame(it->to, p)) return true;
+        return false;
+    };
+    open.erase(std::remove_if(open.begin(), open.end(), isAtGap), open.end());
+}
+
+void Refuse(Envelope& envelope, Refusal refusal, const plane::Point& place = {}) {
+    envelope.refusal = refusal;
+    envelope.place = place;
+    envelope.edges.clear();
+}
+
+// From the strokes to the outline.
+void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertical,
+           Envelope& envelope) {
+    const CurveTree tree(strokes);
+    const StrokeEnds found = FindEnds(strokes, tree, m);
+    std::vector<StrokeEnd> ends = found.ends;
+    std::vector<plane::Curve> curves;
+    curves.reserve(strokes.size() + found.joins.size());
+    for (const Contour& c : strokes) curves.push_back(c.curve);
+    curves.insert(curves.end(), found.joins.begin(), found.joins.end());
+    const std::vector<Piece> drawn = PiecesOf(curves, m.tiny);
+    if (drawn.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
+    std::vector<Span> drawnSpans = UpperEnvelope(drawn, m.tie);
+    DropSlivers(drawnSpans, m.tiny);
+    const ProfileIndex drawnProfile(drawn, drawnSpans);
+    LookAtEnds(ends, drawnProfile, m);
+
+    const Scene scene{strokes, tree, m, drawnProfile, ends};
+    const Bridges bridges = FindBridges(scene);
+    envelope.bridges = bridges.reports;
+    Tails tails = CutTails(scene, bridges);
+    envelope.tails = tails.reports;
+    std::vector<bool> isLeft(ends.size());
+    std::vector<plane::Point> freeEnds;
+    for (size_t i = 0; i < ends.size(); ++i) {
+        isLeft[i] = ends[i].isFree && !bridges.isJoined[i] && !tails.isCut[i];
+        if (isLeft[i]) freeEnds.push_back(ends[i].at);
+    }
+
+    std::vector<plane::Curve>& rest = tails.curves;
+    rest.insert(rest.end(), found.joins.begin(), found.joins.end());
+    rest.insert(rest.end(), bridges.curves.begin(), bridges.curves.end());
+    std::vector<Piece> pieces = PiecesOf(rest, m.tiny);
+    if (pieces.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
+    std::vector<Span> spans = UpperEnvelope(pieces, m.tie);
+    DropSlivers(spans, m.tiny);
+    FillGaps(pieces, spans, m, envelope);
+    ReportOpenEnds(ends, isLeft, m.g, envelope);
+    plane::Point place;
+    if (ComesDown(pieces, spans, m.g, place)) return Refuse(envelope, Refusal::TwoTools, place);
+
+    const ProfileIndex profile(pieces, spans);
+    const FaceInput input{rest,      profile, m, freeEnds, spans.front().x0, spans.back().x1,
+                          isVertical};
+    const std::vector<plane::Curve> left = FindFace(input, false);
+    const std::vector<plane::Curve> right = FindFace(input, true);
+    const std::vector<plane::Curve> top = ProfileEdges(pieces, spans, m.tiny);
+    std::vector<plane::Curve> chain;
+    for (size_t i = left.size(); i-- > 0;) chain.push_back(left[i].Reversed());
+    chain.insert(chain.end(), top.begin(), top.end());
+    chain.insert(chain.end(), right.begin(), right.end());
+    envelope.edges = CleanChain(std::move(chain), m.tiny, m.g);
+}
+
+}  // namespace
+
+Envelope FindEnvelope(const Request& request) {
+    Envelope envelope;
+    envelope.lengths = request.lengths;
+    for (const Contour& c : request.curves)
+        if (!IsFinite(c.curve)) {
+            Refuse(envelope, Refusal::NotFinite);
+            return envelope;
+        }
+    const std::vector<Contour> inHalf = ToHalf(request.curves, request.half);
+    const Measures m = MeasureHalf(inHalf, request.lengths, request.rounding);
+    envelope.size = m.size;
+    envelope.lengths = WithDefaults(request.lengths, m.size);
+    if (inHalf.empty()) {
+        Refuse(envelope, Refusal::Empty);
+        return envelope;
+    }
+    const std::vector<Contour> strokes = FindStrokes(inHalf, m, envelope.ignored);
+    if (strokes.empty())
+        Refuse(envelope, Refusal::Empty, inHalf.front().curve.from);
+    else
+        Build(strokes, m, request.verticalEnds, envelope);
+    return envelope;
+}
+
+}  // namespace outline
