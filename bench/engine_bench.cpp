@@ -183,6 +183,7 @@ void BM_TraceBoundary(benchmark::State& state) {
 
 constexpr Pipeline kLive = &CEncircleLine::GetEncircleLine3;
 constexpr Pipeline kTraced = &CEncircleLine::GetEncircleLineByHatch;
+constexpr Pipeline kExact = &CEncircleLine::GetEncircleLineExact;
 constexpr Pipeline kFirst = &CEncircleLine::GetEncircleLine;
 constexpr Pipeline kSecond = &CEncircleLine::GetEncircleLine2;
 constexpr Drawing kGridded = Drawing::Gridded;
@@ -192,6 +193,8 @@ BENCHMARK(BM_Passes<kHatched>)->Name("BM_Passes/hatched")->Apply(bench::AddSizes
 BENCHMARK(BM_Passes<kGridded>)->Name("BM_Passes/gridded")->Apply(bench::AddSizes);
 BENCHMARK(BM_Pipeline<kLive, kHatched>)->Name("BM_Pipeline/hatched")->Apply(bench::AddSizes);
 BENCHMARK(BM_Pipeline<kLive, kGridded>)->Name("BM_Pipeline/gridded")->Apply(bench::AddSizes);
+BENCHMARK(BM_Pipeline<kExact, kHatched>)->Name("BM_PipelineExact/hatched")->Apply(bench::AddSizes);
+BENCHMARK(BM_Pipeline<kExact, kGridded>)->Name("BM_PipelineExact/gridded")->Apply(bench::AddSizes);
 BENCHMARK(BM_Pipeline<kTraced, kGridded>)->Name("BM_PipelineHatch")->Apply(bench::AddUsualSizes);
 BENCHMARK(BM_Pipeline<kFirst, kGridded>)->Name("BM_Pipeline1")->Apply(bench::AddUsualSizes);
 BENCHMARK(BM_Pipeline<kSecond, kGridded>)->Name("BM_Pipeline2")->Apply(bench::AddUsualSizes);

@@ -33,4 +33,32 @@ TEST(RandomTools, OutlinesHoldRayByRay) {
     EXPECT_GT(drawn, 200);
 }
 
+// The proof itself is tested: an outline with one corner moved must be refused.
+TEST(RandomTools, ChangedOutlinesAreRefused) {
+    int changed = 0;
+    for (unsigned seed = 0; seed < 60; ++seed) {
+        const Request request = Random(seed);
+        const Envelope found = outline::FindEnvelope(request);
+        if (found.refusal != Refusal::None) continue;
+        const plain::Law law(request);
+        std::mt19937 random(seed);
+        for (size_t i = 1; i + 1 < found.edges.size(); ++i) {
+            std::vector<plane::Curve> edges = found.edges;
+            plane::Curve &before = edges[i - 1], &after = edges[i];
+            const double least = 0.01 * found.size;
+            if (before.IsArc() || after.IsArc() || before.Length() < least ||
+                after.Length() < least || random() % 3 != 0)
+                continue;
+            // Off both edges, so that neither is only made longer or shorter.
+            const plane::Vector aside =
+                plane::Left(plane::Unit(before.Chord()) + plane::Unit(after.Chord()));
+            const double by = (random() % 2 == 0 ? 1e-3 : -1e-3) * found.size;
+            before.to = after.from = before.to + plane::Unit(aside) * by;
+            ++changed;
+            EXPECT_NE("", plain::Faults(law, edges)) << "seed " << seed << ", corner " << i;
+        }
+    }
+    EXPECT_GT(changed, 100);
+}
+
 }  // namespace
