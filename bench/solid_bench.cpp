@@ -1,5 +1,5 @@
-// Profiles of 10 to 10,000 pieces: preparing, measuring, writing SAT; and what the kernel takes.
-// The growth exponents are printed at the end of each series; the file's size is a counter.
+// Profiles of 10 to 10,000 pieces: preparing, measuring, writing SAT and STEP; and what the kernel
+// takes. The growth exponents are printed at the end of each series; the file's size is a counter.
 #include <cmath>
 #include <string>
 
@@ -7,6 +7,7 @@
 
 #include "host/solid/kernel.h"
 #include "host/solid/sat_text.h"
+#include "host/solid/step_text.h"
 
 using namespace host::solid;
 
@@ -59,6 +60,15 @@ void BM_SatText(benchmark::State& state) {
     state.SetComplexityN(state.range(0));
 }
 BENCHMARK(BM_SatText)->RangeMultiplier(10)->Range(10, 10000)->Complexity();
+
+void BM_StepText(benchmark::State& state) {
+    const Profile profile = Prepared(static_cast<int>(state.range(0)));
+    StepOptions options;
+    options.timestamp = "2026-01-05T10:00:00";
+    for (auto _ : state) benchmark::DoNotOptimize(StepText(profile, options));
+    state.SetComplexityN(state.range(0));
+}
+BENCHMARK(BM_StepText)->RangeMultiplier(10)->Range(10, 10000)->Complexity();
 
 void BM_KernelStep(benchmark::State& state) {
     const Profile profile = Prepared(static_cast<int>(state.range(0)));

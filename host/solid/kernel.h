@@ -1,6 +1,6 @@
-// The modelling kernel: what needs a boundary representation by others - STEP files, triangles -
-// and PNG compression. It is a library of its own that is loaded on first use, because its start
-// takes longer than everything else a short run of a program does.
+// The modelling kernel: what needs a boundary representation by others - triangles, STEP files to
+// compare ours with - and PNG compression. It is a library of its own that is loaded on first use,
+// because its start takes longer than everything else a short run of a program does.
 #pragma once
 
 #include <array>
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "host/solid/profile.h"
+#include "host/solid/step_parts.h"
 
 namespace host::solid {
 
@@ -24,12 +25,6 @@ struct Mesh {
 struct Image {
     int width = 0, height = 0;
     std::vector<unsigned char> pixels;
-};
-
-struct StepOptions {
-    std::string product;    // UTF-8, the product's name in the file
-    int unitsValue = 4;     // header variable INSUNITS of the drawing
-    std::string timestamp;  // "2026-01-05T10:00:00"
 };
 
 // A solid in the kernel. Every function answers false with a reason instead of throwing.

@@ -2,6 +2,7 @@
 
 #include "host/solid/revolve.h"
 #include "host/solid/stamp.h"
+#include "host/solid/step_text.h"
 #include "host/solid/stl.h"
 #include "host/sys/file_io.h"
 #include "product/base/Failure.h"
@@ -45,13 +46,13 @@ public:
         bytes = host::solid::SatText({&*m_solid.profile}, sat);
         return true;
     }
-    bool Step(std::string& bytes, std::string& reason) {
+    bool Step(std::string& bytes, std::string&) {
         host::solid::StepOptions step;
         step.product = m_name;
         step.unitsValue = static_cast<int>(m_database.insunits());
         step.timestamp = host::solid::IsoDateText(host::solid::StampTime());
-        const host::solid::KernelSolid* form = m_solid.form->Get(reason);
-        return form != nullptr && form->StepText(step, bytes, reason);
+        bytes = host::solid::StepText(*m_solid.profile, step);
+        return true;
     }
     bool Stl(std::string& bytes, std::string& reason) {
         const double chord = m_files.chordTolerance > 0
