@@ -15,7 +15,7 @@ LINK = re.compile(r"\]\((?!http)([^)#]+)\)")
 TOP = ("plane/", "plugin/", "host/", "product/", "apps/", "tests/", "bench/", "docs/", "examples/",
        "scripts/", "cmake/")
 # Pages that are being written and that the map names already.
-COMING = {"visibility.md", "dxf.md"}
+COMING = {"visibility.md"}
 # What users make, not what stands here.
 MADE = {"StdAfx.h", "afxwin.h", "arxHeaders.h", "PackageContents.xml"}
 
