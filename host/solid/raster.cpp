@@ -32,8 +32,7 @@ Canvas::Canvas(int width, int height)
       rgb_(3 * depth_.size(), 1.0f) {}
 
 void Canvas::Set(int x, int y, const Colour& colour) {
-    float* const pixel = &rgb_[3 * (static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                                    static_cast<std::size_t>(x))];
+    float* const pixel = &rgb_[3 * IndexOf(x, y)];
     pixel[0] = static_cast<float>(colour.r);
     pixel[1] = static_cast<float>(colour.g);
     pixel[2] = static_cast<float>(colour.b);
@@ -56,18 +55,19 @@ void Canvas::FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]) {
             if (slope[i] == 0.0 && weight[i] < 0.0) right = -1.0;
         }
         const Span columns(left, right, width_);
+        float* const depths = &depth_[IndexOf(0, y)];
+        float* const pixels = &rgb_[3 * IndexOf(0, y)];
         for (int x = columns.first; x <= columns.last; ++x) {
             const double u = weight[0] + slope[0] * (x + 0.5);
             const double v = weight[1] + slope[1] * (x + 0.5), w = 1.0 - u - v;
             const float depth =
                 static_cast<float>(u * p[0].depth + v * p[1].depth + w * p[2].depth);
-            float& nearest = depth_[static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                                    static_cast<std::size_t>(x)];
-            if (depth >= nearest) continue;
-            nearest = depth;
-            Set(x, y,
-                {u * c[0].r + v * c[1].r + w * c[2].r, u * c[0].g + v * c[1].g + w * c[2].g,
-                 u * c[0].b + v * c[1].b + w * c[2].b});
+            if (depth >= depths[x]) continue;
+            depths[x] = depth;
+            float* const pixel = pixels + 3 * static_cast<std::ptrdiff_t>(x);
+            pixel[0] = static_cast<float>(u * c[0].r + v * c[1].r + w * c[2].r);
+            pixel[1] = static_cast<float>(u * c[0].g + v * c[1].g + w * c[2].g);
+            pixel[2] = static_cast<float>(u * c[0].b + v * c[1].b + w * c[2].b);
         }
     }
 }
@@ -78,16 +78,18 @@ void Canvas::DrawLine(const ScreenPoint& a, const ScreenPoint& b, double width,
     const auto [left, right] = std::minmax(a.x, b.x);
     const auto [top, bottom] = std::minmax(a.y, b.y);
     const Span rows(top - half, bottom + half, height_), columns(left - half, right + half, width_);
+    // Only at the very edge do the squares not say what the distance itself says.
+    constexpr double kDoubt = 1e-12;
+    const double surely = half * half * (1.0 - kDoubt), never = half * half * (1.0 + kDoubt);
     for (int y = rows.first; y <= rows.last; ++y)
         for (int x = columns.first; x <= columns.last; ++x) {
             const double qx = x + 0.5 - a.x, qy = y + 0.5 - a.y;
             const double t =
                 length2 > 0.0 ? (std::clamp)((qx * dx + qy * dy) / length2, 0.0, 1.0) : 0.0;
-            if (std::hypot(qx - t * dx, qy - t * dy) > half) continue;
+            const double ex = qx - t * dx, ey = qy - t * dy, distance2 = ex * ex + ey * ey;
+            if (distance2 > never || (distance2 > surely && std::hypot(ex, ey) > half)) continue;
             const double depth = a.depth + t * (b.depth - a.depth) - bias;
-            const std::size_t at = static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
-                                   static_cast<std::size_t>(x);
-            if (depth <= static_cast<double>(depth_[at])) Set(x, y, colour);
+            if (depth <= static_cast<double>(depth_[IndexOf(x, y)])) Set(x, y, colour);
         }
 }
 
@@ -123,24 +125,24 @@ Image Canvas::Reduced(int factor) const {
     Image image;
     image.width = width_ / factor;
     image.height = height_ / factor;
-    image.pixels.reserve(static_cast<std::size_t>(3 * image.width) *
-                         static_cast<std::size_t>(image.height));
+    image.pixels.resize(static_cast<std::size_t>(3 * image.width) *
+                        static_cast<std::size_t>(image.height));
+    unsigned char* out = image.pixels.data();
     for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x)
-            for (std::size_t channel = 0; channel < 3; ++channel) {
-                float sum = 0.0f;
-                for (int j = 0; j < factor; ++j)
-                    for (int i = 0; i < factor; ++i) {
-                        const int row = y * factor + j, column = x * factor + i;
-                        sum += rgb_[3 * (static_cast<std::size_t>(row) *
-                                             static_cast<std::size_t>(width_) +
-                                         static_cast<std::size_t>(column)) +
-                                    channel];
-                    }
-                const float mean = sum / static_cast<float>(factor * factor);
-                image.pixels.push_back(static_cast<unsigned char>(
-                    std::lround((std::clamp)(mean, 0.0f, 1.0f) * 255.0f)));
+        for (int x = 0; x < image.width; ++x) {
+            float sum[3] = {};
+            for (int j = 0; j < factor; ++j) {
+                const float* from = &rgb_[3 * IndexOf(x * factor, y * factor + j)];
+                for (int i = 0; i < factor; ++i, from += 3)
+                    for (int channel = 0; channel < 3; ++channel) sum[channel] += from[channel];
             }
+            for (const float channel : sum) {
+                const float mean = channel / static_cast<float>(factor * factor);
+                // As double the half added is exact, so that this rounds to the nearest.
+                *out++ = static_cast<unsigned char>(
+                    static_cast<double>((std::clamp)(mean, 0.0f, 1.0f) * 255.0f) + 0.5);
+            }
+        }
     return image;
 }
 

@@ -1,6 +1,7 @@
 // Drawing into an image with depth: what the pictures of solids need.
 #pragma once
 
+#include <cstddef>
 #include <vector>
 
 #include "host/solid/kernel.h"
@@ -42,6 +43,10 @@ public:
 
 private:
     void Set(int x, int y, const Colour& colour);
+    std::size_t IndexOf(int x, int y) const {
+        return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
+               static_cast<std::size_t>(x);
+    }
 
     int width_, height_;
     std::vector<float> depth_;
