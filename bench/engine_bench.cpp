@@ -199,7 +199,25 @@ BENCHMARK(BM_Pipeline<kTraced, kGridded>)->Name("BM_PipelineHatch")->Apply(bench
 BENCHMARK(BM_Pipeline<kFirst, kGridded>)->Name("BM_Pipeline1")->Apply(bench::AddUsualSizes);
 BENCHMARK(BM_Pipeline<kSecond, kGridded>)->Name("BM_Pipeline2")->Apply(bench::AddUsualSizes);
 BENCHMARK(BM_TraceBoundary)->Apply(bench::AddUsualSizes);
-// Two gigabytes of memory.
+BENCHMARK(BM_Pipeline<kLive, Drawing::Copies>)
+    ->Name("BM_Pipeline/copies")
+    ->Apply(bench::SetTimes)
+    ->Arg(4000)
+    ->Arg(20000)
+    ->Arg(100000);
+BENCHMARK(BM_Pipeline<kLive, Drawing::Mesh>)
+    ->Name("BM_Pipeline/mesh")
+    ->Apply(bench::SetTimes)
+    ->Arg(300)
+    ->Arg(1000)
+    ->Arg(3000);
+BENCHMARK(BM_Pipeline<kLive, Drawing::Loose>)
+    ->Name("BM_Pipeline/loose")
+    ->Apply(bench::SetTimes)
+    ->Arg(30000)
+    ->Arg(100000)
+    ->Arg(300000);
+// A gigabyte of memory.
 BENCHMARK(BM_Pipeline<kLive, kGridded>)
     ->Name("BM_PipelineLarge")
     ->UseManualTime()

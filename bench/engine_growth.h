@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <ctime>
 #include <map>
+#include <random>
 #include <string>
 
 #include "support/hatched_tool.h"
@@ -20,12 +21,39 @@ constexpr std::uint64_t kSeed = 20260101;
 // Processor time: other programs on the machine do not count.
 inline double GetSeconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
-// The two kinds of drawings that everything is measured on.
-enum class Drawing { Gridded, Hatched };
+// Everything is measured on the first two; the others are what a drawing should not be.
+enum class Drawing {
+    Gridded,
+    Hatched,
+    Copies,  // one line drawn over and over
+    Mesh,    // half of the lines level, half upright, all across one another
+    Loose    // short strokes that meet nothing
+};
 
 inline test::Segments MakeDrawing(Drawing kind, size_t count) {
-    return kind == Drawing::Gridded ? test::ToolProfile(kSeed).Make(count)
-                                    : test::HatchedTool(kSeed).Make(count);
+    if (kind == Drawing::Gridded) return test::ToolProfile(kSeed).Make(count);
+    if (kind == Drawing::Hatched) return test::HatchedTool(kSeed).Make(count);
+    test::Segments segments;
+    std::mt19937_64 random(kSeed);
+    const auto real = [&](double to) {
+        return to * static_cast<double>(random() >> 11) / 9007199254740992.0;
+    };
+    const double half = static_cast<double>(count / 2);
+    const double size = std::sqrt(static_cast<double>(count));
+    for (size_t i = 0; i < count; ++i) {
+        const double at = static_cast<double>(i / 2) + 0.5;
+        AcGePoint3d p(0, 1, 0);
+        AcGePoint3d q(100, 2, 0);
+        if (kind == Drawing::Mesh) {
+            p = i % 2 == 0 ? AcGePoint3d(0, at, 0) : AcGePoint3d(at, 0, 0);
+            q = i % 2 == 0 ? AcGePoint3d(half, at, 0) : AcGePoint3d(at, half, 0);
+        } else if (kind == Drawing::Loose) {
+            p = AcGePoint3d(real(2 * size), 1 + real(2 * size), 0);
+            q = AcGePoint3d(p.x + 0.6 + real(0.3), p.y + real(0.5), 0);
+        }
+        segments.emplace_back(p, q);
+    }
+    return segments;
 }
 
 inline void SetTimes(benchmark::internal::Benchmark* bench) {

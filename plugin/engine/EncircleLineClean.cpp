@@ -8,10 +8,12 @@
 #include <cstdint>
 #include <cstring>
 
+#include "EncircleWatch.h"
 #include "LineBoxes.h"
 #include "PointOnSegment.h"
 #include "RemoveMarked.h"
 #include "SegmentClass.h"
+#include "Twins.h"
 
 namespace {
 
@@ -54,41 +56,72 @@ E_Repeat CompareLines(const CLineInfo& first, const CLineInfo& second,
     return GetBox(second).Contains(GetBox(first), kBoxTol) ? E_Repeat_DropFirst : E_Repeat_None;
 }
 
-// A pair of which one line will go when both are still there.
+// What the lines of one group of twins do to those of another when they are examined first.
 struct SRepeat {
-    int m_nFirst;
-    int m_nSecond;
+    size_t m_nGroup;
+    size_t m_nOther;
     E_Repeat m_outcome;
 };
 
-// All such pairs, ordered as a loop over i < j meets them. Whether a pair is one does not depend on
-// what else has gone, so they can be found beforehand.
-std::vector<SRepeat> FindRepeats(const Lines& lines, const std::vector<char>& skipped,
+// All groups that do anything to each other, by rising first group. Whether they do does not depend
+// on which of their lines have gone.
+std::vector<SRepeat> FindRepeats(const Lines& lines, const CTwins& twins,
                                  const CEncircleCalInfo& info) {
     const double pad = info.m_tolPoint.equalPoint() + 4 * kBoxTol;
     std::vector<SRepeat> repeats;
-    CBoxIndex(GetFlatBoxes(lines)).ForEachPair(pad, [&](int a, int b) {
-        const int first = (std::min)(a, b);
-        const int second = (std::max)(a, b);
-        if (skipped[first] != 0) {
-            return;
-        }
-        // Equal lines and covered ones lie in one another's box; neighbours at a corner do not.
-        const SFlatBox boxA = GetFlatBox(lines[a]).Padded(pad);
-        const SFlatBox boxB = GetFlatBox(lines[b]).Padded(pad);
-        if (!boxA.Holds(GetFlatBox(lines[b])) && !boxB.Holds(GetFlatBox(lines[a]))) {
-            return;
-        }
-        const E_Repeat outcome = CompareLines(lines[first], lines[second], info);
+    const auto add = [&](size_t group, size_t other) {
+        const E_Repeat outcome =
+            CompareLines(lines[twins.GetFirst(group)], lines[twins.GetFirst(other)], info);
         if (outcome != E_Repeat_None) {
-            repeats.push_back({first, second, outcome});
+            repeats.push_back({group, other, outcome});
+        }
+    };
+    std::vector<SFlatBox> boxes;
+    boxes.reserve(twins.GetCount());
+    for (size_t group = 0; group < twins.GetCount(); ++group) {
+        boxes.push_back(GetFlatBox(lines[twins.GetFirst(group)]));
+        if (twins.end(group) - twins.begin(group) > 1) {
+            add(group, group);
+        }
+    }
+    size_t done = 0;
+    CBoxIndex(boxes).ForEachPair(pad, [&](int a, int b) {
+        CEncircleWatch::Step("repeats", done++, 0);
+        // Equal lines and covered ones lie in one another's box; neighbours at a corner do not.
+        if (boxes[a].Padded(pad).Holds(boxes[b]) || boxes[b].Padded(pad).Holds(boxes[a])) {
+            add(static_cast<size_t>(a), static_cast<size_t>(b));
+            add(static_cast<size_t>(b), static_cast<size_t>(a));
         }
     });
-    std::sort(repeats.begin(), repeats.end(), [](const SRepeat& a, const SRepeat& b) {
-        return a.m_nFirst != b.m_nFirst ? a.m_nFirst < b.m_nFirst : a.m_nSecond < b.m_nSecond;
-    });
+    std::sort(repeats.begin(), repeats.end(),
+              [](const SRepeat& a, const SRepeat& b) { return a.m_nGroup < b.m_nGroup; });
     return repeats;
 }
+
+// The first line of a group that has not gone, behind the one whose turn it is. Turns rise and what
+// has gone stays gone, so each group is walked once.
+class CNextLiving {
+public:
+    CNextLiving(const CTwins& twins, const std::vector<char>& gone) : m_twins(twins), m_gone(gone) {
+        m_next.reserve(twins.GetCount());
+        for (size_t group = 0; group < twins.GetCount(); ++group) {
+            m_next.push_back(twins.begin(group));
+        }
+    }
+    // Beyond all lines when there is none.
+    int Find(size_t group, int turn) {
+        const int*& next = m_next[group];
+        while (next != m_twins.end(group) && (*next <= turn || m_gone[*next] != 0)) {
+            ++next;
+        }
+        return next != m_twins.end(group) ? *next : static_cast<int>(m_gone.size());
+    }
+
+private:
+    const CTwins& m_twins;
+    const std::vector<char>& m_gone;
+    std::vector<const int*> m_next;
+};
 
 // The nearest place on other lines to an end, as a walk over all lines in order finds it: of
 // several at the same distance the one that it tries first.
@@ -241,15 +274,36 @@ void CEncircleLine::RemoveRepeatLine2(std::vector<CLineInfo>& lines) {
         skipped[i] = !lines[i].m_bValid ||
                      lines[i].m_startPt.isEqualTo(lines[i].m_endPt, m_calInfo.m_tolPoint);
     }
-    const std::vector<SRepeat> repeats = FindRepeats(lines, skipped, m_calInfo);
-    std::vector<char> gone(lines.size(), 0);
-    int done = -1;  // the line whose turn is over: its first living partner ends it
+    const CTwins twins(lines);
+    const std::vector<SRepeat> repeats = FindRepeats(lines, twins, m_calInfo);
+    std::vector<size_t> starts(twins.GetCount() + 1, 0);
     for (const SRepeat& repeat : repeats) {
-        if (repeat.m_nFirst == done || gone[repeat.m_nFirst] != 0 || gone[repeat.m_nSecond] != 0) {
+        ++starts[repeat.m_nGroup + 1];
+    }
+    for (size_t group = 1; group < starts.size(); ++group) {
+        starts[group] += starts[group - 1];
+    }
+    std::vector<char> gone(lines.size(), 0);
+    CNextLiving living(twins, gone);
+    for (size_t i = 0; i < lines.size(); ++i) {
+        const size_t group = twins.GetGroup(i);
+        if (skipped[i] != 0 || gone[i] != 0) {
             continue;
         }
-        done = repeat.m_nFirst;
-        gone[repeat.m_outcome == E_Repeat_DropFirst ? repeat.m_nFirst : repeat.m_nSecond] = 1;
+        // A line's turn is over with its first living partner.
+        size_t first = lines.size();
+        E_Repeat outcome = E_Repeat_None;
+        for (size_t n = starts[group]; n < starts[group + 1]; ++n) {
+            const auto partner =
+                static_cast<size_t>(living.Find(repeats[n].m_nOther, static_cast<int>(i)));
+            if (partner < first) {
+                first = partner;
+                outcome = repeats[n].m_outcome;
+            }
+        }
+        if (first < lines.size()) {
+            gone[outcome == E_Repeat_DropFirst ? i : first] = 1;
+        }
     }
     for (size_t i = 0; i < lines.size(); ++i) {
         if (lines[i].m_bValid && skipped[i] != 0) {
@@ -264,6 +318,7 @@ void CEncircleLine::UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines) {
     CBoxIndex index(GetFlatBoxes(lines));
     const CCorners corners(lines);
     for (size_t i = 0; i < lines.size(); ++i) {
+        CEncircleWatch::Step("nearest", i, lines.size());
         if (!lines[i].m_bValid) {
             continue;
         }

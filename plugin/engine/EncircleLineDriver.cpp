@@ -112,40 +112,42 @@ void CEncircleLine::GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId&
     if (!run.IsReady()) {
         return;
     }
-    const AcDbObjectIdArray lineIds = PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed));
-    Lines lines = MakeWorkingSet(lineIds);
-    CEncircleTrace::Count("working", lines.size());
+    run.Watch([&] {
+        const AcDbObjectIdArray lineIds = PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed));
+        Lines lines = MakeWorkingSet(lineIds);
+        CEncircleTrace::Count("working", lines.size());
 
-    double axis = std::numeric_limits<double>::quiet_NaN();
-    E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
-    if (GetMidLineAxisValue(axis)) {
-        CreateTempLine(side, axis, lines);
-    } else {
-        side = E_Dir_None;
-    }
-    LeaveEntities(lines);
-    AddMeetingPoints(lines, m_calInfo.m_tolPoint);
-    CLineSplitter::SplitRecords(lines);
-    CEncircleTrace::Count("after_break", lines.size());
-    RemoveLineInExcludeDir(side, axis, lines);
-    CEncircleTrace::Count("after_exclude", lines.size());
-    RemoveRepeatLine2(lines);
-    CEncircleTrace::Count("after_repeat", lines.size());
-    UpdateLinePtByNearestPt(lines);
-    CEncircleTrace::Count("after_nearest", lines.size());
-    RemoveShortLine(lines);
-    CEncircleTrace::Count("after_short", lines.size());
-    SweepInvalid(lines, m_extents);
-    CEncircleTrace::Count("after_sweep", lines.size());
+        double axis = std::numeric_limits<double>::quiet_NaN();
+        E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
+        if (GetMidLineAxisValue(axis)) {
+            CreateTempLine(side, axis, lines);
+        } else {
+            side = E_Dir_None;
+        }
+        LeaveEntities(lines);
+        AddMeetingPoints(lines, m_calInfo.m_tolPoint);
+        CLineSplitter::SplitRecords(lines);
+        CEncircleTrace::Count("after_break", lines.size());
+        RemoveLineInExcludeDir(side, axis, lines);
+        CEncircleTrace::Count("after_exclude", lines.size());
+        RemoveRepeatLine2(lines);
+        CEncircleTrace::Count("after_repeat", lines.size());
+        UpdateLinePtByNearestPt(lines);
+        CEncircleTrace::Count("after_nearest", lines.size());
+        RemoveShortLine(lines);
+        CEncircleTrace::Count("after_short", lines.size());
+        SweepInvalid(lines, m_extents);
+        CEncircleTrace::Count("after_sweep", lines.size());
 
-    SSideChains chains;
-    FindChains(side, lines, chains);
-    if (m_calInfo.m_bSideLinesVertical) {
-        AddVerticalEnds(side, std::isnan(axis) ? 0.0 : axis, chains);
-    }
-    const AcGePoint3dArray points = CollectOutline(side, chains);
-    CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
-    DrawPolyLine(ids, points, axis, outId);
+        SSideChains chains;
+        FindChains(side, lines, chains);
+        if (m_calInfo.m_bSideLinesVertical) {
+            AddVerticalEnds(side, std::isnan(axis) ? 0.0 : axis, chains);
+        }
+        const AcGePoint3dArray points = CollectOutline(side, chains);
+        CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
+        DrawPolyLine(ids, points, axis, outId);
+    });
 }
 
 AcDbObjectIdArray CEncircleLine::PrepareLines(const AcDbObjectIdArray& cloneIds, bool bKeepArcs) {

@@ -117,35 +117,37 @@ void CEncircleLine::RunEarlier(const AcDbObjectIdArray& ids, double dShift, AcDb
     if (!run.IsReady()) {
         return;
     }
-    const AcDbObjectIdArray clones = run.Clone(ids, m_calInfo.m_bExcludeDashed, true);
-    if (dShift != 0.0) {
-        Shift(clones, dShift);
-    }
-    Lines lines = MakeWorkingSet(PrepareLines(clones));
-    CEncircleTrace::Count("working", lines.size());
-    double axis = std::numeric_limits<double>::quiet_NaN();
-    E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
-    if (GetMidLineAxisValue(axis)) {
-        CreateTempLine(side, axis, lines);
-    } else {
-        side = E_Dir_None;
-    }
-    RemoveCrossLine(lines);
-    CEncircleTrace::Count("after_cross", lines.size());
-    BreakLines(lines);
-    CEncircleTrace::Count("after_break", lines.size());
-    UpdateLinePtByNearestPt(lines);
-    RemoveShortLine(lines);
-    CEncircleTrace::Count("after_short", lines.size());
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [](const CLineInfo& line) { return !line.m_bValid; }),
-                lines.end());
+    run.Watch([&] {
+        const AcDbObjectIdArray clones = run.Clone(ids, m_calInfo.m_bExcludeDashed, true);
+        if (dShift != 0.0) {
+            Shift(clones, dShift);
+        }
+        Lines lines = MakeWorkingSet(PrepareLines(clones));
+        CEncircleTrace::Count("working", lines.size());
+        double axis = std::numeric_limits<double>::quiet_NaN();
+        E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
+        if (GetMidLineAxisValue(axis)) {
+            CreateTempLine(side, axis, lines);
+        } else {
+            side = E_Dir_None;
+        }
+        RemoveCrossLine(lines);
+        CEncircleTrace::Count("after_cross", lines.size());
+        BreakLines(lines);
+        CEncircleTrace::Count("after_break", lines.size());
+        UpdateLinePtByNearestPt(lines);
+        RemoveShortLine(lines);
+        CEncircleTrace::Count("after_short", lines.size());
+        lines.erase(std::remove_if(lines.begin(), lines.end(),
+                                   [](const CLineInfo& line) { return !line.m_bValid; }),
+                    lines.end());
 
-    SSideChains chains;
-    FindEarlierChains(side, lines, chains);
-    const AcGePoint3dArray points = CollectOutline(side, chains);
-    CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
-    DrawStraight(points, outId);
+        SSideChains chains;
+        FindEarlierChains(side, lines, chains);
+        const AcGePoint3dArray points = CollectOutline(side, chains);
+        CEncircleTrace::Count("points", static_cast<size_t>(points.length()));
+        DrawStraight(points, outId);
+    });
 }
 
 void CEncircleLine::FindEarlierChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,

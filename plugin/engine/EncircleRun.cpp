@@ -20,6 +20,11 @@ struct SSpace {
     AcDbObjectIdArray m_ids;
 };
 
+bool IsLayerOff(const AcDbObjectId& id) {
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(id, AcDb::kForRead);
+    return layer.openStatus() == Acad::eOk && layer->isOff();
+}
+
 // Decides which picked entities take part, reading each layer once.
 class CPicker {
 public:
@@ -107,6 +112,13 @@ CEncircleRun::CEncircleRun() : m_layer(kScratchLayer) {
     if (m_layer.IsLayerNew()) {
         m_lastBeforeId = GetLastEntity();
     }
+    if (CEncircleWatch::Current() != nullptr) {
+        for (const SLayerLinetype& layer : GetLayerLinetypes()) {
+            if (IsLayerOff(layer.m_layerId)) {
+                m_offLayerIds.push_back(layer.m_layerId);
+            }
+        }
+    }
 }
 
 CEncircleRun::~CEncircleRun() {
@@ -115,6 +127,11 @@ CEncircleRun::~CEncircleRun() {
     }
     EraseScratch();
     ShowAllLayers(true);
+    if (m_bStopped) {
+        for (const AcDbObjectId& id : m_offLayerIds) {
+            static_cast<void>(ShowLayer(id, false));
+        }
+    }
     const AcDbObjectId layerId = m_layer.GetLayerId();
     m_layer.Restore();
     if (m_layer.IsLayerNew() && GetEntitiesOnLayer(layerId, m_lastBeforeId).isEmpty()) {

@@ -4,11 +4,13 @@
 #include <vector>
 
 #include "CurrentLayerGuard.h"
+#include "EncircleWatch.h"
 #include "StdAfx.h"
 
 // For its life the scratch layer is the current one. At the end, on every way out, everything on
 // the scratch layer and every clone is erased, all layers are switched on, the former current layer
-// is current again, and a scratch layer that the run has made is gone.
+// is current again, and a scratch layer that the run has made is gone. After a run that was stopped
+// the layers are off and on as before.
 class CEncircleRun {
 public:
     CEncircleRun();
@@ -29,10 +31,23 @@ public:
     AcDbObjectIdArray Clone(const AcDbObjectIdArray& pickedIds, bool bKeepLook,
                             bool bWithDimensions = false);
 
+    // Calls run(), which may be stopped by the installed CEncircleWatch; whatever it has not done
+    // by then stays undone.
+    template <class Run>
+    void Watch(const Run& run) {
+        try {
+            run();
+        } catch (const SEncircleStop&) {
+            m_bStopped = true;
+        }
+    }
+
 private:
     void EraseScratch();
 
     CCurrentLayerGuard m_layer;
     AcDbObjectId m_lastBeforeId;
     std::vector<AcDbObjectId> m_cloneIds;
+    std::vector<AcDbObjectId> m_offLayerIds;  // before the run
+    bool m_bStopped = false;
 };

@@ -61,23 +61,19 @@ void CLineSplitter::ReplaceBroken(std::vector<CLineInfo>& lines, const SplitOne&
     if (count == 0) {
         return;
     }
-    std::vector<CLineInfo> pieces;
-    pieces.reserve(count);
-    size_t kept = 0;
-    for (size_t i = 0; i < lines.size(); ++i) {
-        if (IsBroken(lines[i])) {
-            split(lines[i], pieces);
-        } else {
-            if (kept != i) {
-                lines[kept] = std::move(lines[i]);
-            }
-            ++kept;
+    std::vector<CLineInfo> replaced;
+    replaced.reserve(lines.size() + count);
+    for (CLineInfo& line : lines) {
+        if (!IsBroken(line)) {
+            replaced.push_back(std::move(line));
         }
     }
-    lines.resize(kept);
-    lines.reserve(kept + pieces.size());
-    lines.insert(lines.end(), std::make_move_iterator(pieces.begin()),
-                 std::make_move_iterator(pieces.end()));
+    for (CLineInfo& line : lines) {
+        if (IsBroken(line)) {
+            split(line, replaced);
+        }
+    }
+    lines = std::move(replaced);
 }
 
 void CLineSplitter::SplitAll(std::vector<CLineInfo>& lines) {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "EncircleWatch.h"
 #include "LineBoxes.h"
 #include "SideOrder.h"
 #include "TolerantCompare.h"
@@ -81,19 +82,17 @@ CVisibility::CVisibility(const std::vector<CLineInfo>& lines, const CQZRect& ext
                   extents.GetWidth() > 0.0 && extents.GetHeight() > 0.0 && HoldsAll(extents, lines);
 }
 
-std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir) {
-    Prepare(dir, nullptr);
-    Seen seen;
-    for (size_t i = 0; i < m_lines.size(); ++i) {
-        SeeRecord(i, seen);
-    }
-    return seen;
-}
+std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir) { return SeeAll(dir, nullptr); }
 
 std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir, const CProbeCuts& probes) {
-    Prepare(dir, &probes);
+    return SeeAll(dir, &probes);
+}
+
+std::vector<SSeenPiece> CVisibility::SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
+    Prepare(dir, pProbes);
     Seen seen;
     for (size_t i = 0; i < m_lines.size(); ++i) {
+        CEncircleWatch::Step("visible", i, m_lines.size());
         SeeRecord(i, seen);
     }
     return seen;

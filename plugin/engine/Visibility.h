@@ -93,6 +93,7 @@ private:
     using Chain = std::vector<AcGePoint3d>;
     using Seen = std::vector<SSeenPiece>;
 
+    Seen SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);
     void Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);
     void SetPlaces();
     SSight MakeSight(size_t record) const;

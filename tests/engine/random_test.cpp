@@ -1,6 +1,7 @@
 // Fast passes against plain loops on random drawings: same records in the same order to the last
 // bit, same entities left in the drawing.
 #include "engine/compare_engines.h"
+#include "support/hatched_tool.h"
 
 namespace {
 
@@ -66,6 +67,51 @@ TEST(FastAgainstPlain, CleanUp) {
         out.Add(lines, "ends moved");
         engine.RemoveShortLine(lines);
         out.Add(lines, "short ones removed");
+    });
+}
+
+// Lines that are drawn several times over, now and then the other way round.
+TEST(FastAgainstPlain, LinesDrawnManyTimes) {
+    Compare("twins", 1500, 14, [](auto& engine, Lines& lines, LineMaker& maker, Outcome& out) {
+        {
+            CBlockAppender space;
+            for (std::uint64_t i = maker.Next(30); i > 0; --i) {
+                const CLineInfo line = lines[maker.Next(lines.size())];
+                const bool turned = maker.Next(4) == 0;
+                lines.push_back(test::AddRecord(space, turned ? line.m_endPt : line.m_startPt,
+                                                turned ? line.m_startPt : line.m_endPt));
+            }
+        }
+        if (maker.Next(4) != 0) engine.BreakLines(lines);
+        out.Add(lines, "broken");
+        engine.RemoveRepeatLine2(lines);
+        out.Add(lines, "repeats removed");
+    });
+}
+
+// Strokes of a hatched tool under tolerances that refuse most of the cuts.
+TEST(FastAgainstPlain, HatchedTools) {
+    Compare("hatched", 60, 1, [](auto& engine, Lines& lines, LineMaker& maker, Outcome& out) {
+        const double tols[] = {5e-4, 5e-3, 0.02, 0.08};
+        const double tol = tols[maker.Next(4)];
+        engine.m_calInfo.m_tolPoint.setEqualPoint(tol);
+        engine.m_calInfo.m_tolPoint.setEqualVector(5e-4);
+        lines.clear();
+        {
+            CBlockAppender space;
+            for (const auto& s : test::HatchedTool(maker.Next(1000)).Make(12 + maker.Next(30)))
+                lines.push_back(test::AddRecord(space, s.first, s.second));
+        }
+        engine.BreakLines(lines);
+        engine.RemoveRepeatLine2(lines);
+        engine.m_extents = CQZRect(true);
+        for (const CLineInfo& line : lines) {
+            engine.m_extents.Extend(line.m_startPt);
+            engine.m_extents.Extend(line.m_endPt);
+        }
+        for (const Lines& seen : engine.BreakAndSee(lines, true, true, {E_Dir_Top, E_Dir_Bottom}))
+            out.Add(seen, "seen");
+        out.Add(engine.BreakAndSee(lines, false, true, {E_Dir_Left}).front(), "seen from the left");
     });
 }
 
