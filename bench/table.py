@@ -3,12 +3,14 @@
 The exponent is that of time ~ size ^ exponent, fitted over the sizes from 10,000 up.
 """
 import argparse
+import glob
 import json
 import math
 import os
 import re
 import subprocess
 import sys
+import tempfile
 
 # Whose time a benchmark's is divided by, for the same size.
 PEERS = {
@@ -16,7 +18,6 @@ PEERS = {
     "BM_Pipeline/gridded": "BM_Noder/gridded",
     "BM_PipelineLarge": "BM_Noder/gridded",
 }
-PROGRAMS = ("engine_bench", "dxf_bench", "solid_bench")
 
 
 def names(program, pattern):
@@ -26,11 +27,11 @@ def names(program, pattern):
 
 def run(program, name):
     """One benchmark in a process of its own: its time in milliseconds and its peak in megabytes."""
-    out = subprocess.run(
-        [program, "--benchmark_filter=^" + re.escape(name) + "$", "--benchmark_format=json"],
-        check=True, capture_output=True, text=True)
-    # The growth that a program prints at its end follows the document.
-    found, _ = json.JSONDecoder().raw_decode(out.stdout[out.stdout.index("{"):])
+    with tempfile.NamedTemporaryFile(suffix=".json") as file:
+        subprocess.run([program, "--benchmark_filter=^" + re.escape(name) + "$",
+                        "--benchmark_out=" + file.name, "--benchmark_out_format=json"],
+                       check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        found = json.load(file)
     result = found["benchmarks"][0]
     if result.get("error_occurred"):
         sys.exit(f"{name}: {result['error_message']}")
@@ -72,12 +73,14 @@ def main():
             before = json.load(file)
 
     figures = {}
-    for program in PROGRAMS:
-        path = os.path.join(options.programs, program)
-        for name in names(path, options.pattern):
-            print(f"\r{name[:76]:76}", end="", file=sys.stderr, flush=True)
-            figures["{}/{}".format(*split(name))] = run(path, name)
-    print("\r" + " " * 76 + "\r", end="", file=sys.stderr)
+    told = sys.stderr.isatty()
+    for program in sorted(glob.glob(os.path.join(options.programs, "*_bench"))):
+        for name in names(program, options.pattern):
+            if told:
+                print(f"\r{name[:76]:76}", end="", file=sys.stderr, flush=True)
+            figures["{}/{}".format(*split(name))] = run(program, name)
+    if told:
+        print("\r" + " " * 76 + "\r", end="", file=sys.stderr)
     if not figures:
         sys.exit("no benchmark of that name")
 
