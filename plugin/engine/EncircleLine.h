@@ -75,35 +75,83 @@ public:
     void GetEncircleLineExact(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
 protected:
+    // The passes. Each takes records or ids and changes them in place unless it says otherwise;
+    // "erased" is the entity, "dropped" the record. A record that is not valid is a neighbour like
+    // any other, but is itself left alone. Distances are drawing units; a comparison with a
+    // tolerance is strict unless it says otherwise. A null id has no entity to erase.
+
     // Source preparation (EncircleLineConvert.cpp)
-    // bKeepArcs leaves arcs as they are: they are noted in m_cloneIds, but no chords replace them.
+
+    // Explodes blocks and polylines, erases what is no outline curve (texts, circles, ellipses) and
+    // replaces arcs and splines by chords. Of polylines whose boxes agree within twice the arc
+    // precision at all four corners only the first stays. The replaced curves are noted in
+    // m_cloneIds, which is never cleared. bKeepArcs leaves arcs as they are, noted too.
     void ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs = false);
+    // Appends chords about m_dArcPrecision long, at equal steps of the curve's parameter: one for
+    // a curve shorter than two of them. Chords below 1e-6 are left out. The curve stays.
     void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectIdArray& out);
+    // One line from end to end; lineId keeps its value when the curve cannot be read.
     void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectId& lineId);
+    // Erases lines of a line type with DASH, dash, CENTER or Center in its name; other spellings
+    // are not caught. Does nothing unless m_bExcludeDashed.
     void RemoveDashedIds(AcDbObjectIdArray& ids);
+    // Erases what lies on the layers. No pipeline calls these two.
     void RemoveIdsInLayer(AcDbObjectIdArray& ids, const std::vector<CString>& layerNames);
     void RemoveDimLineIds(AcDbObjectIdArray& ids);
+    // Every layer on or off; which were off before is not remembered.
     void SetLayersShow(bool bShow);
+    // Erases all that lies on the scratch layer in model space. The pipelines leave it to
+    // CEncircleRun.
     void DeleteCloneEnts();
+    // The arcs among the ids, and those of them within 1e-4 of the point (<=). The outline asks
+    // CArcIndex instead of the second.
     AcDbObjectIdArray GetAllArc(AcDbObjectIdArray ids);
     AcDbObjectIdArray IsPointOnArc(AcDbObjectIdArray ids, AcGePoint3d pt);
 
     // Line breaking (EncircleLineBreak.cpp)
+
+    // Breaks every line where another meets it within m_tolPoint. Left are the whole lines in their
+    // order, then the pieces line by line; pieces are new entities on the broken one's layer. A
+    // line that ends on another gets a piece of length zero; collinear ones do not meet. The live
+    // pipeline does the same to the records alone. O((n + k) log n).
     void BreakLines(std::vector<CLineInfo>& lines);
+    // Breaks every line where probes through the ends of others cross it: upright ones
+    // (bWithVertical), then level ones; without upright ones only through ends outside the extents
+    // moved by m_dSideLength. Quadratic, so the pipelines call BreakAndSee() where it can be used.
     void BreakLines2(std::vector<CLineInfo>& lines, bool bWithVertical, bool bShiftRight);
+    // One line, by probes through the points between its own ends in the list. A line whose ends
+    // are not in the list within m_tolPoint is not cut; of equal points the first counts, so a
+    // probe beside an end may be passed over. No pipeline calls it, but CProbeCuts does as it does.
     void CalBreakPoint(CLineInfo& line, const AcGePoint3dArray& points, bool bVertical,
                        double dHalfLength);
+    // Appends the point unless one within tol (<=) is there; the index of the first such, or -1.
+    // Walks of a list, for other modules: no pipeline calls these two.
     void AddBreakPoint(AcGePoint3d pt, std::vector<AcGePoint3d>& pts, AcGeTol tol);
     int GetBreakIndex(const AcGePoint3dArray& pts, AcGePoint3d pt, AcGeTol tol);
+    // One line at its break points; false when it has none or is not valid. The record stays.
     bool SplitLine(CLineInfo& line, AcDbObjectIdArray& newIds);
     SProbeSetup GetProbeSetup(bool bWithVertical, bool bShiftRight) const;
 
     // Directional removal (EncircleLineRemove.cpp)
+
+    // The lines that the side sees, oriented for it; erases the others, lines itself stays. A line
+    // is hidden when its middle lies strictly inside another's range across the view and on it
+    // within m_tolPoint, or behind it; not by its equal, nor by a record of the same entity. Lines
+    // less than m_tolHorVer wide across the view are never seen. O(n log n).
     std::vector<CLineInfo> RemoveLine2(E_RemoveLine_Dir dir, const std::vector<CLineInfo>& lines);
+    // The test of one point against one line; as far as m_extents reaches. No pipeline calls it.
     bool IsPtInLineSpecifiedDir2(AcGePoint3d pt, AcGePoint3d lineStart, AcGePoint3d lineEnd,
                                  E_RemoveLine_Dir dir);
+    // Appends a line along the axis, not valid, so that what crosses the axis is broken there. It
+    // overhangs the drawing by 60 along a level axis, but by 10 along an upright one: the box is
+    // widened sideways only.
     AcDbObjectId CreateTempLine(E_RemoveLine_Dir dir, double dAxis, std::vector<CLineInfo>& lines);
+    // Erases and drops what lies wholly at or beyond the axis, as seen from the side, within
+    // m_tolPoint: also what lies on the axis. E_Dir_None drops nothing.
     void RemoveLineInExcludeDir(E_RemoveLine_Dir dir, double dAxis, std::vector<CLineInfo>& lines);
+    // Erases and drops lines that another side has taken: equal within m_tolLine, collinear and
+    // covered, or with boxes that overlap by more than m_tolPoint, which also takes lines that
+    // merely cross. O((n + m) log n).
     void RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLines,
                               std::vector<CLineInfo>& lines);
 
@@ -111,8 +159,7 @@ protected:
     // the sides, in one (EncircleLineSee.cpp).
     //
     // result   for each side, in the order given, what it sees: the same segments in the same
-    // order.
-    //          Pieces of broken lines have no entity; none is made for them.
+    //          order. Pieces of broken lines have no entity; none is made for them.
     // drawing  whole lines that all of the sides see stay, every other line is erased
     // cost     O((n + seen) log n), where BreakLines2() alone makes a quadratic number of pieces
     std::vector<std::vector<CLineInfo>> BreakAndSee(const std::vector<CLineInfo>& lines,
@@ -120,25 +167,57 @@ protected:
                                                     const std::vector<E_RemoveLine_Dir>& dirs);
 
     // Clean-up (EncircleLineClean.cpp)
+
+    // Erases and drops lines of length zero, all but the last of equal ones (m_tolPoint, either
+    // direction), and lines that a collinear one covers (slopes within 1e-6, boxes within 1e-6).
+    // Slopes are compared in absolute value, so of two that cross like an X from one x the covered
+    // one goes too. A line's turn ends with the first that it drops. O(n log n).
     void RemoveRepeatLine2(std::vector<CLineInfo>& lines);
+    // Moves ends that are less than 0.5 from another line onto its nearest end or foot; exactly 0.5
+    // is too far, and an end that touches one stays. In turn: later lines see where earlier ends
+    // went. Only the records change, and a line may lose its length. O(n log n).
     void UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines);
+    // Erases and drops lines shorter than 0.5 unless both ends lie on other lines that are still
+    // there (m_tolPoint). In turn, once; a chain of short lines goes only from its loose end on.
     void RemoveShortLine(std::vector<CLineInfo>& lines);
+    // Drops lines of which no end is within m_dSideLength (<=) of the outermost x; the entities
+    // stay. To the right the outermost is never below 0; to the left 0 is taken for unset, and the
+    // next coordinate replaces it even if that lies farther right.
     void RemoveLineByWalter(std::vector<CLineInfo>& lines, E_RemoveLine_Dir dir);
 
     // Chains (EncircleLineChain.cpp)
+
+    // Turns lines to run from left to right, or downwards for other than vertical sides. One that
+    // is edge-on is turned every time.
     void UpdateLineStartEndPt(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines);
+    // By rising x of the starts, or by falling y; no tolerance, equal ones keep their order.
     void SortLineInfos(std::vector<CLineInfo>& lines, bool bByX);
+    // Turns and sorts the lines, and bridges neighbours that do not meet within m_tolPoint (<=) by
+    // a straight line without entity, however far; overlapping ones are bridged backwards.
     void ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo>& lines);
+    // Appends the chain's points that are not there yet within m_tolPoint (<=), start before end,
+    // or backward from the last line with end before start. The third argument has no meaning.
     void GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool bUnused,
                        AcGePoint3dArray& pts);
+    // Whether a point within m_tolPoint (<=) is there. A walk; no pipeline calls it.
     bool IsPtExist(const AcGePoint3dArray& pts, const AcGePoint3d& pt);
 
-    // Axis and polyline output (EncircleLineOutput.cpp). A DrawPolyLine() axis that is no number
-    // means that there is none: the outline's ends stay where they are.
+    // Axis and polyline output (EncircleLineOutput.cpp)
+
+    // The y of a level axis line, else the x of an upright one, within m_tolLine (<=); false for a
+    // slanted one or none.
     bool GetMidLineAxisValue(double& dAxis);
+    // Moves lines onto the layer. With m_bExcludeDashed a line type that comes from the old layer
+    // is stated on the line first; one that refuses it stays where it is.
     void SetLineLayerAndType(AcDbObjectIdArray ids, CString strLayerName);
+    // Draws the closed outline on the envelope layer; fewer than two points draw nothing. Middle
+    // points of steps whose directions agree within one degree go, however far the steps lead off.
+    // The first and the last point are put on the axis; one that is no number means that there is
+    // none. Stretches along arcs of m_cloneIds become arcs. The first argument has no meaning.
     void DrawPolyLine(AcDbObjectIdArray ids, AcGePoint3dArray pts, double dAxis,
                       AcDbObjectId& polylineId);
+    // One stretch: a bulged segment when arcId is an arc, else its points. bSkipLast leaves the
+    // last point to the next stretch.
     void AddPolyLinePt(AcDbPolyline* pPolyline, AcDbObjectId arcId, AcGePoint3dArray arcPts,
                        bool bSkipLast, int& nVertexIndex);
     void AddOutline(AcDbPolyline* pPolyline, const AcGePoint3dArray& pts);

@@ -38,32 +38,31 @@ int GetSideOfLine(const AcGePoint3d& pt, const AcGePoint3d& start, const AcGePoi
 
 bool IsHiddenBySegment(const AcGePoint3d& pt, const AcGePoint3d& start, const AcGePoint3d& end,
                        E_RemoveLine_Dir dir, const CQZRect& extents, const AcGeTol& tol) {
-    const bool bVertical = IsVerticalSide(dir);
-    if (bVertical ? !IsStrictlyBetween(pt.x, start.x, end.x)
-                  : !IsStrictlyBetween(pt.y, start.y, end.y)) {
+    const SSideView view(dir);
+    if (!IsStrictlyBetween(view.GetAcross(pt), view.GetAcross(start), view.GetAcross(end))) {
         return false;
     }
-    const AcGeVector3d reach = bVertical ? AcGeVector3d(0, extents.GetHeight(), 0)
-                                         : AcGeVector3d(extents.GetWidth(), 0, 0);
+    const AcGeVector3d reach =
+        view.GetStep(view.m_bVertical ? extents.GetHeight() : extents.GetWidth());
     AcGePoint3d met;
     if (!AcGeLineSeg3d(start, end).intersectWith(AcGeLineSeg3d(pt - reach, pt + reach), met, tol)) {
         return false;
     }
-    const double place = bVertical ? met.y : met.x;
-    const double own = bVertical ? pt.y : pt.x;
-    if (IsEqualValue(place, own, tol.equalPoint())) {
-        return true;
-    }
-    return dir == E_Dir_Top || dir == E_Dir_Right ? place > own : own > place;
+    const double place = view.GetTowards(met);
+    const double own = view.GetTowards(pt);
+    return IsEqualValue(place, own, tol.equalPoint()) || place > own;
 }
 
 bool IsBehindSegment(const AcGePoint3d& pt, const AcGePoint3d& start, const AcGePoint3d& end,
                      E_RemoveLine_Dir dir, const AcGeTol& tolPoint, const AcGeTol& tolLine) {
-    const bool bVertical = IsVerticalSide(dir);
+    if (dir == E_Dir_None) {
+        return false;
+    }
+    const SSideView view(dir);
     const double tol = tolPoint.equalPoint();
-    const double own = bVertical ? pt.x : pt.y;
-    const double from = bVertical ? start.x : start.y;
-    const double to = bVertical ? end.x : end.y;
+    const double own = view.GetAcross(pt);
+    const double from = view.GetAcross(start);
+    const double to = view.GetAcross(end);
     if (!IsStrictlyBetween(own, from, to) || IsEqualValue(own, from, tol) ||
         IsEqualValue(own, to, tol)) {
         return false;
@@ -71,30 +70,15 @@ bool IsBehindSegment(const AcGePoint3d& pt, const AcGePoint3d& start, const AcGe
     const E_Run run = GetRun(start, end, tolLine.equalPoint());
     if (run == E_Run::Oblique) {
         const int side = GetSideOfLine(pt, start, end, tol);
-        switch (dir) {
-            case E_Dir_Bottom:
-            case E_Dir_Left:
-                return side == 1;
-            case E_Dir_Top:
-            case E_Dir_Right:
-                return side == -1;
-            default:
-                return false;
-        }
+        return side == (dir == E_Dir_Top || dir == E_Dir_Right ? -1 : 1);
     }
-    if (run != (bVertical ? E_Run::Level : E_Run::Upright)) {
+    if (run != (view.m_bVertical ? E_Run::Level : E_Run::Upright)) {
         return false;
     }
-    switch (dir) {
-        case E_Dir_Bottom:
-            return IsGreaterValue(pt.y, start.y, tol);
-        case E_Dir_Top:
-            return IsLessValue(pt.y, start.y, tol);
-        case E_Dir_Right:
-            return IsLessValue(pt.x, start.x, tol);
-        case E_Dir_Left:
-            return IsGreaterValue(pt.x, start.x, tol);
-        default:
-            return false;
-    }
+    // Not by what is towards the viewer: without a tolerance equal values count as less, on either
+    // side of 0.
+    const double height = view.m_dSign * view.GetTowards(pt);
+    const double other = view.m_dSign * view.GetTowards(start);
+    return view.m_dSign > 0.0 ? IsLessValue(height, other, tol)
+                              : IsGreaterValue(height, other, tol);
 }

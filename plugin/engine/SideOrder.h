@@ -8,6 +8,24 @@
 // looks along x, at segments that run from top to bottom.
 inline bool IsVerticalSide(E_RemoveLine_Dir dir) { return dir == E_Dir_Bottom || dir == E_Dir_Top; }
 
+// A side's own axes: what it sees from left to right is across, and what is nearer to it is farther
+// towards it. All four sides are then one. Turning back gives the same bits, since signs are exact.
+struct SSideView {
+    bool m_bVertical;
+    double m_dSign;  // of the drawing's axis towards the viewer
+
+    explicit SSideView(E_RemoveLine_Dir dir)
+        : m_bVertical(IsVerticalSide(dir)),
+          m_dSign(dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0) {}
+
+    double GetAcross(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
+    double GetTowards(const AcGePoint3d& pt) const { return m_dSign * (m_bVertical ? pt.y : pt.x); }
+    // A step along the view.
+    AcGeVector3d GetStep(double dLength) const {
+        return m_bVertical ? AcGeVector3d(0, dLength, 0) : AcGeVector3d(dLength, 0, 0);
+    }
+};
+
 // Exchanges the ends of a segment that does not run that way. One that is edge-on to the viewer is
 // exchanged every time.
 inline void OrientForSide(E_RemoveLine_Dir dir, AcGePoint3d& start, AcGePoint3d& end) {
