@@ -216,9 +216,21 @@ private:
             for (const Curve& arc : arcs) m_result.curves.push_back(arc);
             return true;
         }
-        if (!isLast) return false;
-        if (m_result.curves.size() + 2 * waiting >= m_most) m_result.isWithin = false;
+        if (!isLast && !IsPoint(s)) return false;
+        if (m_result.curves.size() + 2 * waiting >= m_most && !IsPoint(s))
+            m_result.isWithin = false;
         if (s.a.point != s.b.point) m_result.curves.push_back(MakeLine(s.a.point, s.b.point));
+        return true;
+    }
+
+    // Where a spline stands still no halving makes it turn less: such a stretch is one point.
+    bool IsPoint(const Stretch& s) const {
+        if (!std::holds_alternative<Nurbs>(m_curve)) return false;
+        if (Distance(s.a.point, s.b.point) > kSlack * m_tol) return false;
+        for (int i = 1; i <= kPlaces; ++i)
+            if (Distance(s.a.point, PointAt(m_curve, s.a.t + (s.b.t - s.a.t) * i / (kPlaces + 1))) >
+                kSlack * m_tol)
+                return false;
         return true;
     }
 

@@ -4,6 +4,7 @@
 
 #include <charconv>
 #include <cmath>
+#include <limits>
 
 #include "product/base/Text.h"
 
@@ -43,27 +44,38 @@ std::vector<double> ReadNumbers(const std::string& option, const std::string& te
 
 namespace {
 
+using Exact = ToolParameters::ExactLengths;
+
+// A length of the step-by-step envelopes, of the exact one, or of both; of none of them: the chord
+// tolerance, which is the solid's.
 struct LengthOption {
     const char* name;
     std::string LengthTexts::*text;
-    double ToolParameters::*value;  // null: the chord tolerance, which is the solid's
+    double ToolParameters::*steps;
+    double Exact::*exact;
     bool mayBeZero;
     const char* help;
-    const char* usual;  // what stands for the default; null: its number
+    const char* usual;  // what stands for the exact envelope's default, or the solid's
 };
 
 const LengthOption kLengths[] = {
-    {"--point-tolerance", &LengthTexts::point, &ToolParameters::pointTolerance, false,
-     "points closer than this are one", nullptr},
-    {"--line-tolerance", &LengthTexts::line, &ToolParameters::lineTolerance, false,
-     "for tests between lines", nullptr},
-    {"--horver-tolerance", &LengthTexts::horVer, &ToolParameters::horVerTolerance, false,
-     "a line is horizontal or vertical within this", nullptr},
-    {"--arc-precision", &LengthTexts::precision, &ToolParameters::arcPrecision, false,
-     "arcs and splines become chords about this long", nullptr},
-    {"--side-length", &LengthTexts::side, &ToolParameters::sideLength, true,
-     "how far in the left and right ends are looked for", nullptr},
-    {"--chord-tolerance", &LengthTexts::chord, nullptr, false,
+    {"--point-tolerance", &LengthTexts::point, &ToolParameters::pointTolerance, &Exact::point,
+     false, "points closer than this are one", "5e-6 of the tool's size, 0.0005 at most"},
+    {"--side-length", &LengthTexts::side, &ToolParameters::sideLength, &Exact::side, true,
+     "how far in the faces of both ends may lie", "a tenth of the tool's size, 5 at most"},
+    {"--overshoot", &LengthTexts::overshoot, nullptr, &Exact::overshoot, false,
+     "exact: free ends no longer than this are overshoots",
+     "a hundredth of the tool's size, 0.5 at most"},
+    {"--curve-tolerance", &LengthTexts::curve, nullptr, &Exact::curve, false,
+     "exact: the arcs that stand for splines leave them by no more",
+     "1e-5 of the tool's size, 0.001 at most"},
+    {"--line-tolerance", &LengthTexts::line, &ToolParameters::lineTolerance, nullptr, false,
+     "algorithms 1, 2, 3, hatch: for tests between lines", nullptr},
+    {"--horver-tolerance", &LengthTexts::horVer, &ToolParameters::horVerTolerance, nullptr, false,
+     "algorithms 1, 2, 3, hatch: a line is horizontal or vertical within this", nullptr},
+    {"--arc-precision", &LengthTexts::precision, &ToolParameters::arcPrecision, nullptr, false,
+     "algorithms 1, 2, 3, hatch: arcs and splines become chords about this long", nullptr},
+    {"--chord-tolerance", &LengthTexts::chord, nullptr, nullptr, false,
      "triangles of --stl leave the solid by no more", "a thousandth of its diameter"},
 };
 
@@ -74,11 +86,15 @@ std::string Short(double number) {
     return text;
 }
 
-// "points closer than this are one (0.0005)".
+// "points closer than this are one (exact: 5e-6 of the tool's size; else 0.0005)".
 std::string HelpOf(const LengthOption& length) {
     const ToolParameters usual;
-    return std::string(length.help) + " (" +
-           (length.usual != nullptr ? length.usual : Short(usual.*length.value)) + ")";
+    std::string text = std::string(length.help) + " (";
+    if (length.exact != nullptr && length.steps != nullptr) text += "exact: ";
+    if (length.usual != nullptr) text += length.usual;
+    if (length.exact != nullptr && length.steps != nullptr) text += "; else ";
+    if (length.steps != nullptr) text += Short(usual.*length.steps);
+    return text + ")";
 }
 
 }  // namespace
@@ -93,8 +109,24 @@ void ReadLengths(const LengthTexts& texts, ToolParameters& parameters, double& c
             throw Failure(Fault::Request, std::string(length.name) + ": " + text +
                                               (number < 0 ? " is negative" : " leaves no length") +
                                               "; give a positive length in drawing units");
-        (length.value != nullptr ? parameters.*length.value : chordTolerance) = number;
+        if (length.steps != nullptr) parameters.*length.steps = number;
+        // There 0 stands for the default.
+        if (length.exact != nullptr)
+            parameters.exact.*length.exact =
+                number > 0 ? number : std::numeric_limits<double>::min();
+        if (length.steps == nullptr && length.exact == nullptr) chordTolerance = number;
     }
+}
+
+std::vector<std::string> IdleLengths(const LengthTexts& texts, Algorithm algorithm) {
+    std::vector<std::string> idle;
+    for (const LengthOption& length : kLengths) {
+        const bool isSolids = length.steps == nullptr && length.exact == nullptr;
+        const bool isUsed =
+            algorithm == Algorithm::Exact ? length.exact != nullptr : length.steps != nullptr;
+        if (!(texts.*length.text).empty() && !isUsed && !isSolids) idle.emplace_back(length.name);
+    }
+    return idle;
 }
 
 void DeclareLengths(CLI::App& command, LengthTexts& texts) {

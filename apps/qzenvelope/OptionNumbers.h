@@ -22,8 +22,11 @@ std::vector<double> ReadNumbers(const std::string& option, const std::string& te
 
 // Text of the options that take a length, as typed; empty: not given.
 struct LengthTexts {
-    std::string point, line, horVer, precision, side, chord;
+    std::string point, line, horVer, precision, side, overshoot, curve, chord;
 };
+
+// Names of the options that were given and that an algorithm does not use.
+std::vector<std::string> IdleLengths(const LengthTexts& texts, product::Algorithm algorithm);
 
 void DeclareLengths(CLI::App& command, LengthTexts& texts);
 

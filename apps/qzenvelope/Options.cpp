@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "apps/qzenvelope/OptionNumbers.h"
+#include "product/base/Text.h"
 
 namespace app {
 namespace {
@@ -70,8 +71,8 @@ const char* const kBatchFooter =
 constexpr int kMostJobs = 256;
 
 // In the order in which the help names them.
-constexpr Algorithm kAlgorithms[] = {Algorithm::Live, Algorithm::Hatch, Algorithm::First,
-                                     Algorithm::Second};
+constexpr Algorithm kAlgorithms[] = {Algorithm::Exact, Algorithm::Live, Algorithm::Hatch,
+                                     Algorithm::First, Algorithm::Second};
 
 std::vector<std::string> AlgorithmNames() {
     std::vector<std::string> names;
@@ -86,43 +87,65 @@ Algorithm AlgorithmOf(const std::string& name) {
 
 // Text of the options that are not taken over as they stand.
 struct Texts {
-    std::string centre, window, half = "upper", algorithm = "3";
+    std::string centre, axis, window, crossing, half, algorithm, units;
     LengthTexts lengths;
     LimitTexts limits;
 };
 
-void ReadPlaces(const Texts& texts, ToolRequest& request) {
-    if (!texts.centre.empty()) {
+void ReadPlaces(const Texts& texts, bool isAuto, ToolRequest& request) {
+    if (!texts.axis.empty()) {
+        if (!texts.centre.empty())
+            throw Failure(Fault::Request,
+                          "--centre and --axis both say where the axis is; use one");
+        const auto n =
+            ReadNumbers("--axis", texts.axis, 4, "give two points X1,Y1,X2,Y2 of the axis");
+        request.axis = Axis{{n[0], n[1]}, {n[2], n[3]}};
+        if (n[0] == n[2] && n[1] == n[3])
+            throw Failure(Fault::Request, "--axis: " + Quoted(texts.axis) +
+                                              " has no length; give two points that are apart");
+    } else if (!texts.centre.empty()) {
         const auto n = ReadNumbers("--centre", texts.centre, 2, "give X,Y of a point on the axis");
         request.axis = Axis::Level({n[0], n[1]});
-    } else if (!request.ignoresAxis) {
-        throw Failure(
-            Fault::Request,
-            "no centre given; add --centre X,Y, a point on the tool's axis, or --no-axis");
     }
-    if (!request.axis && request.solid.Any())
+    if (request.ignoresAxis && !request.axis && request.solid.Any())
         throw Failure(Fault::Request,
                       "a solid needs its axis; add --centre X,Y, a point on the tool's axis");
-    if (texts.window.empty()) return;
-    const auto n = ReadNumbers("--window", texts.window, 4, "give two corners X1,Y1,X2,Y2");
+    if (isAuto && (request.axis || request.ignoresAxis))
+        throw Failure(Fault::Request,
+                      "--auto looks for the axis itself; leave --centre, --axis and "
+                      "--no-axis out");
+    if (!texts.window.empty() && !texts.crossing.empty())
+        throw Failure(Fault::Request, "--window and --crossing both say what is picked; use one");
+    const char* const option = texts.crossing.empty() ? "--window" : "--crossing";
+    const std::string& corners = texts.crossing.empty() ? texts.window : texts.crossing;
+    if (corners.empty()) return;
+    const auto n = ReadNumbers(option, corners, 4, "give two corners X1,Y1,X2,Y2");
     Box window;
     window.Add(Point{n[0], n[1]});
     window.Add(Point{n[2], n[3]});
     if (window.Width() == 0 || window.Height() == 0)
-        throw Failure(Fault::Request, "--window: " + Quoted(texts.window) +
+        throw Failure(Fault::Request, std::string(option) + ": " + Quoted(corners) +
                                           " has no area; give two opposite corners X1,Y1,X2,Y2");
-    request.window = window;
+    request.rule.window = window;
+    request.rule.isCrossing = !texts.crossing.empty();
 }
 
 void DeclareTool(CLI::App& command, ToolParameters& parameters, bool& json, Texts& texts) {
-    command.add_option("--half", texts.half, "the half to envelop: upper or lower (upper)")
-        ->check(CLI::IsMember({NameOf(Half::Upper), NameOf(Half::Lower)}));
+    command
+        .add_option("--half", texts.half,
+                    "the half to envelop, left of the axis' direction: upper; right of it: lower; "
+                    "or both, which is what the turning tool sweeps (exact: both; else upper)")
+        ->check(CLI::IsMember({NameOf(Half::Upper), NameOf(Half::Lower), NameOf(Half::Both)}));
     command
         .add_option("--algorithm", texts.algorithm,
-                    "3: the outline seen from the sides; hatch: the boundary traced around the "
-                    "tool, with its exact arcs; 1, 2: earlier forms of 3, whose arcs stay chords; "
-                    "2 puts the envelope 1000 units to the right (3)")
+                    "exact: from the true curves, about an axis in any direction; 3: step by step, "
+                    "as the plug-in's dialogs do, the outline seen from the sides of a level axis; "
+                    "hatch: the boundary traced around the tool; 1, 2: earlier forms of 3, whose "
+                    "arcs stay chords: 1 may reach across the axis, 2 puts the envelope 1000 units "
+                    "to the right (exact)")
         ->check(CLI::IsMember(AlgorithmNames()));
+    command.add_flag("--take-circles", parameters.takeCircles,
+                     "exact: full circles and ellipses are part of the contour");
     command.add_flag("--include-dashed", parameters.includeDashed, "keep dashed and centre lines");
     command.add_flag("--vertical-ends", parameters.verticalEnds,
                      "close both ends by vertical lines down to the axis");
@@ -130,25 +153,69 @@ void DeclareTool(CLI::App& command, ToolParameters& parameters, bool& json, Text
     command.add_flag("--json", json, "print one JSON object and nothing else");
 }
 
-void ReadTool(const Texts& texts, ToolParameters& parameters, double& chordTolerance) {
-    parameters.half = texts.half == NameOf(Half::Lower) ? Half::Lower : Half::Upper;
-    parameters.algorithm = AlgorithmOf(texts.algorithm);
+Half HalfOf(const std::string& name, Algorithm algorithm) {
+    for (const Half half : {Half::Upper, Half::Lower, Half::Both})
+        if (name == NameOf(half)) return half;
+    return algorithm == Algorithm::Exact ? Half::Both : Half::Upper;
+}
+
+// ignoresAxis  only the engine's steps know an outline without one
+void ReadTool(const Texts& texts, bool ignoresAxis, ToolParameters& parameters,
+              double& chordTolerance, std::vector<std::string>& warnings) {
+    parameters.algorithm = !texts.algorithm.empty() ? AlgorithmOf(texts.algorithm)
+                           : ignoresAxis            ? Algorithm::Live
+                                                    : Algorithm::Exact;
+    const bool isExact = parameters.algorithm == Algorithm::Exact;
+    if (isExact && ignoresAxis)
+        throw Failure(Fault::Request,
+                      "the exact envelope has an axis; leave --no-axis out, or use --algorithm 3");
+    parameters.half = HalfOf(texts.half, parameters.algorithm);
+    if (!isExact && parameters.half == Half::Both)
+        throw Failure(Fault::Request,
+                      "--half both is of the exact envelope; use --half upper or "
+                      "lower, or --algorithm exact");
+    if (!isExact && parameters.takeCircles)
+        throw Failure(Fault::Request,
+                      "--take-circles is of the exact envelope; use --algorithm exact");
     ReadLengths(texts.lengths, parameters, chordTolerance);
+    for (const std::string& name : IdleLengths(texts.lengths, parameters.algorithm))
+        warnings.push_back(name + " changes nothing with --algorithm " +
+                           NameOf(parameters.algorithm));
+}
+
+void DeclarePatterns(CLI::App& command, const char* name, std::vector<std::string>& patterns,
+                     const char* help) {
+    command.add_option(name, patterns, help)->expected(1)->take_all();
 }
 
 void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
     ToolRequest& request = options.request;
     command.add_option("IN", request.input, "the drawing, a DXF file")->required();
     command.add_option("--centre,--center", texts.centre, "X,Y of a point on the tool's axis");
+    command.add_option("--axis", texts.axis,
+                       "X1,Y1,X2,Y2: the tool's axis in any direction, by two points");
     command.add_option("--window", texts.window, "X1,Y1,X2,Y2: pick inside this rectangle only");
+    command.add_option("--crossing", texts.crossing,
+                       "X1,Y1,X2,Y2: pick inside this rectangle, and what crosses it");
+    DeclarePatterns(
+        command, "--layer", request.rule.layers,
+        "pick on these layers only: a name, * and ? stand for anything; may be repeated");
+    DeclarePatterns(command, "--exclude-layer", request.rule.withoutLayers,
+                    "pick nothing on these layers; may be repeated");
+    DeclarePatterns(command, "--exclude-type", request.rule.withoutTypes,
+                    "pick none of this type: INSERT, SPLINE, ...; may be repeated");
     DeclareTool(command, request.parameters, options.json, texts);
     command.add_flag("--no-axis", request.ignoresAxis,
                      "pass no axis: the outline of all four sides");
+    command.add_flag("--strict", options.isStrict,
+                     "exit status 1, too, when something is worth a look");
     command.add_option("-o,--output", request.output, "write the drawing with its envelope");
     command.add_option("--svg", request.svg, "write a picture: drawing, envelope, shaded solid");
     command.add_option("--sat", request.solid.sat, "write the solid as SAT, version 7.0");
     command.add_option("--step", request.solid.step, "write the solid as STEP, AP214");
     command.add_option("--stl", request.solid.stl, "write the solid as binary STL");
+    command.add_option("--units", texts.units,
+                       "unit of the drawing, whatever its header says: mm, cm, m, inch, ...");
     command.add_option("--png", request.solid.png,
                        "write a picture of the solid above its profile");
     command.footer(kComputeFooter);
@@ -194,7 +261,7 @@ void CheckBatch(const BatchOptions& options) {
 // The parser takes "-5,0" for options; joined to the option it belongs to it is a value.
 std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
     std::vector<std::string> takers = NumberOptionNames();
-    takers.insert(takers.end(), {"--centre", "--center", "--window"});
+    takers.insert(takers.end(), {"--centre", "--center", "--axis", "--window", "--crossing"});
     std::vector<std::string> joined;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const bool takes = std::find(takers.begin(), takers.end(), arguments[i]) != takers.end();
@@ -225,12 +292,14 @@ ExitStatus StatusOf(Fault fault) {
 Options ParseOptions(const std::vector<std::string>& arguments) {
     Options options;
     Texts texts;
+    bool isAuto = false;
     CLI::App app("Computes the envelope line of a rotating tool from its drawing.", "qzenvelope");
     app.set_version_flag("--version", kVersion);
     app.require_subcommand(1);
     app.footer(kMainFooter);
     CLI::App& compute = *app.add_subcommand("compute", "compute the envelope of one tool");
     DeclareCompute(compute, options.compute, texts);
+    compute.add_flag("--auto", isAuto, "find the tools and their axes, as without --centre");
     CLI::App& batch = *app.add_subcommand("batch", "compute every tool of many drawings");
     DeclareBatch(batch, options.batch, texts);
     CLI::App& info = *app.add_subcommand(
@@ -270,13 +339,21 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     if (compute) {
         options.command = Options::Command::Compute;
         ToolRequest& request = options.compute.request;
-        ReadTool(texts, request.parameters, request.solid.chordTolerance);
-        ReadPlaces(texts, request);
+        ReadTool(texts, request.ignoresAxis, request.parameters, request.solid.chordTolerance,
+                 options.warnings);
+        ReadPlaces(texts, isAuto, request);
+        if (!texts.units.empty()) {
+            request.solid.units = UnitOf(texts.units);
+            if (!request.solid.units)
+                throw Failure(Fault::Request, "--units: " + Quoted(texts.units) +
+                                                  " is no unit; use mm, cm, m, inch or ft");
+        }
+        options.compute.findsTools = !request.axis && !request.ignoresAxis;
     }
     if (batch) {
         options.command = Options::Command::Batch;
         BatchRequest& request = options.batch.request;
-        ReadTool(texts, request.parameters, request.chordTolerance);
+        ReadTool(texts, false, request.parameters, request.chordTolerance, options.warnings);
         request.withPage = !options.batch.report.empty();
         CheckBatch(options.batch);
     }

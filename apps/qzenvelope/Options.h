@@ -19,6 +19,8 @@ ExitStatus StatusOf(Fault fault);
 
 struct ComputeOptions {
     ToolRequest request;
+    bool findsTools = false;  // no axis was named: every tool that is found
+    bool isStrict = false;    // what is worth a look is a failure
     bool json = false;
 };
 
@@ -47,9 +49,10 @@ struct Options {
     BatchOptions batch;
     InfoOptions info;
     CopyOptions copy;
-    double timeLimit = 0;    // seconds; 0: none; of a batch for each tool
-    double memoryLimit = 0;  // megabytes of each process; 0: none
-    std::string text;        // Nothing: the help or the version, to be printed
+    double timeLimit = 0;               // seconds; 0: none; of a batch for each tool
+    double memoryLimit = 0;             // megabytes of each process; 0: none
+    std::vector<std::string> warnings;  // options that change nothing
+    std::string text;                   // Nothing: the help or the version, to be printed
 };
 
 // Reads the arguments after the program's name. Values may follow their option after '=' or as the

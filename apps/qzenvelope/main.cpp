@@ -1,6 +1,6 @@
 // qzenvelope: envelopes of rotating tools from the command line.
 
-#include <cstdio>
+#include <algorithm>
 #include <exception>
 #include <string>
 #include <vector>
@@ -13,7 +13,9 @@
 #include "product/base/Drawing.h"
 #include "product/report/Info.h"
 #include "product/report/Report.h"
-#include "product/tool/ToolRun.h"
+#include "product/check/Verdict.h"
+#include "product/tool/FoundTools.h"
+#include "product/tool/ToolJobs.h"
 
 namespace {
 
@@ -31,24 +33,48 @@ Failure Completed(const Failure& failure, const std::string& input) {
     return {failure.Code(), input + ": " + failure.what() + remedy};
 }
 
+// The tool that was named, else every one that is found.
+std::vector<ToolJob> JobsOf(Drawing& drawing, const ComputeOptions& options) {
+    std::vector<ToolJob> jobs;
+    if (!options.findsTools) {
+        jobs.emplace_back();
+        jobs.back().request = options.request;
+        return jobs;
+    }
+    try {
+        for (FoundRequest& found : FindToolsFor(drawing.Database(), options.request).tools) {
+            CheckFiles(found.request);
+            jobs.emplace_back();
+            jobs.back().request = std::move(found.request);
+            jobs.back().found = std::move(found.tool);
+        }
+    } catch (const Failure& failure) {
+        throw Completed(failure, options.request.input);
+    }
+    return jobs;
+}
+
 ExitStatus Compute(const ComputeOptions& options) {
     const ToolRequest& request = options.request;
     CheckFiles(request);
     Drawing drawing(request.input);
-    ToolRun run;
-    try {
-        RunTool(drawing, request, run);
-    } catch (const Failure& failure) {
-        Warn(request.input, run.warnings);
-        throw Completed(failure, request.input);
+    std::vector<ToolJob> jobs = JobsOf(drawing, options);
+    RunJobs(drawing, jobs);
+    for (const ToolJob& job : jobs) Warn(request.input, job.run.warnings);
+    // What stopped the only tool before anything was done is all there is to tell.
+    if (jobs.size() == 1 && jobs[0].failure && !jobs[0].run.envelope.found && !jobs[0].run.isBegun)
+        throw Completed(*jobs[0].failure, request.input);
+    Print(options.json ? JobsJson(jobs, drawing) : JobsSummary(jobs, drawing));
+    ExitStatus status = kDone;
+    for (const ToolJob& job : jobs) {
+        if (job.failure) {
+            Complain(Completed(*job.failure, request.input).what());
+            status = std::max(status, StatusOf(job.failure->Code()));
+        }
+        if (options.isStrict && !Warnings(job.review.findings).empty())
+            status = std::max(status, kNoResult);
     }
-    Warn(request.input, run.warnings);
-    Print(options.json ? RunJson(run, request, drawing) : RunSummary(run, request, drawing));
-    if (run.envelope.found) return kDone;
-    throw Failure(Fault::NoResult,
-                  request.input +
-                      ": no envelope: nothing that was picked is seen from the chosen half; check"
-                      " --centre and --half, and the list of what was left out");
+    return status;
 }
 
 ExitStatus Run(const std::vector<std::string>& arguments) {
@@ -56,6 +82,7 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     if (!host::LimitMemory(options.memoryLimit))
         throw Failure(Fault::Request, "--memory-limit: the system sets no limit; leave it out");
     if (options.command != Options::Command::Batch) host::LimitTime(options.timeLimit, "the run");
+    for (const std::string& warning : options.warnings) Complain("warning: " + warning);
     switch (options.command) {
         case Options::Command::Compute:
             return Compute(options.compute);

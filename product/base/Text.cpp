@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdio>
+#include <iterator>
+#include <utility>
 #include <cstdlib>
 
 #include "host/dxf/text_codec.h"
@@ -142,15 +144,34 @@ std::string HandleText(const AcDbHandle& handle) {
     return handle.getIntoAsciiBuffer(text, AcDbHandle::kStrSiz) ? ToUtf8(text) : "0";
 }
 
+namespace {
+
+const char* const kUnitNames[] = {
+    "none",       "inches",     "feet",        "miles",      "millimetres", "centimetres",
+    "metres",     "kilometres", "microinches", "mils",       "yards",       "angstroms",
+    "nanometres", "microns",    "decimetres",  "decametres", "hectometres", "gigametres"};
+
+}  // namespace
+
 std::string UnitName(const AcDbDatabase& database) {
-    static const char* const kNames[] = {
-        "none",       "inches",     "feet",        "miles",      "millimetres", "centimetres",
-        "metres",     "kilometres", "microinches", "mils",       "yards",       "angstroms",
-        "nanometres", "microns",    "decimetres",  "decametres", "hectometres", "gigametres"};
     if (database.originalFileVersion() < AcDb::kDHL_1015) return "not stated";
-    const int unit = static_cast<int>(database.insunits());
-    const int known = static_cast<int>(sizeof kNames / sizeof kNames[0]);
-    return unit >= 0 && unit < known ? kNames[unit] : "unit code " + std::to_string(unit);
+    return UnitName(database.insunits());
+}
+
+std::string UnitName(AcDb::UnitsValue units) {
+    const int unit = static_cast<int>(units);
+    const int known = static_cast<int>(std::size(kUnitNames));
+    return unit >= 0 && unit < known ? kUnitNames[unit] : "unit code " + std::to_string(unit);
+}
+
+std::optional<AcDb::UnitsValue> UnitOf(const std::string& name) {
+    static const std::pair<const char*, int> kShort[] = {
+        {"in", 1}, {"inch", 1}, {"ft", 2}, {"mm", 4}, {"cm", 5}, {"m", 6}, {"um", 13}};
+    for (const auto& [known, unit] : kShort)
+        if (name == known) return static_cast<AcDb::UnitsValue>(unit);
+    for (size_t i = 1; i < std::size(kUnitNames); ++i)
+        if (name == kUnitNames[i]) return static_cast<AcDb::UnitsValue>(i);
+    return std::nullopt;
 }
 
 }  // namespace product

@@ -1,6 +1,7 @@
 // Text of the drawing as it is printed: UTF-8, plain.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -26,6 +27,9 @@ std::string TypeName(const AcRxClass* type);
 
 // The drawing unit: "millimetres", "none", "not stated" in versions before R2000, which do not say.
 std::string UnitName(const AcDbDatabase& database);
+std::string UnitName(AcDb::UnitsValue units);
+// The unit of a name as people write it: mm, inch, "millimetres", ...; nothing for any other word.
+std::optional<AcDb::UnitsValue> UnitOf(const std::string& name);
 
 // Fit for XML and HTML, in contents and attributes; control characters, which neither knows,
 // vanish.

@@ -10,6 +10,10 @@ namespace product {
 
 struct Finding {
     enum class Kind {
+        Axis,      // the axis lies beside the drawing's own, or was found without certainty
+        Border,    // a sheet's border is part of what was picked
+        Window,    // the window cuts entities
+        Exact,     // the envelope and the exact one
         Gap,       // a place that the drawing leaves open, bridged
         Crossing,  // the envelope meets itself
         LeftOut,   // entities that take no part

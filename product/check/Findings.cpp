@@ -90,25 +90,32 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                                   std::vector<Finding>& findings) {
     const double notable =
         std::max(kPointTolerances * measure.pointTolerance, kDiameterShare * measure.diameter);
-    const char* const half = measure.isLower ? "lower" : "upper";
+    const std::string half = measure.half == Half::Both    ? "drawing"
+                             : measure.half == Half::Lower ? "lower half of the drawing"
+                                                           : "upper half of the drawing";
     OutlineFigures figures;
     if (!check.hasContour) {
         Add(findings, Finding::Kind::Outline, true,
-            std::string("the ") + half +
-                " half of the drawing encloses no area: the envelope has nothing to be compared "
-                "with");
+            "the " + half + " encloses no area: the envelope has nothing to be compared with");
         return figures;
     }
     if (check.envelope) {
         const Deviation& off = *check.envelope;
         figures.offContour = off.distance;
-        const bool isWarning = off.distance > notable;
-        Add(findings, Finding::Kind::Outline, isWarning,
-            off.distance < kNothing ? "the envelope lies on the drawing's contour"
-                                    : "the envelope lies up to " + Figure(off.distance) +
-                                          (off.isOutside ? " outside" : " inside") +
-                                          " the drawing's contour, at " + Place(off.at),
-            isWarning ? std::optional<Point>(off.at) : std::nullopt);
+        const AxisCheck* const heights = measure.heights;
+        const bool isCovered = heights != nullptr && heights->envelopeApart &&
+                               *heights->envelopeApart <= notable && off.isOutside;
+        const bool isWarning = off.distance > notable && !isCovered;
+        if (off.distance > notable && isCovered)
+            Add(findings, Finding::Kind::Outline, false,
+                "undercut covered, up to " + Figure(off.distance) + " deep, at " + Place(off.at));
+        else
+            Add(findings, Finding::Kind::Outline, isWarning,
+                off.distance < kNothing ? "the envelope lies on the drawing's contour"
+                                        : "the envelope lies up to " + Figure(off.distance) +
+                                              (off.isOutside ? " outside" : " inside") +
+                                              " the drawing's contour, at " + Place(off.at),
+                isWarning ? std::optional<Point>(off.at) : std::nullopt);
     }
     for (const OutlineCheck::Round& round : check.rounds)
         if (round.reach.distance > notable)
@@ -119,16 +126,30 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                 round.reach.at);
     if (!check.hasOtherHalf) {
         Add(findings, Finding::Kind::Halves, false,
-            std::string("only the ") + half + " half is drawn");
+            measure.half == Half::Both ? std::string("only one half is drawn")
+                                       : "only the " + half + " is there");
     } else if (check.halves) {
         const Deviation& differ = *check.halves;
         figures.betweenHalves = differ.distance;
-        const bool isWarning = differ.distance > notable;
-        Add(findings, Finding::Kind::Halves, isWarning,
-            differ.distance < kNothing ? "upper and lower half agree"
-                                       : "upper and lower half differ by up to " +
-                                             Figure(differ.distance) + ", at " + Place(differ.at),
-            isWarning ? std::optional<Point>(differ.at) : std::nullopt);
+        const AxisCheck* const heights = measure.heights;
+        const bool isAlike = heights != nullptr && heights->halvesApart <= notable;
+        const bool isToothed =
+            heights != nullptr && !isAlike && heights->halvesApartBehindTeeth <= notable;
+        const bool isWarning = differ.distance > notable && !isAlike && !isToothed;
+        if (differ.distance > notable && isAlike)
+            Add(findings, Finding::Kind::Halves, false,
+                "the outlines of upper and lower half agree, what they enclose differs");
+        else if (differ.distance > notable && isToothed)
+            Add(findings, Finding::Kind::Halves, false,
+                "the halves differ by " + Figure(heights->halvesApart) +
+                    " as the flanks of a thread do");
+        else
+            Add(findings, Finding::Kind::Halves, isWarning,
+                differ.distance < kNothing
+                    ? "upper and lower half agree"
+                    : "upper and lower half differ by up to " + Figure(differ.distance) + ", at " +
+                          Place(differ.at),
+                isWarning ? std::optional<Point>(differ.at) : std::nullopt);
     }
     return figures;
 }

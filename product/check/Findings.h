@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "EncircleTrace.h"
+#include "ExactEnvelope.h"
+#include "product/check/AxisCheck.h"
 #include "product/check/Finding.h"
 #include "product/check/TrueOutline.h"
 
@@ -21,10 +23,26 @@ void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Fi
 
 // What the comparison is judged by.
 struct OutlineMeasure {
-    bool isLower = false;       // the half that the envelope is of
+    Half half = Half::Upper;    // that the envelope is of
     double pointTolerance = 0;  // drawing units
     double diameter = 0;        // of the tool; 0: not known
+    // What the heights place by place say; null: not looked at. They do not take hollows and
+    // covered undercuts for faults.
+    const AxisCheck* heights = nullptr;
 };
+
+// What the exact envelope tells of itself: bridges, gaps, open ends, overshoots that were cut off,
+// what was left out.
+// Bridges and overshoots no longer than what counts as an overshoot are told without a warning.
+void AddExactFindings(const SExactResult& exact, std::vector<Finding>& findings);
+
+// How another envelope lies to the exact one of the same request: the largest distance and where,
+// and how length and diameter differ. More than 0.01 or a thousandth of the diameter is a warning.
+void AddDifference(const std::vector<Vertex>& ring, const std::vector<Vertex>& exact,
+                   const Axis& axis, std::vector<Finding>& findings);
+
+// How the drawing lies about the axis.
+void AddAxisFindings(const AxisCheck& check, const Axis& axis, std::vector<Finding>& findings);
 
 // The distances that reports show; none where there was nothing to compare.
 struct OutlineFigures {

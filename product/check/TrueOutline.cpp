@@ -20,19 +20,6 @@ constexpr double kSamples = 4000;
 // A union smaller than this share of the tool's box is a stray detail, no outline.
 constexpr double kLeastShare = 0.01;
 
-// Coordinates of a half: along the axis from the middle of the tool, and the distance from the
-// axis, upwards for the half in question. GEOS sees small numbers wherever the drawing lies.
-class HalfFrame {
-public:
-    HalfFrame(const Point& origin, bool lower) : m_origin(origin), m_sign(lower ? -1 : 1) {}
-    Point In(const Point& p) const { return {p.x - m_origin.x, m_sign * (p.y - m_origin.y)}; }
-    Point Out(const Point& p) const { return {p.x + m_origin.x, m_sign * p.y + m_origin.y}; }
-
-private:
-    Point m_origin;
-    double m_sign;
-};
-
 // The parts of a line above the axis; what lies within the tolerance counts as on it.
 void AppendClipped(const Polyline& line, double tolerance, Polylines& out) {
     Polyline part;
@@ -64,8 +51,11 @@ void AppendClipped(const Polyline& line, double tolerance, Polylines& out) {
 // Ends that no other line meets, joined to their nearest like.
 Polylines Bridges(const Polylines& noded, double reach) {
     std::map<std::pair<double, double>, int> ends;
-    for (const Polyline& line : noded)
+    for (const Polyline& line : noded) {
+        // Snapped away by a coarse tolerance.
+        if (line.empty()) continue;
         for (const Point& end : {line.front(), line.back()}) ++ends[{end.x, end.y}];
+    }
     std::vector<Point> loose;
     for (const auto& [place, count] : ends)
         if (count == 1) loose.push_back({place.first, place.second});
@@ -196,7 +186,7 @@ Gathered Gather(const AcArray<AcDbObjectId>& ids, bool withDashed, double chord)
     return gathered;
 }
 
-Polylines HalfOf(const Polylines& lines, const HalfFrame& frame, double tolerance) {
+Polylines HalfOf(const Polylines& lines, const AxisFrame& frame, double tolerance) {
     Polylines half;
     for (const Polyline& line : lines) {
         Polyline moved;
@@ -208,7 +198,7 @@ Polylines HalfOf(const Polylines& lines, const HalfFrame& frame, double toleranc
 
 }  // namespace
 
-OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool lower,
+OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Half half,
                           bool withDashed, const std::vector<Vertex>& envelope, double tolerance) {
     OutlineCheck check;
     Box rough;
@@ -222,19 +212,25 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool l
     if (rough.IsEmpty()) return check;
     const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
     const Gathered gathered = Gather(ids, withDashed, chord);
-    const Point origin{(rough.minX + rough.maxX) / 2, axisY};
-    const HalfFrame frame(origin, lower), otherFrame(origin, !lower);
+    // From the middle of the tool on: GEOS sees small numbers wherever the drawing lies.
+    const Point middle{(rough.minX + rough.maxX) / 2, (rough.minY + rough.maxY) / 2};
+    const AxisFrame frame(axis, middle, half == Half::Lower);
+    const AxisFrame otherFrame(axis, middle, half != Half::Lower);
     const Geos geos;
-    const Polylines contour =
-        ContourOf(geos, HalfOf(gathered.contour, frame, tolerance), tolerance);
-    const Polylines other =
-        ContourOf(geos, HalfOf(gathered.contour, otherFrame, tolerance), tolerance);
-    check.hasContour = !contour.empty();
-    check.hasOtherHalf = !other.empty();
-    if (check.hasContour && check.hasOtherHalf) {
+    Polylines lines = HalfOf(gathered.contour, frame, tolerance);
+    const Polylines otherLines = HalfOf(gathered.contour, otherFrame, tolerance);
+    Polylines contour = ContourOf(geos, lines, tolerance);
+    const Polylines other = ContourOf(geos, otherLines, tolerance);
+    check.hasOtherHalf = !contour.empty() && !other.empty();
+    if (check.hasOtherHalf) {
         check.halves = Compare(geos, contour, other, tolerance);
         check.halves->at = frame.Out(check.halves->at);
     }
+    if (half == Half::Both) {
+        lines.insert(lines.end(), otherLines.begin(), otherLines.end());
+        contour = ContourOf(geos, lines, tolerance);
+    }
+    check.hasContour = !contour.empty();
     if (envelope.empty()) return check;
     Polyline ring;
     for (const Point& p : ChordsOf(envelope, true, chord)) ring.push_back(frame.In(p));
@@ -246,8 +242,8 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool l
     }
     const Near area(geos, geos.Area(ring));
     for (const Gathered::Circle& round : gathered.rounds) {
-        const Polylines half = HalfOf({round.points}, frame, tolerance);
-        Deviation reach = Farthest(half, area);
+        const Polylines inHalf = HalfOf({round.points}, frame, tolerance);
+        Deviation reach = Farthest(inHalf, area);
         if (!(reach.distance > tolerance)) continue;
         reach.at = frame.Out(reach.at);
         reach.isOutside = true;

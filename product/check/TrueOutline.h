@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-#include "product/base/Outline.h"
+#include "product/base/Axis.h"
 #include "arxHeaders.h"
 
 namespace product {
@@ -40,14 +40,15 @@ struct OutlineCheck {
 };
 
 // ids        the tool's entities
-// axisY      height of the axis
-// lower      the half that the envelope is of
+// axis       in any direction
+// half       the half that the envelope is of; of both, what lies right of the axis is mirrored
+//            upon the left
 // withDashed dashed and centre lines are part of the outline
 // envelope   a closed ring; empty: none
 // tolerance  points closer than this are one; what is told is good to about that
 // cost       O(n log n) for n chords, for each half; the distance between samples of a contour is a
 //            4000th of its length
-OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, double axisY, bool lower,
+OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Half half,
                           bool withDashed, const std::vector<Vertex>& envelope, double tolerance);
 
 }  // namespace product

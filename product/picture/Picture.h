@@ -70,7 +70,7 @@ struct Picture {
     std::vector<std::vector<Shape>> blocks;  // named by index, for Shape::block
     std::vector<Vertex> envelope;            // empty: none
     bool hasAxis = false;
-    double axisFrom = 0, axisTo = 0, axisY = 0;
+    Point axisFrom, axisTo;
     bool hasWindow = false;
     Box window;
     Box view;                     // what is to be seen

@@ -209,8 +209,8 @@ private:
 
     void Axis() {
         Path path;
-        path.MoveTo({m_picture.axisFrom, m_picture.axisY});
-        path.LineTo({m_picture.axisTo, m_picture.axisY});
+        path.MoveTo(m_picture.axisFrom);
+        path.LineTo(m_picture.axisTo);
         Stroke("axis", path, m_origin);
     }
 

@@ -1,11 +1,15 @@
 #include "product/report/Report.h"
 
 #include <cstdio>
+#include <map>
 #include <nlohmann/json.hpp>
 
 #include "product/base/Text.h"
 #include "product/check/TraceGaps.h"
+#include "product/check/Verdict.h"
+#include "product/report/ResultJson.h"
 #include "product/report/SolidReport.h"
+#include "product/tool/FoundTools.h"
 
 namespace product {
 namespace {
@@ -50,7 +54,7 @@ Json AlgorithmJson(Algorithm algorithm) {
 Json ParametersJson(const ToolRequest& request) {
     const ToolParameters& p = request.parameters;
     return {{"centre", request.axis ? Json{request.axis->from.x, request.axis->from.y} : Json()},
-            {"window", request.window ? Corners(*request.window) : Json()},
+            {"window", request.rule.window ? Corners(*request.rule.window) : Json()},
             {"half", NameOf(p.half)},
             {"algorithm", AlgorithmJson(p.algorithm)},
             {"include_dashed", p.includeDashed},
@@ -88,6 +92,46 @@ Json TraceJson(const ToolRun& run, const ToolParameters& parameters) {
             {"notes", std::move(notes)}};
 }
 
+Json PlaceJson(const SExactResult::SPlace& place) { return {place.m_dX, place.m_dY}; }
+
+Json AxisJson(const std::optional<Axis>& axis) {
+    if (!axis) return Json();
+    return {{axis->from.x, axis->from.y}, {axis->to.x, axis->to.y}};
+}
+
+// What the exact envelope tells beside its outline.
+void AddExact(const SExactResult& exact, Json& json) {
+    Json bridges = Json::array(), gaps = Json::array(), openEnds = Json::array(),
+         tails = Json::array(), leftOut = Json::array();
+    const auto span = [](const SExactResult::SBridge& bridge) {
+        return Json{{"from", PlaceJson(bridge.m_from)},
+                    {"to", PlaceJson(bridge.m_to)},
+                    {"length", bridge.m_dLength}};
+    };
+    for (const SExactResult::SBridge& bridge : exact.m_bridges) bridges.push_back(span(bridge));
+    for (const SExactResult::SBridge& gap : exact.m_gaps) gaps.push_back(span(gap));
+    for (const SExactResult::SPlace& end : exact.m_openEnds) openEnds.push_back(PlaceJson(end));
+    for (const SExactResult::STail& tail : exact.m_tails)
+        tails.push_back({{"at", PlaceJson(tail.m_at)},
+                         {"length", tail.m_dLength},
+                         {"handle", HandleText(tail.m_id)}});
+    for (const SExactResult::SLeftOut& left : exact.m_leftOut)
+        leftOut.push_back({{"reason", NameOf(left.m_reason)},
+                           {"what", ToUtf8(left.m_strWhat)},
+                           {"handle", HandleText(left.m_id)},
+                           {"at", PlaceJson(left.m_at)}});
+    json["gaps"] = std::move(gaps);
+    json["bridges"] = std::move(bridges);
+    json["open_ends"] = std::move(openEnds);
+    json["tails"] = std::move(tails);
+    json["left_out"] = std::move(leftOut);
+    json["lengths"] = {{"size", exact.m_dSize},
+                       {"point_tolerance", exact.m_dPoint},
+                       {"side_length", exact.m_dSide},
+                       {"overshoot", exact.m_dOvershoot},
+                       {"curve_tolerance", exact.m_dCurve}};
+}
+
 Json TextOrNull(const std::string& text) { return text.empty() ? Json() : Json(text); }
 
 // printf into a string that grows as needed.
@@ -108,7 +152,7 @@ std::string EnvelopeSummary(const Envelope& e) {
     text += "  extents    x " + Figure(e.extents.minX) + " .. " + Figure(e.extents.maxX) + "   y " +
             Figure(e.extents.minY) + " .. " + Figure(e.extents.maxY) + "\n";
     text += "  length     " + Figure(e.length) + " along the outline, " +
-            Figure(e.extents.Width()) + " end to end\n";
+            Figure(e.span > 0 ? e.span : e.extents.Width()) + " end to end\n";
     if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";
     if (e.selfMeeting)
         text +=
@@ -140,38 +184,86 @@ std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters) {
     return text;
 }
 
-}  // namespace
+const char* HalfPhrase(Half half) {
+    return half == Half::Both ? "both halves" : half == Half::Lower ? "lower half" : "upper half";
+}
 
-std::string RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
-    const Json json = {{"envelope", EnvelopeJson(run.envelope)},
-                       {"solid", SolidJson(run.solid)},
-                       {"picked", run.selection.ids.length()},
-                       {"seconds", run.seconds},
-                       {"input", request.input},
-                       {"output", TextOrNull(run.envelope.found ? request.output : "")},
-                       {"svg", TextOrNull(request.svg)},
-                       {"sat", TextOrNull(request.solid.sat)},
-                       {"step", TextOrNull(request.solid.step)},
-                       {"stl", TextOrNull(request.solid.stl)},
-                       {"png", TextOrNull(request.solid.png)},
-                       {"selection",
-                        {{"extents", Corners(run.selection.box)},
-                         {"not_displayed", run.selection.notDisplayed},
-                         {"earlier_envelopes_erased", run.envelopesErased}}},
-                       {"trace", TraceJson(run, request.parameters)},
-                       {"parameters", ParametersJson(request)},
-                       {"file",
-                        {{"version", drawing.Version()},
-                         {"code_page", drawing.CodePage()},
-                         {"notes", drawing.Notes()}}},
-                       {"warnings", run.warnings}};
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+std::string PlaceText(const SExactResult::SPlace& place) {
+    return Figure(place.m_dX) + "," + Figure(place.m_dY);
+}
+
+// Entities of one reason and kind are counted together.
+std::string LeftOutSummary(const SExactResult& exact) {
+    std::map<std::pair<std::string, std::string>, int> counts;
+    for (const SExactResult::SLeftOut& left : exact.m_leftOut)
+        ++counts[{NameOf(left.m_reason), ToUtf8(left.m_strWhat)}];
+    std::string text;
+    for (const auto& [what, count] : counts)
+        text += Line("  left out   %5d  %-10s %s", count, what.first.c_str(), what.second.c_str());
+    return text;
+}
+
+std::string ExactSummary(const SExactResult& exact) {
+    std::string text;
+    for (const SExactResult::SBridge& bridge : exact.m_bridges)
+        text += "  bridge     " + PlaceText(bridge.m_from) + " to " + PlaceText(bridge.m_to) +
+                ", " + Figure(bridge.m_dLength) + " long, not drawn\n";
+    for (const SExactResult::SBridge& gap : exact.m_gaps)
+        text += "  gap        " + PlaceText(gap.m_from) + " to " + PlaceText(gap.m_to) + ", " +
+                Figure(gap.m_dLength) + " long, nothing is drawn there\n";
+    if (exact.m_bridges.empty() && exact.m_gaps.empty()) text += "  gaps       none\n";
+    for (const SExactResult::SPlace& end : exact.m_openEnds)
+        text += "  open end   " + PlaceText(end) + "\n";
+    for (const SExactResult::STail& tail : exact.m_tails)
+        text += "  overshoot  " + PlaceText(tail.m_at) + ", " + Figure(tail.m_dLength) +
+                " long, cut off\n";
+    return text + LeftOutSummary(exact);
+}
+
+Json RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
+    Json json = {{"envelope", EnvelopeJson(run.envelope)},
+                 {"solid", SolidJson(run.solid)},
+                 {"picked", run.selection.ids.length()},
+                 {"seconds", run.seconds},
+                 {"input", request.input},
+                 {"output", TextOrNull(run.envelope.found ? request.output : "")},
+                 {"svg", TextOrNull(request.svg)},
+                 {"sat", TextOrNull(request.solid.sat)},
+                 {"step", TextOrNull(request.solid.step)},
+                 {"stl", TextOrNull(request.solid.stl)},
+                 {"png", TextOrNull(request.solid.png)},
+                 {"selection",
+                  {{"extents", Corners(run.selection.box)},
+                   {"not_displayed", run.selection.notDisplayed},
+                   {"earlier_envelopes_erased", run.envelopesErased}}},
+                 {"trace", TraceJson(run, request.parameters)},
+                 {"parameters", ParametersJson(request)},
+                 {"file",
+                  {{"version", drawing.Version()},
+                   {"code_page", drawing.CodePage()},
+                   {"notes", drawing.Notes()}}},
+                 {"warnings", run.warnings}};
+    json["unit"] =
+        request.solid.units ? UnitName(*request.solid.units) : UnitName(drawing.Database());
+    json["axis"] = AxisJson(request.SeesAxis() ? request.axis : std::nullopt);
+    if (run.exact) AddExact(*run.exact, json);
+    return json;
+}
+
+// The unit, where it comes from, and what the solid's files take it for when nobody says.
+std::string UnitPhrase(const ToolRequest& request, const Drawing& drawing) {
+    if (request.solid.units) return UnitName(*request.solid.units) + ", as --units says";
+    const std::string name = UnitName(drawing.Database());
+    if (name == "none" || name == "not stated")
+        return "not stated in the drawing; STEP and SAT take it for millimetres, --units says "
+               "otherwise";
+    return name + ", as the drawing's header says";
 }
 
 std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
     std::string text = request.input + "\n";
-    text += Line("  picked     %d entities, %s half%s", run.selection.ids.length(),
-                 NameOf(request.parameters.half), request.SeesAxis() ? "" : ", no axis");
+    text += Line("  picked     %d entities, %s%s", run.selection.ids.length(),
+                 HalfPhrase(request.parameters.half), request.SeesAxis() ? "" : ", no axis");
     if (run.selection.notDisplayed > 0)
         text += Line("             %d inside the window are not displayed and were not picked",
                      run.selection.notDisplayed);
@@ -180,7 +272,8 @@ std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Dra
     text += EnvelopeSummary(run.envelope);
     if (const std::string phrase = SolidPhrase(run.solid); !phrase.empty())
         text += "  solid      " + phrase + "\n";
-    text += TraceSummary(run, request.parameters);
+    text += "  unit       " + UnitPhrase(request, drawing) + "\n";
+    text += run.exact ? ExactSummary(*run.exact) : TraceSummary(run, request.parameters);
     text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
     for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
     if (run.envelope.found && !request.output.empty())
@@ -190,6 +283,58 @@ std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Dra
     if (run.envelope.found && request.output.empty())
         text += "  nothing was written to the drawing; -o FILE saves it with its envelope\n";
     return text;
+}
+
+Json FindingsJson(const std::vector<Finding>& findings) {
+    Json list = Json::array();
+    for (const Finding& finding : findings) {
+        Json json = {
+            {"kind", NameOf(finding.kind)}, {"warning", finding.isWarning}, {"text", finding.text}};
+        if (finding.at) json["at"] = {finding.at->x, finding.at->y};
+        list.push_back(std::move(json));
+    }
+    return list;
+}
+
+Json JobJson(const ToolJob& job, const Drawing& drawing) {
+    Json json = RunJson(job.run, job.request, drawing);
+    const detect::FoundTool* const found = job.found ? &*job.found : nullptr;
+    if (job.request.rule.window || found != nullptr)
+        json["window"] = Corners(found != nullptr ? found->window : *job.request.rule.window);
+    else
+        json["window"] = Corners(job.run.selection.box);
+    json["cue"] = found != nullptr ? NameOf(found->cue) : "given";
+    json["confidence"] = found != nullptr ? found->confidence : 1.0;
+    json["verdict"] = VerdictOf(job.review.findings);
+    json["findings"] = FindingsJson(job.review.findings);
+    json["failure"] = job.failure ? Json(job.failure->what()) : Json();
+    return json;
+}
+
+}  // namespace
+
+std::string JobsSummary(const std::vector<ToolJob>& jobs, const Drawing& drawing) {
+    std::string text;
+    for (size_t i = 0; i < jobs.size(); ++i) {
+        const ToolJob& job = jobs[i];
+        text += RunSummary(job.run, job.request, drawing);
+        if (job.found)
+            text += "  found      " +
+                    (jobs.size() > 1 ? "tool " + std::to_string(i + 1) + " of " +
+                                           std::to_string(jobs.size()) + ", "
+                                     : std::string()) +
+                    Describe(*job.found) + "\n";
+        if (job.run.envelope.found) text += VerdictOf(job.review.findings) + "\n";
+    }
+    return text;
+}
+
+std::string JobsJson(const std::vector<ToolJob>& jobs, const Drawing& drawing) {
+    Json tools = Json::array();
+    for (const ToolJob& job : jobs) tools.push_back(JobJson(job, drawing));
+    Json json = jobs.size() == 1 ? tools[0] : Json::object();
+    json["tools"] = std::move(tools);
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 }  // namespace product

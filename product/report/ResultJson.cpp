@@ -8,8 +8,8 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* const kKinds[] = {"gap",    "crossing", "left out", "beyond",
-                              "halves", "outline",  "solid",    "note"};
+const char* const kKinds[] = {"axis",     "border", "window", "exact",   "gap",   "crossing",
+                              "left out", "beyond", "halves", "outline", "solid", "note"};
 
 // The members that are written and read as they are.
 template <class Visitor, class Tool>

@@ -86,6 +86,8 @@ private:
                      std::to_string(planned.notDisplayed) +
                          " not displayed: invisible, or on layers that are off or frozen",
                      std::nullopt});
+            for (const std::string& remark : planned.remarks)
+                result.findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
             const auto ended = m_asked.skipped.find(i);
             if (!IsRefused(planned, ended == m_asked.skipped.end() ? nullptr : &ended->second, tool,
                            result))
@@ -101,12 +103,17 @@ private:
         ToolRequest request;
         // A stored task keeps its own; the flag that is not stored is the batch's.
         request.parameters = ToolParameters(task.params);
-        request.parameters.verticalEnds = m_request.parameters.verticalEnds;
-        request.parameters.algorithm = m_request.parameters.algorithm;
-        request.parameters.limit = m_request.parameters.limit;
+        const ToolParameters& asked = m_request.parameters;
+        request.parameters.verticalEnds = asked.verticalEnds;
+        request.parameters.algorithm = asked.algorithm;
+        request.parameters.limit = asked.limit;
+        request.parameters.exact = asked.exact;
+        request.parameters.takeCircles = asked.takeCircles;
+        if (m_plan.source != ToolSource::Stored) request.parameters.half = asked.half;
         request.picked = tool.sourceIds;
         request.formerEnvelope = tool.envelopeId;
-        request.axis = Axis::Level({tool.centre.x, tool.centre.y});
+        request.axis = planned.axis ? *planned.axis : Axis::Level({tool.centre.x, tool.centre.y});
+        request.curves = planned.curves;
         request.name = planned.name;
         const std::string path = (std::filesystem::path(m_request.out) / file).string();
         request.fileName = file;

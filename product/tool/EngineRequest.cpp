@@ -17,15 +17,23 @@ std::string Format(const char* format, double a, double b = 0) {
     return text;
 }
 
+void RefuseLarge(double tolerance, double size) {
+    if (tolerance > size)
+        throw Failure(Fault::Request,
+                      Format("a tolerance of %.6g is larger than all that was picked "
+                             "(%.6g)",
+                             tolerance, size) +
+                          "; use one far below the smallest feature, such as 0.0005");
+}
+
+void CheckExactLengths(const ToolParameters::ExactLengths& lengths, double size) {
+    for (const double length : {lengths.point, lengths.overshoot, lengths.curve})
+        RefuseLarge(length, size);
+}
+
 void CheckLengths(const ToolParameters& parameters, double size) {
     const double tolerances[] = {parameters.pointTolerance, parameters.lineTolerance};
-    for (const double tolerance : tolerances)
-        if (tolerance > size)
-            throw Failure(Fault::Request,
-                          Format("a tolerance of %.6g is larger than all that was picked "
-                                 "(%.6g)",
-                                 tolerance, size) +
-                              "; use one far below the smallest feature, such as 0.0005");
+    for (const double tolerance : tolerances) RefuseLarge(tolerance, size);
     // A stored task can bring any number.
     for (const double length :
          {tolerances[0], tolerances[1], parameters.horVerTolerance, parameters.arcPrecision})
@@ -49,17 +57,6 @@ std::string EntityName(const AcDbObjectId& id) {
     return "block '" + ToUtf8(name) + "' (reference " + handle + ")";
 }
 
-void CheckPieces(const AcArray<AcDbObjectId>& picked, double limit) {
-    const PieceEstimate pieces = EstimatePieces(picked);
-    if (pieces.count > limit)
-        throw Failure(Fault::Request,
-                      EntityName(pieces.largest) +
-                          Format(" makes most of the %.6g entities that what was picked "
-                                 "comes to, more than %.0f",
-                                 pieces.count, limit) +
-                          "; pick without it by --window, or raise --limit");
-}
-
 // Each crossing cuts two lines in two.
 void CheckCrossings(const AcArray<AcDbObjectId>& picked, double limit) {
     // Counted far enough to say by how much it is too much.
@@ -76,6 +73,33 @@ void CheckCrossings(const AcArray<AcDbObjectId>& picked, double limit) {
                 Format(", more than %.0f; pick less by --window, or raise --limit", limit));
 }
 
+void CheckSegments(const Selection& selection, const ToolParameters& parameters) {
+    const double precision = parameters.arcPrecision, limit = parameters.limit;
+    const double segments = EstimateSegments(selection.ids, precision);
+    if (segments > limit)
+        throw Failure(
+            Fault::Request,
+            Format("an arc precision of %.6g would cut the curves into about %.0f segments",
+                   precision, segments) +
+                Format("; use %.2g or more, which stays below %.0f, or raise --limit",
+                       precision * segments / limit * 1.05, limit));
+}
+
+// A line in any direction: how far it passes the box by.
+void CheckAxisLine(const Axis& axis, const Box& box, double size,
+                   std::vector<std::string>& warnings) {
+    const AxisFrame frame(axis);
+    Box about;
+    for (const Point& corner : {Point{box.minX, box.minY}, Point{box.maxX, box.minY},
+                                Point{box.maxX, box.maxY}, Point{box.minX, box.maxY}})
+        about.Add(frame.In(corner));
+    const double off = std::max({about.minY, -about.maxY, 0.0});
+    const std::string what =
+        "the axis passes " + Figure(off) + " units beside what was picked (" + Describe(box) + ")";
+    if (!(off <= size)) throw Failure(Fault::Request, what + "; give a line through the tool");
+    if (off > 0) warnings.push_back(what);
+}
+
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
     const double offX = std::max({box.minX - c.x, c.x - box.maxX, 0.0});
     const double offY = std::max({box.minY - c.y, c.y - box.maxY, 0.0});
@@ -89,6 +113,17 @@ void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::str
 
 }  // namespace
 
+void CheckPieces(const AcArray<AcDbObjectId>& picked, double limit) {
+    const PieceEstimate pieces = EstimatePieces(picked);
+    if (pieces.count > limit)
+        throw Failure(Fault::Request,
+                      EntityName(pieces.largest) +
+                          Format(" makes most of the %.6g entities that what was picked "
+                                 "comes to, more than %.0f",
+                                 pieces.count, limit) +
+                          "; pick without it by --window, or raise --limit");
+}
+
 std::string Describe(const Box& box) {
     return "x " + Figure(box.minX) + " .. " + Figure(box.maxX) + ", y " + Figure(box.minY) +
            " .. " + Figure(box.maxY);
@@ -101,20 +136,20 @@ void CheckRequest(const Selection& selection, const ToolParameters& parameters,
         throw Failure(Fault::NothingThere,
                       "what was picked has no extents; pick lines, arcs, polylines or blocks");
     const double size = std::max(box.Width(), box.Height());
-    CheckLengths(parameters, size);
-    const double limit = parameters.limit;
-    CheckPieces(selection.ids, limit);
-    const double precision = parameters.arcPrecision;
-    const double segments = EstimateSegments(selection.ids, precision);
-    if (segments > limit)
-        throw Failure(
-            Fault::Request,
-            Format("an arc precision of %.6g would cut the curves into about %.0f segments",
-                   precision, segments) +
-                Format("; use %.2g or more, which stays below %.0f, or raise --limit",
-                       precision * segments / limit * 1.05, limit));
-    CheckCrossings(selection.ids, limit);
-    if (axis) CheckAxis(axis->from, box, size, warnings);
+    // The exact envelope judges its own lengths, and cuts nothing into segments.
+    const bool isExact = parameters.algorithm == Algorithm::Exact;
+    if (isExact)
+        CheckExactLengths(parameters.exact, size);
+    else
+        CheckLengths(parameters, size);
+    CheckPieces(selection.ids, parameters.limit);
+    if (!isExact) CheckSegments(selection, parameters);
+    if (!isExact) CheckCrossings(selection.ids, parameters.limit);
+    if (!axis) return;
+    if (axis->IsLevel())
+        CheckAxis(axis->from, box, size, warnings);
+    else
+        CheckAxisLine(*axis, box, size, warnings);
 }
 
 }  // namespace product

@@ -21,6 +21,10 @@ namespace product {
 void CheckRequest(const Selection& selection, const ToolParameters& parameters,
                   const std::optional<Axis>& axis, std::vector<std::string>& warnings);
 
+// Refuses blocks that come to more entities than the limit, before anything takes them apart.
+// fails  Failure with Request that names the block
+void CheckPieces(const AcArray<AcDbObjectId>& picked, double limit);
+
 // A box as messages show it: "x 0 .. 60, y -10 .. 10".
 std::string Describe(const Box& box);
 

@@ -7,7 +7,7 @@
 
 namespace product {
 
-Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Point>& axis) {
+Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Axis>& axis) {
     Envelope envelope;
     if (id.isNull()) return envelope;
     AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
@@ -30,9 +30,11 @@ Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Point>& axis) 
     envelope.handle = HandleText(id);
     envelope.extents = ExtentsOf(envelope.vertices);
     envelope.length = LengthOf(envelope.vertices);
-    if (axis)
-        envelope.diameter =
-            2 * std::max(envelope.extents.maxY - axis->y, axis->y - envelope.extents.minY);
+    if (axis) {
+        const Box box = BoxAbout(*axis, envelope.vertices);
+        envelope.diameter = 2 * std::max(box.maxY, -box.minY);
+        envelope.span = box.Width();
+    }
     envelope.selfMeeting = FindSelfMeeting(envelope.vertices);
     return envelope;
 }

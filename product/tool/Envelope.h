@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "arxHeaders.h"
-#include "product/base/Outline.h"
+#include "product/base/Axis.h"
 
 namespace product {
 
@@ -18,15 +18,16 @@ struct Envelope {
     Box extents;
     double length = 0;    // along the outline, arcs as arcs
     double diameter = 0;  // twice the greatest distance from the axis; 0 without an axis
+    double span = 0;      // from end to end along the axis; 0 without an axis
     std::optional<SelfMeeting> selfMeeting;
 };
 
 // Reads an envelope and what can be told of it; not found for a null id. Nothing in the drawing
 // changes.
 //
-// axis   a point on the level axis that the diameter is measured from; none: no diameter
+// axis   that the diameter is measured from; none: no diameter
 // cost   O(n log n) for n vertices, for the question whether it meets itself
 // fails  Failure with NoResult when the polyline cannot be read
-Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Point>& axis);
+Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Axis>& axis);
 
 }  // namespace product

@@ -11,8 +11,11 @@
 #include "EncircleLayers.h"
 #include "EntityBox.h"
 #include "EraseEntity.h"
+#include "host/ed/entity_query.h"
+#include "host/ed/text_compare.h"
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
+#include "product/base/Text.h"
 
 namespace product {
 namespace {
@@ -130,6 +133,87 @@ Selection PickList::Pick(const std::optional<Box>& window) const {
             if (entry.box) selection.box.Add(*entry.box);
         }
     }
+    return selection;
+}
+
+void PickList::CountCut(const Box& window, Selection& selection) const {
+    for (const Entry& entry : m_entries) {
+        if (!entry.box || !entry.isDisplayed || entry.isEnvelope) continue;
+        if (!window.Meets(*entry.box) || window.Contains(*entry.box)) continue;
+        // Where it leaves the window, as far as its box tells.
+        const Box& box = *entry.box;
+        const double x = box.minX < window.minX   ? window.minX
+                         : box.maxX > window.maxX ? window.maxX
+                                                  : (box.minX + box.maxX) / 2;
+        const double y = box.minY < window.minY   ? window.minY
+                         : box.maxY > window.maxY ? window.maxY
+                                                  : (box.minY + box.maxY) / 2;
+        if (selection.cut++ == 0)
+            selection.cutAt = {std::clamp(x, window.minX, window.maxX),
+                               std::clamp(y, window.minY, window.maxY)};
+    }
+}
+
+namespace {
+
+// By layer and type, as the host compares names.
+class Filter {
+public:
+    explicit Filter(const PickRule& rule)
+        : m_layers(Joined(rule.layers)),
+          m_withoutLayers(Joined(rule.withoutLayers)),
+          m_withoutTypes(Joined(rule.withoutTypes)) {}
+
+    bool Passes(const AcDbObjectId& id) const {
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) return true;
+        AcString name;
+        const std::wstring layer = entity->layer(name) == Acad::eOk ? name.kwszPtr() : L"";
+        const std::wstring type = FromUtf8(TypeName(entity->isA())).GetString();
+        return (m_layers.empty() || host::MatchesWildcards(layer, m_layers)) &&
+               (m_withoutLayers.empty() || !host::MatchesWildcards(layer, m_withoutLayers)) &&
+               (m_withoutTypes.empty() || !host::MatchesWildcards(type, m_withoutTypes));
+    }
+
+private:
+    static std::wstring Joined(const std::vector<std::string>& patterns) {
+        std::wstring joined;
+        for (const std::string& pattern : patterns)
+            joined += (joined.empty() ? L"" : L",") + std::wstring(FromUtf8(pattern).GetString());
+        return joined;
+    }
+
+    std::wstring m_layers, m_withoutLayers, m_withoutTypes;
+};
+
+AcArray<AcDbObjectId> CrossedBy(AcDbDatabase& database, const Box& window) {
+    AcArray<AcDbObjectId> ids;
+    for (const AcDbObjectId& id :
+         host::QueryRectangle(database, AcGePoint3d(window.minX, window.minY, 0.0),
+                              AcGePoint3d(window.maxX, window.maxY, 0.0), true))
+        ids.append(id);
+    return ids;
+}
+
+}  // namespace
+
+Selection PickBy(AcDbDatabase& database, const PickRule& rule) {
+    Selection selection;
+    if (rule.window && rule.isCrossing) {
+        selection = SelectionOf(CrossedBy(database, *rule.window));
+    } else {
+        const PickList list(database);
+        selection = list.Pick(rule.window);
+        if (rule.window) list.CountCut(*rule.window, selection);
+    }
+    if (!rule.HasFilters()) return selection;
+    const Filter filter(rule);
+    AcArray<AcDbObjectId> kept;
+    for (int i = 0; i < selection.ids.length(); ++i)
+        if (filter.Passes(selection.ids[i])) kept.append(selection.ids[i]);
+    selection.filtered = selection.ids.length() - kept.length();
+    selection.ids = kept;
+    selection.box = BoxOf(GetEntitiesBox(kept));
     return selection;
 }
 

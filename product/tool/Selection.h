@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "arxHeaders.h"
-#include "product/base/Outline.h"
+#include "product/tool/ToolRequest.h"
 
 namespace product {
 
@@ -14,6 +14,10 @@ struct Selection {
     Box box;                    // of everything picked
     int notDisplayed = 0;       // inside the window, but invisible or on a layer off or frozen
     AcArray<AcDbObjectId> envelopes;  // of earlier runs, where the others were picked
+    int filtered = 0;                 // inside the window, but kept out by layer or type
+    // Displayed entities that the window cuts: how many, and where the first one leaves it.
+    int cut = 0;
+    Point cutAt;
 };
 
 // Sorts out what somebody picked: envelopes of earlier runs (layer TempEncircleLine, in any case of
@@ -35,6 +39,10 @@ public:
     // cost     O(log n + m) for m entities that begin within the window's x range
     Selection Pick(const std::optional<Box>& window) const;
 
+    // Adds to a selection what the window cuts.
+    // cost     O(entities)
+    void CountCut(const Box& window, Selection& selection) const;
+
 private:
     struct Entry {
         AcDbObjectId id;
@@ -46,6 +54,11 @@ private:
     std::vector<Entry> m_entries;  // in file order
     std::vector<size_t> m_byLeft;  // those with a box, by its left side
 };
+
+// What a rule picks; with a window only what is displayed.
+// cost   opens every entity of model space
+// fails  Failure with NothingThere when model space cannot be read
+Selection PickBy(AcDbDatabase& database, const PickRule& rule);
 
 // Erases earlier envelopes; those that are gone already are passed over.
 // result   how many were erased

@@ -42,14 +42,14 @@ public:
     bool Sat(std::string& bytes, std::string&) {
         host::solid::SatOptions sat;
         sat.date = host::solid::StampTime();
-        sat.millimetresPerUnit = host::solid::MillimetresPerUnit(m_database.insunits());
+        sat.millimetresPerUnit = host::solid::MillimetresPerUnit(Units());
         bytes = host::solid::SatText({&*m_solid.profile}, sat);
         return true;
     }
     bool Step(std::string& bytes, std::string&) {
         host::solid::StepOptions step;
         step.product = m_name;
-        step.unitsValue = static_cast<int>(m_database.insunits());
+        step.unitsValue = static_cast<int>(Units());
         step.timestamp = host::solid::IsoDateText(host::solid::StampTime());
         bytes = host::solid::StepText(*m_solid.profile, step);
         return true;
@@ -68,6 +68,10 @@ public:
     }
 
 private:
+    AcDb::UnitsValue Units() const {
+        return m_files.units ? *m_files.units : m_database.insunits();
+    }
+
     const SolidRun& m_solid;
     const std::string& m_name;
     const AcDbDatabase& m_database;

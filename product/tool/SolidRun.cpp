@@ -47,8 +47,9 @@ SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Axis& a
 SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelope,
                           const Axis& axis, bool& isLayerEmpty) {
     const CCurrentLayerGuard guard(kSolidLayer);
-    const AcDbObjectId solidId = ::RevolveEnvelope(envelopeId, PointOn(axis));
-    // The plug-in's operation does not say why there is no solid.
+    // The plug-in's operation turns about level axes alone, and does not say why there is no solid.
+    const AcDbObjectId solidId =
+        axis.IsLevel() ? ::RevolveEnvelope(envelopeId, PointOn(axis)) : AcDbObjectId();
     if (solidId.isNull()) return RevolveRing(envelope.vertices, envelope.closed, axis);
     SolidRun run;
     {

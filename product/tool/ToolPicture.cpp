@@ -19,13 +19,42 @@ Box Grown(Box box, double by) {
     return box;
 }
 
-void AddAxis(Picture& picture, const Box& box, double overhang, double height) {
+std::vector<Vertex> Corners(const Box& box) {
+    return {{box.minX, box.minY, 0},
+            {box.maxX, box.minY, 0},
+            {box.maxX, box.maxY, 0},
+            {box.minX, box.maxY, 0}};
+}
+
+// The mirror image of the envelope's box in the axis.
+void AddOtherHalf(Box& view, const Envelope& envelope, const Axis& axis) {
+    if (axis.IsLevel()) {
+        const Box& box = envelope.extents;
+        view.Add(Point{box.minX, 2 * axis.from.y - box.maxY});
+        view.Add(Point{box.maxX, 2 * axis.from.y - box.minY});
+        return;
+    }
+    const AxisFrame frame(axis);
+    for (const Vertex& v : envelope.vertices) {
+        const Point p = frame.In({v.x, v.y});
+        view.Add(frame.Out({p.x, -p.y}));
+    }
+}
+
+// Along the axis past a box, which is the envelope's or that of what was picked.
+void AddAxis(Picture& picture, const Box& box, double overhang, const Axis& axis) {
     picture.hasAxis = true;
-    picture.axisFrom = box.minX - overhang * box.Width();
-    picture.axisTo = box.maxX + overhang * box.Width();
-    picture.axisY = height;
-    picture.view.Add(Point{picture.axisFrom, height});
-    picture.view.Add(Point{picture.axisTo, height});
+    if (axis.IsLevel()) {
+        picture.axisFrom = {box.minX - overhang * box.Width(), axis.from.y};
+        picture.axisTo = {box.maxX + overhang * box.Width(), axis.from.y};
+    } else {
+        const Box about = BoxAbout(axis, Corners(box));
+        const AxisFrame frame(axis);
+        picture.axisFrom = frame.Out({about.minX - overhang * about.Width(), 0});
+        picture.axisTo = frame.Out({about.maxX + overhang * about.Width(), 0});
+    }
+    picture.view.Add(picture.axisFrom);
+    picture.view.Add(picture.axisTo);
 }
 
 }  // namespace
@@ -35,14 +64,14 @@ Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun&
     picture.title = request.input;
     picture.envelope = run.envelope.vertices;
     picture.view = run.selection.box;
-    if (request.window) {
+    if (const std::optional<Box>& window = request.rule.window) {
         picture.hasWindow = true;
-        picture.window = *request.window;
-        picture.view.Add(*request.window);
+        picture.window = *window;
+        picture.view.Add(*window);
     }
     if (request.SeesAxis())
         AddAxis(picture, run.envelope.found ? run.envelope.extents : run.selection.box,
-                kSheetOverhang, request.axis->from.y);
+                kSheetOverhang, *request.axis);
     const Box tool = picture.view;
     for (const Box& dimension : picture.dimensions)
         if (tool.Meets(dimension)) picture.view.Add(dimension);
@@ -64,13 +93,12 @@ Picture PagePicture(Picture picture, const ToolRequest& request, const ToolRun& 
     picture.envelope = run.envelope.vertices;
     picture.view = run.selection.box;
     if (run.envelope.found && request.axis) {
-        const double height = request.axis->from.y;
         const Box& box = run.envelope.extents;
         picture.view = box;
-        picture.view.Add(Point{box.minX, 2 * height - box.maxY});
-        picture.view.Add(Point{box.maxX, 2 * height - box.minY});
-        const Box nearby = Grown(picture.view, kNearby * box.Width());
-        AddAxis(picture, box, kPageOverhang, height);
+        AddOtherHalf(picture.view, run.envelope, *request.axis);
+        const Box nearby = Grown(
+            picture.view, kNearby * (request.axis->IsLevel() ? box.Width() : run.envelope.span));
+        AddAxis(picture, box, kPageOverhang, *request.axis);
         for (const Box& dimension : picture.dimensions)
             if (nearby.Contains(dimension)) picture.view.Add(dimension);
     }

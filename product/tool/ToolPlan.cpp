@@ -8,6 +8,7 @@
 #include "ToolFrame.h"
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
+#include "product/tool/FoundTools.h"
 #include "product/tool/Selection.h"
 #include "product/base/Text.h"
 #include "product/check/SourceCurves.h"
@@ -48,7 +49,9 @@ ToolSource SourceOf(AcDbDatabase& database, const BatchRequest& request,
     if (!table.empty()) return ToolSource::Table;
     const bool isStored = BatchTaskList::isStored(&database);
     if (!request.tasks.empty()) return ToolSource::Stored;
-    return isStored && !request.fromFrames ? ToolSource::Stored : ToolSource::Frames;
+    if (isStored && !request.fromFrames) return ToolSource::Stored;
+    return request.fromFrames || !CollectToolFrames(&database).empty() ? ToolSource::Frames
+                                                                       : ToolSource::Found;
 }
 
 [[noreturn]] void RefuseNone(ToolSource source) {
@@ -56,7 +59,7 @@ ToolSource SourceOf(AcDbDatabase& database, const BatchRequest& request,
         "no tool: no frame carries a tool number; name the tools with --tools FILE.csv, or compute "
         "one with qzenvelope compute",
         "no tool: the stored tasks hold none; add tools to them, or use --from-frames",
-        "no tool: no line of the tools file is for this drawing"};
+        "no tool: no line of the tools file is for this drawing", "no tool was found"};
     throw Failure(Fault::NothingThere, kTexts[static_cast<int>(source)]);
 }
 
@@ -82,7 +85,10 @@ public:
             if (!IsAskedFor(m_plan.list[task], m_request)) continue;
             for (size_t tool = 0; tool < m_plan.list[task].tools.size(); ++tool) {
                 const BatchTool& stored = m_plan.list[task].tools[tool];
-                PlannedTool planned{task, tool, ToUtf8(stored.name), {}, 0};
+                PlannedTool planned;
+                planned.task = task;
+                planned.tool = tool;
+                planned.name = ToUtf8(stored.name);
                 if (stored.sourceIds.isEmpty())
                     planned.problem = "nothing of it is left in the drawing; add the tool anew";
                 m_plan.tools.push_back(planned);
@@ -101,17 +107,21 @@ public:
         if (m_task == list.size()) list.emplace_back();
         list[m_task] = BatchTask();
         list[m_task].name = name;
-        list[m_task].params = EngineRecordOf(m_request.parameters);
+        ToolParameters parameters = m_request.parameters;
+        // The dialogs, which read the task again, know one half.
+        if (parameters.half == Half::Both) parameters.half = Half::Upper;
+        list[m_task].params = EngineRecordOf(parameters);
     }
 
+    // The centre line of a level axis, or nothing and what to do.
     void Add(const CString& name, const Selection& selection, const std::optional<Point>& axis,
-             const char* remedy) {
+             const std::string& remedy) {
         BatchTool tool;
         tool.name = name;
         tool.sourceIds = selection.ids;
         if (axis) tool.centre.set(axis->x, axis->y, 0);
-        PlannedTool planned{
-            m_task, m_plan.list[m_task].tools.size(), ToUtf8(name), {}, selection.notDisplayed};
+        PlannedTool planned = Next(name);
+        planned.notDisplayed = selection.notDisplayed;
         if (selection.ids.isEmpty())
             planned.problem = "nothing that is displayed lies inside its frame or window";
         else if (!axis)
@@ -121,9 +131,33 @@ public:
         m_plan.envelopes.append(selection.envelopes);
     }
 
+    // A tool that was found, with its own axis.
+    void Add(const CString& name, const FoundRequest& found, int notDisplayed) {
+        BatchTool tool;
+        tool.name = name;
+        tool.sourceIds = *found.request.picked;
+        const Axis& axis = *found.request.axis;
+        tool.centre.set(axis.from.x, axis.from.y, 0);
+        PlannedTool planned = Next(name);
+        planned.notDisplayed = notDisplayed;
+        planned.axis = axis;
+        planned.curves = found.request.curves;
+        planned.remarks = found.tool.remarks;
+        m_plan.list[m_task].tools.push_back(tool);
+        m_plan.tools.push_back(planned);
+    }
+
     ToolPlan m_plan;
 
 private:
+    PlannedTool Next(const CString& name) const {
+        PlannedTool planned;
+        planned.task = m_task;
+        planned.tool = m_plan.list[m_task].tools.size();
+        planned.name = ToUtf8(name);
+        return planned;
+    }
+
     const BatchRequest& m_request;
     size_t m_task = 0;
 };
@@ -146,15 +180,61 @@ Selection PickTool(const PickList& entities, const Box& window, const IdSet& fra
     return selection;
 }
 
-void TakeFrames(Planner& planner, const PickList& entities, AcDbDatabase& database) {
+ToolRequest Asked(const BatchRequest& request) {
+    ToolRequest asked;
+    asked.parameters = request.parameters;
+    return asked;
+}
+
+// The steps of the engine know level axes only.
+bool CanTake(const FoundRequest& found, const BatchRequest& request) {
+    return request.parameters.algorithm == Algorithm::Exact ||
+           found.request.axis->from.y == found.request.axis->to.y;
+}
+
+// Inside a frame the step-by-step envelopes go by the drawn centre line, as ever; the exact one by
+// everything that speaks for an axis.
+void TakeFrame(Planner& planner, AcDbDatabase& database, const SToolFrame& frame,
+               const Selection& selection, const BatchRequest& request) {
+    const bool isExact = request.parameters.algorithm == Algorithm::Exact;
+    const std::optional<Point> centre = FindAxis(selection.ids);
+    if (centre && !isExact) {
+        planner.Add(frame.m_strNumber, selection, centre, {});
+        return;
+    }
+    FoundTools found = LookForTools(database, selection.ids, Asked(request));
+    if (found.tools.size() == 1 && CanTake(found.tools[0], request)) {
+        planner.m_plan.envelopes.append(selection.envelopes);
+        planner.Add(frame.m_strNumber, found.tools[0], selection.notDisplayed);
+        return;
+    }
+    planner.Add(frame.m_strNumber, selection, centre,
+                found.tools.size() > 1
+                    ? "its frame holds " + std::to_string(found.tools.size()) +
+                          " tools; give each a frame of its own, or name them with --tools"
+                    : "no axis lies inside its frame; draw it in a centre line type, or name the "
+                      "tool with --tools");
+}
+
+void TakeFrames(Planner& planner, AcDbDatabase& database, const PickList& entities,
+                const BatchRequest& request) {
     const std::vector<SToolFrame> frames = Frames(database);
     const IdSet ids = IdsOf(frames);
-    for (const SToolFrame& frame : frames) {
-        const Selection selection = PickTool(entities, BoxOf(frame.m_rect), ids);
-        planner.Add(frame.m_strNumber, selection, FindAxis(selection.ids),
-                    "no horizontal centre line lies inside its frame; draw its axis in a centre "
-                    "line type, or name the tool with --tools");
-    }
+    for (const SToolFrame& frame : frames)
+        TakeFrame(planner, database, frame, PickTool(entities, BoxOf(frame.m_rect), ids), request);
+}
+
+// Named after the drawing, numbered from left to right when there are several.
+std::string NameOfFound(const std::string& path, size_t number, size_t count) {
+    const std::string stem = std::filesystem::path(path).stem().string();
+    return count > 1 ? stem + "-" + std::to_string(number + 1) : stem;
+}
+
+void TakeFound(Planner& planner, AcDbDatabase& database, const std::string& path,
+               const BatchRequest& request) {
+    const FoundTools found = FindToolsFor(database, Asked(request));
+    for (size_t i = 0; i < found.tools.size(); ++i)
+        planner.Add(FromUtf8(NameOfFound(path, i, found.tools.size())), found.tools[i], 0);
 }
 
 void TakeTable(Planner& planner, const PickList& entities, AcDbDatabase& database,
@@ -167,7 +247,7 @@ void TakeTable(Planner& planner, const PickList& entities, AcDbDatabase& databas
 }  // namespace
 
 const char* NameOf(ToolSource source) {
-    static const char* const kNames[] = {"frames", "stored tasks", "tools file"};
+    static const char* const kNames[] = {"frames", "stored tasks", "tools file", "found"};
     return kNames[static_cast<int>(source)];
 }
 
@@ -178,6 +258,9 @@ std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& pa
     std::vector<std::string> names;
     if (source == ToolSource::Table) {
         for (const NamedTool& row : RowsFor(table, path)) names.push_back(row.name);
+    } else if (source == ToolSource::Found) {
+        const size_t count = FindToolsFor(database, Asked(request)).tools.size();
+        for (size_t i = 0; i < count; ++i) names.push_back(NameOfFound(path, i, count));
     } else if (source == ToolSource::Frames) {
         for (const SToolFrame& frame : Frames(database)) names.push_back(ToUtf8(frame.m_strNumber));
     } else {
@@ -204,7 +287,9 @@ ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchR
         const PickList entities(database);
         planner.Begin(path);
         if (source == ToolSource::Frames)
-            TakeFrames(planner, entities, database);
+            TakeFrames(planner, database, entities, request);
+        else if (source == ToolSource::Found)
+            TakeFound(planner, database, path, request);
         else
             TakeTable(planner, entities, database, RowsFor(table, path));
     }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -11,16 +12,19 @@
 
 namespace product {
 
-enum class ToolSource { Frames, Stored, Table };
+enum class ToolSource { Frames, Stored, Table, Found };
 
-// "frames", "stored tasks", "tools file".
+// "frames", "stored tasks", "tools file", "found".
 const char* NameOf(ToolSource source);
 
 struct PlannedTool {
-    size_t task = 0, tool = 0;  // in the list
-    std::string name;           // UTF-8
-    std::string problem;        // why it cannot be computed; empty: it can
-    int notDisplayed = 0;       // inside its frame or window, but not picked
+    size_t task = 0, tool = 0;         // in the list
+    std::string name;                  // UTF-8
+    std::string problem;               // why it cannot be computed; empty: it can
+    int notDisplayed = 0;              // inside its frame or window, but not picked
+    std::optional<Axis> axis;          // none: level through the tool's centre
+    std::vector<plane::Curve> curves;  // as ToolRequest::curves
+    std::vector<std::string> remarks;  // what weighs against the axis that was found
 };
 
 struct ToolPlan {
@@ -44,7 +48,8 @@ std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& pa
 
 // Finds the tools: those of the table, else the stored tasks', else one for each frame, whose
 // entities are what lies inside the frame's extents and is displayed (frames are none of them), and
-// whose axis is FindAxis(). A made task is named after the file and takes the place of a stored one
+// whose axis is the one that is found there, else FindAxis(); in a drawing without frames whatever
+// FindToolsFor() finds. A made task is named after the file and takes the place of a stored one
 // of that name. Nothing in the drawing changes.
 //
 // fails     Failure: Request for a stored task that is asked for and not there, NothingThere for a

@@ -10,12 +10,10 @@
 
 #include "arxHeaders.h"
 #include "EncircleCalInfo.h"
-#include "product/base/Outline.h"
+#include "plane/curve.h"
+#include "product/base/Axis.h"
 
 namespace product {
-
-// The half of the drawing, seen along the axis with "up" to the left of its direction.
-enum class Half { Upper, Lower, Both };
 
 // How the envelope is found.
 enum class Algorithm {
@@ -30,19 +28,6 @@ enum class Algorithm {
 const char* NameOf(Algorithm algorithm);
 // "upper", "lower", "both".
 const char* NameOf(Half half);
-
-// The axis of rotation: the line through two points, directed from the first to the second. They
-// must be apart. The first one is what users give as "the centre".
-struct Axis {
-    Point from, to;
-
-    // Through a point along the drawing's x axis, however far out the point lies.
-    static Axis Level(const Point& centre) {
-        return {centre, {centre.x + (std::max)(1.0, std::abs(centre.x)), centre.y}};
-    }
-    // Directed along the drawing's x axis, exactly.
-    bool IsLevel() const { return from.y == to.y && from.x < to.x; }
-};
 
 // How one envelope is computed; lengths in drawing units. A new record holds the engine's own
 // defaults, which stand in CEncircleCalInfo and nowhere else.
@@ -64,6 +49,16 @@ struct ToolParameters {
     // means.
     double limit = 2e6;
 
+    // Of the exact envelope, which has lengths of its own: 0 is the default that fits the size of
+    // what lies in the half.
+    struct ExactLengths {
+        double point = 0;      // points closer than this are one: min(0.0005, 5e-6 size)
+        double side = 0;       // how deep a face may lie: min(5, size / 10)
+        double overshoot = 0;  // what is no longer may be an overshoot: min(0.5, size / 100)
+        double curve = 0;      // how far arcs may leave splines: min(1e-3, 1e-5 size)
+    } exact;
+    bool takeCircles = false;  // full circles and ellipses take part; of the exact envelope alone
+
     bool IsLower() const { return half == Half::Lower; }
 };
 
@@ -71,10 +66,25 @@ struct ToolParameters {
 // fails  Failure with NotCarriedOut for both halves, which no pipeline of the engine knows
 CEncircleCalInfo EngineRecordOf(const ToolParameters& parameters);
 
+// What is picked of model space. Patterns as the host's: * any run, ? any character, several
+// separated by commas, letters in any case; UTF-8.
+struct PickRule {
+    std::optional<Box> window;
+    bool isCrossing = false;                 // what the window touches counts, too
+    std::vector<std::string> layers;         // only entities on one of these; empty: all
+    std::vector<std::string> withoutLayers;  // and none on one of these
+    std::vector<std::string> withoutTypes;   // names as files have them: INSERT, SPLINE
+
+    bool HasFilters() const {
+        return !layers.empty() || !withoutLayers.empty() || !withoutTypes.empty();
+    }
+};
+
 // Files of the revolved solid; empty: not written.
 struct SolidFiles {
     std::string sat, step, stl, png;
     double chordTolerance = 0;  // of the STL file; 0: a thousandth of the largest diameter
+    std::optional<AcDb::UnitsValue> units;  // of the drawing; none: what its header says
 
     bool Any() const { return !sat.empty() || !step.empty() || !stl.empty() || !png.empty(); }
 };
@@ -84,10 +94,13 @@ struct ToolRequest {
     std::string input;  // the drawing's file, as messages name it
     ToolParameters parameters;
 
-    // What is picked: these entities, else those inside the window that are displayed, else
-    // everything in model space. Envelopes of earlier runs among them are replaced.
+    // What is picked: these entities, else what the rule says. Envelopes of earlier runs among them
+    // are replaced.
     std::optional<AcArray<AcDbObjectId>> picked;
-    std::optional<Box> window;
+    PickRule rule;
+    // For the exact envelope: these curves stand for what is picked, which holds more than the
+    // tool.
+    std::vector<plane::Curve> curves;
     AcDbObjectId formerEnvelope;  // replaced too, if it still is one; null: none
 
     // None: the outline of all four sides, and no solid.

@@ -1,6 +1,7 @@
 #include "product/tool/ToolRun.h"
 
 #include <chrono>
+#include <stdexcept>
 #include <string_view>
 
 #include "AxisLine.h"
@@ -16,15 +17,19 @@
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
 #include "product/check/TrueOutline.h"
+#include "product/detect/ReadSheet.h"
 #include "product/picture/SolidPicture.h"
+#include "product/tool/Crossings.h"
 #include "product/tool/EngineRequest.h"
+#include "product/tool/ExactRun.h"
 #include "product/tool/ToolName.h"
 #include "product/tool/ToolPicture.h"
 
 namespace product {
 namespace {
 
-constexpr int kPageSolidWidth = 560;  // pixels
+constexpr int kPageSolidWidth = 560;      // pixels
+constexpr double kMostCrossings = 50000;  // of lines, for the check of the contour
 
 using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
@@ -41,19 +46,24 @@ Pipeline PipelineOf(Algorithm algorithm) {
         case Algorithm::Exact:
             break;
     }
-    throw Failure(Fault::NotCarriedOut, "there is no exact envelope yet; use another algorithm");
+    throw std::logic_error("the exact envelope is none of the engine's pipelines");
 }
 
 [[noreturn]] void RefuseEmpty(const Selection& selection, const ToolRequest& request) {
     std::string text = "nothing was picked";
-    if (!request.window) {
+    if (selection.filtered > 0) {
+        text += "; --layer, --exclude-layer and --exclude-type keep all " +
+                std::to_string(selection.filtered) + " entities out; loosen them";
+    } else if (!request.rule.window) {
         text += "; model space is empty, qzenvelope info shows what the drawing holds";
     } else if (selection.notDisplayed > 0) {
         text += "; the " + std::to_string(selection.notDisplayed) +
                 " entities inside the window are invisible or on layers that are off or frozen:"
                 " switch them on, or leave --window out";
     } else {
-        text += "; no entity lies wholly inside the window " + Describe(*request.window) +
+        text += "; no entity lies " +
+                std::string(request.rule.isCrossing ? "inside or across" : "wholly inside") +
+                " the window " + Describe(*request.rule.window) +
                 ": enlarge it, or leave --window out";
     }
     throw Failure(Fault::NothingThere, text);
@@ -84,6 +94,26 @@ void EraseFormer(const AcDbObjectId& id) {
     EraseEnvelopes(former.envelopes);
 }
 
+// Points closer than this were one.
+double PointTolerance(const ToolRun& run, const ToolParameters& parameters) {
+    return run.exact ? run.exact->m_dPoint : parameters.pointTolerance;
+}
+
+// The exact envelope costs little: what the steps miss is seen beside it.
+void CompareWithExact(const ToolRequest& request, const ToolRun& run,
+                      std::vector<Finding>& findings) {
+    if (run.exact) return;
+    const SExactResult exact =
+        CExactEnvelope(ExactRequestOf(request.parameters, *request.axis, run.selection.ids)).Find();
+    if (exact.m_refusal != SExactResult::E_Refusal_None) {
+        findings.push_back({Finding::Kind::Exact, true,
+                            "there is no exact envelope: " + ToUtf8(CExactEnvelope::Explain(exact)),
+                            std::nullopt});
+        return;
+    }
+    AddDifference(run.envelope.vertices, RingOf(exact), *request.axis, findings);
+}
+
 CQZRect RectOf(const Box& box) {
     return CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0));
 }
@@ -98,19 +128,36 @@ ToolRunner::ToolRunner(AcDbDatabase& database, bool withPictures) : m_database(d
 void ToolRunner::Compute(const ToolRequest& request, ToolRun& run) {
     const std::optional<Axis> axis = request.SeesAxis() ? request.axis : std::nullopt;
     run.selection =
-        request.picked ? SelectionOf(*request.picked) : PickList(m_database).Pick(request.window);
+        request.picked ? SelectionOf(*request.picked) : PickBy(m_database, request.rule);
     if (run.selection.ids.isEmpty()) RefuseEmpty(run.selection, request);
-    RequireLevel(request.axis);
+    if (request.parameters.algorithm != Algorithm::Exact) RequireLevel(request.axis);
     CheckRequest(run.selection, request.parameters, axis, run.warnings);
-    DrawEnvelope(request, run);
-    run.envelope =
-        ReadEnvelope(run.envelopeId, axis ? std::optional<Point>(axis->from) : std::nullopt);
+    if (request.parameters.algorithm == Algorithm::Exact)
+        DrawExactEnvelope(request, run);
+    else
+        DrawEnvelope(request, run);
+    run.envelope = ReadEnvelope(run.envelopeId, axis);
     CheckNothingIsOpen(m_database, run.warnings);
     if (!run.envelope.found || !request.axis) return;
     run.solid =
         request.solidInDrawing
             ? RevolveInDrawing(run.envelopeId, run.envelope, *request.axis, m_isSolidLayerEmpty)
             : RevolveRing(run.envelope.vertices, run.envelope.closed, *request.axis);
+}
+
+void ToolRunner::DrawExactEnvelope(const ToolRequest& request, ToolRun& run) {
+    if (!request.SeesAxis())
+        throw Failure(Fault::Request,
+                      "the exact envelope needs an axis; add --centre or --axis, or use "
+                      "--algorithm 3");
+    run.isBegun = true;
+    run.envelopesErased = EraseEnvelopes(run.selection.envelopes);
+    EraseFormer(request.formerEnvelope);
+    const auto start = std::chrono::steady_clock::now();
+    run.exact = DrawExact(
+        ExactRequestOf(request.parameters, *request.axis, run.selection.ids, request.curves),
+        run.envelopeId);
+    run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
 void ToolRunner::DrawEnvelope(const ToolRequest& request, ToolRun& run) {
@@ -162,19 +209,44 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
     for (const std::string& warning : run.warnings)
         review.findings.push_back({Finding::Kind::Note, true, warning, std::nullopt});
     AddMeetingFinding(run.envelope.selfMeeting, review.findings);
-    AddTraceFindings(run.trace, parameters.pointTolerance, review.findings);
-    if (m_pictures == nullptr) return review;
+    if (run.exact)
+        AddExactFindings(*run.exact, review.findings);
+    else
+        AddTraceFindings(run.trace, parameters.pointTolerance, review.findings);
+    if (run.selection.cut > 0)
+        review.findings.push_back({Finding::Kind::Window, true,
+                                   "the window cuts " + std::to_string(run.selection.cut) +
+                                       " entities, which are left out, the first at " +
+                                       Figure(run.selection.cutAt.x) + ", " +
+                                       Figure(run.selection.cutAt.y) + "; --crossing picks them",
+                                   run.selection.cutAt});
+    std::optional<AxisCheck> heights;
     // The second pipeline puts its envelope beside the tool: there is nothing to compare.
-    if (parameters.algorithm != Algorithm::Second && request.axis) {
-        const OutlineCheck check = CheckOutline(run.selection.ids, request.axis->from.y,
-                                                parameters.IsLower(), parameters.includeDashed,
-                                                run.envelope.vertices, parameters.pointTolerance);
+    if (parameters.algorithm != Algorithm::Second && request.SeesAxis() && run.envelope.found) {
+        const detect::ReadResult read = detect::ReadSheet(m_database, run.selection.ids, 0);
+        heights = CheckAxisPlace(read.sheet, *request.axis, parameters.half, run.envelope.vertices,
+                                 2e-5 * detect::Diagonal(read.sheet.box));
+        AddAxisFindings(*heights, *request.axis, review.findings);
+        CompareWithExact(request, run, review.findings);
+    }
+    // Noding a grid takes minutes; what was not looked at is told.
+    const bool isTangled = CountCrossings(run.selection.ids, kMostCrossings) >= kMostCrossings;
+    if (isTangled)
+        review.findings.push_back({Finding::Kind::Outline, false,
+                                   "not checked against the contour: its lines cross too often",
+                                   std::nullopt});
+    if (parameters.algorithm != Algorithm::Second && request.axis && !isTangled) {
+        const OutlineCheck check = CheckOutline(run.selection.ids, *request.axis, parameters.half,
+                                                parameters.includeDashed, run.envelope.vertices,
+                                                PointTolerance(run, parameters));
         const double diameter =
             run.solid.profile ? run.solid.measures.largestDiameter : run.envelope.diameter;
-        review.figures = AddOutlineFindings(
-            check, {parameters.IsLower(), parameters.pointTolerance, diameter}, review.findings);
+        review.figures = AddOutlineFindings(check,
+                                            {parameters.half, PointTolerance(run, parameters),
+                                             diameter, heights ? &*heights : nullptr},
+                                            review.findings);
     }
-    DrawForPage(request, run, id, review);
+    if (m_pictures != nullptr && !id.empty()) DrawForPage(request, run, id, review);
     return review;
 }
 

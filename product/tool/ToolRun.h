@@ -13,6 +13,7 @@
 #include "product/picture/PictureBuilder.h"
 #include "product/tool/Selection.h"
 #include "product/tool/SolidRun.h"
+#include "product/tool/ExactRun.h"
 #include "product/tool/ToolRequest.h"
 
 namespace product {
@@ -26,6 +27,7 @@ struct ToolRun {
     AcDbObjectId envelopeId;  // null: there is none
     Envelope envelope;
     CEncircleTrace trace;
+    std::optional<SExactResult> exact;  // when the exact envelope was asked for
     double seconds = 0;                 // of the engine alone, wall clock
     std::vector<std::string> warnings;  // what the user should know though the run went on
     SolidRun solid;
@@ -69,12 +71,13 @@ public:
     // Tells what is worth a look: gaps, what was left out, where the envelope meets itself. With
     // pictures also how far it lies from the drawing's contour, and its pictures for the page.
     //
-    // id     a name of its own on the page, a letter and digits
+    // id     a name of its own on the page, a letter and digits; empty: no pictures
     // fails  never: what cannot be shown is a finding
     ToolReview Review(const ToolRequest& request, const ToolRun& run, const std::string& id);
 
 private:
     void DrawEnvelope(const ToolRequest& request, ToolRun& run);
+    void DrawExactEnvelope(const ToolRequest& request, ToolRun& run);
     void DrawForPage(const ToolRequest& request, const ToolRun& run, const std::string& id,
                      ToolReview& review);
 

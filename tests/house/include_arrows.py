@@ -78,17 +78,20 @@ ROOMS = {
     "product/base": (
         "a drawing's file, its texts and rectangles: what every other room here needs",
         "plugin/util host/include host/dxf"),
+    "product/detect": (
+        "finds the tools of a sheet; knows no envelope, and takes the drawing from the one walk",
+        "product/base plane plugin/util plugin/drawn host/include host/base"),
     "product/check": (
         "looks at the drawing by means of its own; shares no more with the engine than the record "
         "of what it did and the names of its layers",
-        "product/base plugin/util plugin/engine host/include host/ed"),
+        "product/base product/detect plugin/util plugin/outline plugin/engine host/include host/ed"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
         "product/base plugin/util host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
-        "product/base product/check product/picture plugin/util plugin/engine plugin/batch "
-        "host/include host/db host/solid host/sys"),
+        "product/base product/detect product/check product/picture plane plugin/util plugin/outline "
+        "plugin/engine plugin/batch host/include host/db host/ed host/solid host/sys"),
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
         "product/base product/check product/picture product/tool plugin/util host/solid"),
@@ -96,7 +99,7 @@ ROOMS = {
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "
         "and file names are answered here, and libraries are loaded before workers come into being",
-        "product/base product/tool product/report plugin/util plugin/batch host/base host/sys "
+        "product/base product/check product/tool product/report plugin/util plugin/batch host/base host/sys "
         "host/geos host/solid"),
     "apps/qzhost": (
         "the host as a program: it knows no plug-in, which comes as a module like any other; texts "

@@ -111,7 +111,7 @@ TEST(ToolRun, WhatIsRefusedLeavesTheDrawingAsItWas) {
          Fault::Request, "a side length of -1 is none"},
         {"empty window",
          [](ToolRequest& r) {
-             r.window = Box{200, 200, 300, 300};
+             r.rule.window = Box{200, 200, 300, 300};
          },
          Fault::NothingThere, "no entity lies wholly inside the window"},
         {"nothing picked", [](ToolRequest& r) { r.picked.emplace(); }, Fault::NothingThere,

@@ -31,7 +31,7 @@ class Cases(ProgramTest):
         for path in sorted(folder.glob("*.json")):
             case = json.loads(path.read_text())
             with self.subTest(case=path.stem):
-                run = self.compute(folder / case["drawing"], *case["arguments"])
+                run = self.compute(folder / case["drawing"], "--algorithm", "3", *case["arguments"])
                 actual = run["envelope"]["vertices"]
                 accepted = [case["vertices"], *case["alternates"]]
                 self.assertTrue(any(same(e, actual) for e in accepted),

@@ -102,7 +102,8 @@ class Copy(ProgramTest):
 class Layers(ProgramTest):
     """Layers that are off, frozen, locked or current, by changing the table of an example."""
 
-    WHERE = ("--centre", "140,120", "--window", "50,100,230,140")
+    # Step by step: that way layers are switched.
+    WHERE = ("--algorithm", "3", "--centre", "140,120", "--window", "50,100,230,140")
 
     def changed(self, **flags):
         """The stepped drill with the given values of group 70 for layers; 'off' for a negative colour."""

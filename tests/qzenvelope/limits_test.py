@@ -88,7 +88,9 @@ class Limits(ProgramTest):
         for name, (text, status, said) in DRAWINGS.items():
             (self.folder / "in.dxf").write_text(text)
             for arguments, expected, words in [
-                    (("compute", "in.dxf", "--centre", "5,0"), status, said),
+                    (("compute", "in.dxf", "--centre", "5,0", "--algorithm", "3"), status, said),
+                    (("compute", "in.dxf", "--centre", "5,0"), None, ""),
+                    (("compute", "in.dxf"), None, ""),
                     (("info", "in.dxf"), 0, "extents|contains itself"),
                     (("copy", "in.dxf", "out.dxf"), 0, "")]:
                 with self.subTest(drawing=name, command=arguments[0]):
@@ -111,6 +113,7 @@ class Limits(ProgramTest):
                 (("--limit", "x"), 2, r"--limit: 'x' is not a number")]:
             with self.subTest(arguments=arguments):
                 done = self.run_program("compute", "in.dxf", "--centre", "0,0", "-o", "out.dxf",
+                                        "--algorithm", "3",
                                         *arguments)
                 self.assertEqual(status, done.returncode, done.stderr)
                 self.assertRegex(done.stderr, r"\Aqzenvelope: .*" + said + r".*\n\Z")
@@ -121,8 +124,8 @@ class Limits(ProgramTest):
             drawing("".join(line(x, y, x + 30, y + 20) for x in range(0, 9000, 30)
                             for y in range(0, 9000, 30))))
         for number, status in ((signal.SIGINT, 130), (signal.SIGTERM, 143), (signal.SIGHUP, 129)):
-            run = subprocess.Popen([str(PROGRAM), "compute", "in.dxf", "--centre", "0,0", "-o",
-                                    "out.dxf"], cwd=self.folder, stderr=subprocess.PIPE, text=True)
+            run = subprocess.Popen([str(PROGRAM), "compute", "in.dxf", "--centre", "0,0",
+                                    "--algorithm", "3", "-o", "out.dxf"], cwd=self.folder, stderr=subprocess.PIPE, text=True)
             time.sleep(0.3)
             run.send_signal(number)
             self.assertEqual((status, "qzenvelope: interrupted; what is written so far is whole\n"),
@@ -138,6 +141,7 @@ class Limits(ProgramTest):
         (self.folder / "t.csv").write_text("big,9,0,-100,-100,4000,4000\n"
                                            "small,5015,0,4999,-1,5031,6\n")
         done = self.run_program("batch", "in.dxf", "--tools", "t.csv", "--time-limit", "1",
+                                "--algorithm", "3",
                                 "--jobs", "1", "--limit", "1e9")
         self.assertEqual(1, done.returncode, done.stderr)
         self.assertIn("took longer than --time-limit", done.stdout)

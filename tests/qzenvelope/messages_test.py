@@ -6,21 +6,21 @@ import shlex
 import subprocess
 import unittest
 
+import ezdxf
+
 from program import EXAMPLES, PROGRAM, ROOT, ProgramTest, main
 
 # arguments with D for the stepped drill | exit status | what the message says, as a pattern
 REFUSALS = [
-    ("compute D", 2, r"no centre given; add --centre X,Y"),
     ("compute D --centre 140,nan", 2, r"not a finite number"),
     ("compute D --centre 140,120 --arc-precision 0", 2, r"give a positive length"),
-    ("compute D --centre 140,120 --arc-precision 1e-7", 2,
+    ("compute D --algorithm 3 --centre 140,120 --arc-precision 1e-7", 2,
      r"about \d{7,} segments; use [\d.]+ or more"),
     ("compute D --centre 140,120 --point-tolerance 1000", 2, r"larger than all that was picked"),
     ("compute D --centre 9000,120", 2, r"the centre 9000,120 lies 8703 units outside"),
     ("compute D --centre 140,120 --window 0,0,0,50", 2, r"has no area"),
     ("compute D --centre 140,120 --window -9,-9,-8,-8", 1, r"no entity lies wholly inside"),
     ("compute D --centre 140,120 -o missing/out.dxf", 1, r"missing/out\.dxf"),
-    ("compute D --centre 140,120 --svg missing/out.svg", 1, r"missing/out\.svg.*--svg"),
     ("compute missing.dxf --centre 0,0", 2, r"missing\.dxf: .*[Nn]o such file"),
     ("info .", 2, r"\.: .*folder"),
     ("copy D missing/out.dxf", 1, r"missing/out\.dxf"),
@@ -98,12 +98,30 @@ class Messages(ProgramTest):
         self.assert_one_sentence(done, 1, r"closed/old\.dxf")
         self.assertEqual("old", (folder / "old.dxf").read_text())
 
+    def test_what_was_computed_is_told_when_a_file_cannot_be_written(self):
+        done = self.run_program("compute", EXAMPLES / "stepped-drill.dxf", "--svg",
+                                "missing/out.svg")
+        self.assertEqual(1, done.returncode)
+        self.assertRegex(done.stderr, r"missing/out\.svg.*--svg")
+        self.assertIn("closed polyline", done.stdout)
+
+    def test_no_tool(self):
+        # A bare border with words in it.
+        sheet = ezdxf.new("R2010")
+        sheet.modelspace().add_lwpolyline([(0, 0), (400, 0), (400, 280), (0, 280)], close=True)
+        sheet.modelspace().add_text("EMPTY").set_placement((50, 50))
+        sheet.saveas(self.folder / "border.dxf")
+        done = self.run_program("compute", "border.dxf", "-o", "out.dxf")
+        self.assertEqual((1, ""), (done.returncode, done.stdout))
+        self.assertRegex(done.stderr, r"no tool was found.*(.|\n)*--centre or --axis")
+        self.assertEqual(["border.dxf"], self.left_behind())
+
     def test_no_envelope(self):
         # The half below an axis that touches the tool from below holds nothing.
         done = self.run_program("compute", EXAMPLES / "stepped-drill.dxf", "--centre", "140,100",
                                 "--window", "50,101,230,140", "--half", "lower", "-o", "out.dxf")
         self.assertEqual(1, done.returncode, done.stdout + done.stderr)
-        self.assertRegex(done.stderr, r"no envelope: .*check --centre and --half")
+        self.assertRegex(done.stderr, r"nothing that counts as contour is drawn in the half")
         self.assertEqual([], self.left_behind())
 
     def test_help(self):

@@ -26,14 +26,14 @@ TEST(Options, NegativeNumbersInBothSpellings) {
         SCOPED_TRACE(line);
         const app::ToolRequest o = Parse(line).compute.request;
         EXPECT_EQ("a.dxf", o.input);
-        ASSERT_TRUE(o.axis && o.window);
+        ASSERT_TRUE(o.axis && o.rule.window);
         EXPECT_EQ(-5, o.axis->from.x);
         EXPECT_EQ(-0.5, o.axis->from.y);
         EXPECT_TRUE(o.axis->IsLevel() && o.SeesAxis());
-        EXPECT_EQ(-30, o.window->minX);
-        EXPECT_EQ(-2, o.window->minY);
-        EXPECT_EQ(-1, o.window->maxX);
-        EXPECT_EQ(40, o.window->maxY);
+        EXPECT_EQ(-30, o.rule.window->minX);
+        EXPECT_EQ(-2, o.rule.window->minY);
+        EXPECT_EQ(-1, o.rule.window->maxX);
+        EXPECT_EQ(40, o.rule.window->maxY);
         EXPECT_EQ(0, o.parameters.sideLength);
     }
 }
@@ -46,7 +46,7 @@ TEST(Options, EveryOptionArrives) {
             "--arc-precision 0.4 --side-length 0.5 -o out.dxf --svg out.svg --json")
             .compute;
     const app::ToolParameters& p = o.request.parameters;
-    EXPECT_FALSE(o.request.axis || o.request.window || o.request.SeesAxis());
+    EXPECT_FALSE(o.request.axis || o.request.rule.window || o.request.SeesAxis());
     EXPECT_TRUE(p.IsLower() && p.includeDashed && p.verticalEnds && o.json);
     EXPECT_EQ(app::Algorithm::Hatch, p.algorithm);
     EXPECT_EQ(0.1, p.pointTolerance);
@@ -56,6 +56,39 @@ TEST(Options, EveryOptionArrives) {
     EXPECT_EQ(0.5, p.sideLength);
     EXPECT_EQ("out.dxf", o.request.output);
     EXPECT_EQ("out.svg", o.request.svg);
+}
+
+TEST(Options, WhatTheExactEnvelopeIsAskedForArrives) {
+    const app::Options all = Parse(
+        "compute in.dxf --axis -5,0,-5,-80 --point-tolerance 0.1 --side-length 0.2 --overshoot 0.3 "
+        "--curve-tolerance 0.4 --take-circles --strict --crossing 0,0,-1,-1 --layer A* --layer B "
+        "--exclude-layer DIM --exclude-type SPLINE --arc-precision 0.5");
+    const app::ComputeOptions& o = all.compute;
+    const app::ToolParameters& p = o.request.parameters;
+    EXPECT_EQ(app::Algorithm::Exact, p.algorithm);
+    EXPECT_EQ(app::Half::Both, p.half);
+    EXPECT_TRUE(p.takeCircles && o.isStrict && !o.findsTools && o.request.rule.isCrossing);
+    EXPECT_EQ(0.1, p.exact.point);
+    EXPECT_EQ(0.2, p.exact.side);
+    EXPECT_EQ(0.3, p.exact.overshoot);
+    EXPECT_EQ(0.4, p.exact.curve);
+    EXPECT_EQ(-80, o.request.axis->to.y);
+    EXPECT_EQ((std::vector<std::string>{"A*", "B"}), o.request.rule.layers);
+    EXPECT_EQ((std::vector<std::string>{"DIM"}), o.request.rule.withoutLayers);
+    EXPECT_EQ((std::vector<std::string>{"SPLINE"}), o.request.rule.withoutTypes);
+    EXPECT_EQ((std::vector<std::string>{"--arc-precision changes nothing with --algorithm exact"}),
+              all.warnings);
+    // Absent lengths are the law's own, whatever the steps have for them.
+    const app::ComputeOptions plain = Parse("compute in.dxf").compute;
+    EXPECT_TRUE(plain.findsTools);
+    EXPECT_EQ(0, plain.request.parameters.exact.point);
+    EXPECT_EQ(0, plain.request.parameters.exact.side);
+    // The steps look at the upper half unless asked otherwise.
+    EXPECT_EQ(app::Half::Upper,
+              Parse("compute in.dxf --algorithm 3 --centre 0,0").compute.request.parameters.half);
+    // An outline without an axis is the steps' alone.
+    EXPECT_EQ(app::Algorithm::Live,
+              Parse("compute in.dxf --no-axis").compute.request.parameters.algorithm);
 }
 
 TEST(Options, WhatABatchIsAskedForArrives) {
@@ -80,7 +113,7 @@ TEST(Options, WhatABatchIsAskedForArrives) {
 // The help, the engine and the requests: one set of numbers.
 TEST(Options, HelpNamesTheEnginesOwnDefaults) {
     const std::string help = Parse("compute --help").text;
-    for (const char* usual : {"(0.0005)", "(0.001)", "(1e-6)", "(0.3)", "(5)"})
+    for (const char* usual : {"else 0.0005)", "(0.001)", "(1e-6)", "(0.3)", "else 5)"})
         EXPECT_THAT(help, HasSubstr(usual));
     const app::ToolParameters p = Parse("compute a.dxf --centre 0,0").compute.request.parameters;
     EXPECT_EQ(0.0005, p.pointTolerance);
@@ -101,7 +134,17 @@ TEST(Options, Refusals) {
         {"frobnicate", "there is no command 'frobnicate'"},
         {"compute --centre 0,0", "IN is required"},
         {"copy a.dxf", "OUT is required"},
-        {"compute a.dxf", "no centre given; add --centre X,Y"},
+        {"compute a.dxf --auto --centre 0,0", "leave --centre, --axis and --no-axis out"},
+        {"compute a.dxf --centre 0,0 --axis 0,0,1,0", "both say where the axis is"},
+        {"compute a.dxf --axis 1,2,1,2", "has no length"},
+        {"compute a.dxf --axis 1,2,1", "has 3 numbers where 4 are needed"},
+        {"compute a.dxf --algorithm exact --no-axis", "the exact envelope has an axis"},
+        {"compute a.dxf --algorithm 3 --half both", "--half both is of the exact envelope"},
+        {"compute a.dxf --algorithm 3 --take-circles", "--take-circles is of the exact envelope"},
+        {"compute a.dxf --window 0,0,1,1 --crossing 0,0,1,1", "both say what is picked"},
+        {"compute a.dxf --crossing 0,0,0,1", "--crossing: '0,0,0,1' has no area"},
+        {"compute a.dxf --overshoot 0", "leaves no length"},
+        {"compute a.dxf --units furlong", "'furlong' is no unit"},
         {"compute a.dxf --centre 5", "has 1 number where 2 are needed"},
         {"compute a.dxf --centre 5,6,7", "has 3 numbers where 2 are needed"},
         {"compute a.dxf --centre a,b", "'a,b' is not a number"},

@@ -1,0 +1,60 @@
+#include "product/check/Verdict.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace product {
+namespace {
+
+// The smaller, the more likely the result is not the tool.
+int RankOf(Finding::Kind kind) {
+    switch (kind) {
+        case Finding::Kind::Crossing:
+            return 0;
+        case Finding::Kind::Border:
+            return 1;
+        case Finding::Kind::Axis:
+            return 2;
+        case Finding::Kind::Exact:
+            return 3;
+        case Finding::Kind::Outline:
+            return 4;
+        case Finding::Kind::Solid:
+            return 5;
+        case Finding::Kind::Beyond:
+            return 6;
+        case Finding::Kind::Window:
+            return 7;
+        case Finding::Kind::Gap:
+            return 8;
+        case Finding::Kind::Halves:
+            return 9;
+        case Finding::Kind::LeftOut:
+            return 10;
+        case Finding::Kind::Note:
+            break;
+    }
+    return 11;
+}
+
+}  // namespace
+
+std::vector<Finding> Warnings(const std::vector<Finding>& findings) {
+    std::vector<Finding> warnings;
+    std::copy_if(findings.begin(), findings.end(), std::back_inserter(warnings),
+                 [](const Finding& finding) { return finding.isWarning; });
+    std::stable_sort(warnings.begin(), warnings.end(), [](const Finding& a, const Finding& b) {
+        return RankOf(a.kind) < RankOf(b.kind);
+    });
+    return warnings;
+}
+
+std::string VerdictOf(const std::vector<Finding>& findings) {
+    const std::vector<Finding> warnings = Warnings(findings);
+    if (warnings.empty()) return "sure";
+    std::string text = "worth a look:";
+    for (size_t i = 0; i < warnings.size(); ++i) text += (i > 0 ? "; " : " ") + warnings[i].text;
+    return text;
+}
+
+}  // namespace product

@@ -1,0 +1,17 @@
+// What a run comes to in one line.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "product/check/Finding.h"
+
+namespace product {
+
+// "sure", or "worth a look: ..." with every warning, the most important first.
+std::string VerdictOf(const std::vector<Finding>& findings);
+
+// The warnings, the most important first: what makes the result wrong before what may.
+std::vector<Finding> Warnings(const std::vector<Finding>& findings);
+
+}  // namespace product

@@ -1,0 +1,101 @@
+#include "product/detect/Components.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace product::detect {
+namespace {
+
+class Groups {
+public:
+    explicit Groups(size_t count) : m_parent(count) {
+        std::iota(m_parent.begin(), m_parent.end(), 0);
+    }
+    int Find(int i) {
+        while (m_parent[i] != i) i = m_parent[i] = m_parent[m_parent[i]];
+        return i;
+    }
+    void Join(int a, int b) { m_parent[std::max(Find(a), Find(b))] = std::min(Find(a), Find(b)); }
+
+private:
+    std::vector<int> m_parent;
+};
+
+struct Chord {
+    int stroke;
+    Point a, b;
+    double left, right, low, high;
+};
+
+std::vector<Chord> ChordsOf(const Sheet& sheet, const std::vector<char>& use) {
+    std::vector<Chord> chords;
+    for (size_t i = 0; i < sheet.strokes.size(); ++i) {
+        if (!use[i]) continue;
+        const std::vector<Point>& p = sheet.strokes[i].points;
+        for (size_t k = 1; k < p.size(); ++k)
+            chords.push_back({static_cast<int>(i), p[k - 1], p[k], std::min(p[k - 1].x, p[k].x),
+                              std::max(p[k - 1].x, p[k].x), std::min(p[k - 1].y, p[k].y),
+                              std::max(p[k - 1].y, p[k].y)});
+    }
+    std::sort(chords.begin(), chords.end(),
+              [](const Chord& a, const Chord& b) { return a.left < b.left; });
+    return chords;
+}
+
+}  // namespace
+
+double Distance(Point p, Point a, Point b) {
+    const Point d = b - a;
+    const double square = Dot(d, d);
+    const double t = square > 0 ? std::clamp(Dot(p - a, d) / square, 0.0, 1.0) : 0;
+    return Distance(p, a + t * d);
+}
+
+double Distance(Point a, Point b, Point c, Point d) {
+    const double ab1 = Cross(b - a, c - a), ab2 = Cross(b - a, d - a);
+    const double cd1 = Cross(d - c, a - c), cd2 = Cross(d - c, b - c);
+    if (((ab1 < 0) != (ab2 < 0)) && ((cd1 < 0) != (cd2 < 0))) return 0;
+    return std::min(std::min(Distance(a, c, d), Distance(b, c, d)),
+                    std::min(Distance(c, a, b), Distance(d, a, b)));
+}
+
+std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char>& use,
+                                      double tolerance) {
+    const std::vector<Chord> chords = ChordsOf(sheet, use);
+    Groups groups(sheet.strokes.size());
+    // Sweeps along x; what has ended is dropped as it is met.
+    std::vector<int> open;
+    for (size_t i = 0; i < chords.size(); ++i) {
+        const Chord& chord = chords[i];
+        size_t kept = 0;
+        for (const int k : open) {
+            const Chord& other = chords[k];
+            if (other.right < chord.left - tolerance) continue;
+            open[kept++] = k;
+            if (other.low > chord.high + tolerance || other.high < chord.low - tolerance) continue;
+            if (groups.Find(chord.stroke) == groups.Find(other.stroke)) continue;
+            if (Distance(chord.a, chord.b, other.a, other.b) <= tolerance)
+                groups.Join(chord.stroke, other.stroke);
+        }
+        open.resize(kept);
+        open.push_back(static_cast<int>(i));
+    }
+    std::vector<int> number(sheet.strokes.size(), -1);
+    std::vector<Component> out;
+    for (size_t i = 0; i < sheet.strokes.size(); ++i) {
+        if (!use[i]) continue;
+        int& n = number[groups.Find(static_cast<int>(i))];
+        if (n < 0) {
+            n = static_cast<int>(out.size());
+            out.emplace_back();
+        }
+        Component& component = out[n];
+        component.strokes.push_back(static_cast<int>(i));
+        component.box.Add(BoxOf(sheet.strokes[i]));
+        component.length += sheet.strokes[i].Length();
+    }
+    return out;
+}
+
+}  // namespace product::detect

@@ -1,0 +1,109 @@
+#include "product/detect/HalfHeights.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numeric>
+
+namespace product::detect {
+
+HalfHeights::HalfHeights(const Sheet& sheet, const std::vector<int>& strokes, double offset,
+                         double start, double end)
+    : m_above(kCount, 0.0), m_below(kCount, 0.0), m_start(start), m_step((end - start) / kCount) {
+    for (const int s : strokes) {
+        const std::vector<Point>& p = sheet.strokes[s].points;
+        for (size_t k = 1; k < p.size(); ++k)
+            Add({p[k - 1].x, p[k - 1].y - offset}, {p[k].x, p[k].y - offset}, start, end);
+    }
+}
+
+void HalfHeights::Add(Point a, Point b, double start, double end) {
+    if (a.x > b.x) std::swap(a, b);
+    const double step = (end - start) / kCount;
+    const auto cell = [&](double x) {
+        return static_cast<int>(std::clamp((x - start) / step, 0.0, kCount - 1.0));
+    };
+    const double slope = b.x > a.x ? (b.y - a.y) / (b.x - a.x) : 0;
+    for (int i = cell(a.x); i <= cell(b.x); ++i) {
+        double y1 = a.y, y2 = b.y;
+        if (b.x > a.x) {
+            y1 = a.y + slope * (std::max(a.x, start + i * step) - a.x);
+            y2 = a.y + slope * (std::min(b.x, start + (i + 1) * step) - a.x);
+        }
+        m_above[i] = std::max(m_above[i], std::max(y1, y2));
+        m_below[i] = std::max(m_below[i], std::max(-y1, -y2));
+    }
+}
+
+double HalfHeights::Agreement(double tolerance) const {
+    int any = 0, same = 0;
+    for (int i = 0; i < kCount; ++i) {
+        if (m_above[i] <= 0 && m_below[i] <= 0) continue;
+        ++any;
+        bool agrees = false;
+        for (int k = std::max(0, i - 1); k <= std::min(kCount - 1, i + 1); ++k)
+            agrees = agrees || std::abs(m_above[i] - m_below[k]) <= tolerance;
+        same += agrees;
+    }
+    return any > 0 ? static_cast<double>(same) / any : 0;
+}
+
+// Where a's height is reached by b neither there nor next to it.
+HalfHeights::Difference HalfHeights::Greatest(const std::vector<double>& a,
+                                              const std::vector<double>& b) const {
+    Difference greatest;
+    for (int i = 0; i < kCount; ++i) {
+        double low = b[i], high = b[i];
+        for (int k = std::max(0, i - 1); k <= std::min(kCount - 1, i + 1); ++k) {
+            low = std::min(low, b[k]);
+            high = std::max(high, b[k]);
+        }
+        // Between the neighbours' heights lies what a step or a slope there would show.
+        const double apart = std::max(a[i] - high, low - a[i]);
+        if (apart > greatest.height) greatest = {apart, m_start + (i + 0.5) * m_step};
+    }
+    return greatest;
+}
+
+HalfHeights::Difference HalfHeights::BetweenHalves() const {
+    const Difference a = Greatest(m_above, m_below), b = Greatest(m_below, m_above);
+    return a.height >= b.height ? a : b;
+}
+
+HalfHeights::Difference HalfHeights::BetweenHalvesOfTeeth() const {
+    constexpr int kReach = kCount / 50;
+    const auto filtered = [](const std::vector<double>& from, bool greatest) {
+        std::vector<double> out = from;
+        for (int i = 0; i < kCount; ++i)
+            for (int k = std::max(0, i - kReach); k <= std::min(kCount - 1, i + kReach); ++k)
+                out[i] = greatest ? std::max(out[i], from[k]) : std::min(out[i], from[k]);
+        return out;
+    };
+    const Difference high = Greatest(filtered(m_above, true), filtered(m_below, true));
+    const Difference low = Greatest(filtered(m_above, false), filtered(m_below, false));
+    return high.height >= low.height ? high : low;
+}
+
+HalfHeights::Difference HalfHeights::To(const HalfHeights& other, bool above, bool below) const {
+    std::vector<double> mine(kCount, 0.0), theirs(kCount, 0.0);
+    for (int i = 0; i < kCount; ++i) {
+        mine[i] = std::max(above ? m_above[i] : 0.0, below ? m_below[i] : 0.0);
+        theirs[i] = std::max(other.m_above[i], other.m_below[i]);
+        if (mine[i] <= 0) mine[i] = theirs[i];
+    }
+    const Difference a = Greatest(mine, theirs), b = Greatest(theirs, mine);
+    return a.height >= b.height ? a : b;
+}
+
+bool HalfHeights::IsOneSided() const {
+    const double above = std::accumulate(m_above.begin(), m_above.end(), 0.0);
+    const double below = std::accumulate(m_below.begin(), m_below.end(), 0.0);
+    return std::min(above, below) < 0.02 * std::max(above, below);
+}
+
+double HalfHeights::Cover() const {
+    int any = 0;
+    for (int i = 0; i < kCount; ++i) any += m_above[i] > 0 || m_below[i] > 0;
+    return static_cast<double>(any) / kCount;
+}
+
+}  // namespace product::detect

@@ -1,0 +1,50 @@
+// How high the strokes of both halves reach, place by place along an axis.
+#pragma once
+
+#include <vector>
+
+#include "product/detect/Stroke.h"
+
+namespace product::detect {
+
+// Heights over a fixed number of equal stretches of the axis.
+class HalfHeights {
+public:
+    // strokes  indices of the sheet's strokes that take part; the axis is level at r = offset
+    HalfHeights(const Sheet& sheet, const std::vector<int>& strokes, double offset, double start,
+                double end);
+
+    // Share of the stretches with anything in them at which both halves reach the same height
+    // within the tolerance. A step that falls into one stretch may show in its neighbour.
+    double Agreement(double tolerance) const;
+    // The greatest difference of two ways to reach a height, and where along the axis; a step that
+    // falls into one stretch may show in a neighbour.
+    struct Difference {
+        double height = 0;
+        double at = 0;
+    };
+    // Above the axis against below it.
+    Difference BetweenHalves() const;
+    // The same with teeth smoothed away: the greatest and the least of both halves within a
+    // fiftieth of the length.
+    Difference BetweenHalvesOfTeeth() const;
+    // Another contour's heights, above the axis and below it whichever is greater, against these.
+    // Stretches in which nothing of these is drawn do not count.
+    Difference To(const HalfHeights& other, bool above, bool below) const;
+
+    // Whether one side has next to nothing.
+    bool IsOneSided() const;
+    // Share of the stretches with anything in them.
+    double Cover() const;
+
+private:
+    static constexpr int kCount = 256;
+    std::vector<double> m_above, m_below;
+
+    double m_start = 0, m_step = 0;
+
+    void Add(Point a, Point b, double start, double end);
+    Difference Greatest(const std::vector<double>& a, const std::vector<double>& b) const;
+};
+
+}  // namespace product::detect

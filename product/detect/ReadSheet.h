@@ -1,0 +1,25 @@
+// A drawing as the search for tools sees it.
+#pragma once
+
+#include <vector>
+
+#include "arxHeaders.h"
+#include "product/detect/Stroke.h"
+
+namespace product::detect {
+
+// The strokes, texts and heads of arrows that some entities show, their blocks taken apart.
+struct ReadResult {
+    Sheet sheet;
+    AcArray<AcDbObjectId> entities;   // what Stroke::entity counts, in the order of the ids
+    std::vector<std::string> faults;  // blocks that could not be taken apart, UTF-8
+};
+
+// Left out: what is not displayed or locked, the dimension layer, earlier envelopes, dimensions,
+// hatches, leaders, images.
+//
+// tolerance  drawing units that chords may leave curves by; 0: a hundred thousandth of the extents
+// cost       O(pieces); nothing stays open
+ReadResult ReadSheet(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids, double tolerance);
+
+}  // namespace product::detect

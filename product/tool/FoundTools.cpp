@@ -1,0 +1,105 @@
+#include "product/tool/FoundTools.h"
+
+#include <cstdio>
+#include <filesystem>
+
+#include "product/base/Failure.h"
+#include "product/base/Text.h"
+#include "product/detect/ReadSheet.h"
+#include "product/tool/EngineRequest.h"
+#include "product/tool/Selection.h"
+
+namespace product {
+namespace {
+
+constexpr size_t kMostTold = 4;  // candidates in a refusal
+
+std::string Numbered(const std::string& path, size_t number) {
+    if (path.empty()) return path;
+    const std::filesystem::path whole(path);
+    return (whole.parent_path() /
+            (whole.stem().string() + "-" + std::to_string(number) + whole.extension().string()))
+        .string();
+}
+
+void NumberFiles(ToolRequest& request, size_t number) {
+    for (std::string* path : {&request.svg, &request.solid.sat, &request.solid.step,
+                              &request.solid.stl, &request.solid.png})
+        *path = Numbered(*path, number);
+    if (!request.name.empty()) request.name += "-" + std::to_string(number);
+}
+
+ToolRequest RequestFor(const ToolRequest& asked, const detect::FoundTool& tool,
+                       const detect::ReadResult& read) {
+    ToolRequest request = asked;
+    request.axis = Axis{tool.from, tool.to};
+    AcArray<AcDbObjectId> ids;
+    for (const int entity : tool.entities) ids.append(read.entities[entity]);
+    request.picked = ids;
+    if (tool.hasWholeEntities) return request;
+    // A block holds more than this tool.
+    for (const int s : tool.strokes) {
+        const std::vector<plane::Curve>& curves = read.sheet.strokes[s].curves;
+        request.curves.insert(request.curves.end(), curves.begin(), curves.end());
+    }
+    return request;
+}
+
+[[noreturn]] void RefuseUnsure(const FoundTools& found) {
+    std::string text = "no tool was found with confidence";
+    if (found.doubtful.empty())
+        text += "; nothing that is drawn looks like one";
+    else
+        text += "; considered:";
+    for (size_t i = 0; i < found.doubtful.size() && i < kMostTold; ++i) {
+        const detect::FoundTool& tool = found.doubtful[i];
+        text += "\n  " + Describe(tool);
+        for (const std::string& remark : tool.remarks) text += "; " + remark;
+        text += "; to take it: --axis=" + Figure(tool.from.x) + "," + Figure(tool.from.y) + "," +
+                Figure(tool.to.x) + "," + Figure(tool.to.y) +
+                " --window=" + Figure(tool.window.minX) + "," + Figure(tool.window.minY) + "," +
+                Figure(tool.window.maxX) + "," + Figure(tool.window.maxY);
+    }
+    throw Failure(Fault::NothingThere,
+                  text + "\n  name the axis with --centre or --axis, and the tool with --window");
+}
+
+}  // namespace
+
+std::string Describe(const detect::FoundTool& tool) {
+    char confidence[32];
+    std::snprintf(confidence, sizeof confidence, "%.2f", tool.confidence);
+    return "axis " + Figure(tool.from.x) + "," + Figure(tool.from.y) + " to " + Figure(tool.to.x) +
+           "," + Figure(tool.to.y) + " by its " + NameOf(tool.cue) + ", confidence " + confidence;
+}
+
+FoundTools LookForTools(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids,
+                        const ToolRequest& request) {
+    const detect::ReadResult read = detect::ReadSheet(database, ids, 0);
+    detect::Finding finding = detect::FindTools(read.sheet);
+    FoundTools found;
+    found.doubtful = std::move(finding.doubtful);
+    found.faults = read.faults;
+    for (detect::FoundTool& tool : finding.tools)
+        found.tools.push_back({RequestFor(request, tool, read), std::move(tool)});
+    if (found.tools.size() > 1)
+        for (size_t i = 0; i < found.tools.size(); ++i) NumberFiles(found.tools[i].request, i + 1);
+    return found;
+}
+
+FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request) {
+    const Selection selection = PickBy(database, request.rule);
+    if (selection.ids.isEmpty())
+        throw Failure(Fault::NothingThere,
+                      "there is nothing to look at: " +
+                          std::string(request.rule.window ? "nothing displayed lies inside "
+                                                            "the window"
+                                                          : "model space is empty") +
+                          "; qzenvelope info shows what the drawing holds");
+    CheckPieces(selection.ids, request.parameters.limit);
+    FoundTools found = LookForTools(database, selection.ids, request);
+    if (found.tools.empty()) RefuseUnsure(found);
+    return found;
+}
+
+}  // namespace product

@@ -1,0 +1,40 @@
+// The tools of a drawing that nobody named: found by what is drawn, as requests.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "product/detect/FindTools.h"
+#include "product/tool/ToolRequest.h"
+
+namespace product {
+
+// One found tool.
+struct FoundRequest {
+    ToolRequest request;  // with its axis and what belongs to it
+    detect::FoundTool tool;
+};
+
+struct FoundTools {
+    std::vector<FoundRequest> tools;          // from left to right
+    std::vector<detect::FoundTool> doubtful;  // considered and not taken, the most likely first
+    std::vector<std::string> faults;          // blocks that could not be looked into
+};
+
+// Looks for tools among what the request picks. Each found tool's request is the given one with the
+// axis and the tool's entities; of several tools the files are numbered, "out-2.sat". The drawing
+// is for all of them. Nothing in the drawing changes.
+//
+// cost   O(n log n) for n curves, blocks taken apart
+// fails  Failure with NothingThere when nothing is picked or no tool is sure; the text lists what
+//        was considered, and why it was not taken
+FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request);
+
+// The same among some entities, and without refusing.
+FoundTools LookForTools(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids,
+                        const ToolRequest& request);
+
+// "axis 0,0 to 120,0 by its centre line, confidence 0.95".
+std::string Describe(const detect::FoundTool& tool);
+
+}  // namespace product
