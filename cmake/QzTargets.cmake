@@ -8,9 +8,25 @@ else()
   # No fused multiply-add: a*b+c must round alike on every machine, or golden drawings drift.
   target_compile_options(common_flags INTERFACE -Wall -Wextra -Wshadow -Werror -ffp-contract=off)
 endif()
+if(UNIX)
+  # Addresses of functions are settled before the first line runs, and then not written any more.
+  target_link_options(common_flags INTERFACE -Wl,-z,relro,-z,now,-z,noexecstack)
+endif()
+if(QZ_HARDEN)
+  # For what is delivered. Needs optimising; developers' builds do without, for every flag here
+  # compiles everything anew.
+  target_compile_options(common_flags INTERFACE -fstack-protector-strong -fstack-clash-protection
+    -fcf-protection -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -D_GLIBCXX_ASSERTIONS)
+endif()
 if(QZ_SANITIZE)
   target_compile_options(common_flags INTERFACE -fsanitize=address,undefined
     -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(common_flags INTERFACE -fsanitize=address,undefined)
+endif()
+if(QZ_FUZZ)
+  # Warnings of this compiler are for others to see.
+  target_compile_options(common_flags INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+    -fno-sanitize-recover=all -fno-omit-frame-pointer -Wno-error)
   target_link_options(common_flags INTERFACE -fsanitize=address,undefined)
 endif()
 
