@@ -77,6 +77,7 @@ public:
                 Propose(plan.end, plan.side, plans);
                 continue;
             }
+            if (plan.target < 0 && IsTakenAt(plan.to, 1 - plan.side)) continue;
             Take(plan, built);
         }
         built.isJoined.resize(m_scene.ends.size());
@@ -258,6 +259,16 @@ private:
             return length <= TailOf(e) && length <= TailOf(k);
         }
         return !RisesAbove(end.at, other.at);
+    }
+
+    // Where a curve goes on to may be an end that is joined on that side already.
+    bool IsTakenAt(const plane::Point& p, int side) const {
+        bool isTaken = false;
+        ForEndsAt(p.x, [&](int k) {
+            isTaken = isTaken ||
+                      (m_taken[side][k] && plane::Distance(End(k).at, p) <= m_scene.measures.tiny);
+        });
+        return isTaken;
     }
 
     // Ends in the same place count as joined, too: a curve may be drawn twice.

@@ -31,7 +31,7 @@ double AreaOf(const plane::Box& b, double reach) {
 // What a node is split by.
 struct CurveTree::Sums {
     plane::Box box, middles;
-    double area = 0;
+    double area = 0, wide = 0, high = 0;
     int count = 0;
     bool isCrowded = false;
 };
@@ -60,6 +60,8 @@ void CurveTree::Split(int first, int last) {
         const plane::Box& box = m_boxes[m_order[k]];
         sums.box.Add(box);
         sums.middles.Add(box.Middle());
+        sums.wide += box.Width();
+        sums.high += box.Height();
     }
     const double reach = 1e-6 * sums.box.Size();
     for (int k = first; k < last; ++k) sums.area += AreaOf(m_boxes[m_order[k]], reach);
@@ -69,9 +71,13 @@ void CurveTree::Split(int first, int last) {
     m_nodes[n].first = first;
     m_nodes[n].last = last;
     if (last - first <= kLeaf) return;
-    // By the place, or, among long curves that overlap, by the direction if that says more.
-    const bool byX = sums.middles.Width() >= sums.middles.Height();
-    double spread = (std::max)(sums.middles.Width(), sums.middles.Height());
+    // By the place, across rather than along what is long; or, among long curves that overlap, by
+    // the direction if that says more.
+    const double width = sums.middles.Width(), height = sums.middles.Height();
+    const double apart = (std::max)(width, height) / sums.count;
+    const bool byX =
+        width * (sums.high / sums.count + apart) >= height * (sums.wide / sums.count + apart);
+    double spread = (std::max)(width, height);
     int by = byX ? 0 : 1;
     if (sums.isCrowded) {
         plane::Box headings;
