@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "arxHeaders.h"
+#include "host/db/build.h"
 #include "host/db/stub.h"
 #include "host/ed/selection_sets.h"
 #include "host/ed/session.h"
@@ -105,7 +106,8 @@ Lines DumpDocuments() {
     for (const auto& document : session.Documents())
         lines.push_back(std::to_wstring(lines.size() + 1) +
                         (document.get() == session.Current() ? L"* " : L"  ") +
-                        document->docTitle());
+                        document->docTitle() +
+                        (host::IsModified(*document->database()) ? L" changed" : L""));
     if (lines.empty()) lines.push_back(L"none");
     return lines;
 }

@@ -109,7 +109,8 @@ void ScriptRunner::DoActivate(const ScriptLine& line) {
 }
 
 void ScriptRunner::DoClose(const ScriptLine& line) {
-    if (CheckDocument(line)) host::Session::Get().Close(*curDoc());
+    if (CheckDocument(line) && host::Session::Get().MayClose({curDoc()}))
+        host::Session::Get().Close(*curDoc());
 }
 
 void ScriptRunner::DoCommand(const ScriptLine& line) {

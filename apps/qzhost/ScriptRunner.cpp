@@ -62,6 +62,8 @@ void ScriptRunner::RunLine(const ScriptLine& line) {
 }
 
 const ScriptLine* ScriptRunner::TakeAnswer(const wchar_t* verb) {
+    // While a person thinks, windows act: what was put off until later comes now.
+    host::WindowSystem::Get().DispatchPending();
     while (m_failure.empty()) {
         if (m_next == m_lines.size()) {
             Fail(nullptr, L"the script ends at a prompt that needs a line \"" + std::wstring(verb) +
@@ -159,6 +161,12 @@ void ScriptRunner::Print(const std::wstring& text) { m_transcript.Print(text); }
 
 void ScriptRunner::UpdateDisplay() {
     if (onUpdateDisplay) onUpdateDisplay();
+}
+
+host::ClosingChoice ScriptRunner::Closing(const std::vector<AcApDocument*>& documents) {
+    for (const AcApDocument* const document : documents)
+        m_transcript.Line(L"box: Save changes to " + std::wstring(document->docTitle()) + L"?");
+    return host::ClosingChoice::kDiscard;
 }
 
 int ScriptRunner::box(const host::BoxRequest& request) {

@@ -39,6 +39,8 @@ public:
     host::Answer Text(bool spacesAllowed) override;
     void Print(const std::wstring& text) override;
     void UpdateDisplay() override;
+    // Written down and answered with no: a script saves by a line of its own.
+    host::ClosingChoice Closing(const std::vector<AcApDocument*>& documents) override;
 
     // host::UserAnswers
     int box(const host::BoxRequest& request) override;

@@ -183,6 +183,8 @@ AcDbObject* ObjectOf(Stub& stub) {
     return stub.object;
 }
 
+void NoteSaved(AcDbDatabase& db) { ImpOf(db).modified = false; }
+
 void MarkSaved(AcDbDatabase& db) {
     DatabaseImp& imp = ImpOf(db);
     imp.modified = false;

@@ -138,7 +138,7 @@ AcDbObjectId PickAmong(const std::vector<AcDbObjectId>& entities, const AcGePoin
 std::optional<EntityFilter> EntityFilter::FromChain(const resbuf* chain) {
     EntityFilter filter;
     for (const resbuf* node = chain; node != nullptr; node = node->rbnext) {
-        const int code = node->restype == RTDXF0 ? 0 : node->restype;
+        const int code = node->restype;
         if (code == 62) {
             filter.m_conditions.push_back({code, L"", node->resval.rint});
         } else if ((code == 0 || code == 6 || code == 8) && node->resval.rstring != nullptr) {

@@ -192,6 +192,7 @@ bool Session::Save(AcApDocument& document, const std::wstring& path) {
     if (!message.empty()) Print(L"\n" + message);
     imp.title = FileNameOf(target);
     imp.isTitled = true;
+    NoteSaved(*database);
     m_eventReactors.Notify([database, &target](AcRxEventReactor& reactor) {
         reactor.saveComplete(database, target.c_str());
     });

@@ -29,9 +29,10 @@ HINSTANCE SwitchResources(HINSTANCE to);
 
 #define AC_DECLARE_EXTENSION_MODULE(extModuleIdentifier) \
     extern CAcExtensionModule extModuleIdentifier
-#define AC_IMPLEMENT_EXTENSION_MODULE(extModuleIdentifier) \
-    CAcExtensionModule extModuleIdentifier;                \
-    CAcExtensionModule& host::ExtensionModule() { return extModuleIdentifier; }
+#define AC_IMPLEMENT_EXTENSION_MODULE(extModuleIdentifier)                      \
+    CAcExtensionModule extModuleIdentifier;                                     \
+    CAcExtensionModule& host::ExtensionModule() { return extModuleIdentifier; } \
+    extern CAcExtensionModule extModuleIdentifier
 
 // While it lives, dialogs and texts are found in the module it stands in.
 class CAcModuleResourceOverride {

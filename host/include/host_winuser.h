@@ -130,6 +130,17 @@ SHORT GetKeyState(int nVirtKey);  // high bit set while the key is held; VK_SHIF
 
 int MessageBox(HWND hWnd, LPCTSTR lpText, LPCTSTR lpCaption, UINT uType);
 
+// Files. Their parts may be set apart by '\\' or '/'; relative paths are taken from the working
+// folder. Each is FALSE (0, INVALID_FILE_ATTRIBUTES) when the system refuses.
+BOOL MoveFileEx(LPCTSTR lpExistingFileName, LPCTSTR lpNewFileName, DWORD dwFlags);
+BOOL DeleteFile(LPCTSTR lpFileName);
+DWORD GetFileAttributes(LPCTSTR lpFileName);  // FILE_ATTRIBUTE_DIRECTORY or _NORMAL, no others
+// Folder for files of passing use, with a separator at its end; its length without the end mark, or
+// the room needed when nBufferLength is too little.
+DWORD GetTempPath(DWORD nBufferLength, LPTSTR lpBuffer);
+DWORD GetCurrentProcessId();
+ULONGLONG GetTickCount64();  // milliseconds since some moment in the past
+
 // The module that holds an address (flag FROM_ADDRESS), or one by file name; PIN keeps it mapped
 // for good. Unlike Windows, only by address or for the program itself (null).
 BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);

@@ -12,6 +12,9 @@ class CWinApp;
 CMDIFrameWnd* acedGetAcadFrame();
 // The window of the drawing, which takes the keys after SetFocus.
 CView* acedGetAcadDwgView();
+// Shows that the command line waits for a command again, after input that a window asked for. This
+// host's command line always does; false without a drawing.
+bool acedPostCommandPrompt();
 // Always null: this host's documents are no MFC documents.
 CDocument* acedGetAcadDoc();
 CWinApp* acedGetAcadWinApp();

@@ -1,0 +1,5 @@
+#include "host/sys/process.h"
+
+#include <unistd.h>
+
+std::uint32_t host::ProcessNumber() { return static_cast<std::uint32_t>(::getpid()); }
