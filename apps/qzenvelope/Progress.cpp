@@ -117,4 +117,4 @@ void progressStep(int, int, double) {}
 void progressEnd() {}
 
 // Nobody can be asked; the batch always names a folder.
-CString AskSatPath(const CString&) { return CString(); }
+CString AskSatPath(const CString&, CWnd*) { return CString(); }

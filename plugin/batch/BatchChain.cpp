@@ -56,7 +56,11 @@ void CBatchChainWriter::AddText(const CString& strText) {
 }
 
 void CBatchChainWriter::AddHandle(const AcDbObjectId& id) {
-    ACHAR text[AcDbHandle::kStrSiz];
+    if (id.isNull()) {
+        AppendText(E_Code_Handle, _T("0"));
+        return;
+    }
+    ACHAR text[AcDbHandle::kStrSiz] = {};
     id.handle().getIntoAsciiBuffer(text);
     AppendText(E_Code_Handle, text);
 }
@@ -64,6 +68,7 @@ void CBatchChainWriter::AddHandle(const AcDbObjectId& id) {
 const resbuf* CBatchChainReader::Take(E_BatchCode code) {
     if (m_pNode == nullptr || m_pNode->restype != code) {
         m_pNode = nullptr;
+        m_bFailed = true;
         return nullptr;
     }
     const resbuf* const pTaken = m_pNode;

@@ -49,6 +49,9 @@ class CBatchChainReader {
 public:
     explicit CBatchChainReader(const resbuf* pChain) : m_pNode(pChain) {}
 
+    // Everything was taken, and as it was expected.
+    bool IsAtEnd() const { return m_pNode == nullptr && !m_bFailed; }
+
     bool Read(E_BatchCode code, Adesk::Int32& nValue);
     bool ReadFlag(bool& bValue);
     bool ReadReal(double& dValue);
@@ -61,4 +64,5 @@ private:
     const resbuf* Take(E_BatchCode code);
 
     const resbuf* m_pNode;
+    bool m_bFailed = false;
 };

@@ -2,9 +2,9 @@
 #include "BatchTask.h"
 
 #include "BatchSerial.h"
-#include "EnvelopeExport.h"
-#include "KnifeDiagramFactory.h"
+#include "DocumentLock.h"
 #include "Progress.h"
+#include "TaskKey.h"
 
 namespace {
 
@@ -21,60 +21,73 @@ public:
 // click that the display delivered may have removed them or moved them in memory.
 class CRunningTask {
 public:
-    explicit CRunningTask(const BatchTask& task)
-        : m_pDatabase(acdbHostApplicationServices()->workingDatabase()), m_serial(task.serial) {
+    explicit CRunningTask(const BatchTask& task) : m_key(GetTaskKey(task)) {
         for (const BatchTool& tool : task.tools) {
             m_toolSerials.push_back(tool.serial);
         }
     }
 
+    AcDbDatabase* GetDatabase() const { return m_key.m_pDatabase; }
     int GetToolCount() const { return static_cast<int>(m_toolSerials.size()); }
 
-    // Null when the task is gone or the working database is another one.
-    BatchTask* FindTask() const {
-        if (m_pDatabase == nullptr ||
-            acdbHostApplicationServices()->workingDatabase() != m_pDatabase) {
-            return nullptr;
-        }
-        for (BatchTask& task : CKnifeDiagramFactory::GetInstance().GetTaskList(m_pDatabase)) {
-            if (task.serial == m_serial) {
-                return &task;
-            }
-        }
-        return nullptr;
+    // Null when the task is gone.
+    BatchTask* FindTask() const { return ::FindTask(m_key); }
+    // The engine works on the current drawing, which must be the task's.
+    bool MayGoOn() const {
+        return FindTask() != nullptr &&
+               acdbHostApplicationServices()->workingDatabase() == m_key.m_pDatabase;
     }
-
-    BatchTool* FindTool(BatchTask& task, int nIndex) const {
-        for (BatchTool& tool : task.tools) {
-            if (tool.serial == m_toolSerials[static_cast<size_t>(nIndex)]) {
-                return &tool;
-            }
-        }
-        return nullptr;
+    // Null when the tool is gone.
+    BatchTool* FindTool(int nIndex) const {
+        BatchTask* const pTask = FindTask();
+        return pTask == nullptr ? nullptr
+                                : ::FindTool(*pTask, m_toolSerials[static_cast<size_t>(nIndex)]);
     }
 
 private:
-    AcDbDatabase* m_pDatabase;
-    Adesk::UInt64 m_serial;
+    STaskKey m_key;
     std::vector<Adesk::UInt64> m_toolSerials;
 };
 
-// Takes each tool of a task in order through one operation, which gives the tool's status.
+// Takes each tool of a task in order through one operation, which says whether it was done.
 template <class Operation>
-void RunTools(const BatchTask& start, BatchStatus BatchTask::*taskStatus, Operation operation) {
-    const CRunningTask running(start);
+SRunReport RunTools(const CRunningTask& running, const ACHAR* pUndoName, Operation operation) {
+    SRunReport report;
+    const CDocumentLock lock(running.GetDatabase(), pUndoName);
     const CProgressScope progress;
-    for (int i = 0; i < running.GetToolCount(); ++i) {
-        progressStep(running.GetToolCount(), i, 1.0);
-        BatchTask* const pTask = running.FindTask();
-        if (pTask == nullptr) {
-            return;
+    int nIndex = 0;
+    for (; nIndex < running.GetToolCount(); ++nIndex) {
+        progressStep(running.GetToolCount(), nIndex, 1.0);
+        if (!running.MayGoOn()) {
+            break;
         }
-        BatchTool* const pTool = running.FindTool(*pTask, i);
-        if (pTool != nullptr && operation(*pTask, *pTool) == kBatchFailed) {
-            pTask->*taskStatus = kBatchFailed;
+        BatchTool* const pTool = running.FindTool(nIndex);
+        if (pTool == nullptr) {
+            ++report.m_nNotRun;
+        } else if (operation(*running.FindTask(), *pTool)) {
+            ++report.m_nDone;
+        } else {
+            report.AddFailure(pTool->name, pTool->reason);
         }
     }
+    report.m_nNotRun += running.GetToolCount() - nIndex;
+    return report;
+}
+
+// Sets the task's status, if it still is there, and tells what was done.
+void Finish(const CRunningTask& running, const SRunReport& report,
+            BatchStatus BatchTask::*taskStatus, BatchStatus BatchTool::*toolStatus) {
+    BatchTask* const pTask = running.FindTask();
+    if (pTask == nullptr) {
+        acutPrintf(_T("\n%s\n"), report.GetCounts().GetString());
+        return;
+    }
+    CStatusRollUp rollUp;
+    for (const BatchTool& tool : pTask->tools) {
+        rollUp.Add(tool.*toolStatus);
+    }
+    pTask->*taskStatus = report.m_nFailed > 0 ? kBatchFailed : rollUp.GetStatus();
+    acutPrintf(_T("\n%s：%s\n"), pTask->name.GetString(), report.GetCounts().GetString());
 }
 
 }  // namespace
@@ -92,23 +105,33 @@ void BatchTask::rollUpStatus() {
     exportStatus = exported.GetStatus();
 }
 
-void BatchTask::run() {
-    // Nothing was done where there is nothing to do.
-    execStatus = tools.empty() ? kBatchNotStarted : kBatchDone;
-    RunTools(*this, &BatchTask::execStatus, [](const BatchTask& task, BatchTool& tool) {
-        tool.computeEnvelope(task.params);
-        return tool.execStatus;
-    });
+// This object may be gone, or elsewhere in memory, as soon as a tool was run.
+SRunReport BatchTask::run() {
+    const CRunningTask running(*this);
+    const SRunReport report =
+        RunTools(running, _T("QZRUNTASK"), [](const BatchTask& task, BatchTool& tool) {
+            tool.computeEnvelope(task.params);
+            return tool.execStatus == kBatchDone;
+        });
+    Finish(running, report, &BatchTask::execStatus, &BatchTool::execStatus);
+    return report;
 }
 
-void BatchTask::exportAll(const CString& strFolder) {
-    exportStatus = tools.empty() ? kBatchNotStarted : kBatchDone;
+SRunReport BatchTask::exportAll(const CString& strFolder, CExportNames* pNames) {
+    const CRunningTask running(*this);
     const CString folder(strFolder);
+    CExportNames ownNames;
+    CExportNames& names = pNames == nullptr ? ownNames : *pNames;
+    for (const BatchTool& tool : tools) {
+        names.Expect(tool.name);
+    }
     const CExportRun exports;
-    RunTools(*this, &BatchTask::exportStatus, [&folder](const BatchTask&, BatchTool& tool) {
-        tool.exportSolid(folder);
-        return tool.exportStatus;
-    });
+    const SRunReport report =
+        RunTools(running, _T("QZEXPORTTASK"), [&folder, &names](const BatchTask&, BatchTool& tool) {
+            return tool.exportSolid(folder, &names) == E_Export_Done;
+        });
+    Finish(running, report, &BatchTask::exportStatus, &BatchTool::exportStatus);
+    return report;
 }
 
 void BatchTask::highlightAllSources(bool bOn) const {

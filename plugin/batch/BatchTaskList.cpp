@@ -72,6 +72,24 @@ Acad::ErrorStatus OpenOrMake(AcDbDictionary& dictionary, const ACHAR* pKey,
     return pEntry.acquire(pResident);
 }
 
+// Gives the stored record another name, under which nothing looks for it.
+Acad::ErrorStatus KeepRecord(AcDbDictionary& store) {
+    Acad::ErrorStatus es = store.isWriteEnabled() ? Acad::eOk : store.upgradeOpen();
+    if (es != Acad::eOk || !store.has(kStoreRecord)) {
+        return es;
+    }
+    CString strKept;
+    int nNumber = 0;
+    do {
+        strKept.Format(_T("%s-%d"), kStoreRecord, ++nNumber);
+    } while (store.has(strKept));
+    if (!store.setName(kStoreRecord, strKept)) {
+        return Acad::eDuplicateKey;
+    }
+    acutPrintf(_T("\n任务列表未能全部读出，原记录保留为 %s\n"), strKept.GetString());
+    return Acad::eOk;
+}
+
 // ---- Reading
 
 bool ReadStatus(CBatchChainReader& chain, BatchStatus& status) {
@@ -137,6 +155,23 @@ bool ReadTask(CBatchChainReader& chain, AcDbDatabase& database, Adesk::Int32 nVe
     return nVersion < kFirstVersionWithParams || ReadParams(chain, task.params);
 }
 
+// False when something of the chain was not understood.
+bool ReadTasks(CBatchChainReader& chain, AcDbDatabase& database, std::vector<BatchTask>& tasks) {
+    Adesk::Int32 nVersion = 0;
+    Adesk::Int32 nTasks = 0;
+    if (!chain.Read(E_Code_Version, nVersion) || !chain.Read(E_Code_Count, nTasks)) {
+        return false;
+    }
+    for (Adesk::Int32 i = 0; i < nTasks; ++i) {
+        BatchTask task;
+        if (!ReadTask(chain, database, nVersion, task)) {
+            return false;
+        }
+        tasks.push_back(std::move(task));
+    }
+    return nTasks >= 0 && chain.IsAtEnd();
+}
+
 AcDbObjectId FindRecord(AcDbDatabase* pDatabase) {
     AcDbObjectId id;
     if (pDatabase == nullptr) {
@@ -156,7 +191,7 @@ AcDbObjectId FindRecord(AcDbDatabase* pDatabase) {
 
 }  // namespace
 
-Acad::ErrorStatus BatchTaskList::store(AcDbDatabase* pDatabase) const {
+Acad::ErrorStatus BatchTaskList::store(AcDbDatabase* pDatabase) {
     if (pDatabase == nullptr) {
         return Acad::eNoDatabase;
     }
@@ -183,6 +218,13 @@ Acad::ErrorStatus BatchTaskList::store(AcDbDatabase* pDatabase) const {
     if (es != Acad::eOk) {
         return es;
     }
+    if (m_bPartlyRead) {
+        es = KeepRecord(*pStore.object());
+        if (es != Acad::eOk) {
+            return es;
+        }
+        m_bPartlyRead = false;
+    }
     AcDbObjectPointer<AcDbXrecord> pRecord;
     es = OpenOrMake(*pStore.object(), kStoreRecord, pRecord);
     return es == Acad::eOk ? pRecord->setFromRbChain(*chain.GetChain()) : es;
@@ -190,25 +232,23 @@ Acad::ErrorStatus BatchTaskList::store(AcDbDatabase* pDatabase) const {
 
 void BatchTaskList::load(AcDbDatabase* pDatabase) {
     clear();
-    const CDocumentLock lock(pDatabase);
-    const AcDbObjectPointer<AcDbXrecord> pRecord(FindRecord(pDatabase), AcDb::kForRead);
-    resbuf* pRaw = nullptr;
-    if (!lock.IsOk() || pRecord.openStatus() != Acad::eOk || pRecord->rbChain(&pRaw) != Acad::eOk) {
+    m_bPartlyRead = false;
+    const AcDbObjectId recordId = FindRecord(pDatabase);
+    if (recordId.isNull()) {
         return;
     }
-    CBatchChainReader chain(pRaw);
-    Adesk::Int32 nVersion = 0;
-    Adesk::Int32 nTasks = 0;
-    if (chain.Read(E_Code_Version, nVersion) && chain.Read(E_Code_Count, nTasks)) {
-        for (Adesk::Int32 i = 0; i < nTasks; ++i) {
-            BatchTask task;
-            if (!ReadTask(chain, *pDatabase, nVersion, task)) {
-                break;
-            }
-            push_back(std::move(task));
-        }
+    const AcDbObjectPointer<AcDbXrecord> pRecord(recordId, AcDb::kForRead);
+    resbuf* pRaw = nullptr;
+    if (pRecord.openStatus() == Acad::eOk && pRecord->rbChain(&pRaw) == Acad::eOk) {
+        CBatchChainReader chain(pRaw);
+        m_bPartlyRead = !ReadTasks(chain, *pDatabase, *this);
+        acutRelRb(pRaw);
+    } else {
+        m_bPartlyRead = true;
     }
-    acutRelRb(pRaw);
+    if (m_bPartlyRead) {
+        acutPrintf(_T("\n任务列表的记录已损坏，只读出 %d 个任务\n"), static_cast<int>(size()));
+    }
 }
 
 bool BatchTaskList::isStored(AcDbDatabase* pDatabase) { return !FindRecord(pDatabase).isNull(); }

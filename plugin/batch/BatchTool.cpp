@@ -8,10 +8,14 @@
 #include "EncircleLayers.h"
 #include "EntityBox.h"
 #include "EraseEntity.h"
-#include "EnvelopeExport.h"
+#include "FlushGraphics.h"
 #include "LayerTools.h"
+#include "RunReport.h"
+#include "UnlockedLayer.h"
 
 namespace {
+
+constexpr const ACHAR* kDrawingLocked = _T("图形被其他命令占用，不能修改");
 
 bool IsOnEnvelopeLayer(const AcDbObjectId& id) {
     const AcDbObjectPointer<AcDbEntity> pEntity(id, AcDb::kForRead);
@@ -53,39 +57,60 @@ void BatchTool::EraseFormerEnvelope() {
 
 void BatchTool::computeEnvelope(const CEncircleCalInfo& params, EnvelopePipeline pPipeline) {
     const CDocumentLock lock;
-    if (!lock.IsOk()) {
-        execStatus = kBatchFailed;
-        return;
+    reason.Empty();
+    if (lock.IsOk()) {
+        const CUnlockedLayer unlocked(kEnvelopeLayer);
+        DropEnvelopesFromSource();
+        EraseFormerEnvelope();
+        Compute(params, pPipeline);
+        FlushGraphics();
+        highlightEnvelope(true);
+    } else {
+        reason = kDrawingLocked;
     }
-    DropEnvelopesFromSource();
-    EraseFormerEnvelope();
-    {
-        // The axis does not go on the user's layer: that may be locked, and it could not be erased.
-        CCurrentLayerGuard layer(kEnvelopeLayer);
-        const CAxisLine axis(GetEntitiesBox(sourceIds), centre.y);
-        layer.Restore();
-        CEncircleCalInfo info(params);
-        info.m_midLineId = axis.GetId();
-        CEncircleLine engine(info);
-        (engine.*pPipeline)(sourceIds, envelopeId);
-    }
-    highlightEnvelope(true);
-    execStatus = envelopeId.isNull() ? kBatchFailed : kBatchDone;
+    execStatus = reason.IsEmpty() ? kBatchDone : kBatchFailed;
 }
 
-void BatchTool::exportSolid(const CString& strFolder) {
+void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeline) {
+    // The axis does not go on the user's layer: that may be locked, and it could not be erased.
+    CCurrentLayerGuard layer(kEnvelopeLayer);
+    CAxisLine axis(GetEntitiesBox(sourceIds), centre.y);
+    layer.Restore();
+    CEncircleCalInfo info(params);
+    info.m_midLineId = axis.GetId();
+    CEncircleLine engine(info);
+    (engine.*pPipeline)(sourceIds, envelopeId);
     if (envelopeId.isNull()) {
-        return;
+        reason = GetNoEnvelopeReason(sourceIds, !info.m_midLineId.isNull());
+    }
+    if (!axis.Erase()) {
+        reason = _T("临时轴线无法删除");
+    }
+}
+
+bool BatchTool::hasEnvelope() const {
+    return AcDbObjectPointer<AcDbEntity>(envelopeId, AcDb::kForRead).openStatus() == Acad::eOk;
+}
+
+E_ExportResult BatchTool::exportSolid(const CString& strFolder, CExportNames* pNames) {
+    reason.Empty();
+    if (envelopeId.isNull()) {
+        reason = GetExportReason(E_Export_NoEnvelope, envelopeId, centre.y);
+        return E_Export_NoEnvelope;
     }
     const CDocumentLock lock;
     if (!lock.IsOk()) {
+        reason = kDrawingLocked;
         exportStatus = kBatchFailed;
-        return;
+        return E_Export_NotSaved;
     }
-    const E_ExportResult result = ExportToolSolid(envelopeId, centre, name, strFolder);
+    const CString strFile = pNames == nullptr ? name : pNames->Take(name);
+    const E_ExportResult result = ExportToolSolid(envelopeId, centre, strFile, strFolder);
+    reason = GetExportReason(result, envelopeId, centre.y);
     if (result != E_Export_Cancelled) {
         exportStatus = result == E_Export_Done ? kBatchDone : kBatchFailed;
     }
+    return result;
 }
 
 void BatchTool::highlightSource(bool bOn) const {
@@ -105,7 +130,11 @@ void BatchTool::deleteEnvelope() {
     if (!lock.IsOk()) {
         return;
     }
-    EraseById(envelopeId);
+    const CUnlockedLayer unlocked(kEnvelopeLayer);
+    if (!envelopeId.isNull() && !EraseById(envelopeId)) {
+        acutPrintf(_T("\n%s：包络线无法删除\n"), name.GetString());
+        return;
+    }
     envelopeId.setNull();
     execStatus = kBatchNotStarted;
 }

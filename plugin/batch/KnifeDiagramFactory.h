@@ -12,12 +12,16 @@ class CKnifeDiagramFactory {
 public:
     static CKnifeDiagramFactory& GetInstance();
 
-    // The list of a drawing; null means the working database.
+    // The list of a drawing; null means the working database. Without one the list is empty, and
+    // what is put into it is gone with the next call.
     BatchTaskList& GetTaskList(AcDbDatabase* pDatabase);
     // The list of the working database.
     BatchTaskList& GetTaskList();
 
-    bool HasTaskList(const AcDbDatabase* pDatabase) const;
+    // The list of a drawing that has one already, else null.
+    BatchTaskList* FindTaskList(const AcDbDatabase* pDatabase) const;
+    // The drawing whose list holds the task of that number; null when none does.
+    AcDbDatabase* FindOwner(Adesk::UInt64 nTaskSerial) const;
 
     // Frees the list of a drawing that is about to be destroyed; unknown ones are ignored.
     void RemoveTaskList(const AcDbDatabase* pDatabase);
@@ -25,5 +29,6 @@ public:
 private:
     CKnifeDiagramFactory() = default;
 
-    std::map<const AcDbDatabase*, std::unique_ptr<BatchTaskList>> m_lists;
+    std::map<AcDbDatabase*, std::unique_ptr<BatchTaskList>> m_lists;
+    BatchTaskList m_noDrawing;
 };

@@ -24,8 +24,7 @@ const SCommand kCommands[] = {
 }  // namespace
 
 void RegisterCommands() {
-    AcEdCommandStack* const pStack =
-        AcEdCommandStack::cast(acrxSysRegistry()->at(_T("ACAD_REGISTERED_COMMANDS")));
+    AcEdCommandStack* const pStack = acedRegCmds;
     for (const SCommand& command : kCommands) {
         const Acad::ErrorStatus es =
             pStack == nullptr ? Acad::eKeyNotFound

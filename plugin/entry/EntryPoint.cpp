@@ -5,7 +5,7 @@
 #include "Reactors.h"
 #include "AcExtensionModule.h"
 
-AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL)
+AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL);
 
 // The host's MFC finds the module's dialogs through its instance.
 extern "C" BOOL APIENTRY DllMain(HINSTANCE hInstance, DWORD dwReason, LPVOID) {
@@ -28,8 +28,7 @@ void PinModule() {
 }
 
 void Initialise(void* pApplication) {
-    AcRxDynamicLinker* const pLinker =
-        AcRxDynamicLinker::cast(acrxSysRegistry()->at(_T("DynamicLinker")));
+    AcRxDynamicLinker* const pLinker = acrxDynamicLinker;
     if (pLinker != nullptr) {
         pLinker->unlockApplication(pApplication);
         pLinker->registerAppMDIAware(pApplication);

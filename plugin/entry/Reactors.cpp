@@ -1,6 +1,7 @@
 #include "StdAfx.h"
 #include "Reactors.h"
 
+#include <map>
 #include <memory>
 
 #include "KnifeDiagramFactory.h"
@@ -12,21 +13,31 @@ CEditReactor* g_pEditReactor = nullptr;
 CDocReactor* g_pDocReactor = nullptr;
 CQZToolReactor* g_pToolReactor = nullptr;
 
-// An EXPLODE has started and nothing has been modified since.
-bool g_bExploding = false;
+// The drawings that the database reactor watches, each with whether an EXPLODE runs in it that has
+// modified nothing yet.
+std::map<const AcDbDatabase*, bool> g_watched;
 
-AcEditor* GetEditor() { return AcEditor::cast(acrxSysRegistry()->at(_T("AcEditor"))); }
-
-void WatchWorkingDatabase() {
-    AcDbDatabase* const pDatabase = acdbHostApplicationServices()->workingDatabase();
-    // Loaded at the host's start there may be no drawing; then no database is watched.
-    if (g_pToolReactor != nullptr || pDatabase == nullptr) {
+void Watch(AcDbDatabase* pDatabase) {
+    if (pDatabase == nullptr || g_watched.count(pDatabase) != 0) {
         return;
     }
-    g_pToolReactor = new CQZToolReactor();
-    if (pDatabase->addReactor(g_pToolReactor) != Acad::eOk) {
-        delete g_pToolReactor;
-        g_pToolReactor = nullptr;
+    if (g_pToolReactor == nullptr) {
+        g_pToolReactor = new CQZToolReactor();
+    }
+    if (pDatabase->addReactor(g_pToolReactor) == Acad::eOk) {
+        g_watched[pDatabase] = false;
+    }
+}
+
+bool IsExplode(const ACHAR* pCommand) {
+    return pCommand != nullptr && _tcscmp(pCommand, _T("EXPLODE")) == 0;
+}
+
+// Of the drawing in which the command runs.
+void SetExploding(bool bExploding) {
+    const auto found = g_watched.find(acdbHostApplicationServices()->workingDatabase());
+    if (found != g_watched.end()) {
+        found->second = bExploding;
     }
 }
 
@@ -44,10 +55,10 @@ void InstallReactors() {
         return;
     }
     g_pEditReactor = new CEditReactor();
-    if (AcEditor* const pEditor = GetEditor()) {
+    if (AcEditor* const pEditor = acedEditor) {
         pEditor->addReactor(g_pEditReactor);
     }
-    WatchWorkingDatabase();
+    Watch(acdbHostApplicationServices()->workingDatabase());
     g_pDocReactor = new CDocReactor();
     acDocManager->addReactor(g_pDocReactor);
     GreetOpenDocuments();
@@ -55,13 +66,13 @@ void InstallReactors() {
 
 void RemoveReactors() {
     if (g_pEditReactor != nullptr) {
-        if (AcEditor* const pEditor = GetEditor()) {
+        if (AcEditor* const pEditor = acedEditor) {
             pEditor->removeReactor(g_pEditReactor);
         }
         delete g_pEditReactor;
         g_pEditReactor = nullptr;
     }
-    // The database reactor stays: the database it watches may be gone already, and with it the
+    // The database reactor stays: databases that it watches may be gone already, and with them the
     // registration.
     if (g_pDocReactor != nullptr) {
         acDocManager->removeReactor(g_pDocReactor);
@@ -75,17 +86,30 @@ void CDocReactor::documentCreated(AcApDocument* pDocument) {
     if (pDatabase == nullptr) {
         return;
     }
+    Watch(pDatabase);
     CKnifeDiagramFactory::GetInstance().GetTaskList(pDatabase).load(pDatabase);
-    RefreshBulkDialog();
+    RefreshBulkDialog(acdbHostApplicationServices()->workingDatabase());
 }
 
-void CDocReactor::documentBecameCurrent(AcApDocument*) { RefreshBulkDialog(); }
+// The working database may still be that of the document before, so the document is asked.
+void CDocReactor::documentBecameCurrent(AcApDocument* pDocument) {
+    RefreshBulkDialog(pDocument == nullptr ? nullptr : pDocument->database());
+}
 
 void CEditReactor::commandWillStart(const ACHAR* pCommand) {
-    if (pCommand != nullptr && _tcscmp(pCommand, _T("EXPLODE")) == 0) {
-        g_bExploding = true;
+    if (IsExplode(pCommand)) {
+        SetExploding(true);
     }
 }
+
+// However it ends: what is modified later has nothing to do with it.
+void CEditReactor::commandEnded(const ACHAR* pCommand) {
+    if (IsExplode(pCommand)) {
+        SetExploding(false);
+    }
+}
+void CEditReactor::commandCancelled(const ACHAR* pCommand) { commandEnded(pCommand); }
+void CEditReactor::commandFailed(const ACHAR* pCommand) { commandEnded(pCommand); }
 
 void CEditReactor::beginSave(AcDbDatabase* pDatabase, const ACHAR*) {
     // A database without document has no task list of its own.
@@ -95,18 +119,21 @@ void CEditReactor::beginSave(AcDbDatabase* pDatabase, const ACHAR*) {
 }
 
 void CEditReactor::databaseToBeDestroyed(AcDbDatabase* pDatabase) {
+    g_watched.erase(pDatabase);
     CKnifeDiagramFactory::GetInstance().RemoveTaskList(pDatabase);
 }
 
 void CQZToolReactor::objectModified(const AcDbDatabase* pDatabase, const AcDbObject*) {
-    AcApDocument* const pDocument = acDocManager->curDocument();
-    if (!g_bExploding || pDocument == nullptr ||
+    const auto found = g_watched.find(pDatabase);
+    AcApDocument* const pDocument = acDocManager->document(pDatabase);
+    if (found == g_watched.end() || !found->second || pDocument == nullptr ||
         pDatabase != acdbHostApplicationServices()->workingDatabase()) {
         return;
     }
+    found->second = false;
     const Acad::ErrorStatus es = acDocManager->sendStringToExecute(
         pDocument, _T("_.DELCONSTRAINT\nALL\n\n"), true, false, false);
-    if (es == Acad::eOk) {
-        g_bExploding = false;
+    if (es != Acad::eOk) {
+        acutPrintf(_T("\n分解后的几何约束未能删除：%s\n"), acadErrorStatusText(es));
     }
 }

@@ -21,12 +21,17 @@ public:
 class CEditReactor : public AcEditorReactor {
 public:
     void commandWillStart(const ACHAR* pCommand) override;
+    void commandEnded(const ACHAR* pCommand) override;
+    void commandCancelled(const ACHAR* pCommand) override;
+    void commandFailed(const ACHAR* pCommand) override;
     void beginSave(AcDbDatabase* pDatabase, const ACHAR* pIntendedName) override;
     void databaseToBeDestroyed(AcDbDatabase* pDatabase) override;
 };
 
-// After an EXPLODE, the first modification of the working database has the geometric constraints
-// deleted that the explosion leaves behind.
+// Watches every drawing from the time it is opened or the module loaded. The first modification
+// that an EXPLODE makes in the working database has the geometric constraints deleted that the
+// explosion leaves behind. Each drawing counts for itself: exploding in one never deletes those of
+// another, and a command that exploded nothing leaves nothing to be done later.
 class CQZToolReactor : public AcDbDatabaseReactor {
 public:
     void objectModified(const AcDbDatabase* pDatabase, const AcDbObject* pObject) override;

@@ -45,8 +45,6 @@ std::vector<std::vector<CString>> MakeRows(const std::vector<T>& items) {
     return rows;
 }
 
-BatchTaskList& GetList() { return CKnifeDiagramFactory::GetInstance().GetTaskList(); }
-
 }  // namespace
 
 CBulkGenEncircleLineDlg::CBulkGenEncircleLineDlg(CWnd* pParent) : CDialogEx(IDD, pParent) {}
@@ -61,7 +59,7 @@ BOOL CBulkGenEncircleLineDlg::OnInitDialog() {
     CDialogEx::OnInitDialog();
     m_taskGrid.SetColumns(_T("序号;任务名称;执行状态;导出状态"), _T("12;37;25;25"));
     m_toolGrid.SetColumns(_T("序号;刀具名称;执行状态;导出状态"), _T("10;49;20;20"));
-    Refresh();
+    Refresh(acdbHostApplicationServices()->workingDatabase());
     return TRUE;
 }
 
@@ -86,11 +84,24 @@ void CBulkGenEncircleLineDlg::PostNcDestroy() {
     delete this;
 }
 
-void CBulkGenEncircleLineDlg::Refresh() { RefillGrids({}); }
+void CBulkGenEncircleLineDlg::Refresh(AcDbDatabase* pDatabase) {
+    m_pShown = pDatabase;
+    if (pDatabase != nullptr) {
+        // Its list comes into being when it is first looked at.
+        CKnifeDiagramFactory::GetInstance().GetTaskList(pDatabase);
+    }
+    RefillGrids(std::vector<int>());
+}
+
+BatchTaskList* CBulkGenEncircleLineDlg::GetShownList() const {
+    return CKnifeDiagramFactory::GetInstance().FindTaskList(m_pShown);
+}
 
 void CBulkGenEncircleLineDlg::fillTaskGrid() {
     m_bFilling = true;
-    m_taskGrid.SetRows(MakeRows<BatchTask>(GetList()));
+    const BatchTaskList* const pList = GetShownList();
+    m_taskGrid.SetRows(pList == nullptr ? std::vector<std::vector<CString>>()
+                                        : MakeRows<BatchTask>(*pList));
     m_bFilling = false;
 }
 
@@ -117,9 +128,22 @@ void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<int>& taskRows) {
     selectRows(m_toolGrid, toolRows);
 }
 
+void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<STaskKey>& tasks) {
+    std::vector<int> rows;
+    const BatchTaskList* const pList = GetShownList();
+    for (size_t i = 0; pList != nullptr && i < pList->size(); ++i) {
+        for (const STaskKey& key : tasks) {
+            if (key.m_pDatabase == m_pShown && key.m_nSerial == (*pList)[i].serial) {
+                rows.push_back(static_cast<int>(i));
+            }
+        }
+    }
+    RefillGrids(rows);
+}
+
 void CBulkGenEncircleLineDlg::ShowTaskOfSelection() {
     std::vector<int> rows = selectedRows(m_taskGrid);
-    const BatchTask* const pTask = rows.empty() ? nullptr : FindTask(rows.front());
+    const BatchTask* const pTask = rows.empty() ? nullptr : FindShownTask(rows.front());
     if (pTask != nullptr) {
         fillToolGrid(*pTask);
     }
@@ -132,42 +156,54 @@ void CBulkGenEncircleLineDlg::OnTaskSelectionChanged(NMHDR*, LRESULT* pResult) {
     }
 }
 
-BatchTask* CBulkGenEncircleLineDlg::FindTask(int nRow) const {
-    BatchTaskList& list = GetList();
-    return nRow >= 0 && static_cast<size_t>(nRow) < list.size() ? &list[static_cast<size_t>(nRow)]
-                                                                : nullptr;
+BatchTask* CBulkGenEncircleLineDlg::FindShownTask(int nRow) const {
+    BatchTaskList* const pList = GetShownList();
+    return pList != nullptr && nRow >= 0 && static_cast<size_t>(nRow) < pList->size()
+               ? &(*pList)[static_cast<size_t>(nRow)]
+               : nullptr;
 }
 
-std::vector<int> CBulkGenEncircleLineDlg::AskTaskRows() {
-    std::vector<int> rows = selectedRows(m_taskGrid);
-    if (rows.empty()) {
+std::vector<STaskKey> CBulkGenEncircleLineDlg::AskTasks() {
+    std::vector<STaskKey> tasks;
+    for (const int nRow : selectedRows(m_taskGrid)) {
+        if (const BatchTask* const pTask = FindShownTask(nRow)) {
+            tasks.push_back({m_pShown, pTask->serial});
+        }
+    }
+    if (tasks.empty()) {
         AfxMessageBox(_T("请选择任务数据"));
     }
-    return rows;
+    return tasks;
 }
 
-int CBulkGenEncircleLineDlg::AskOneTaskRow() {
-    std::vector<int> rows = selectedRows(m_taskGrid);
-    if (rows.size() != 1 || FindTask(rows.front()) == nullptr) {
+BatchTask* CBulkGenEncircleLineDlg::AskOneTask() {
+    const std::vector<int> rows = selectedRows(m_taskGrid);
+    BatchTask* const pTask = rows.size() == 1 ? FindShownTask(rows.front()) : nullptr;
+    if (pTask == nullptr) {
         AfxMessageBox(_T("请选择一条任务数据"));
-        return -1;
     }
-    return rows.front();
+    return pTask;
 }
 
-std::vector<int> CBulkGenEncircleLineDlg::AskToolRows() {
-    std::vector<int> rows = selectedRows(m_toolGrid);
-    if (rows.empty()) {
+std::vector<Adesk::UInt64> CBulkGenEncircleLineDlg::AskTools(const BatchTask& task) {
+    std::vector<Adesk::UInt64> tools;
+    for (const int nRow : selectedRows(m_toolGrid)) {
+        if (nRow >= 0 && static_cast<size_t>(nRow) < task.tools.size()) {
+            tools.push_back(task.tools[static_cast<size_t>(nRow)].serial);
+        }
+    }
+    if (tools.empty()) {
         AfxMessageBox(_T("请选择刀具数据"));
     }
-    return rows;
+    return tools;
 }
 
-bool CBulkGenEncircleLineDlg::AskTaskAndTools(int& nTask, std::vector<int>& tools) {
-    nTask = AskOneTaskRow();
-    if (nTask < 0) {
+bool CBulkGenEncircleLineDlg::AskTaskAndTools(STaskKey& task, std::vector<Adesk::UInt64>& tools) {
+    const BatchTask* const pTask = AskOneTask();
+    if (pTask == nullptr) {
         return false;
     }
-    tools = AskToolRows();
+    task = {m_pShown, pTask->serial};
+    tools = AskTools(*pTask);
     return !tools.empty();
 }

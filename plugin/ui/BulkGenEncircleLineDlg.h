@@ -4,14 +4,16 @@
 #include <vector>
 
 #include "BatchTaskList.h"
+#include "TaskKey.h"
 #include "GridCtrl/GridCtrl.h"
 #include "res/resource.h"
 
 // Modeless; one at a time, held by the module. Works on the task list of the working database and
 // stores it in the drawing when its window is destroyed.
 //
-// A run delivers clicks while it goes on, so the handlers keep row numbers, never pointers to tasks
-// or tools, across anything that pumps messages, and look at the dialog again afterwards.
+// A run, a prompt or a modal dialog delivers clicks while it goes on: the dialog may be closed, its
+// list changed, another drawing made the current one. So the handlers keep keys of tasks and
+// numbers of tools across it, never rows or pointers, and look whether the window is still there.
 class CBulkGenEncircleLineDlg : public CDialogEx {
     DECLARE_DYNAMIC(CBulkGenEncircleLineDlg)
 
@@ -19,8 +21,8 @@ public:
     explicit CBulkGenEncircleLineDlg(CWnd* pParent = nullptr);
     enum { IDD = IDD_BULK };
 
-    // Shows the list of the now current drawing.
-    void Refresh();
+    // Shows the list of a drawing; null: none.
+    void Refresh(AcDbDatabase* pDatabase);
 
 protected:
     void DoDataExchange(CDataExchange* pDX) override;
@@ -61,21 +63,38 @@ private:
     // Refills the task grid, selects the rows again, and refills the tool grid with the first
     // selected task, its own selection kept when the task is the same.
     void RefillGrids(const std::vector<int>& taskRows);
+    // The same, the rows being those that the tasks have now.
+    void RefillGrids(const std::vector<STaskKey>& tasks);
     void ShowTaskOfSelection();
 
-    // The selected task rows; empty after the message when there are none.
-    std::vector<int> AskTaskRows();
-    // The row of the one selected task, or -1 after the message.
-    int AskOneTaskRow();
-    // The selected tool rows; empty after the message when there are none.
-    std::vector<int> AskToolRows();
+    // The selected tasks, from the first row to the last; empty after the message when there are
+    // none.
+    std::vector<STaskKey> AskTasks();
+    // The one selected task; null after the message.
+    BatchTask* AskOneTask();
+    // The numbers of the task's tools that are selected; empty after the message when none are.
+    std::vector<Adesk::UInt64> AskTools(const BatchTask& task);
     // What the tool buttons need: one task and some tools; false after the message.
-    bool AskTaskAndTools(int& nTask, std::vector<int>& tools);
+    bool AskTaskAndTools(STaskKey& task, std::vector<Adesk::UInt64>& tools);
     // Highlights of each selected tool what the operation names.
     void HighlightSelected(void (BatchTool::*pHighlight)(bool) const);
+    // The list that is shown; null without a drawing.
+    BatchTaskList* GetShownList() const;
     // Null when the row is no task's (any more).
-    BatchTask* FindTask(int nRow) const;
+    BatchTask* FindShownTask(int nRow) const;
 
+    // Takes tasks from the last to the first through a run, and tools in order through an
+    // operation, as one step of undo; stores the list, and tells the outcome in a message box that
+    // begins with the text.
+    template <class Run>
+    void RunTasks(const std::vector<STaskKey>& tasks, const ACHAR* pUndoName, const ACHAR* pText,
+                  Run run);
+    template <class Operation>
+    void RunTools(const STaskKey& task, const std::vector<Adesk::UInt64>& tools,
+                  const ACHAR* pUndoName, const ACHAR* pDone, const ACHAR* pFailed,
+                  Operation operation);
+
+    AcDbDatabase* m_pShown = nullptr;  // whose list the grids show; looked up, never opened
     CGridCtrl m_taskGrid;
     CGridCtrl m_toolGrid;
     bool m_bFilling = false;  // rows are being replaced: selection changes mean nothing

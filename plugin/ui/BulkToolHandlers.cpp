@@ -5,128 +5,152 @@
 #include "DocumentLock.h"
 #include "EnvelopeExport.h"
 #include "ExportFolder.h"
+#include "HideScope.h"
 #include "KnifeDiagramFactory.h"
+#include "ModuleDialogs.h"
 #include "PickedTool.h"
 
-namespace {
-
-BatchTool* FindTool(BatchTask& task, int nRow) {
-    return nRow >= 0 && static_cast<size_t>(nRow) < task.tools.size()
-               ? &task.tools[static_cast<size_t>(nRow)]
-               : nullptr;
-}
-
-}  // namespace
-
 void CBulkGenEncircleLineDlg::OnAddTools() {
-    const int nTask = AskOneTaskRow();
-    if (nTask < 0) {
+    const BatchTask* const pFirst = AskOneTask();
+    if (pFirst == nullptr) {
         return;
     }
+    const STaskKey key = {m_pShown, pFirst->serial};
     const HWND hWnd = GetSafeHwnd();
-    const Adesk::UInt64 serial = FindTask(nTask)->serial;
     CString strPrevious;
-    SPickedTool picked;
-    while (PickTool(strPrevious, picked)) {
-        // The prompts let other windows act: the dialog or the task may be gone.
-        BatchTask* const pTask = ::IsWindow(hWnd) ? FindTask(nTask) : nullptr;
-        if (pTask == nullptr || pTask->serial != serial) {
-            return;
+    bool bPicked = true;
+    while (bPicked) {
+        SPickedTool picked;
+        {
+            const CHideScope hidden(*this);
+            bPicked = PickTool(strPrevious, picked);
         }
-        BatchTool tool;
-        tool.name = picked.m_strNumber;
-        tool.centre = picked.m_centre;
-        tool.sourceIds = picked.m_ids;
-        pTask->tools.push_back(std::move(tool));
-        strPrevious = picked.m_strNumber;
-        fillToolGrid(*pTask);
+        // The prompts let other windows act: the dialog or the task may be gone, and what was
+        // picked may be another drawing's.
+        BatchTask* const pTask =
+            ::IsWindow(hWnd) && acdbHostApplicationServices()->workingDatabase() == key.m_pDatabase
+                ? FindTask(key)
+                : nullptr;
+        if (pTask == nullptr) {
+            break;
+        }
+        if (bPicked) {
+            BatchTool tool;
+            tool.name = picked.m_strNumber;
+            tool.centre = picked.m_centre;
+            tool.sourceIds = picked.m_ids;
+            pTask->tools.push_back(std::move(tool));
+            strPrevious = picked.m_strNumber;
+            fillToolGrid(*pTask);
+        }
     }
-    if (!::IsWindow(hWnd)) {
-        return;
-    }
-    if (BatchTask* const pTask = FindTask(nTask)) {
+    if (BatchTask* const pTask = FindTask(key)) {
         pTask->rollUpStatus();
+        StoreTaskList(key.m_pDatabase);
     }
-    RefillGrids({nTask});
+    if (::IsWindow(hWnd)) {
+        RefillGrids(std::vector<STaskKey>{key});
+    }
 }
 
 void CBulkGenEncircleLineDlg::OnDeleteTools() {
-    int nTask = -1;
-    std::vector<int> rows;
-    if (!AskTaskAndTools(nTask, rows)) {
+    STaskKey key;
+    std::vector<Adesk::UInt64> tools;
+    if (!AskTaskAndTools(key, tools)) {
         return;
     }
-    BatchTask& task = *FindTask(nTask);
-    for (size_t i = rows.size(); i-- > 0;) {
-        if (FindTool(task, rows[i]) != nullptr) {
-            task.tools.erase(task.tools.begin() + rows[i]);
+    BatchTask& task = *FindTask(key);
+    for (size_t i = tools.size(); i-- > 0;) {
+        if (BatchTool* const pTool = FindTool(task, tools[i])) {
+            pTool->highlightSource(false);
+            pTool->highlightEnvelope(false);
+            task.tools.erase(task.tools.begin() + (pTool - task.tools.data()));
         }
     }
-    task.rollUpStatus();
+    StoreTaskList(m_pShown);
     // The rows selected are gone; others that took their places are not meant.
     m_toolGrid.SelectRows({});
-    RefillGrids({nTask});
+    RefillGrids(std::vector<STaskKey>{key});
+}
+
+template <class Operation>
+void CBulkGenEncircleLineDlg::RunTools(const STaskKey& key, const std::vector<Adesk::UInt64>& tools,
+                                       const ACHAR* pUndoName, const ACHAR* pDone,
+                                       const ACHAR* pFailed, Operation operation) {
+    const HWND hWnd = GetSafeHwnd();
+    SRunReport report;
+    {
+        const CDocumentLock lock(key.m_pDatabase, pUndoName);
+        for (const Adesk::UInt64 nSerial : tools) {
+            BatchTask* const pTask = FindTask(key);
+            BatchTool* const pTool = pTask == nullptr ? nullptr : FindTool(*pTask, nSerial);
+            if (pTool == nullptr ||
+                acdbHostApplicationServices()->workingDatabase() != key.m_pDatabase) {
+                ++report.m_nNotRun;
+            } else if (operation(*pTask, *pTool)) {
+                ++report.m_nDone;
+            } else {
+                report.AddFailure(pTool->name, pTool->reason);
+            }
+        }
+        if (BatchTask* const pTask = FindTask(key)) {
+            pTask->rollUpStatus();
+            StoreTaskList(key.m_pDatabase);
+        }
+    }
+    if (::IsWindow(hWnd)) {
+        RefillGrids(std::vector<STaskKey>{key});
+        AfxMessageBox(report.GetMessage(report.m_nFailed > 0 ? pFailed : pDone));
+    }
 }
 
 void CBulkGenEncircleLineDlg::OnCompute() {
-    int nTask = -1;
-    std::vector<int> rows;
-    if (!AskTaskAndTools(nTask, rows)) {
-        return;
+    STaskKey key;
+    std::vector<Adesk::UInt64> tools;
+    if (AskTaskAndTools(key, tools)) {
+        RunTools(key, tools, _T("QZCOMPUTE"), _T("计算包络线成功"), _T("计算包络线失败"),
+                 [](const BatchTask& task, BatchTool& tool) {
+                     tool.computeEnvelope(task.params);
+                     return tool.execStatus == kBatchDone;
+                 });
     }
-    BatchTask& task = *FindTask(nTask);
-    bool bFailed = false;
-    for (const int nRow : rows) {
-        if (BatchTool* const pTool = FindTool(task, nRow)) {
-            pTool->computeEnvelope(task.params);
-            bFailed = bFailed || pTool->execStatus == kBatchFailed;
-        }
-    }
-    task.rollUpStatus();
-    RefillGrids({nTask});
-    AfxMessageBox(bFailed ? _T("计算包络线失败") : _T("计算包络线成功"));
 }
 
 void CBulkGenEncircleLineDlg::OnExportTools() {
-    int nTask = -1;
-    std::vector<int> rows;
-    if (!AskTaskAndTools(nTask, rows)) {
+    STaskKey key;
+    std::vector<Adesk::UInt64> tools;
+    if (!AskTaskAndTools(key, tools)) {
         return;
     }
-    for (const int nRow : rows) {
-        const BatchTool* const pTool = FindTool(*FindTask(nTask), nRow);
-        if (pTool == nullptr || pTool->envelopeId.isNull()) {
+    CExportNames names;
+    for (const Adesk::UInt64 nSerial : tools) {
+        const BatchTool* const pTool = FindTool(*FindTask(key), nSerial);
+        if (pTool == nullptr || !pTool->hasEnvelope()) {
             AfxMessageBox(_T("请先计算包络线"));
             return;
         }
+        names.Expect(pTool->name);
     }
     const HWND hWnd = GetSafeHwnd();
     const CString strFolder = AskExportFolder(this);
-    BatchTask* const pTask = ::IsWindow(hWnd) ? FindTask(nTask) : nullptr;
-    if (strFolder.IsEmpty() || pTask == nullptr) {
+    if (strFolder.IsEmpty() || !::IsWindow(hWnd)) {
         return;
     }
-    bool bFailed = false;
     const CExportRun exports;
-    for (const int nRow : rows) {
-        if (BatchTool* const pTool = FindTool(*pTask, nRow)) {
-            pTool->exportSolid(strFolder);
-            bFailed = bFailed || pTool->exportStatus == kBatchFailed;
-        }
-    }
-    pTask->rollUpStatus();
-    RefillGrids({nTask});
-    AfxMessageBox(bFailed ? _T("导出三维文件失败") : _T("导出三维文件成功"));
+    RunTools(key, tools, _T("QZEXPORTTOOLS"), _T("导出三维文件成功"), _T("导出三维文件失败"),
+             [&strFolder, &names](const BatchTask&, BatchTool& tool) {
+                 return tool.exportSolid(strFolder, &names) == E_Export_Done;
+             });
 }
 
 void CBulkGenEncircleLineDlg::HighlightSelected(void (BatchTool::*pHighlight)(bool) const) {
-    int nTask = -1;
-    std::vector<int> rows;
-    if (!AskTaskAndTools(nTask, rows)) {
+    STaskKey key;
+    std::vector<Adesk::UInt64> tools;
+    if (!AskTaskAndTools(key, tools)) {
         return;
     }
-    for (const int nRow : rows) {
-        if (const BatchTool* const pTool = FindTool(*FindTask(nTask), nRow)) {
+    for (const Adesk::UInt64 nSerial : tools) {
+        if (const BatchTool* const pTool = FindTool(*FindTask(key), nSerial)) {
             (pTool->*pHighlight)(true);
         }
     }
@@ -146,23 +170,24 @@ void CBulkGenEncircleLineDlg::OnClearHighlight() {
 }
 
 void CBulkGenEncircleLineDlg::OnDeleteToolEnvelopes() {
-    const std::vector<int> taskRows = AskTaskRows();
-    BatchTask* const pTask = taskRows.empty() ? nullptr : FindTask(taskRows.front());
+    const std::vector<STaskKey> tasks = AskTasks();
+    BatchTask* const pTask = tasks.empty() ? nullptr : FindTask(tasks.front());
     if (pTask == nullptr) {
         return;
     }
-    const std::vector<int> rows = AskToolRows();
-    if (rows.empty()) {
+    const std::vector<Adesk::UInt64> tools = AskTools(*pTask);
+    if (tools.empty()) {
         return;
     }
     {
-        const CDocumentLock lock;
-        for (const int nRow : rows) {
-            if (BatchTool* const pTool = FindTool(*pTask, nRow)) {
+        const CDocumentLock lock(m_pShown, _T("QZDELETEENVELOPES"));
+        for (const Adesk::UInt64 nSerial : tools) {
+            if (BatchTool* const pTool = FindTool(*pTask, nSerial)) {
                 pTool->deleteEnvelope();
             }
         }
+        pTask->rollUpStatus();
+        StoreTaskList(m_pShown);
     }
-    pTask->rollUpStatus();
-    RefillGrids(taskRows);
+    RefillGrids(tasks);
 }

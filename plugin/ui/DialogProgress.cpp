@@ -100,10 +100,8 @@ void CDialogProgress::Close() {
     if (!m_bOpen) {
         return;
     }
-    const CString strSummary = GetProgressSummary(m_nTotal, m_nFailed, GetElapsed());
-    m_text.SetWindowText(strSummary);
+    m_text.SetWindowText(GetProgressSummary(m_nTotal, m_nFailed, GetElapsed()));
     UpdateWindow();
-    acutPrintf(_T("%s"), strSummary.GetString());
     m_bOpen = false;
     DestroyWindow();
 }

@@ -1,6 +1,7 @@
 #include "StdAfx.h"
 #include "DrawingVisibility.h"
 
+#include "FlushGraphics.h"
 #include "PickedTool.h"
 
 void ShowHiddenEntities() {
@@ -15,7 +16,5 @@ void ShowHiddenEntities() {
             acutPrintf(_T("\n无法显示隐藏的对象\n"));
         }
     }
-    actrTransactionManager->queueForGraphicsFlush();
-    actrTransactionManager->flushGraphics();
-    acedUpdateDisplay();
+    FlushGraphics();
 }

@@ -4,19 +4,22 @@
 #include <vector>
 
 #include "AxisLine.h"
+#include "CurrentLayerGuard.h"
 #include "DocumentLock.h"
 #include "DrawingVisibility.h"
 #include "EncircleLayers.h"
 #include "EncircleLine.h"
 #include "EntityBox.h"
 #include "EnvelopeAxis.h"
-#include "EnvelopeExport.h"
 #include "EraseEntity.h"
+#include "FlushGraphics.h"
+#include "HideScope.h"
 #include "LayerTools.h"
 #include "ModuleDialogs.h"
 #include "PickedTool.h"
+#include "RunReport.h"
 #include "ToolFrame.h"
-#include "rxmfcapi.h"
+#include "UnlockedLayer.h"
 
 IMPLEMENT_DYNAMIC(CEncircleLineCalDlg, CDialogEx)
 
@@ -59,26 +62,26 @@ CString JoinLines(const std::vector<CString>& lines) {
     return strText;
 }
 
-// Hides a dialog for its own life and shows it again, unless the window is gone by then.
-class CHideScope {
+bool HasVertices(const AcDbObjectId& id) {
+    const AcDbObjectPointer<AcDbPolyline> pPolyline(id, AcDb::kForRead);
+    return pPolyline.openStatus() == Acad::eOk && pPolyline->numVerts() > 0;
+}
+
+// What a prompt or a chooser leaves to go on with: it lets other windows act, so the dialog may be
+// gone, and its object with it, or another drawing the current one.
+class CStillThere {
 public:
-    explicit CHideScope(CWnd& window) : m_hWnd(window.GetSafeHwnd()), m_window(window) {
-        m_window.ShowWindow(SW_HIDE);
-        if (CWnd* const pView = acedGetAcadDwgView()) {
-            pView->SetFocus();
-        }
+    explicit CStillThere(const CWnd& window)
+        : m_hWnd(window.GetSafeHwnd()),
+          m_pDatabase(acdbHostApplicationServices()->workingDatabase()) {}
+    bool IsTrue() const {
+        return ::IsWindow(m_hWnd) &&
+               acdbHostApplicationServices()->workingDatabase() == m_pDatabase;
     }
-    ~CHideScope() {
-        if (::IsWindow(m_hWnd)) {
-            m_window.ShowWindow(SW_SHOW);
-        }
-    }
-    CHideScope(const CHideScope&) = delete;
-    CHideScope& operator=(const CHideScope&) = delete;
 
 private:
     HWND m_hWnd;
-    CWnd& m_window;
+    AcDbDatabase* m_pDatabase;
 };
 
 }  // namespace
@@ -124,6 +127,7 @@ void CEncircleLineCalDlg::RunEnvelope(E_Algorithm algorithm) {
     if (!UpdateData(TRUE) || acDocManager->curDocument() == nullptr) {
         return;
     }
+    const CStillThere still(*this);
     const CHideScope hidden(*this);
     {
         const CDocumentLock lock;
@@ -132,40 +136,48 @@ void CEncircleLineCalDlg::RunEnvelope(E_Algorithm algorithm) {
         }
         ShowHiddenEntities();
     }
-    const HWND hWnd = GetSafeHwnd();
     const AcDbObjectIdArray ids = SelectEntities(_T("\n请选择需要计算轮廓的对象"));
     AcGePoint3d centre;
-    if (ids.isEmpty() || !PickPoint(_T("\n请选择中心点"), centre)) {
+    if (ids.isEmpty() || !PickCentre(_T("\n请选择中心点"), centre) || !still.IsTrue()) {
         return;
     }
-    // The prompts let other windows act: this one, and its object, may be gone.
-    if (::IsWindow(hWnd)) {
-        m_centre = centre;
-        Compute(algorithm, ids);
-    }
+    m_centre = centre;
+    Compute(algorithm, ids);
 }
 
 void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids) {
-    const CDocumentLock lock;
+    const CDocumentLock lock(acdbHostApplicationServices()->workingDatabase(), _T("QZENVELOPE"));
     if (!lock.IsOk()) {
         return;
     }
+    const CUnlockedLayer unlocked(kEnvelopeLayer);
     const bool bLive = algorithm == E_Algorithm_Live;
     const AcDbObjectIdArray sourceIds = bLive ? EraseEnvelopes(ids) : ids;
     // A run that finds nothing must not show an earlier envelope as its own.
     m_resultId.setNull();
-    const CAxisLine axis(GetEntitiesBox(sourceIds), m_centre.y);
+    // The axis does not go on the user's layer: that may be locked, and it could not be erased.
+    CCurrentLayerGuard layer(kEnvelopeLayer);
+    CAxisLine axis(GetEntitiesBox(sourceIds), m_centre.y);
+    layer.Restore();
+    const bool bAxis = !axis.GetId().isNull();
     CEncircleCalInfo info;
     m_values.WriteTo(info);
     info.m_midLineId = axis.GetId();
     CEncircleLine engine(info);
-    if (!bLive) {
+    if (bLive) {
+        engine.GetEncircleLine3(sourceIds, m_resultId);
+    } else {
         engine.GetEncircleLineByHatch(sourceIds, m_resultId);
-        return;
     }
-    engine.GetEncircleLine3(sourceIds, m_resultId);
+    if (!axis.Erase()) {
+        acutPrintf(_T("\n临时轴线无法删除\n"));
+    }
+    if (m_resultId.isNull()) {
+        acutPrintf(_T("\n未生成包络线：%s\n"), GetNoEnvelopeReason(sourceIds, bAxis).GetString());
+    }
+    FlushGraphics();
     const AcDbObjectPointer<AcDbEntity> pResult(m_resultId, AcDb::kForRead);
-    if (pResult.openStatus() == Acad::eOk) {
+    if (bLive && pResult.openStatus() == Acad::eOk) {
         // A screen effect only.
         static_cast<void>(pResult->highlight());
     }
@@ -175,34 +187,53 @@ void CEncircleLineCalDlg::OnExport() {
     if (acDocManager->curDocument() == nullptr) {
         return;
     }
-    const AcDbObjectIdArray ids = SelectEntities(_T("\n请选择包络线"), _T("LWPOLYLINE"));
-    if (ids.isEmpty()) {
+    const CStillThere still(*this);
+    AcDbObjectIdArray ids;
+    {
+        const CHideScope hidden(*this);
+        ids = SelectEntities(_T("\n请选择包络线"), _T("LWPOLYLINE"));
+    }
+    if (ids.isEmpty() || !still.IsTrue()) {
         return;
     }
     const std::vector<SToolFrame> frames = CollectToolFrames();
     std::vector<CString> failures;
-    for (int i = 0; i < ids.length(); ++i) {
-        if (!IsEnvelope(ids[i])) {
+    int nDone = 0;
+    int nCancelled = 0;
+    for (int i = 0; i < ids.length() && still.IsTrue(); ++i) {
+        if (!IsEnvelope(ids[i]) || !HasVertices(ids[i])) {
             continue;
         }
         if (!UpdateData(TRUE)) {
             return;
         }
-        ExportOne(ids[i], frames, failures);
+        const E_ExportResult result = ExportOne(ids[i], frames, failures);
+        nDone += result == E_Export_Done ? 1 : 0;
+        nCancelled += result == E_Export_Cancelled ? 1 : 0;
     }
-    AfxMessageBox(failures.empty() ? CString(_T("导出成功")) : JoinLines(failures));
+    if (!failures.empty()) {
+        AfxMessageBox(JoinLines(failures));
+    } else if (nDone > 0 || nCancelled == 0) {
+        AfxMessageBox(_T("导出成功"));
+    }
 }
 
-void CEncircleLineCalDlg::ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
-                                    std::vector<CString>& failures) {
+// The object may be gone when this returns: the user was asked for a file.
+E_ExportResult CEncircleLineCalDlg::ExportOne(const AcDbObjectId& id,
+                                              const std::vector<SToolFrame>& frames,
+                                              std::vector<CString>& failures) {
     m_resultId = id;
     if (!GetEnvelopeAxisPoint(id, m_centre)) {
         // Without a horizontal edge there is no axis to revolve about.
         failures.push_back(FindToolNumber(frames, GetEntityBox(id)) + _T("生成三维实体失败"));
-        return;
+        acutPrintf(_T("\n包络线没有水平边，无法确定轴线\n"));
+        return E_Export_NoSolid;
     }
     SExportCleanUp cleanUp;
     cleanUp.m_bEnvelope = m_nDeleteEnvelope == 1;
     cleanUp.m_bSolid = m_nDeleteSolid == 1;
-    ExportEnvelopeSolid(id, m_centre, cleanUp, frames, failures);
+    const AcGePoint3d centre = m_centre;
+    const CDocumentLock lock(id.database(), _T("QZEXPORT"));
+    const CUnlockedLayer unlocked(kEnvelopeLayer);
+    return ExportEnvelopeSolid(id, centre, cleanUp, frames, this, failures);
 }

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "EncircleValues.h"
-#include "ToolFrame.h"
+#include "EnvelopeExport.h"
 #include "res/resource.h"
 
 // Modeless; hides itself while the user picks in the drawing. Its values live as long as its
@@ -37,8 +37,8 @@ private:
     void RunEnvelope(E_Algorithm algorithm);
     void Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids);
     // Derives the axis point from the envelope, revolves and exports it; a failure adds a line.
-    void ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
-                   std::vector<CString>& failures);
+    E_ExportResult ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
+                             std::vector<CString>& failures);
 
     SEncircleValues m_values;
     int m_nDeleteEnvelope = 0;  // check: erase the envelope after the export

@@ -45,22 +45,18 @@ void ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog) {
     }
 }
 
-void RefreshBulkDialog() {
+void RefreshBulkDialog(AcDbDatabase* pDatabase) {
     if (g_pBulkDialog != nullptr) {
-        g_pBulkDialog->Refresh();
+        g_pBulkDialog->Refresh(pDatabase);
     }
 }
 
 void StoreTaskList(AcDbDatabase* pDatabase) {
-    CKnifeDiagramFactory& factory = CKnifeDiagramFactory::GetInstance();
-    if (!factory.HasTaskList(pDatabase)) {
+    BatchTaskList* const pList = CKnifeDiagramFactory::GetInstance().FindTaskList(pDatabase);
+    if (pList == nullptr || (pList->empty() && !BatchTaskList::isStored(pDatabase))) {
         return;
     }
-    const BatchTaskList& list = factory.GetTaskList(pDatabase);
-    if (list.empty() && !BatchTaskList::isStored(pDatabase)) {
-        return;
-    }
-    const Acad::ErrorStatus es = list.store(pDatabase);
+    const Acad::ErrorStatus es = pList->store(pDatabase);
     if (es != Acad::eOk) {
         acutPrintf(_T("\n任务列表保存失败：%s\n"), acadErrorStatusText(es));
     }

@@ -12,9 +12,10 @@ void ShowBulkDialog();
 void ForgetCalDialog(const CEncircleLineCalDlg* pDialog);
 void ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog);
 
-// Shows the current drawing's task list in the batch dialog, if it is open.
-void RefreshBulkDialog();
+// Shows a drawing's task list in the batch dialog, if it is open; null: no drawing's.
+void RefreshBulkDialog(AcDbDatabase* pDatabase);
 
 // Stores a drawing's task list in it, unless the list is empty and the drawing holds none: drawings
-// that never had a task stay as they are.
+// that never had a task stay as they are. The drawing counts as changed afterwards. Done with every
+// change of a list, so that closing the drawing asks; nothing happens for a drawing that is gone.
 void StoreTaskList(AcDbDatabase* pDatabase);

@@ -70,35 +70,34 @@ bool AskToolNumber(const CString& strPrevious, CString& strNumber) {
 }  // namespace
 
 AcDbObjectIdArray SelectEntities(const ACHAR* pPrompt, const ACHAR* pFilter) {
-    resbuf* pChain = nullptr;
-    if (pFilter != nullptr) {
-        pChain = acutNewRb(RTDXF0);
-        if (pChain == nullptr || acutNewString(pFilter, pChain->resval.rstring) != Acad::eOk) {
-            acutRelRb(pChain);
-            return AcDbObjectIdArray();
-        }
-    }
     const ACHAR* prompts[2] = {pPrompt, pPrompt};
-    AcDbObjectIdArray ids = CSelectionSet(_T(":$"), prompts, pChain).GetIds();
-    acutRelRb(pChain);
-    return ids;
+    if (pFilter == nullptr) {
+        return CSelectionSet(_T(":$"), prompts, nullptr).GetIds();
+    }
+    // The filter's text is not the host's to free, so the node stays here.
+    CString strFilter(pFilter);
+    resbuf filter = {};
+    filter.restype = 0;  // the class, by its DXF name
+    filter.resval.rstring = strFilter.GetBuffer();
+    return CSelectionSet(_T(":$"), prompts, &filter).GetIds();
 }
 
 AcDbObjectIdArray SelectAllEntities() { return CSelectionSet(_T("A"), nullptr, nullptr).GetIds(); }
 
-bool PickPoint(const ACHAR* pPrompt, AcGePoint3d& pt) {
+bool PickCentre(const ACHAR* pPrompt, AcGePoint3d& pt) {
     ads_point picked;
     ads_point world;
     if (acedGetPoint(nullptr, pPrompt, picked) != RTNORM || !acdbUcs2Wcs(picked, world, false)) {
         return false;
     }
-    pt = asPnt3d(world);
+    pt.set(world[0], world[1], 0.0);
     return true;
 }
 
 bool PickTool(const CString& strPrevious, SPickedTool& picked) {
     picked.m_ids = SelectEntities(_T("\n请选择需要计算轮廓的对象，右键结束选择"));
-    if (picked.m_ids.isEmpty() || !PickPoint(_T("\n请选择中心点，右键结束选择"), picked.m_centre)) {
+    if (picked.m_ids.isEmpty() ||
+        !PickCentre(_T("\n请选择中心点，右键结束选择"), picked.m_centre)) {
         return false;
     }
     CQZRect box = GetEntitiesBox(picked.m_ids);

@@ -9,8 +9,9 @@ AcDbObjectIdArray SelectEntities(const ACHAR* pPrompt, const ACHAR* pFilter = nu
 // included.
 AcDbObjectIdArray SelectAllEntities();
 
-// A point under a prompt, in world coordinates; false without one.
-bool PickPoint(const ACHAR* pPrompt, AcGePoint3d& pt);
+// A point under a prompt, in world coordinates and on the XY plane: a height that came with an
+// object snap is dropped. False without one.
+bool PickCentre(const ACHAR* pPrompt, AcGePoint3d& pt);
 
 struct SPickedTool {
     AcDbObjectIdArray m_ids;

@@ -11,8 +11,11 @@ CAxisLine::CAxisLine(const CQZRect& box, double dHeight) {
     }
 }
 
-CAxisLine::~CAxisLine() {
-    if (!m_id.isNull()) {
-        EraseById(m_id);
+bool CAxisLine::Erase() {
+    if (m_id.isNull()) {
+        return true;
     }
+    const bool bErased = EraseById(m_id);
+    m_id.setNull();
+    return bErased;
 }

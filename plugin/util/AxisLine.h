@@ -11,12 +11,15 @@ class CAxisLine {
 public:
     // An empty box makes no line.
     CAxisLine(const CQZRect& box, double dHeight);
-    ~CAxisLine();
+    ~CAxisLine() { Erase(); }
     CAxisLine(const CAxisLine&) = delete;
     CAxisLine& operator=(const CAxisLine&) = delete;
 
     // Null when there is no line.
     const AcDbObjectId& GetId() const { return m_id; }
+
+    // What the destructor does, once. False when the line is still in the drawing afterwards.
+    bool Erase();
 
 private:
     AcDbObjectId m_id;

@@ -19,7 +19,7 @@ bool MakeFrozenLayerCurrent(AcDbDatabase* pDatabase, const AcDbObjectId& layerId
 }  // namespace
 
 CCurrentLayerGuard::CCurrentLayerGuard(const ACHAR* pLayerName)
-    : m_pDatabase(acdbHostApplicationServices()->workingDatabase()) {
+    : m_pDatabase(acdbHostApplicationServices()->workingDatabase()), m_drawing(m_pDatabase) {
     if (m_pDatabase == nullptr) {
         return;
     }
@@ -33,6 +33,7 @@ CCurrentLayerGuard::CCurrentLayerGuard(const ACHAR* pLayerName)
 }
 
 void CCurrentLayerGuard::Restore() {
+    m_bActive = m_bActive && m_drawing.IsOpen();
     if (m_bActive && m_pDatabase->setClayer(m_formerId) != Acad::eOk &&
         !MakeFrozenLayerCurrent(m_pDatabase, m_formerId)) {
         // Layer 0 always exists; entities must not land on a layer of ours.

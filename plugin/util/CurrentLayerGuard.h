@@ -1,6 +1,6 @@
 #pragma once
 
-#include "arxHeaders.h"
+#include "DrawingWatch.h"
 
 // Makes a layer of the working database the current one for the guard's life. The layer is created,
 // thawed, unlocked and switched on when need be (EnsureLayer), and stays so.
@@ -23,6 +23,7 @@ public:
 
 private:
     AcDbDatabase* m_pDatabase;
+    CDrawingWatch m_drawing;
     AcDbObjectId m_formerId;
     AcDbObjectId m_layerId;
     bool m_bCreated = false;

@@ -3,24 +3,20 @@
 
 CDocumentLock::CDocumentLock() : CDocumentLock(acdbHostApplicationServices()->workingDatabase()) {}
 
-CDocumentLock::CDocumentLock(const AcDbDatabase* pDatabase) {
+CDocumentLock::CDocumentLock(const AcDbDatabase* pDatabase, const ACHAR* pUndoName)
+    : m_drawing(pDatabase) {
     if (pDatabase == nullptr) {
         m_status = Acad::eNoDatabase;
-        return;
-    }
-    AcApDocument* const pDocument = acDocManager->document(pDatabase);
-    if (pDocument == nullptr) {
-        return;
-    }
-    m_status = acDocManager->lockDocument(pDocument, AcAp::kWrite);
-    if (m_status == Acad::eOk) {
-        m_pDocument = pDocument;
+    } else if (m_drawing.GetDocument() != nullptr) {
+        m_status =
+            acDocManager->lockDocument(m_drawing.GetDocument(), AcAp::kWrite, pUndoName, pUndoName);
+        m_bLocked = m_status == Acad::eOk;
     }
 }
 
 CDocumentLock::~CDocumentLock() {
-    if (m_pDocument != nullptr) {
-        // Fails only when the document was closed meanwhile, and its locks with it.
-        static_cast<void>(acDocManager->unlockDocument(m_pDocument));
+    // A document that was closed meanwhile took its locks with it.
+    if (m_bLocked && m_drawing.IsOpen()) {
+        static_cast<void>(acDocManager->unlockDocument(m_drawing.GetDocument()));
     }
 }

@@ -30,7 +30,8 @@ bool GetEnvelopeAxisPoint(const AcDbObjectId& id, AcGePoint3d& pt) {
         if (!bFound || dLength > dLongest) {
             bFound = true;
             dLongest = dLength;
-            pt = start;
+            // Of the closing edge the ring's first vertex, which is where it ends.
+            pt = i + 1 == nCount ? end : start;
         }
     }
     return bFound;

@@ -6,10 +6,13 @@
 
 namespace {
 
-void EraseAll(const AcDbObjectIdArray& ids) {
+// False when one of them stays.
+bool EraseAll(const AcDbObjectIdArray& ids) {
+    bool bErased = true;
     for (int i = 0; i < ids.length(); ++i) {
-        EraseById(ids[i]);
+        bErased = EraseById(ids[i]) && bErased;
     }
+    return bErased;
 }
 
 // Calls use(id) for the entities of model space, the newest first, until it returns false.
@@ -83,6 +86,6 @@ AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId, const AcDbObje
     return ids;
 }
 
-void EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId) {
-    EraseAll(GetEntitiesOnLayer(layerId, sinceId));
+bool EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId) {
+    return EraseAll(GetEntitiesOnLayer(layerId, sinceId));
 }

@@ -17,5 +17,6 @@ AcDbObjectId GetLastEntity();
 AcDbObjectIdArray GetEntitiesOnLayer(const AcDbObjectId& layerId,
                                      const AcDbObjectId& sinceId = AcDbObjectId::kNull);
 
-// Erases the entities that GetEntitiesOnLayer() gives. What cannot be opened for write stays.
-void EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId = AcDbObjectId::kNull);
+// Erases the entities that GetEntitiesOnLayer() gives. What cannot be opened for write stays; then
+// the result is false.
+bool EraseOnLayer(const AcDbObjectId& layerId, const AcDbObjectId& sinceId = AcDbObjectId::kNull);

@@ -6,6 +6,7 @@ namespace {
 
 constexpr const ACHAR* kForbidden = _T("\\/:*?\"<>|");
 constexpr unsigned kFirstPrintable = 0x20;
+constexpr unsigned kFirstBeyondAscii = 0x80;
 
 const ACHAR* const kDevices[] = {
     _T("CON"),  _T("PRN"),  _T("AUX"),  _T("NUL"),  _T("COM1"), _T("COM2"), _T("COM3"), _T("COM4"),
@@ -24,17 +25,38 @@ bool IsDevice(const CString& strName) {
     return false;
 }
 
+bool IsForbidden(ACHAR c) {
+    return static_cast<unsigned>(c) < kFirstPrintable || CString(kForbidden).Find(c) >= 0;
+}
+
+bool IsBadEnd(ACHAR c) { return c == _T('.') || c == _T(' '); }
+
 }  // namespace
 
 bool IsFileName(const CString& strName) {
-    if (strName.IsEmpty() || strName.FindOneOf(kForbidden) >= 0 || IsDevice(strName)) {
-        return false;
-    }
+    return !strName.IsEmpty() && MakeFileName(strName) == strName;
+}
+
+CString MakeFileName(const CString& strText) {
+    CString strName(strText);
     for (int i = 0; i < strName.GetLength(); ++i) {
-        if (static_cast<unsigned>(strName[i]) < kFirstPrintable) {
+        const bool bLast = i + 1 == strName.GetLength();
+        if (IsForbidden(strName[i]) || (bLast && IsBadEnd(strName[i]))) {
+            strName.SetAt(i, _T('_'));
+        }
+    }
+    if (IsDevice(strName)) {
+        const int nDot = strName.Find(_T('.'));
+        strName.Insert(nDot < 0 ? strName.GetLength() : nDot, _T('_'));
+    }
+    return strName.IsEmpty() ? CString(_T("_")) : strName;
+}
+
+bool IsPlainPath(const CString& strPath) {
+    for (int i = 0; i < strPath.GetLength(); ++i) {
+        if (static_cast<unsigned>(strPath[i]) >= kFirstBeyondAscii) {
             return false;
         }
     }
-    const ACHAR last = strName[strName.GetLength() - 1];
-    return last != _T('.') && last != _T(' ');
+    return true;
 }

@@ -107,6 +107,15 @@ bool IsLayerLocked(const AcDbObjectId& layerId) {
     return layer.openStatus() == Acad::eOk && layer->isLocked();
 }
 
+bool LockLayer(const AcDbObjectId& layerId, bool bLock) {
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(layerId, AcDb::kForWrite);
+    if (layer.openStatus() != Acad::eOk) {
+        return false;
+    }
+    layer->setIsLocked(bLock);
+    return true;
+}
+
 AcDbObjectId EnsureLayer(const ACHAR* pName, bool* pCreated) {
     AcDbObjectId id = FindLayer(pName);
     const bool bCreate = id.isNull();

@@ -24,6 +24,9 @@ CString GetLayerName(const AcDbObjectId& layerId);
 // Whether entities on the layer cannot be changed; false when id is no layer.
 bool IsLayerLocked(const AcDbObjectId& layerId);
 
+// Locks or unlocks a layer; false when it cannot be opened for write.
+bool LockLayer(const AcDbObjectId& layerId, bool bLock);
+
 // Makes sure that entities can be put on the layer and changed there: creates it (colour 7,
 // Continuous) when missing, thaws, unlocks and switches it on.
 //

@@ -93,19 +93,39 @@ CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey, E_TextCarrier
     return strText;
 }
 
-std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase) {
-    std::vector<SToolFrame> frames;
+namespace {
+
+// Model space first, then the paper space of every layout, as the block table has them.
+std::vector<AcDbObjectId> GetSpaces(AcDbDatabase* pDatabase) {
+    std::vector<AcDbObjectId> spaces;
     if (pDatabase == nullptr) {
-        pDatabase = acdbHostApplicationServices()->workingDatabase();
+        return spaces;
     }
-    if (pDatabase == nullptr) {
-        return frames;
+    spaces.push_back(acdbSymUtil()->blockModelSpaceId(pDatabase));
+    const AcDbObjectPointer<AcDbBlockTable> pTable(pDatabase->blockTableId(), AcDb::kForRead);
+    AcDbBlockTableIterator* pIterator = nullptr;
+    if (pTable.openStatus() != Acad::eOk || pTable->newIterator(pIterator) != Acad::eOk) {
+        return spaces;
     }
-    const AcDbObjectPointer<AcDbBlockTableRecord> pSpace(
-        acdbSymUtil()->blockModelSpaceId(pDatabase), AcDb::kForRead);
+    const std::unique_ptr<AcDbBlockTableIterator> iterator(pIterator);
+    for (; !iterator->done(); iterator->step()) {
+        AcDbObjectId id;
+        if (iterator->getRecordId(id) != Acad::eOk || id == spaces.front()) {
+            continue;
+        }
+        const AcDbObjectPointer<AcDbBlockTableRecord> pRecord(id, AcDb::kForRead);
+        if (pRecord.openStatus() == Acad::eOk && pRecord->isLayout()) {
+            spaces.push_back(id);
+        }
+    }
+    return spaces;
+}
+
+void CollectFrames(const AcDbObjectId& spaceId, std::vector<SToolFrame>& frames) {
+    const AcDbObjectPointer<AcDbBlockTableRecord> pSpace(spaceId, AcDb::kForRead);
     AcDbBlockTableRecordIterator* pIterator = nullptr;
     if (pSpace.openStatus() != Acad::eOk || pSpace->newIterator(pIterator) != Acad::eOk) {
-        return frames;
+        return;
     }
     const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(pIterator);
     for (; !iterator->done(); iterator->step()) {
@@ -119,6 +139,18 @@ std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase) {
         if (!strNumber.IsEmpty()) {
             frames.push_back({id, strNumber, GetEntityBox(id), carrier});
         }
+    }
+}
+
+}  // namespace
+
+std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase) {
+    std::vector<SToolFrame> frames;
+    if (pDatabase == nullptr) {
+        pDatabase = acdbHostApplicationServices()->workingDatabase();
+    }
+    for (const AcDbObjectId& spaceId : GetSpaces(pDatabase)) {
+        CollectFrames(spaceId, frames);
     }
     return frames;
 }

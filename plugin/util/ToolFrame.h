@@ -33,8 +33,8 @@ struct SToolFrame {
 CString GetAttachedText(const AcDbObjectId& id, const ACHAR* pKey,
                         E_TextCarrier* pCarrier = nullptr);
 
-// The frames of a database's model space, of the working one's for null, in drawing order.
-// O(entities).
+// The frames of a database, of the working one for null, in drawing order: those of model space,
+// then those of the layouts. O(entities).
 std::vector<SToolFrame> CollectToolFrames(AcDbDatabase* pDatabase = nullptr);
 
 // The tool number of the first frame whose rectangle contains the box, within 1e-6; empty when none

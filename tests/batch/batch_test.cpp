@@ -10,8 +10,10 @@
 
 #include "BatchTaskList.h"
 #include "KnifeDiagramFactory.h"
+#include "LayerTools.h"
 #include "Progress.h"
 #include "SatExport.h"
+#include "host/base/format.h"
 #include "support/scratch.h"
 #include "support/test_drawing.h"
 
@@ -28,7 +30,7 @@ void progressStep(int, int nCurrent, double) {
     ++g_steps;
     if (g_pump) g_pump(nCurrent);
 }
-CString AskSatPath(const CString&) { return CString(); }
+CString AskSatPath(const CString&, CWnd*) { return CString(); }
 
 namespace {
 
@@ -399,11 +401,91 @@ TEST_F(BatchTest, ARunSurvivesWhatClicksDoToTheList) {
     g_pump = [&](int current) {
         if (current == 1) other = new TestDrawing("L 0,0 1,1");
     };
-    List()[0].run();
+    List()[0].rollUpStatus();
+    BatchTaskList& mine = List();
+    const SRunReport report = mine[0].run();
     EXPECT_EQ(2, g_steps);
     const std::string entities = other->Dump();
     EXPECT_EQ(1, std::count(entities.begin(), entities.end(), '\n'));
+    // What was computed is done, and the rest is not said to be.
+    EXPECT_EQ(1, report.m_nDone);
+    EXPECT_EQ(0, report.m_nFailed);
+    EXPECT_EQ(2, report.m_nNotRun);
+    EXPECT_EQ(kBatchDone, mine[0].tools[0].execStatus);
+    EXPECT_EQ(kBatchNotStarted, mine[0].tools[2].execStatus);
+    EXPECT_EQ(kBatchNotStarted, mine[0].execStatus);
     delete other;
+}
+
+// Never computed, undone or erased by hand: there is nothing to export, and the task is not done.
+TEST_F(BatchTest, ExportWithoutAnEnvelopeIsAFailure) {
+    const CString folder = test::Widen(test::ScratchFolder()).c_str();
+    BatchTask task;
+    task.tools.push_back(MakeTool(_T("never"), drawing.ids()));
+    task.tools.push_back(MakeTool(_T("erased"), drawing.ids()));
+    task.tools.push_back(MakeTool(_T("good"), drawing.ids()));
+    // An export of an earlier envelope does not make the task's done.
+    task.tools[0].exportStatus = kBatchDone;
+    for (const size_t i : {1, 2}) task.tools[i].computeEnvelope(task.params);
+    {
+        const AcDbEntityPointer envelope(task.tools[1].envelopeId, AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, envelope->erase());
+    }
+    EXPECT_FALSE(task.tools[0].hasEnvelope() || task.tools[1].hasEnvelope());
+    List().push_back(task);
+    const SRunReport report = List()[0].exportAll(folder);
+    EXPECT_EQ(1, report.m_nDone);
+    EXPECT_EQ(2, report.m_nFailed);
+    ASSERT_EQ(2u, report.m_failures.size());
+    EXPECT_EQ(0, report.m_failures[1].Find(_T("erased：")));
+    EXPECT_EQ(kBatchFailed, List()[0].exportStatus);
+    EXPECT_EQ(kBatchDone, List()[0].tools[0].exportStatus) << "left as it was";
+    EXPECT_EQ(kBatchFailed, List()[0].tools[1].exportStatus);
+    EXPECT_EQ(kBatchDone, List()[0].tools[2].exportStatus);
+    std::remove((test::ScratchFolder() + "good.sat").c_str());
+}
+
+TEST_F(BatchTest, ReasonsOfAComputationThatFoundNothing) {
+    TestDrawing locked("L@LOCKED 0,0 0,5 | L@LOCKED 0,5 30,5 | T 0,0 word");
+    BatchTool tool = MakeTool(_T("t"), locked.ids());
+    const auto reason = [&] {
+        tool.computeEnvelope(CEncircleCalInfo());
+        EXPECT_EQ(kBatchFailed, tool.execStatus);
+        return host::Narrow(tool.reason.GetString());
+    };
+    AcDbObjectPointer<AcDbLayerTableRecord> layer(FindLayer(_T("LOCKED")), AcDb::kForWrite);
+    layer->setIsLocked(true);
+    ASSERT_EQ(Acad::eOk, layer.close());
+    EXPECT_EQ("所选半边没有找到轮廓（部分图元在锁定的图层上）", reason());
+    tool.sourceIds.removeLast();
+    EXPECT_EQ("图元全部在锁定的图层上", reason());
+    tool.sourceIds = AcDbObjectIdArray();
+    EXPECT_EQ("没有图元（已删除）", reason());
+}
+
+// What could not be read to its end stays in the drawing under another name.
+TEST_F(BatchTest, ADamagedRecordIsNotStoredOver) {
+    BatchTaskList list;
+    list.resize(2);
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db()));
+    const AcDbObjectId recordId = RecordId(drawing.db());
+    {
+        AcDbObjectPointer<AcDbXrecord> record(recordId, AcDb::kForWrite);
+        resbuf* chain = nullptr;
+        ASSERT_EQ(Acad::eOk, record->rbChain(&chain));
+        chain->rbnext->resval.rlong = 3;  // one task more than there are
+        ASSERT_EQ(Acad::eOk, record->setFromRbChain(*chain));
+        acutRelRb(chain);
+    }
+    list.load(&drawing.db());
+    EXPECT_EQ(2u, list.size());
+    list.pop_back();
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db()));
+    EXPECT_NE(recordId, RecordId(drawing.db()));
+    EXPECT_FALSE(recordId.isErased());
+    ASSERT_EQ(Acad::eOk, list.store(&drawing.db())) << "once";
+    list.load(&drawing.db());
+    EXPECT_EQ(1u, list.size());
 }
 
 }  // namespace

@@ -107,16 +107,20 @@ TEST(Module, LivesWithItsDrawings) {
     Session::Get().RunQueued();
     EXPECT_EQ(0, commands.Count("DELCONSTRAINT")) << "nothing was exploded";
 
-    // The flag waits for the working database that was watched from the start.
-    input.GiveSelection(host::SelectionAnswer::kEscape);
-    Session::Get().Execute(L"EXPLODE");
+    // The flag is the drawing's own, and counts while the command runs.
+    const auto startExplode = [] {
+        Session::Get().NotifyEditor(
+            [](AcEditorReactor& reactor) { reactor.commandWillStart(_T("EXPLODE")); });
+    };
+    startExplode();
     Touch(elsewhere);
     Session::Get().RunQueued();
     EXPECT_EQ(0, commands.Count("DELCONSTRAINT")) << "another database";
     Session::Get().MakeCurrent(two);
     Touch(line);
+    Touch(elsewhere);
     Session::Get().RunQueued();
-    EXPECT_EQ(0, commands.Count("DELCONSTRAINT")) << "not the working database";
+    EXPECT_EQ(0, commands.Count("DELCONSTRAINT")) << "not the working database, or not exploded in";
     Session::Get().MakeCurrent(one);
     Touch(line);
     EXPECT_EQ(0, commands.Count("DELCONSTRAINT")) << "only queued";
@@ -125,6 +129,21 @@ TEST(Module, LivesWithItsDrawings) {
     Touch(line);
     Session::Get().RunQueued();
     EXPECT_EQ(1, commands.Count("DELCONSTRAINT")) << "once";
+    // A command that was cancelled leaves no flag behind.
+    input.GiveSelection(host::SelectionAnswer::kEscape);
+    Session::Get().Execute(L"EXPLODE");
+    Touch(line);
+    Session::Get().RunQueued();
+    EXPECT_EQ(1, commands.Count("DELCONSTRAINT")) << "nothing was exploded";
+    // A drawing that comes later is watched as well.
+    AcApDocument* const later = Session::Get().New();
+    const AcDbObjectId added = AddTo(later, "L 0,0 1,1");
+    startExplode();
+    Touch(added);
+    Session::Get().RunQueued();
+    EXPECT_EQ(2, commands.Count("DELCONSTRAINT"));
+    Session::Get().Close(*later);
+    Session::Get().MakeCurrent(one);
 
     // Saving stores the list; a list that was emptied is stored as empty, a drawing that never had
     // one stays as it is.
@@ -138,7 +157,7 @@ TEST(Module, LivesWithItsDrawings) {
     EXPECT_FALSE(BatchTaskList::isStored(plain->database()));
     const AcDbDatabase* const gone = one->database();
     Session::Get().CloseAll();
-    EXPECT_FALSE(CKnifeDiagramFactory::GetInstance().HasTaskList(gone));
+    EXPECT_EQ(nullptr, CKnifeDiagramFactory::GetInstance().FindTaskList(gone));
     EXPECT_EQ(Names{"two"}, TasksOf(Session::Get().Open(first)));
     AcApDocument* const emptied = Session::Get().Open(second);
     EXPECT_EQ(Names(), TasksOf(emptied));

@@ -80,6 +80,20 @@ def write(path, entities):
     path.write_text("".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")
 
 
+def locked(folder):
+    """Two tools without frames; the current layer and that of the envelopes are locked."""
+    entities = tool("51", 0) + tool("52", 200, 0.8)
+    layers = [(0, "SECTION"), (2, "TABLES"), (0, "TABLE"), (2, "LAYER"), (5, "2"), (70, 3)]
+    for handle, name, flags in (("10", "0", 0), ("11", "MINE", 4), ("12", "TempEncircleLine", 4)):
+        layers += [(0, "LAYER"), (5, handle), (100, "AcDbSymbolTableRecord"),
+                   (100, "AcDbLayerTableRecord"), (2, name), (70, flags), (62, 7), (6, "Continuous")]
+    tags = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1021"), (9, "$CLAYER"),
+            (8, "MINE"), (9, "$HANDSEED"), (5, "1000"), (0, "ENDSEC")]
+    tags += layers + [(0, "ENDTAB"), (0, "ENDSEC"), (0, "SECTION"), (2, "ENTITIES")] + entities
+    tags += [(0, "ENDSEC"), (0, "EOF")]
+    (folder / "locked.dxf").write_text("".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")
+
+
 def tools(folder):
     """Three framed tools in a row, and three without frames."""
     framed, plain = [], []

@@ -121,6 +121,22 @@ class Scripts(ProgramTest):
     def test_clicks_during_a_run(self):
         self.session("batch_clicks", "framed.dxf")
 
+    def test_dialogs_hide_while_the_user_picks(self):
+        self.assertEqual(set(), self.session("busy_dialog", "envelopes.dxf"))
+
+    def test_tasks_are_run_by_what_they_are(self):
+        self.session("busy_tasks", "framed.dxf", "plain.dxf")
+
+    def test_locked_layers(self):
+        drawings.locked(self.folder)
+        self.session("locked_layers", "locked.dxf")
+
+    def test_files_of_tools(self):
+        (self.folder / "出口").mkdir()
+        self.session("numbers", "plain.dxf")
+        self.assertEqual(["D1-2.sat", "D1.sat", "d1-3.sat", "刀_具.sat"],
+                         sorted(p.name for p in (self.folder / "出口").iterdir()))
+
     def test_the_script_of_the_manual(self):
         manual = (ROOT / "docs" / "qzhost.md").read_text(encoding="utf-8")
         script = manual.rsplit("```", 2)[1].lstrip("\n")

@@ -1,6 +1,7 @@
 // The export operations of both dialogs, on drawings without a window.
 #include "StdAfx.h"
 
+#include "EnvelopeAxis.h"
 #include "EnvelopeExport.h"
 #include "EraseEntity.h"
 #include "RevolveSolid.h"
@@ -8,11 +9,13 @@
 
 #include <cmath>
 #include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <sstream>
 
 #include <gmock/gmock.h>
 
+#include "host/base/format.h"
 #include "host/solid/revolve.h"
 #include "sat_reader.h"
 #include "support/scratch.h"
@@ -71,7 +74,7 @@ protected:
 
 }  // namespace
 
-CString AskSatPath(const CString& strDefaultName) {
+CString AskSatPath(const CString& strDefaultName, CWnd*) {
     g_offered = strDefaultName;
     return g_answer;
 }
@@ -111,7 +114,8 @@ TEST_F(Export, OneEnvelopeByDialog) {
         cleanUp.m_bEnvelope = c.deleteEnvelope;
         cleanUp.m_bSolid = c.deleteSolid;
         std::vector<CString> failures;
-        ExportEnvelopeSolid(drawing.ids()[0], AcGePoint3d(7, 0, 0), cleanUp, Frames(), failures);
+        ExportEnvelopeSolid(drawing.ids()[0], AcGePoint3d(7, 0, 0), cleanUp, Frames(), nullptr,
+                            failures);
         if (c.failure == nullptr)
             EXPECT_TRUE(failures.empty());
         else
@@ -125,7 +129,8 @@ TEST_F(Export, OneEnvelopeByDialog) {
 TEST_F(Export, WithoutEnvelopeNothingIsAsked) {
     test::TestDrawing drawing;
     std::vector<CString> failures;
-    ExportEnvelopeSolid(AcDbObjectId::kNull, AcGePoint3d(), SExportCleanUp(), Frames(), failures);
+    ExportEnvelopeSolid(AcDbObjectId::kNull, AcGePoint3d(), SExportCleanUp(), Frames(), nullptr,
+                        failures);
     ASSERT_EQ(failures.size(), 1u);
     EXPECT_TRUE(failures[0] == _T("请先计算包络线"));
     EXPECT_TRUE(g_offered == _T("not asked"));
@@ -145,7 +150,7 @@ TEST_F(Export, ToolOfABatch) {
          "AcDbPolyline"},
         {"asked", "P 0,0 20,0 20,5 0,5 c", "", false, E_Export_Done, "AcDbPolyline"},
         {"asked and cancelled", "P 0,0 20,0 20,5 0,5 c", "", true, E_Export_Cancelled,
-         "AcDbPolyline AcDb3dSolid"},
+         "AcDbPolyline"},
         {"no such folder", "P 0,0 20,0 20,5 0,5 c", "/no/such/folder", false, E_Export_NotSaved,
          "AcDbPolyline"},
         {"crossing the axis", "P 0,-1 20,-1 20,5 0,5 c", folder.c_str(), false, E_Export_NoSolid,
@@ -162,11 +167,6 @@ TEST_F(Export, ToolOfABatch) {
         EXPECT_EQ(Classes(drawing), c.left);
         EXPECT_EQ(SolidFaces(Path()), c.result == E_Export_Done ? 3 : 0);
         EXPECT_TRUE(drawing.db().clayer() == layer);
-        // What a cancelled export left goes with the next one.
-        if (!c.cancel) continue;
-        g_answer = test::Widen(Path()).c_str();
-        EXPECT_EQ(ExportToolSolid(drawing.ids()[0], AcGePoint3d(), _T("x"), _T("")), E_Export_Done);
-        EXPECT_EQ(Classes(drawing), "AcDbPolyline");
     }
 }
 
@@ -176,26 +176,86 @@ TEST_F(Export, RunOfManyTools) {
     const auto tool = [&](const test::TestDrawing& drawing, int i, const CString& where) {
         return ExportToolSolid(drawing.ids()[i], AcGePoint3d(), _T("qz_export_test"), where);
     };
-    test::TestDrawing drawing("P 0,0 20,0 20,5 0,5 c | P 30,0 50,0 50,5 30,5 c | L 0,9 9,9");
-    const std::string before = Classes(drawing);
+    test::TestDrawing drawing(
+        "P 0,0 20,0 20,5 0,5 c | P 30,0 50,0 50,5 30,5 c | L 0,9 9,9 | L@EncircleLine3D 0,20 9,20");
+    const std::string both = "AcDbPolyline AcDbPolyline";
     g_answer = CString();
-    EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
-    EXPECT_EQ(Classes(drawing), before + " AcDb3dSolid");
     {
         const CExportRun run;
         EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
-        EXPECT_EQ(Classes(drawing), before) << "an earlier solid goes with the first of a run";
+        EXPECT_EQ(Classes(drawing), both + " AcDbLine") << "what lay there goes with the first";
         EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
-        EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
-        EXPECT_EQ(Classes(drawing), before) << "and one that was cancelled within it";
-        EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
+        EXPECT_EQ(Classes(drawing), both + " AcDbLine") << "a cancelled one leaves nothing";
         ASSERT_TRUE(EraseById(drawing.ids()[2]));  // the entity up to which the layer was empty
         EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
-        EXPECT_EQ(Classes(drawing), "AcDbPolyline AcDbPolyline");
+        EXPECT_EQ(Classes(drawing), both);
     }
-    EXPECT_EQ(tool(drawing, 0, CString()), E_Export_Cancelled);
     EXPECT_EQ(tool(drawing, 1, folder), E_Export_Done);
-    EXPECT_EQ(Classes(drawing), "AcDbPolyline AcDbPolyline");
+    EXPECT_EQ(Classes(drawing), both);
+}
+
+// The closing edge's axis point is the ring's first vertex; a drawing without an envelope that
+// exists says so; a failed write leaves the file that was there.
+TEST_F(Export, AxisPointOfTheClosingEdge) {
+    const struct {
+        const char* envelope;
+        double x;
+    } cases[] = {{"P 0,0 0,5 20,5 30,0 c", 0.0},  // closed from (30,0) to the first vertex
+                 {"P 5,0 40,0 40,5 5,5 c", 5.0},  // the first of two that are as long
+                 {"P 40,0 40,5 10,5 0,0 c", 40.0}};
+    for (const auto& c : cases) {
+        test::TestDrawing drawing(c.envelope);
+        AcGePoint3d point(-1, -1, -1);
+        ASSERT_TRUE(GetEnvelopeAxisPoint(drawing.ids()[0], point));
+        EXPECT_EQ(c.x, point.x) << c.envelope;
+        EXPECT_EQ(0.0, point.y);
+    }
+}
+
+TEST_F(Export, OverAFileAndIntoAnyFolder) {
+    const std::filesystem::path folder =
+        std::filesystem::u8path(test::ScratchFolder()) / std::filesystem::u8path("导出");
+    std::filesystem::remove_all(folder);
+    std::filesystem::create_directories(folder);
+    test::TestDrawing drawing("P 0,0 20,0 20,5 0,5 c");
+    const CString path((host::Widen(folder.u8string()) + L"/刀具.sat").c_str());
+    for (int i = 0; i < 2; ++i) {
+        const AcDbObjectId id = RevolveEnvelope(drawing.ids()[0], AcGePoint3d());
+        EXPECT_TRUE(WriteSat(path, id));
+        EXPECT_EQ(1, std::distance(std::filesystem::directory_iterator(folder), {}));
+    }
+    const auto size = std::filesystem::file_size(folder / std::filesystem::u8path("刀具.sat"));
+    EXPECT_FALSE(WriteSat(path, drawing.ids()[0])) << "no solid";
+    EXPECT_EQ(size, std::filesystem::file_size(folder / std::filesystem::u8path("刀具.sat")));
+    // A folder of that name: nothing is written, nothing left beside it.
+    const CString taken(host::Widen(folder.u8string()).c_str());
+    EXPECT_FALSE(WriteSat(taken, RevolveEnvelope(drawing.ids()[0], AcGePoint3d())));
+    std::filesystem::remove_all(folder);
+}
+
+TEST_F(Export, ReasonsOfFailures) {
+    const struct {
+        const char* envelope;
+        const char* word;
+    } cases[] = {{"P 0,0 20,0 20,5 0,5", "未闭合"},
+                 {"P 0,-1 20,-1 20,5 0,5 c", "越过轴线"},
+                 {"P 0,0 20,5 20,0 0,5 c", "自相交"}};
+    for (const auto& c : cases) {
+        test::TestDrawing drawing(c.envelope);
+        const CString reason = GetExportReason(E_Export_NoSolid, drawing.ids()[0], 0.0);
+        EXPECT_NE(std::string::npos, host::Narrow(reason.GetString()).find(c.word)) << c.envelope;
+    }
+    test::TestDrawing drawing("P 0,0 20,0 20,5 0,5 c");
+    EXPECT_TRUE(GetExportReason(E_Export_Done, drawing.ids()[0], 0.0).IsEmpty());
+    {
+        const AcDbEntityPointer entity(drawing.ids()[0], AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, entity->erase());
+    }
+    std::vector<CString> failures;
+    EXPECT_EQ(E_Export_NoEnvelope, ExportEnvelopeSolid(drawing.ids()[0], AcGePoint3d(), {},
+                                                       Frames(), nullptr, failures));
+    EXPECT_EQ(E_Export_NoEnvelope,
+              ExportToolSolid(drawing.ids()[0], AcGePoint3d(), _T("x"), _T("/tmp")));
 }
 
 TEST_F(Export, ThroughARegion) {

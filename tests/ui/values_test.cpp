@@ -9,7 +9,7 @@
 #include "ToolNumber.h"
 #include "host/base/format.h"
 
-AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL)
+AC_IMPLEMENT_EXTENSION_MODULE(theArxDLL);
 
 namespace {
 
