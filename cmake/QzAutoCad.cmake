@@ -4,6 +4,9 @@ set(ARX_SDK "" CACHE PATH "Folder of the ObjectARX SDK, the one that holds inc, 
 set(ARX_LIBRARIES rxapi acdb25 acge25 accore acad ac1st25 acui25 adui25
   CACHE STRING "Import libraries of the SDK's lib-x64 that the module links")
 
+# The SDK's own projects may ask for a later standard than the plug-in needs.
+set(QZ_AUTOCAD_STANDARD 17 CACHE STRING "C++ standard of the module for AutoCAD")
+
 # Stops with a message that says what to set.
 function(qz_check_sdk)
   if(NOT ARX_SDK)
@@ -32,7 +35,8 @@ set(CMAKE_MFC_FLAG 2)
 set(CMAKE_MSVC_RUNTIME_LIBRARY MultiThreadedDLL)
 
 set(plugin ${CMAKE_SOURCE_DIR}/plugin)
-set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc)
+set(sources ${plugin}/entry/QZEncircleLine.def ${plugin}/ui/res/QZEncircleLine.rc
+  ${plugin}/entry/Version.rc)
 foreach(folder plane plugin/util plugin/drawn plugin/outline plugin/engine plugin/batch plugin/ui plugin/ui/GridCtrl plugin/entry)
   file(GLOB found CONFIGURE_DEPENDS ${CMAKE_SOURCE_DIR}/${folder}/*.cpp
     ${CMAKE_SOURCE_DIR}/${folder}/*.h)
@@ -41,7 +45,9 @@ endforeach()
 # Shared and not a module: other modules may link the classes that it exports.
 add_library(QZEncircleLine SHARED ${sources})
 set_target_properties(QZEncircleLine PROPERTIES PREFIX "" SUFFIX ".arx")
-target_compile_features(QZEncircleLine PRIVATE cxx_std_17)
+target_compile_features(QZEncircleLine PRIVATE cxx_std_${QZ_AUTOCAD_STANDARD})
+# The SDK's headers may name libraries themselves.
+target_link_directories(QZEncircleLine PRIVATE ${ARX_SDK}/lib-x64)
 target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/drawn ${plugin}/engine
   ${plugin}/batch ${plugin}/ui ${plugin}/entry ${plugin}/ui/res)
 target_include_directories(QZEncircleLine SYSTEM PRIVATE ${ARX_SDK}/inc ${ARX_SDK}/inc-x64)

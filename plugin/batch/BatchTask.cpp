@@ -50,13 +50,21 @@ private:
 };
 
 // Takes each tool of a task in order through one operation, which says whether it was done.
+//
+// pProgressText  formed with the tool's index and their number; null for none
 template <class Operation>
-SRunReport RunTools(const CRunningTask& running, const ACHAR* pUndoName, Operation operation) {
+SRunReport RunTools(const CRunningTask& running, const ACHAR* pUndoName, const ACHAR* pProgressText,
+                    Operation operation) {
     SRunReport report;
     const CDocumentLock lock(running.GetDatabase(), pUndoName);
     const CProgressScope progress;
     int nIndex = 0;
     for (; nIndex < running.GetToolCount(); ++nIndex) {
+        if (pProgressText != nullptr) {
+            // For a display that can show it; the window of today has its own text.
+            CString strText;
+            strText.Format(pProgressText, nIndex, running.GetToolCount());
+        }
         progressStep(running.GetToolCount(), nIndex, 1.0);
         if (!running.MayGoOn()) {
             break;
@@ -109,7 +117,7 @@ void BatchTask::rollUpStatus() {
 SRunReport BatchTask::run() {
     const CRunningTask running(*this);
     const SRunReport report =
-        RunTools(running, _T("QZRUNTASK"), [](const BatchTask& task, BatchTool& tool) {
+        RunTools(running, _T("QZRUNTASK"), nullptr, [](const BatchTask& task, BatchTool& tool) {
             tool.computeEnvelope(task.params);
             return tool.execStatus == kBatchDone;
         });
@@ -126,10 +134,10 @@ SRunReport BatchTask::exportAll(const CString& strFolder, CExportNames* pNames) 
         names.Expect(tool.name);
     }
     const CExportRun exports;
-    const SRunReport report =
-        RunTools(running, _T("QZEXPORTTASK"), [&folder, &names](const BatchTask&, BatchTool& tool) {
-            return tool.exportSolid(folder, &names) == E_Export_Done;
-        });
+    const SRunReport report = RunTools(running, _T("QZEXPORTTASK"), _T("正在导出3D（%d/%d）"),
+                                       [&folder, &names](const BatchTask&, BatchTool& tool) {
+                                           return tool.exportSolid(folder, &names) == E_Export_Done;
+                                       });
     Finish(running, report, &BatchTask::exportStatus, &BatchTool::exportStatus);
     return report;
 }

@@ -208,8 +208,7 @@ Acad::ErrorStatus BatchTaskList::store(AcDbDatabase* pDatabase) {
     if (chain.GetChain() == nullptr) {
         return Acad::eOutOfMemory;
     }
-    const AcDbObjectPointer<AcDbDictionary> pRoot(pDatabase->namedObjectsDictionaryId(),
-                                                  AcDb::kForRead);
+    AcDbObjectPointer<AcDbDictionary> pRoot(pDatabase->namedObjectsDictionaryId(), AcDb::kForRead);
     if (pRoot.openStatus() != Acad::eOk) {
         return pRoot.openStatus();
     }

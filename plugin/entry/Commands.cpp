@@ -30,7 +30,8 @@ void RegisterCommands() {
             pStack == nullptr ? Acad::eKeyNotFound
                               : pStack->addCommand(kGroup, command.m_pName, command.m_pName,
                                                    ACRX_CMD_MODAL, command.m_pFunction);
-        if (es != Acad::eOk) {
+        // Loaded again after an unload: the commands of the first time still stand.
+        if (es != Acad::eOk && es != Acad::eDuplicateKey) {
             acutPrintf(_T("\n命令 %s 注册失败：%s\n"), command.m_pName, acadErrorStatusText(es));
         }
     }

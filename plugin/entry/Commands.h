@@ -1,5 +1,5 @@
 #pragma once
 
-// Registers the module's commands in their group. What the host refuses is told on the command
-// line.
+// Registers the module's commands in their group, unless they are there already. What the host
+// refuses is told on the command line.
 void RegisterCommands();

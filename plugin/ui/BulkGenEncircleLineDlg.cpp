@@ -80,8 +80,9 @@ void CBulkGenEncircleLineDlg::OnDestroy() {
 
 void CBulkGenEncircleLineDlg::PostNcDestroy() {
     CDialogEx::PostNcDestroy();
-    ForgetBulkDialog(this);
-    delete this;
+    if (ForgetBulkDialog(this)) {
+        delete this;
+    }
 }
 
 void CBulkGenEncircleLineDlg::Refresh(AcDbDatabase* pDatabase) {

@@ -116,8 +116,9 @@ void CEncircleLineCalDlg::OnCancel() { DestroyWindow(); }
 
 void CEncircleLineCalDlg::PostNcDestroy() {
     CDialogEx::PostNcDestroy();
-    ForgetCalDialog(this);
-    delete this;
+    if (ForgetCalDialog(this)) {
+        delete this;
+    }
 }
 
 void CEncircleLineCalDlg::OnByHatch() { RunEnvelope(E_Algorithm_Hatch); }

@@ -6,6 +6,21 @@ IMPLEMENT_DYNAMIC(CEncircleParaSetDlg, CDialogEx)
 BEGIN_MESSAGE_MAP(CEncircleParaSetDlg, CDialogEx)
 END_MESSAGE_MAP()
 
+namespace {
+
+// The diagonal of what the drawing holds; 0 when it holds nothing.
+double GetDrawingSize() {
+    const AcDbDatabase* const pDatabase = acdbHostApplicationServices()->workingDatabase();
+    if (pDatabase == nullptr) {
+        return 0.0;
+    }
+    const AcGePoint3d low = pDatabase->extmin();
+    const AcGePoint3d high = pDatabase->extmax();
+    return low.x <= high.x && low.y <= high.y ? low.distanceTo(high) : 0.0;
+}
+
+}  // namespace
+
 CEncircleParaSetDlg::CEncircleParaSetDlg(CWnd* pParent) : CDialogEx(IDD, pParent) {}
 
 void CEncircleParaSetDlg::DoDataExchange(CDataExchange* pDX) {
@@ -29,6 +44,16 @@ BOOL CEncircleParaSetDlg::OnInitDialog() {
 
 void CEncircleParaSetDlg::OnOK() {
     if (!UpdateData(TRUE)) {
+        return;
+    }
+    if (const SValueField* const pFault = m_values.FindFault(GetDrawingSize())) {
+        CString strText;
+        strText.Format(pFault->m_bTolerance   ? _T("%s必须大于0且小于图形尺寸")
+                       : pFault->m_bMayBeZero ? _T("%s不能小于0")
+                                              : _T("%s必须大于0"),
+                       pFault->m_pLabel);
+        AfxMessageBox(strText);
+        GotoDlgCtrl(GetDlgItem(pFault->m_nControl));
         return;
     }
     m_values.WriteTo(params);

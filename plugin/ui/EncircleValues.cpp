@@ -1,12 +1,26 @@
 #include "StdAfx.h"
 #include "EncircleValues.h"
 
+#include "res/resource.h"
+
 namespace {
 
 void SetBoth(AcGeTol& tol, double dValue) {
     tol.setEqualPoint(dValue);
     tol.setEqualVector(dValue);
 }
+
+// In the order of the controls.
+const SValueField kFields[] = {
+    {IDC_PARAMS_POINT_TOL, _T("点公差"), &SEncircleValues::m_dPointTol, true, false},
+    {IDC_PARAMS_LINE_TOL, _T("线公差"), &SEncircleValues::m_dLineTol, true, false},
+    {IDC_PARAMS_HORVER_TOL, _T("水平竖直线判断公差"), &SEncircleValues::m_dHorVerTol, true, false},
+    {IDC_PARAMS_ARC_PRECISION, _T("圆弧离散精度"), &SEncircleValues::m_dArcPrecision, false, false},
+    {IDC_PARAMS_SIDE_LENGTH, _T("左右识别长度"), &SEncircleValues::m_dSideLength, false, true},
+};
+
+// No drawing has numbers from here on; infinity is among them.
+constexpr double kLargest = 1e20;
 
 }  // namespace
 
@@ -30,4 +44,18 @@ void SEncircleValues::ReadFrom(const CEncircleCalInfo& info) {
     m_dLineTol = info.m_tolLine.equalPoint();
     m_dPointTol = info.m_tolPoint.equalPoint();
     m_dHorVerTol = info.m_tolHorVer.equalPoint();
+}
+
+const SValueField* SEncircleValues::FindFault(double dDrawingSize) const {
+    for (const SValueField& field : kFields) {
+        const double dValue = this->*field.m_pValue;
+        const double dLimit = field.m_bTolerance && dDrawingSize > 0.0 ? dDrawingSize : kLargest;
+        // Written so that what is no number at all is a fault.
+        const bool bSound =
+            (dValue > 0.0 || (field.m_bMayBeZero && dValue == 0.0)) && dValue < dLimit;
+        if (!bSound) {
+            return &field;
+        }
+    }
+    return nullptr;
 }

@@ -4,6 +4,17 @@
 
 #include "EncircleCalInfo.h"
 
+struct SEncircleValues;
+
+// A number among them, under its control's number in both dialogs and with its label there.
+struct SValueField {
+    int m_nControl;
+    const ACHAR* m_pLabel;
+    double SEncircleValues::*m_pValue;
+    bool m_bTolerance;
+    bool m_bMayBeZero;
+};
+
 struct SEncircleValues {
     int m_nHalf = 0;           // radio index: 0 upper, 1 lower half
     int m_nExcludeDashed = 1;  // check
@@ -19,4 +30,10 @@ struct SEncircleValues {
     void WriteTo(CEncircleCalInfo& info) const;
     // Takes over a record; any half but 0 is the lower one.
     void ReadFrom(const CEncircleCalInfo& info);
+
+    // The first number that has no sense; null when all have: the precision must be above 0, the
+    // side length not below it, tolerances above 0 and less than the drawing's size.
+    //
+    // dDrawingSize  of the drawing's diagonal; 0 when it is not known, which allows any
+    const SValueField* FindFault(double dDrawingSize) const;
 };

@@ -28,21 +28,23 @@ void ShowDialog(Dialog*& pDialog) {
     pDialog->ShowWindow(SW_SHOW);
 }
 
+template <class Dialog>
+bool Forget(Dialog*& pKnown, const Dialog* pDialog) {
+    if (pKnown != pDialog) {
+        return false;
+    }
+    pKnown = nullptr;
+    return true;
+}
+
 }  // namespace
 
 void ShowCalDialog() { ShowDialog(g_pCalDialog); }
 void ShowBulkDialog() { ShowDialog(g_pBulkDialog); }
 
-void ForgetCalDialog(const CEncircleLineCalDlg* pDialog) {
-    if (g_pCalDialog == pDialog) {
-        g_pCalDialog = nullptr;
-    }
-}
-
-void ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog) {
-    if (g_pBulkDialog == pDialog) {
-        g_pBulkDialog = nullptr;
-    }
+bool ForgetCalDialog(const CEncircleLineCalDlg* pDialog) { return Forget(g_pCalDialog, pDialog); }
+bool ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog) {
+    return Forget(g_pBulkDialog, pDialog);
 }
 
 void RefreshBulkDialog(AcDbDatabase* pDatabase) {

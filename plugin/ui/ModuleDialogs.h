@@ -8,9 +8,10 @@ class CEncircleLineCalDlg;
 void ShowCalDialog();
 void ShowBulkDialog();
 
-// Called by a dialog whose window is gone.
-void ForgetCalDialog(const CEncircleLineCalDlg* pDialog);
-void ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog);
+// Called by a dialog whose window is gone. True when it was the module's dialog, which then deletes
+// itself; one that could not be made whole is deleted by whoever tried to make it.
+bool ForgetCalDialog(const CEncircleLineCalDlg* pDialog);
+bool ForgetBulkDialog(const CBulkGenEncircleLineDlg* pDialog);
 
 // Shows a drawing's task list in the batch dialog, if it is open; null: no drawing's.
 void RefreshBulkDialog(AcDbDatabase* pDatabase);

@@ -7,7 +7,7 @@
 #include "rxmfcapi.h"
 #include "support/scratch.h"
 
-AC_IMPLEMENT_EXTENSION_MODULE(testModule)
+AC_IMPLEMENT_EXTENSION_MODULE(testModule);
 
 namespace {
 

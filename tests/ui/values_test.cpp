@@ -1,6 +1,8 @@
 // What the dialogs compute and show, without their windows.
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "StdAfx.h"
 
 #include "DialogProgress.h"
@@ -100,6 +102,37 @@ TEST(EncircleValues, GoIntoTheRecordAndComeBack) {
     values.WriteTo(info);
     EXPECT_EQ(1, info.m_nHalfSide);
     EXPECT_EQ(0.002, info.m_tolLine.equalVector());
+}
+
+TEST(EncircleValues, NumbersOutsideTheirSenseAreFound) {
+    const double nan = std::nan("");
+    const struct {
+        double SEncircleValues::*value;
+        double number;
+        bool sound;
+    } cases[] = {
+        {&SEncircleValues::m_dArcPrecision, 0.0, false},
+        {&SEncircleValues::m_dArcPrecision, -0.3, false},
+        {&SEncircleValues::m_dArcPrecision, nan, false},
+        {&SEncircleValues::m_dArcPrecision, HUGE_VAL, false},
+        {&SEncircleValues::m_dArcPrecision, 500.0, true},
+        {&SEncircleValues::m_dSideLength, 0.0, true},
+        {&SEncircleValues::m_dSideLength, -1e-9, false},
+        {&SEncircleValues::m_dPointTol, 0.0, false},
+        {&SEncircleValues::m_dPointTol, 100.0, false},  // as large as the drawing
+        {&SEncircleValues::m_dLineTol, 99.0, true},
+        {&SEncircleValues::m_dHorVerTol, -1.0, false},
+    };
+    for (const auto& c : cases) {
+        SEncircleValues values;
+        values.*c.value = c.number;
+        const SValueField* const fault = values.FindFault(100.0);
+        EXPECT_EQ(c.sound, fault == nullptr) << c.number;
+        EXPECT_TRUE(fault == nullptr || fault->m_pValue == c.value);
+    }
+    SEncircleValues values;
+    values.m_dPointTol = 100.0;
+    EXPECT_EQ(nullptr, values.FindFault(0.0)) << "an empty drawing has no size";
 }
 
 }  // namespace
