@@ -2,6 +2,7 @@
 
 #include <QFontDatabase>
 #include <QKeyEvent>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -57,6 +58,8 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
             m_edit->clear();
             if (onEscape) onEscape();
             return true;
+        case Qt::Key_Tab:
+            return Complete() || QWidget::eventFilter(watched, event);
         case Qt::Key_Up:
             Recall(-1);
             return true;
@@ -66,6 +69,24 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
         default:
             return QWidget::eventFilter(watched, event);
     }
+}
+
+// The same beginning again gives the next name.
+bool CommandLine::Complete() {
+    const QString typed = m_edit->text();
+    if (typed.isEmpty() || !names) return false;
+    const QStringList all = names();
+    const bool isNext = !m_beginning.isEmpty() &&
+                        typed.startsWith(m_beginning, Qt::CaseInsensitive) && all.contains(typed);
+    if (!isNext) {
+        m_beginning = typed;
+        m_completed = 0;
+    }
+    const QStringList fitting = all.filter(QRegularExpression(
+        "^" + QRegularExpression::escape(m_beginning), QRegularExpression::CaseInsensitiveOption));
+    if (fitting.isEmpty()) return true;
+    m_edit->setText(fitting[m_completed++ % fitting.size()]);
+    return true;
 }
 
 bool CommandLine::LogTo(const std::string& path) {

@@ -27,6 +27,8 @@ public:
     std::function<void()> onEscape;
     // Whether a blank is part of what is typed now; else it ends it, as Enter does.
     std::function<bool()> takesBlanks;
+    // What Tab completes a beginning to, one after the other; may be empty.
+    std::function<QStringList()> names;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -34,12 +36,15 @@ protected:
 private:
     void Enter();
     void Recall(int step);
+    bool Complete();
 
     QPlainTextEdit* m_history;
     std::ofstream m_log;
     QLineEdit* m_edit;
     Transcript m_transcript;
     QStringList m_typed;
+    QString m_beginning;  // that was completed last
+    qsizetype m_completed = 0;
     qsizetype m_recalled = 0;  // index into m_typed; its size: the line being typed
 };
 

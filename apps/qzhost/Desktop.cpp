@@ -11,11 +11,14 @@
 #include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <memory>
 #include <utility>
 
+#include "accmd.h"
 #include "apps/qzhost/HostProgram.h"
 #include "host/db/build.h"
 #include "host/db/highlight.h"
+#include "host/ed/builtin_commands.h"
 #include "host/ed/session.h"
 #include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
@@ -28,6 +31,17 @@ constexpr double kZoomStep = 1.5;
 const char* const kFilter = "Drawings (*.dxf);;All files (*)";
 
 host::Session& Session() { return host::Session::Get(); }
+
+// The host's commands and the modules'.
+QStringList CommandNames() {
+    QStringList names;
+    for (const std::wstring& name : host::BuiltinNames()) names << QString::fromStdWString(name);
+    const std::unique_ptr<AcEdCommandIterator> registered(acedRegCmds->iterator());
+    for (; !registered->done(); registered->next())
+        names << QString::fromWCharArray(registered->command()->globalName());
+    names.sort();
+    return names;
+}
 
 }  // namespace
 
@@ -50,8 +64,16 @@ Desktop::Desktop()
         m_input.Hover(point);
     };
     m_line->onEnter = [this](const std::wstring& line) { Type(line); };
-    m_line->onEscape = [this] { m_input.Escape(); };
-    m_line->takesBlanks = [this] { return m_input.TakesBlanks(); };
+    m_line->onEscape = [this] {
+        if (!m_input.Escape()) m_input.ForgetPickFirst();
+    };
+    m_line->names = [this] { return m_input.IsAsking() ? QStringList() : CommandNames(); };
+    // Behind a word that is no command a blank starts nothing: the whole line is dropped with it.
+    m_line->takesBlanks = [this] {
+        if (m_input.IsAsking()) return m_input.TakesBlanks();
+        const QString typed = m_line->Edit().text();
+        return !typed.isEmpty() && !host::IsCommandKnown(typed.toStdWString());
+    };
     m_input.onClosing = [this](const auto& documents) { return AskClosing(documents); };
     m_input.onNameForSaving = [this](const AcApDocument& document) {
         return AskSaveName(document);
@@ -134,8 +156,40 @@ void Desktop::MakeMenus() {
     add(file, "Close", QKeySequence::Close, true, command(L"_.CLOSE"));
     bar->addSeparator();
     add(edit, "Undo", QKeySequence::Undo, true, command(L"_.U"));
+    add(edit, "Redo", QKeySequence::Redo, true, command(L"_.REDO"));
     add(edit, "Erase", QKeySequence(), true, command(L"_.ERASE"));
     add(edit, "Explode", QKeySequence(), true, command(L"_.EXPLODE"));
+    // The key alone erases what is picked; it asks nothing.
+    auto* const erase = new QAction(this);
+    erase->setShortcut(QKeySequence::Delete);
+    addAction(erase);
+    connect(erase, &QAction::triggered, this, [this] {
+        if (curDoc() != nullptr && !curDoc()->imp().pickFirst.empty()) Run(L"_.ERASE");
+    });
+    m_idleActions.push_back(erase);
+    QAction* const all = edit->addAction("Select all");
+    all->setShortcut(QKeySequence::SelectAll);
+    connect(all, &QAction::triggered, this, [this] { m_input.PickAllFirst(); });
+    m_idleActions.push_back(all);
+    QMenu* const draw = menuBar()->addMenu("&Draw");
+    QMenu* const modify = menuBar()->addMenu("&Modify");
+    QMenu* const inquiry = menuBar()->addMenu("&Inquiry");
+    const struct {
+        QMenu* menu;
+        const char* text;
+        const wchar_t* command;
+    } commands[] = {{draw, "Line", L"_.LINE"},       {draw, "Polyline", L"_.PLINE"},
+                    {draw, "Arc", L"_.ARC"},         {modify, "Move", L"_.MOVE"},
+                    {modify, "Rotate", L"_.ROTATE"}, {modify, "Scale", L"_.SCALE"},
+                    {modify, "Mirror", L"_.MIRROR"}, {inquiry, "Distance", L"_.DIST"},
+                    {inquiry, "Point", L"_.ID"},     {inquiry, "List", L"_.LIST"},
+                    {inquiry, "Commands", L"_.HELP"}};
+    for (const auto& row : commands) {
+        QAction* const action = row.menu->addAction(row.text);
+        connect(action, &QAction::triggered, this, command(row.command));
+        m_idleActions.push_back(action);
+        if (row.command == std::wstring(L"_.HELP")) action->setShortcut(Qt::Key_F1);
+    }
     bar->addSeparator();
     add(view, "Zoom all", QKeySequence(), false, [this] { m_view->ZoomExtents(); });
     add(view, "Zoom in", QKeySequence::ZoomIn, false, [this] { m_view->ZoomBy(kZoomStep); });
@@ -144,6 +198,12 @@ void Desktop::MakeMenus() {
     AddToggle(*drafting, "Object snap", Qt::Key_F3, &PointAid::isSnapping);
     AddToggle(*drafting, "Ortho", Qt::Key_F8, &PointAid::isOrtho);
     AddToggle(*drafting, "Polar tracking", Qt::Key_F10, &PointAid::isPolar);
+    AddToggle(*drafting, "Snap to grid", Qt::Key_F9, &PointAid::isOnGrid);
+    QAction* const grid = drafting->addAction("Grid");
+    grid->setShortcut(Qt::Key_F7);
+    grid->setCheckable(true);
+    connect(grid, &QAction::toggled, this,
+            [this](bool isOn) { m_view->SetGrid(isOn, m_input.Aid().gridStep); });
     drafting->addSeparator();
     for (const host::SnapModeName& name : host::SnapModeNames()) {
         QAction* const action = drafting->addAction(QString::fromWCharArray(name.label));
@@ -193,6 +253,7 @@ void Desktop::Run(const std::wstring& command) {
     Session().Execute(command);
     Settle();
     m_isRunning = false;
+    m_input.ShowPickFirst();
     m_line->Output().Finish();
     ShowState();
     m_view->Refresh();
@@ -335,6 +396,7 @@ bool Desktop::event(QEvent* event) {
 // handed back is nobody's.
 void Desktop::keyPressEvent(QKeyEvent* event) {
     if (event->key() == Qt::Key_Escape && m_input.Escape()) return;
+    if (event->key() == Qt::Key_Escape) m_input.ForgetPickFirst();
     QLineEdit& edit = m_line->Edit();
     const bool isText = !event->text().isEmpty() && event->text()[0].isPrint() &&
                         !(event->modifiers() & (Qt::ControlModifier | Qt::AltModifier));

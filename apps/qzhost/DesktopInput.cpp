@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <unordered_set>
+#include <utility>
 
 #include "acdocman.h"
-#include "apps/qzhost/Numbers.h"
+#include "host/ed/point_text.h"
 #include "host/base/plain_number.h"
 #include "host/ed/document_imp.h"
 #include "host/ed/entity_query.h"
@@ -17,6 +18,30 @@ namespace app {
 using host::Answer;
 using host::SelectionAnswer;
 
+namespace {
+
+constexpr size_t kMostGripped = 100;  // entities with grips; of more only the outline is marked
+
+std::vector<AcGePoint3d> GripsOf(const std::vector<AcDbObjectId>& ids) {
+    std::vector<AcGePoint3d> grips;
+    if (ids.size() > kMostGripped) return grips;
+    const auto add = [&grips](const AcGePoint2d& p) { grips.emplace_back(p.x, p.y, 0.0); };
+    for (const AcDbObjectId id : ids) {
+        const host::SnapSource source = host::MakeSnapSource(id);
+        for (const AcGePoint2d& node : source.nodes) add(node);
+        for (const AcGePoint2d& centre : source.centres) add(centre);
+        for (const host::PlaneCurve& curve : source.curves) {
+            if (curve.isChord) continue;
+            add(curve.start);
+            add(curve.end);
+            add(curve.isArc ? curve.center : curve.PointAt(0.5));
+        }
+    }
+    return grips;
+}
+
+}  // namespace
+
 void DesktopInput::Wait(Kind kind) {
     m_line.Output().Finish();
     m_answer = Answer();
@@ -25,6 +50,10 @@ void DesktopInput::Wait(Kind kind) {
     m_takesOut = m_isAll = false;
     m_kind = kind;
     m_aid.Reset();
+    m_picked.clear();
+    m_corner.reset();
+    m_view.SetPicked({});
+    m_view.SetGrips({});
     m_view.SetPicking(kind != kText);
     if (onChange) onChange();
     while (!m_isDone) {
@@ -40,6 +69,33 @@ void DesktopInput::Wait(Kind kind) {
     m_view.SetAim({});
     m_view.SetPicking(false);
     if (onChange) onChange();
+}
+
+void DesktopInput::SetPickFirst(std::vector<AcDbObjectId> ids) {
+    if (curDoc() == nullptr) return;
+    curDoc()->imp().pickFirst = std::move(ids);
+    ShowPickFirst();
+}
+
+void DesktopInput::ShowPickFirst() {
+    if (curDoc() == nullptr || IsAsking()) return;
+    std::vector<AcDbObjectId>& picked = curDoc()->imp().pickFirst;
+    picked.erase(
+        std::remove_if(picked.begin(), picked.end(), [](AcDbObjectId id) { return id.isErased(); }),
+        picked.end());
+    m_view.SetPicked(picked);
+    m_view.SetGrips(GripsOf(picked));
+}
+
+void DesktopInput::PickAllFirst() {
+    if (curDoc() != nullptr && !IsAsking())
+        SetPickFirst(host::QueryEntities(*curDoc()->database(), host::QueryRules::Displayed()));
+}
+
+void DesktopInput::ForgetPickFirst() {
+    m_corner.reset();
+    m_view.SetCorner({});
+    SetPickFirst({});
 }
 
 SelectionAnswer DesktopInput::Select() {
@@ -107,12 +163,18 @@ bool DesktopInput::Click(const AcGePoint3d& point, bool takesOut) {
         Pick(point, takesOut || m_takesOut);
         return true;
     }
+    if (m_kind == kNothing && curDoc() != nullptr && curDoc()->isQuiescent()) {
+        m_picked = curDoc()->imp().pickFirst;
+        Pick(point, takesOut);
+        SetPickFirst(std::exchange(m_picked, {}));
+        return true;
+    }
     if (m_kind != kPoint) return false;
     const Aim aim = AimAt(point);
     m_answer.kind = Answer::kGiven;
     m_answer.point = aim.point;
     const bool isOnCentreLine = aim.snap && aim.snap->mode == host::kSnapCentreLine;
-    m_line.Output().Line(L" < " + PointText(aim.point) +
+    m_line.Output().Line(L" < " + host::PointText(aim.point) +
                          (aim.label.empty() ? L"" : L" (" + aim.label + L")") +
                          (isOnCentreLine ? L", y of the centre line" : L""));
     Done();

@@ -30,6 +30,11 @@ public:
     bool Click(const AcGePoint3d& point, bool takesOut = false);
     bool Enter(const std::wstring& text);
     bool Escape();
+    // Takes everything, or nothing, into the set picked beforehand; with nothing asked only.
+    void PickAllFirst();
+    void ForgetPickFirst();
+    // Shows the set picked beforehand as the document has it now.
+    void ShowPickFirst();
     // Ends every prompt, as the program ends.
     void GiveUp();
     // Shows what a click at the pointer's place would give.
@@ -63,6 +68,8 @@ private:
     void Pick(const AcGePoint3d& point, bool takesOut);
     void Add(const std::vector<AcDbObjectId>& ids);
     void TakeOut(const std::vector<AcDbObjectId>& ids);
+    // Picking with nothing asked: the set that the next command takes.
+    void SetPickFirst(std::vector<AcDbObjectId> ids);
     void EnterSelection(const std::wstring& text);
     void EnterPoint(const std::wstring& text);
     Aim AimAt(const AcGePoint3d& pointer);

@@ -60,6 +60,9 @@ void DrawingView::Refresh() {
         m_isPictureStale = true;
         update();
     }
+    // A command may have moved the view.
+    const host::View& view = m_document->imp().view;
+    if (!view.center.isEqualTo(m_centre, AcGeTol()) || view.height != m_height) KeepShape();
     if (m_highlightRevision != host::HighlightRevision()) {
         m_highlightRevision = host::HighlightRevision();
         update();
@@ -77,6 +80,8 @@ void DrawingView::KeepShape() {
     host::View& view = m_document->imp().view;
     view.height = (std::clamp)(view.height, kSmallestView, kLargestView);
     view.width = view.height * width() / (std::max)(height(), 1);
+    m_centre = view.center;
+    m_height = view.height;
     m_isPictureStale = true;
     update();
 }
@@ -117,6 +122,11 @@ double DrawingView::PickAperture() const { return kPickPixels / Scale(); }
 
 void DrawingView::SetPicked(std::vector<AcDbObjectId> ids) {
     m_picked = std::move(ids);
+    update();
+}
+
+void DrawingView::SetGrips(std::vector<AcGePoint3d> grips) {
+    m_grips = std::move(grips);
     update();
 }
 

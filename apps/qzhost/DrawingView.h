@@ -49,6 +49,8 @@ public:
 
     // What has been picked so far, drawn apart; and the corner a window begins at.
     void SetPicked(std::vector<AcDbObjectId> ids);
+    // Small squares at what can be snapped to of the entities picked beforehand.
+    void SetGrips(std::vector<AcGePoint3d> grips);
     void SetCorner(std::optional<AcGePoint3d> corner);
     void SetAim(std::optional<AimView> aim);
     // Entities near a place, and what there is to snap to in them.
@@ -103,6 +105,9 @@ private:
     std::vector<AcDbObjectId> m_picked;
     std::optional<AcGePoint3d> m_corner;
     std::optional<AimView> m_aim;
+    std::vector<AcGePoint3d> m_grips;
+    AcGePoint2d m_centre;  // of the view as it was fitted to the window
+    double m_height = 0.0;
     QSize m_size;  // that the view was fitted to
     QPointF m_pointer;
     bool m_isPointerInside = false;

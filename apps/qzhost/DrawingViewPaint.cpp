@@ -108,6 +108,12 @@ void DrawingView::PaintHighlights(QPainter& painter) {
     for (const AcDbObjectId id : host::HighlightedEntities()) paint(id);
     look.override = kPicked;
     for (const AcDbObjectId id : m_picked) paint(id);
+    constexpr double kGrip = 4.0;  // half, pixels
+    painter.setPen(QColor(0x20, 0x50, 0x90));
+    painter.setBrush(QColor::fromRgb(kPicked));
+    for (const AcGePoint3d& grip : m_grips)
+        painter.drawRect(
+            QRectF(ToPixel(grip) - QPointF(kGrip, kGrip), QSizeF(2 * kGrip, 2 * kGrip)));
 }
 
 void DrawingView::paintEvent(QPaintEvent*) {

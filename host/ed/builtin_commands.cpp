@@ -1,5 +1,6 @@
 #include "host/ed/builtin_commands.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "aced.h"
@@ -8,7 +9,8 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "dbsymutl.h"
-#include "host/ed/entity_query.h"
+#include "host/base/plain_number.h"
+#include "host/ed/command_tools.h"
 #include "host/ed/prompts.h"
 #include "host/ed/selection_sets.h"
 #include "host/ed/session.h"
@@ -35,15 +37,23 @@ CommandEnd New(AcApDocument*) {
     return Session::Get().New() == nullptr ? CommandEnd::kFailed : CommandEnd::kEnded;
 }
 
+CommandEnd SaveTo(AcApDocument& document, const std::wstring& path) {
+    if (!Session::Get().Save(document, path)) return CommandEnd::kFailed;
+    Say(L"Saved " + document.imp().fileName);
+    return CommandEnd::kEnded;
+}
+
 CommandEnd SaveAs(AcApDocument* document) {
-    const std::wstring path = AskFile(L"\nSave drawing as: ");
+    std::wstring path = AskFile(L"\nSave drawing as: ");
     if (path.empty()) return CommandEnd::kCancelled;
-    return Session::Get().Save(*document, path) ? CommandEnd::kEnded : CommandEnd::kFailed;
+    // A name without an ending is meant as a drawing's.
+    if (path.find(L'.', path.find_last_of(L"/\\") + 1) == std::wstring::npos) path += L".dxf";
+    return SaveTo(*document, path);
 }
 
 CommandEnd QuickSave(AcApDocument* document) {
     if (!document->imp().isTitled) return SaveAs(document);
-    return Session::Get().Save(*document, L"") ? CommandEnd::kEnded : CommandEnd::kFailed;
+    return SaveTo(*document, L"");
 }
 
 CommandEnd Close(AcApDocument* document) {
@@ -52,18 +62,8 @@ CommandEnd Close(AcApDocument* document) {
     return CommandEnd::kEnded;
 }
 
-// The set picked beforehand, else what the user selects, without what lies on locked layers.
-SelectionSet SelectForChange() {
-    ads_name set;
-    SelectionSet entities;
-    if (acedSSGet(ACRX_T(":L"), nullptr, nullptr, nullptr, set) != RTNORM) return entities;
-    entities = *FindSelectionSet(set);
-    FreeSelectionSet(set);
-    return entities;
-}
-
-CommandEnd Erase(AcApDocument*) {
-    const SelectionSet entities = SelectForChange();
+CommandEnd Erase(AcApDocument* document) {
+    const SelectionSet entities = SelectForChange(*document);
     if (entities.empty()) return CommandEnd::kCancelled;
     size_t erased = 0;
     for (const AcDbObjectId id : entities) {
@@ -92,8 +92,8 @@ Acad::ErrorStatus ExplodeInPlace(AcDbObjectId id) {
     return es == Acad::eOk ? entity->erase() : es;
 }
 
-CommandEnd Explode(AcApDocument*) {
-    const SelectionSet entities = SelectForChange();
+CommandEnd Explode(AcApDocument* document) {
+    const SelectionSet entities = SelectForChange(*document);
     if (entities.empty()) return CommandEnd::kCancelled;
     size_t exploded = 0;
     for (const AcDbObjectId id : entities)
@@ -101,50 +101,6 @@ CommandEnd Explode(AcApDocument*) {
     Session::Get().Print(L"\n" + std::to_wstring(exploded) + L" exploded, " +
                          std::to_wstring(entities.size() - exploded) + L" could not be exploded.");
     return CommandEnd::kEnded;
-}
-
-CommandEnd SetLayers(AcApDocument* document, bool isOff) {
-    const Answer answer = AskText(
-        L"\nEnter name list of layer(s) to turn " + std::wstring(isOff ? L"off: " : L"on: "), true);
-    if (answer.kind != Answer::kGiven) return CommandEnd::kCancelled;
-    const AcDbObjectPointer<AcDbLayerTable> table(document->database()->layerTableId(),
-                                                  AcDb::kForRead);
-    if (table.openStatus() != Acad::eOk) return CommandEnd::kFailed;
-    AcDbLayerTableIterator* rawIterator = nullptr;
-    if (table->newIterator(rawIterator) != Acad::eOk) return CommandEnd::kFailed;
-    const std::unique_ptr<AcDbLayerTableIterator> iterator(rawIterator);
-    int count = 0;
-    for (; !iterator->done(); iterator->step()) {
-        AcDbObjectId id;
-        AcString name;
-        if (iterator->getRecordId(id) != Acad::eOk ||
-            acdbSymUtil()->getSymbolName(name, id) != Acad::eOk ||
-            !MatchesWildcards(name.kACharPtr(), answer.text))
-            continue;
-        const AcDbLayerTableRecordPointer layer(id, AcDb::kForWrite);
-        if (layer.openStatus() != Acad::eOk) continue;
-        layer->setIsOff(isOff);
-        ++count;
-    }
-    Session::Get().Print(L"\n" + std::to_wstring(count) + L" layer(s) turned " +
-                         (isOff ? L"off." : L"on."));
-    return count == 0 ? CommandEnd::kFailed : CommandEnd::kEnded;
-}
-
-// Options until Enter, as on the command line.
-CommandEnd Layer(AcApDocument* document) {
-    while (true) {
-        const Answer option = AskText(L"\nEnter an option [ON/OFF]: ", false);
-        if (option.kind == Answer::kEscape) return CommandEnd::kCancelled;
-        if (option.kind == Answer::kEnter) return CommandEnd::kEnded;
-        const std::wstring word = ToUpper(option.text);
-        if (word == L"ON" || word == L"OFF") {
-            const CommandEnd end = SetLayers(document, word == L"OFF");
-            if (end == CommandEnd::kCancelled) return end;
-        } else {
-            Session::Get().Print(L"\nInvalid option keyword: " + option.text);
-        }
-    }
 }
 
 // Geometric constraints are not part of this host's drawings; the command takes its selection as
@@ -163,35 +119,92 @@ CommandEnd LoadModule(AcApDocument*) {
                                                              : CommandEnd::kFailed;
 }
 
-// Takes back what the last command, or the last press of a button, has done to this drawing.
-CommandEnd Undo(AcApDocument* document) {
-    std::wstring name;
-    int failed = 0;
-    if (!document->imp().undo->TakeBack(name, failed)) {
-        Session::Get().Print(L"\nNothing to undo.");
+CommandEnd TellUndone(bool isDone, const std::wstring& name, int failed, const wchar_t* what) {
+    if (!isDone) {
+        Say(std::wstring(L"Nothing to ") + what + L".");
         return CommandEnd::kFailed;
     }
-    Session::Get().Print(L"\n" + (name.empty() ? L"Last change" : name) + L" undone.");
+    Say((name.empty() ? L"Last change" : name) + L" " + what + L"ne.");
     if (failed > 0)
-        Session::Get().Print(L"\n" + std::to_wstring(failed) +
-                             L" change(s) could not be undone: the objects are open.");
+        Say(std::to_wstring(failed) + L" change(s) could not be " + what +
+            L"ne: the objects are open.");
     acedUpdateDisplay();
     return failed == 0 ? CommandEnd::kEnded : CommandEnd::kFailed;
 }
 
+// Takes back what the last command, or the last press of a button, has done to this drawing.
+CommandEnd Undo(AcApDocument* document) {
+    std::wstring name;
+    int failed = 0;
+    const bool isDone = document->imp().undo->TakeBack(name, failed);
+    return TellUndone(isDone, name, failed, L"undo");
+}
+
+// Does it again.
+CommandEnd Redo(AcApDocument* document) {
+    std::wstring name;
+    int failed = 0;
+    const bool isDone = document->imp().undo->DoAgain(name, failed);
+    return TellUndone(isDone, name, failed, L"redo");
+}
+
+// Several at once; a number is asked.
+CommandEnd UndoMany(AcApDocument* document) {
+    const Answer answer = AskText(L"\nEnter the number of operations to undo <1>: ", false);
+    if (answer.kind == Answer::kEscape) return CommandEnd::kCancelled;
+    double count = 1.0;
+    if (answer.kind == Answer::kGiven &&
+        (!ReadWholeNumber(answer.text, count) || count < 1.0 || count > UndoLog::kMaxGroups)) {
+        Say(L"Not a number of operations: " + answer.text);
+        return CommandEnd::kFailed;
+    }
+    for (int i = 0; i < static_cast<int>(count); ++i)
+        if (Undo(document) != CommandEnd::kEnded)
+            return i == 0 ? CommandEnd::kFailed : CommandEnd::kEnded;
+    return CommandEnd::kEnded;
+}
+
+CommandEnd Help(AcApDocument*);
+
 const BuiltinCommand kCommands[] = {
-    {L"ARX", nullptr, true, LoadModule},
-    {L"CLOSE", nullptr, true, Close},
-    {L"DELCONSTRAINT", L"DELCON", false, DeleteConstraints},
-    {L"ERASE", L"E", false, Erase},
-    {L"EXPLODE", L"X", false, Explode},
-    {L"LAYER", L"LA", false, Layer},
-    {L"NEW", nullptr, true, New},
-    {L"OPEN", nullptr, true, Open},
-    {L"QSAVE", L"SAVE", false, QuickSave},
-    {L"SAVEAS", nullptr, false, SaveAs},
-    {L"U", L"UNDO", false, Undo},
+    {L"ARC", L"A", false, DrawArc, L"an arc by three points, or by center, start and end"},
+    {L"ARX", nullptr, true, LoadModule, L"loads a module"},
+    {L"CLOSE", nullptr, true, Close, L"closes the drawing"},
+    {L"DELCONSTRAINT", L"DELCON", false, DeleteConstraints, L"removes constraints"},
+    {L"DIST", L"DI", false, MeasureDistance, L"distance and angle between two points"},
+    {L"ERASE", L"E", false, Erase, L"erases entities"},
+    {L"EXPLODE", L"X", false, Explode, L"replaces blocks and polylines by their parts"},
+    {L"HELP", L"?", true, Help, L"this list"},
+    {L"ID", nullptr, false, TellPoint, L"coordinates of a point"},
+    {L"LAYER", L"LA", false, Layer, L"layers: new, current, on, off, color and more"},
+    {L"LINE", L"L", false, DrawLine, L"straight lines from point to point"},
+    {L"LIST", L"LI", false, ListEntities, L"what entities are made of"},
+    {L"MIRROR", L"MI", false, MirrorEntities, L"mirrors entities about a line"},
+    {L"MOVE", L"M", false, MoveEntities, L"moves entities"},
+    {L"NEW", nullptr, true, New, L"a new drawing"},
+    {L"OPEN", nullptr, true, Open, L"opens a drawing"},
+    {L"PAN", L"P", false, Pan, L"moves the view"},
+    {L"PLINE", L"PL", false, DrawPolyline, L"a polyline of lines and arcs"},
+    {L"QSAVE", L"SAVE", false, QuickSave, L"saves the drawing"},
+    {L"REDO", nullptr, false, Redo, L"does again what was undone"},
+    {L"REGEN", L"RE", false, Regenerate, L"draws everything anew"},
+    {L"ROTATE", L"RO", false, RotateEntities, L"turns entities about a point"},
+    {L"SAVEAS", nullptr, false, SaveAs, L"saves the drawing under another name"},
+    {L"SCALE", L"SC", false, ScaleEntities, L"makes entities larger or smaller"},
+    {L"U", nullptr, false, Undo, L"takes back the last command"},
+    {L"UNDO", nullptr, false, UndoMany, L"takes back several commands"},
+    {L"ZOOM", L"Z", false, Zoom, L"shows more or less of the drawing"},
 };
+
+CommandEnd Help(AcApDocument*) {
+    for (const BuiltinCommand& command : kCommands) {
+        std::wstring name = command.name;
+        if (command.alias != nullptr) name += std::wstring(L" (") + command.alias + L")";
+        name.resize((std::max)(name.size(), size_t{24}), L' ');
+        Say(name + command.help);
+    }
+    return CommandEnd::kEnded;
+}
 
 }  // namespace
 
@@ -200,6 +213,12 @@ const BuiltinCommand* FindBuiltin(const std::wstring& name) {
         if (EqualsNoCase(command.name, name.c_str()) || EqualsNoCase(command.alias, name.c_str()))
             return &command;
     return nullptr;
+}
+
+std::vector<std::wstring> BuiltinNames() {
+    std::vector<std::wstring> names;
+    for (const BuiltinCommand& command : kCommands) names.push_back(command.name);
+    return names;
 }
 
 }  // namespace host

@@ -114,6 +114,8 @@ void RunTarget(AcApDocument* document, const CommandTarget& target) {
 
 }  // namespace
 
+bool IsCommandKnown(const std::wstring& typed) { return Resolve(ParseName(typed)).IsKnown(); }
+
 // Takes one command name from the document's typed text and runs it; its prompts take what follows.
 void Session::RunCommandLine(AcApDocument& document) {
     const std::wstring typed = document.imp().typed.Next(false);

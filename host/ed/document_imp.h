@@ -44,7 +44,8 @@ struct DocumentImp {
     std::vector<AcDbObjectId> previousSelection;
     std::vector<AcDbObjectId> pickFirst;
     View view;
-    AcGePoint3d lastPoint;  // the last one given, which "@" counts from
+    std::vector<View> previousViews;  // by ZOOM and PAN, the latest last
+    AcGePoint3d lastPoint;            // the last one given, which "@" counts from
 
     // How far from a curve a pick may be, in drawing units: a hundredth of the view's height, as
     // the pick box is on a screen.

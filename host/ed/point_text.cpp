@@ -1,5 +1,6 @@
 #include "host/ed/point_text.h"
 
+#include <charconv>
 #include <cmath>
 
 #include "host/base/plain_number.h"
@@ -43,6 +44,20 @@ bool ParsePoint(const std::wstring& text, const AcGePoint3d& reference, AcGePoin
     if (at != end) return false;
     point = isRelative ? reference + step : AcGePoint3d() + step;
     return true;
+}
+
+std::wstring NumberText(double value) {
+    char text[400];
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6);
+    std::wstring out(text, end.ptr);
+    if (out.find(L'.') == std::wstring::npos) return out;
+    out.erase(out.find_last_not_of(L'0') + 1);
+    if (out.back() == L'.') out.pop_back();
+    return out == L"-0" ? L"0" : out;
+}
+
+std::wstring PointText(const AcGePoint3d& point) {
+    return NumberText(point.x) + L"," + NumberText(point.y);
 }
 
 }  // namespace host

@@ -12,4 +12,9 @@ namespace host {
 // point  unchanged when the text is none of these
 bool ParsePoint(const std::wstring& text, const AcGePoint3d& reference, AcGePoint3d& point);
 
+// At most six decimals, without zeros at the end, with a decimal point in every language.
+std::wstring NumberText(double value);
+// "x,y".
+std::wstring PointText(const AcGePoint3d& point);
+
 }  // namespace host

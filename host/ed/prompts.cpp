@@ -102,6 +102,9 @@ bool ParseAnswer(const std::wstring& text, const PointRequest& request, Answer& 
         answer.kind = Answer::kNumber;
     } else if (ParsePoint(text, request.base != nullptr ? *request.base : last, answer.point)) {
         answer.kind = Answer::kGiven;
+    } else if (request.takesText) {
+        answer.kind = Answer::kKeyword;
+        answer.text = ToUpper(text);
     } else {
         return false;
     }

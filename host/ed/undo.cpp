@@ -44,7 +44,10 @@ void UndoLog::End() {
     if (!m_isOpen) return;
     m_isOpen = false;
     DropScratch();
-    if (!m_current.changes.empty()) m_groups.push_back(std::move(m_current));
+    if (!m_current.changes.empty()) {
+        m_groups.push_back(std::move(m_current));
+        m_takenBack.clear();
+    }
     if (m_groups.size() > kMaxGroups) m_groups.erase(m_groups.begin());
     m_current = {};
     FreeErased();
@@ -66,8 +69,9 @@ void UndoLog::DropScratch() {
 // Everything erased that no group brings back.
 void UndoLog::FreeErased() {
     std::unordered_set<const Stub*> kept;
-    for (const Group& group : m_groups)
-        for (const Change& change : group.changes) kept.insert(change.id.stub());
+    for (const std::vector<Group>* const groups : {&m_groups, &m_takenBack})
+        for (const Group& group : *groups)
+            for (const Change& change : group.changes) kept.insert(change.id.stub());
     PurgeErased(*m_database, [&kept](const Stub& stub) {
         // What went with its owner comes back with it.
         for (const Stub* at = &stub; at != nullptr; at = at->owner)
@@ -100,13 +104,26 @@ void UndoLog::headerSysVarWillChange(const AcDbDatabase*, const ACHAR* name) {
     if (std::wcscmp(name, L"CELTYPE") == 0) Note(Kind::kCurrentLinetype, m_database->celtype());
 }
 
-Acad::ErrorStatus UndoLog::Revert(const Change& change) {
-    if (change.kind == Kind::kCurrentLayer) return m_database->setClayer(change.id);
-    if (change.kind == Kind::kCurrentLinetype) return m_database->setCeltype(change.id);
+Acad::ErrorStatus UndoLog::Revert(const Change& change, Group& inverse) {
+    if (change.kind == Kind::kCurrentLayer) {
+        inverse.changes.push_back({change.kind, m_database->clayer(), nullptr});
+        return m_database->setClayer(change.id);
+    }
+    if (change.kind == Kind::kCurrentLinetype) {
+        inverse.changes.push_back({change.kind, m_database->celtype(), nullptr});
+        return m_database->setCeltype(change.id);
+    }
     const AcDbObjectPointer<AcDbObject> object(change.id, AcDb::kForWrite, true);
     if (object.openStatus() != Acad::eOk) return object.openStatus();
-    if (change.kind == Kind::kChanged) return object->copyFrom(change.before.get());
+    if (change.kind == Kind::kChanged) {
+        std::unique_ptr<AcDbObject> now(AcDbObject::cast(object->clone()));
+        const Acad::ErrorStatus es = object->copyFrom(change.before.get());
+        if (es == Acad::eOk && now != nullptr)
+            inverse.changes.push_back({Kind::kChanged, change.id, std::move(now)});
+        return es;
+    }
     const bool erase = change.kind == Kind::kAppended || change.kind == Kind::kUnerased;
+    inverse.changes.push_back({erase ? Kind::kErased : Kind::kUnerased, change.id, nullptr});
     // An owner that was taken back before has taken this one with it.
     return object->isErased() == erase ? Acad::eOk : object->erase(erase);
 }
@@ -122,18 +139,30 @@ void UndoLog::UnlockNewLayers(const Group& group) {
     }
 }
 
-bool UndoLog::TakeBack(std::wstring& name, int& failed) {
+bool UndoLog::Move(std::vector<Group>& from, std::vector<Group>& to, std::wstring& name,
+                   int& failed) {
     failed = 0;
-    if (m_groups.empty()) return false;
+    if (from.empty()) return false;
     m_isTakingBack = true;
-    const Group group = std::move(m_groups.back());
-    m_groups.pop_back();
+    const Group group = std::move(from.back());
+    from.pop_back();
     name = group.name;
+    Group inverse;
+    inverse.name = name;
     UnlockNewLayers(group);
     for (size_t i = group.changes.size(); i-- > 0;)
-        if (Revert(group.changes[i]) != Acad::eOk) ++failed;
+        if (Revert(group.changes[i], inverse) != Acad::eOk) ++failed;
+    to.push_back(std::move(inverse));
     m_isTakingBack = false;
     return true;
+}
+
+bool UndoLog::TakeBack(std::wstring& name, int& failed) {
+    return Move(m_groups, m_takenBack, name, failed);
+}
+
+bool UndoLog::DoAgain(std::wstring& name, int& failed) {
+    return Move(m_takenBack, m_groups, name, failed);
 }
 
 }  // namespace host

@@ -17,7 +17,8 @@ namespace host {
 // What a group both added and erased is forgotten at its end, and its memory freed: such objects
 // (scratch lines of a computation) never existed for the user.
 //
-// Unlike AutoCAD, there is no redo, and at most kMaxGroups groups are kept.
+// What was taken back can be done again until something new is done. At most kMaxGroups groups are
+// kept.
 class UndoLog : public AcDbDatabaseReactor {
 public:
     static constexpr size_t kMaxGroups = 100;
@@ -37,6 +38,8 @@ public:
     // name    of the group
     // failed  changes that could not be taken back, because an object is open
     bool TakeBack(std::wstring& name, int& failed);
+    // Does again what was taken back last; the same otherwise.
+    bool DoAgain(std::wstring& name, int& failed);
 
     void objectAppended(const AcDbDatabase*, const AcDbObject* object) override;
     void objectOpenedForModify(const AcDbDatabase*, const AcDbObject* object) override;
@@ -62,10 +65,13 @@ private:
     void DropScratch();
     void FreeErased();
     static void UnlockNewLayers(const Group& group);
-    Acad::ErrorStatus Revert(const Change& change);
+    // Adds what would take the change's reverting back.
+    Acad::ErrorStatus Revert(const Change& change, Group& inverse);
+    bool Move(std::vector<Group>& from, std::vector<Group>& to, std::wstring& name, int& failed);
 
     AcDbDatabase* m_database;
     std::vector<Group> m_groups;
+    std::vector<Group> m_takenBack;
     Group m_current;
     Adesk::UInt64 m_firstNew = 0;  // handle that the group's first new object gets
     bool m_isOpen = false;

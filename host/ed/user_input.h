@@ -49,6 +49,8 @@ struct PointRequest {
     std::vector<std::wstring> keywords;
     // A number by itself is an answer as well.
     bool takesNumber = false;
+    // Any other text without blanks is one too: it comes as a keyword.
+    bool takesText = false;
     // What the drawing would get, were the answer where the pointer is; may be empty.
     std::function<std::vector<Piece>(const AcGePoint3d&)> drag;
 };

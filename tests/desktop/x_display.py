@@ -87,19 +87,22 @@ class Desktop:
         raise AssertionError("waited in vain for %s; the windows are %s; the log ends:\n%s" %
                              (what, self.titles(), self.log()[-2000:]))
 
-    def titles(self):
+    def windows(self):
+        """The visible windows with their titles, the newest last."""
         ids = self.xdotool("search", "--onlyvisible", "--name", ".", check=False).split()
-        return [self.xdotool("getwindowname", i, check=False) for i in ids]
+        return [(i, self.xdotool("getwindowname", i, check=False)) for i in ids]
+
+    def titles(self):
+        return [title for _, title in self.windows()]
 
     def find(self, pattern):
         """The newest visible window of that title."""
-        def look():
-            return self.xdotool("search", "--onlyvisible", "--name", pattern, check=False).split()
-        return self.until("a window " + pattern, look)[-1]
+        return self.until("a window " + pattern, lambda: [
+            i for i, title in self.windows() if re.search(pattern, title)])[-1]
 
     def gone(self, pattern):
-        self.until("the end of the window " + pattern, lambda: not self.xdotool(
-            "search", "--onlyvisible", "--name", pattern, check=False))
+        self.until("the end of the window " + pattern, lambda: not [
+            i for i, title in self.windows() if re.search(pattern, title)])
 
     def keys(self, *names):
         for name in names:
@@ -113,6 +116,20 @@ class Desktop:
         """At a place of the screen."""
         self.xdotool("mousemove", "--sync", x, y)
         self.xdotool("click", button)
+
+    def press(self, window, across, down):
+        """A place in a window, in parts of its size."""
+        place = dict(line.split("=") for line in
+                     self.xdotool("getwindowgeometry", "--shell", window).splitlines())
+        self.xdotool("mousemove", "--sync", "--window", window,
+                     int(across * int(place["WIDTH"])), int(down * int(place["HEIGHT"])))
+        self.xdotool("click", 1)
+
+    def say(self, line, expected):
+        """Types a line and waits for what is said to it."""
+        before = len(self.log())
+        self.type(line)
+        self.until("%r after %r" % (expected, line), lambda: expected in self.log()[before:])
 
     def picture(self, path):
         if shutil.which("scrot"):
