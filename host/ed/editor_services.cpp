@@ -1,11 +1,13 @@
 #include "host/ed/editor_services.h"
 
 #include "accmd.h"
+#include "acdocman.h"
 #include "aced.h"
 #include "actrans.h"
 #include "host/ed/session.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
+#include "rxmfcapi.h"
 
 ACRX_CONS_DEFINE_MEMBERS(AcRxEventReactor, AcRxObject, 1)
 ACRX_CONS_DEFINE_MEMBERS(AcEditorReactor, AcRxEventReactor, 1)
@@ -41,3 +43,5 @@ void RegisterEditorServices() {
 }
 
 }  // namespace host
+
+bool acedPostCommandPrompt() { return acDocManagerPtr()->curDocument() != nullptr; }

@@ -2,7 +2,6 @@
 
 #include <memory>
 
-#include "acdocman.h"
 #include "adscodes.h"
 #include "host/mfc/window_system.h"
 #include "rxmfcapi.h"
@@ -71,7 +70,6 @@ CMDIFrameWnd* acedGetAcadFrame() {
     return &All().frame;
 }
 CView* acedGetAcadDwgView() { return acedGetAcadFrame() == nullptr ? nullptr : &All().view; }
-bool acedPostCommandPrompt() { return acDocManagerPtr()->curDocument() != nullptr; }
 CDocument* acedGetAcadDoc() { return nullptr; }
 CWinApp* acedGetAcadWinApp() { return &All().app; }
 
