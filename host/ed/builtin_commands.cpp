@@ -15,6 +15,7 @@
 #include "host/ed/selection_sets.h"
 #include "host/ed/session.h"
 #include "host/ed/text_compare.h"
+#include "host/sys/file_identity.h"
 #include "rxdict.h"
 #include "rxdlinkr.h"
 
@@ -46,8 +47,11 @@ CommandEnd SaveTo(AcApDocument& document, const std::wstring& path) {
 CommandEnd SaveAs(AcApDocument* document) {
     std::wstring path = AskFile(L"\nSave drawing as: ");
     if (path.empty()) return CommandEnd::kCancelled;
-    // A name without an ending is meant as a drawing's.
-    if (path.find(L'.', path.find_last_of(L"/\\") + 1) == std::wstring::npos) path += L".dxf";
+    // A name without an ending is meant as a drawing's; but what is there already, a device, a
+    // folder or a file of that very name, is what is meant.
+    const FileIdentity there = IdentityOf(Narrow(path));
+    const bool hasEnding = path.find(L'.', path.find_last_of(L"/\\") + 1) != std::wstring::npos;
+    if (!hasEnding && there.kind == FileIdentity::kMissing) path += L".dxf";
     return SaveTo(*document, path);
 }
 

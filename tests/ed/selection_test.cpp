@@ -113,7 +113,9 @@ TEST_F(SelectionTest, PeoplePickWhatTheySee) {
 
 TEST_F(SelectionTest, FiltersAskForClassAndLayer) {
     EXPECT_EQ(".....f..", GetFiltered(_T("X"), 0, _T("LWPOLYLINE")));
-    EXPECT_EQ(".....f..", GetFiltered(_T("A"), RTDXF0, _T("lwpolyline")));
+    EXPECT_EQ(".....f..", GetFiltered(_T("A"), 0, _T("lwpolyline")));
+    EXPECT_EQ(kError, GetFiltered(_T("A"), RTDXF0, _T("lwpolyline")))
+        << "the host takes it for none";
     EXPECT_EQ("abcde.g.", GetFiltered(_T("X"), 0, _T("LINE,CIRCLE")));
     EXPECT_EQ(".bc.....", GetFiltered(_T("X"), 8, _T("locked,o*")));
     EXPECT_EQ(kError, GetFiltered(_T("X"), 0, _T("INSERT"))) << "an empty set is none";
