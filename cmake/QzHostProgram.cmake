@@ -9,6 +9,13 @@ function(qz_host_program target)
   target_link_options(${target} PRIVATE
     "SHELL:-Wl,--whole-archive ${files} -Wl,--no-whole-archive")
   target_link_libraries(${target} PRIVATE ${libraries})
+  # The program may be made of the product's rooms, which stand on the plug-in's own classes. A
+  # module brings those too: the program keeps its copies to itself, so that neither takes the
+  # other's.
+  foreach(library plane plugin_util plugin_drawn plugin_engine plugin_batch
+      product_base product_check product_picture product_tool product_report)
+    target_link_options(${target} PRIVATE "-Wl,--exclude-libs,lib${library}.a")
+  endforeach()
   set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)
   # Loaded at run time, when they are asked for.
   add_dependencies(${target} QZEncircleLine host_solid_occt)

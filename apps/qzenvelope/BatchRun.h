@@ -14,8 +14,7 @@ ExitStatus StatusOf(const BatchResult& result);
 // crashes is left out and its drawing done again.
 //
 // fails  Failure with Request or Input when nothing can be begun: no such folder, the output would
-// replace an
-//        input, a tools file that cannot be read
+//        replace an input, a tools file that cannot be read
 ExitStatus RunBatch(const BatchOptions& options);
 
 }  // namespace app

@@ -28,9 +28,8 @@ struct Result {
 // path    UTF-8, or whatever bytes the system takes
 // report  receives what was odd about the file and could be handled
 // fails   eFileNotFound, eFileAccessErr; eInvalidDwgVersion for a DWG file; eBadDxfSequence for
-// what is
-//         no DXF, is cut off within a tag, or holds no number where one belongs; eInvalidInput when
-//         the database is not empty. The database is then as it was.
+//         what is no DXF, is cut off within a tag, or holds no number where one belongs;
+//         eInvalidInput when the database is not empty. The database is then as it was.
 // cost    O(size), more than 100 MB/s; entities are made when they are opened
 Result ReadFile(AcDbDatabase& db, const std::string& path, Report& report);
 
@@ -46,9 +45,8 @@ struct WriteOptions {
 //
 // report  receives what could not be put into the file's version
 // fails   eFileAccessErr, eFileNotFound (no such folder), eFileSystemErr (full disk); eInvalidInput
-// when
-//         an object holds a value that is no number; eInvalidDwgVersion when a drawing that was
-//         read would have to change its version. The database keeps its source and its marks of
+//         when an object holds a value that is no number; eInvalidDwgVersion when a drawing that
+//         was read would have to change its version. The database keeps its source and its marks of
 //         change, so that writing again gives the same file.
 Result WriteFile(const AcDbDatabase& db, const std::string& path, Report& report,
                  const WriteOptions& options = {});

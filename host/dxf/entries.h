@@ -28,9 +28,8 @@ struct EntryPlan {
 // file    all entries as they stand, before  those of them that this program understood, in order,
 // after   those that are to be there now
 // result  what is equal in before and after is kept; an entry that shares its first or its last
-// value
-//         with one that is gone takes its place; others go behind the entry before them, the last
-//         ones to the end. Entries of the file that before does not have are kept.
+//         value with one that is gone takes its place; others go behind the entry before them, the
+//         last ones to the end. Entries of the file that before does not have are kept.
 // cost    O(n log n)
 EntryPlan PlanEntries(const std::vector<EntryParts>& file, const std::vector<EntryParts>& before,
                       const std::vector<EntryParts>& after);

@@ -20,8 +20,7 @@ struct ScanFault {
 // Afterwards every tag up to source.end has a numeric group code and, where its code says so, a
 // finite number as value, so that reading a record later cannot fail. Stops at EOF.
 // result  null with fault filled when the bytes are no DXF, end within a tag or hold no number
-// where
-//         one belongs
+//         where one belongs
 // cost    O(size); nothing is allocated by counts that the file states
 std::unique_ptr<Source> Scan(FileBytes bytes, ScanFault& fault, Report& report);
 

@@ -16,7 +16,6 @@ constexpr double kTwoPi = 6.283185307179586;
 // An angle this near to a full turn is one (radians): angles are computed from pi.
 constexpr double kTurnTol = 1e-9;
 
-std::string g_satFailure;
 SatFailureSink g_satFailureSink = nullptr;
 
 Acad::ErrorStatus CheckAngle(double angle) {
@@ -102,14 +101,12 @@ Acad::ErrorStatus ExactModeller::WriteSat(const std::wstring& path,
     std::string reason;
     const std::string file = HostPath(path);
     if (WriteSatFile(file, bodies, options, reason)) return Acad::eOk;
-    g_satFailure = file + ": cannot be written: " + reason;
-    if (g_satFailureSink != nullptr) g_satFailureSink(g_satFailure);
+    if (g_satFailureSink != nullptr) g_satFailureSink(file + ": cannot be written: " + reason);
     return Acad::eFileAccessErr;
 }
 
 }  // namespace
 
-const std::string& LastSatFailure() { return g_satFailure; }
 void SetSatFailureSink(SatFailureSink sink) { g_satFailureSink = sink; }
 
 void InstallModeller() {

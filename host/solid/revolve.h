@@ -22,10 +22,8 @@ Refusal ProfileOfEntity(const AcDbEntity& entity, const AcGePoint3d& axisPoint,
 // Millimetres that one drawing unit stands for; 1 for drawings without unit.
 double MillimetresPerUnit(AcDb::UnitsValue units);
 
-// Why the last SAT file that the modeller could not write was not written, "PATH: cannot be
-// written: REASON"; empty when none failed yet. AcDbBody::acisOut answers with a bare status. The
-// sink is told of each at once; null: nobody.
-const std::string& LastSatFailure();
+// Who is told why a SAT file was not written, "PATH: cannot be written: REASON", as it happens:
+// AcDbBody::acisOut answers with a bare status. null: nobody.
 using SatFailureSink = void (*)(const std::string& failure);
 void SetSatFailureSink(SatFailureSink sink);
 

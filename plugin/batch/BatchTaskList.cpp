@@ -8,8 +8,6 @@
 
 namespace {
 
-constexpr const ACHAR* kStoreDictionary = _T("QZDJBLX");
-constexpr const ACHAR* kStoreRecord = _T("BLX");
 constexpr Adesk::Int32 kStoreVersion = 2;
 // Parameters are stored since this version.
 constexpr Adesk::Int32 kFirstVersionWithParams = 2;

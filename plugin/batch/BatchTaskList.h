@@ -5,6 +5,10 @@
 
 #include "BatchTask.h"
 
+// Where a drawing keeps its list: a dictionary among the named objects, and the Xrecord in it.
+constexpr const ACHAR* kStoreDictionary = _T("QZDJBLX");
+constexpr const ACHAR* kStoreRecord = _T("BLX");
+
 // An ordered list; rows of the task grid are indexes into it.
 class BatchTaskList : public std::vector<BatchTask> {
 public:

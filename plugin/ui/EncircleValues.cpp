@@ -24,6 +24,8 @@ constexpr double kLargest = 1e20;
 
 }  // namespace
 
+SEncircleValues::SEncircleValues() { ReadFrom(CEncircleCalInfo()); }
+
 void SEncircleValues::WriteTo(CEncircleCalInfo& info) const {
     info.m_bExcludeDashed = m_nExcludeDashed == 1;
     info.m_bSideLinesVertical = m_nSidesVertical == 1;

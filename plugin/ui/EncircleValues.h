@@ -16,14 +16,18 @@ struct SValueField {
 };
 
 struct SEncircleValues {
-    int m_nHalf = 0;           // radio index: 0 upper, 1 lower half
-    int m_nExcludeDashed = 1;  // check
-    int m_nSidesVertical = 0;  // check
-    double m_dPointTol = 0.0005;
-    double m_dLineTol = 0.001;
-    double m_dHorVerTol = 1e-6;
-    double m_dArcPrecision = 0.3;
-    double m_dSideLength = 5.0;
+    // The values of a new record of parameters.
+    SEncircleValues();
+
+    int m_nHalf;           // radio index: 0 upper, 1 lower half
+    int m_nExcludeDashed;  // check
+    int m_nSidesVertical;  // check
+    // Drawing units; see the record for their meaning.
+    double m_dPointTol;
+    double m_dLineTol;
+    double m_dHorVerTol;
+    double m_dArcPrecision;
+    double m_dSideLength;
 
     // Writes every value into the record; its axis stays. Each number becomes both values of its
     // tolerance.

@@ -5,11 +5,11 @@
 #include <algorithm>
 
 #include "TolerantCompare.h"
+#include "plane/point.h"
 
 namespace {
 
-constexpr double kHalfTurn = 3.14159265358979323846;
-constexpr double kFullTurn = 2 * kHalfTurn;
+constexpr double kFullTurn = 2 * plane::kHalfTurn;
 
 // Into [0, 2 pi), with what is nearer than kFullTurnTol to a full turn as 0.
 double FoldAngle(double angle) {
@@ -51,8 +51,8 @@ bool ReadArc(const AcDbObjectId& id, SArc& arc) {
         // The arc's own x axis is the world's turned round: an angle a there is pi - a here.
         std::swap(read.m_start, read.m_end);
         std::swap(read.m_dStartAngle, read.m_dEndAngle);
-        read.m_dStartAngle = kHalfTurn - read.m_dStartAngle;
-        read.m_dEndAngle = kHalfTurn - read.m_dEndAngle;
+        read.m_dStartAngle = plane::kHalfTurn - read.m_dStartAngle;
+        read.m_dEndAngle = plane::kHalfTurn - read.m_dEndAngle;
     }
     read.m_dStartAngle = FoldAngle(read.m_dStartAngle);
     read.m_dEndAngle = FoldAngle(read.m_dEndAngle);

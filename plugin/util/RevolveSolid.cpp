@@ -2,11 +2,11 @@
 
 #include "RevolveSolid.h"
 
-#include <cmath>
 #include <memory>
 #include <vector>
 
 #include "AddEntity.h"
+#include "plane/point.h"
 
 namespace {
 
@@ -89,7 +89,7 @@ AcDbObjectId RevolveThroughRegion(const AcDbObjectId& curveId, const AcGePoint3d
 }
 
 AcDbObjectId RevolveEnvelope(const AcDbObjectId& envelopeId, const AcGePoint3d& centre) {
-    const double dFullTurn = 8.0 * std::atan(1.0);
+    const double dFullTurn = 2.0 * plane::kHalfTurn;
     const AcGeVector3d axisDir(1.0, 0.0, 0.0);
     const AcDbObjectId solidId = RevolveCurve(envelopeId, centre, axisDir, dFullTurn);
     return solidId.isNull() ? RevolveThroughRegion(envelopeId, centre, axisDir, dFullTurn)

@@ -9,8 +9,7 @@
 // dAngle   radians, right-handed about axisDir
 // drawing  the curve stays; the new solid is closed
 // result   the solid; null when the curve cannot be opened or revolved: open, crossing itself or
-// the
-//          axis, without area
+//          the axis, without area
 AcDbObjectId RevolveCurve(const AcDbObjectId& curveId, const AcGePoint3d& axisPoint,
                           const AcGeVector3d& axisDir, double dAngle);
 

@@ -3,10 +3,11 @@
 #include "ThinPoints.h"
 
 #include "TolerantCompare.h"
+#include "plane/point.h"
 
 namespace {
 
-constexpr double kDegPerRadian = 180.0 / 3.14159265358979323846;
+constexpr double kDegPerRadian = 180.0 / plane::kHalfTurn;
 
 // Direction of a step in (-90, 90]; NaN for a step of length zero.
 double GetDirectionDeg(const AcGePoint3d& from, const AcGePoint3d& to) {

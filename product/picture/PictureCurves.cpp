@@ -1,6 +1,7 @@
 #include <cmath>
 #include <memory>
 
+#include "plane/point.h"
 #include "product/picture/PictureBuilder.h"
 
 namespace product {
@@ -90,7 +91,7 @@ void PictureBuilder::DrawCircle(const AcDbEntity& entity, Shapes& out) {
     if (!IsFlat(circle.normal())) return DrawAnyCurve(entity, out);
     Path path;
     path.AddEllipse(PlaceOf(circle.center(), circle.normal(), circle.radius()), 0,
-                    2 * std::acos(-1.0));
+                    2 * plane::kHalfTurn);
     AddStroke(std::move(path), out);
 }
 
@@ -99,7 +100,7 @@ void PictureBuilder::DrawEllipse(const AcDbEntity& entity, Shapes& out) {
     if (!IsFlat(ellipse.normal())) return DrawAnyCurve(entity, out);
     const AcGeVector3d major = ellipse.majorAxis(), minor = ellipse.minorAxis();
     double end = ellipse.endAngle();
-    if (end <= ellipse.startAngle()) end += 2 * std::acos(-1.0);
+    if (end <= ellipse.startAngle()) end += 2 * plane::kHalfTurn;
     Path path;
     path.AddEllipse({major.x, major.y, minor.x, minor.y, ellipse.center().x, ellipse.center().y},
                     ellipse.startAngle(), end);

@@ -2,8 +2,9 @@
 #include <cmath>
 #include <cstdio>
 
-#include "product/picture/Picture.h"
+#include "plane/point.h"
 #include "product/base/Text.h"
+#include "product/picture/Picture.h"
 
 namespace product {
 namespace {
@@ -141,7 +142,7 @@ private:
             }
             m_out += "MLAC"[step.kind];
             if (step.kind == PathStep::Arc) {
-                const double degrees = step.turn * 180 / std::acos(-1.0);
+                const double degrees = step.turn * 180 / plane::kHalfTurn;
                 for (const double value :
                      {step.radiusX * m_scale, step.radiusY * m_scale, degrees}) {
                     Number(value);

@@ -6,7 +6,8 @@
 #include <optional>
 #include <unordered_map>
 
-#include "plugin/util/EncircleLayers.h"
+#include "BatchTaskList.h"
+#include "EncircleLayers.h"
 #include "LayerTools.h"
 #include "ToolFrame.h"
 
@@ -20,10 +21,6 @@ namespace product {
 namespace {
 
 using Json = nlohmann::ordered_json;
-
-// Where a task list is stored: a dictionary among the named objects, and the record in it.
-constexpr const ACHAR* kTaskDictionary = _T("QZDJBLX");
-constexpr const ACHAR* kTaskRecord = _T("BLX");
 
 struct LayerInfo {
     std::string name, linetype;
@@ -157,10 +154,10 @@ private:
         AcDbObjectId id;
         AcDbObjectPointer<AcDbDictionary> named(m_database.namedObjectsDictionaryId(),
                                                 AcDb::kForRead);
-        if (named.openStatus() != Acad::eOk || named->getAt(kTaskDictionary, id) != Acad::eOk)
+        if (named.openStatus() != Acad::eOk || named->getAt(kStoreDictionary, id) != Acad::eOk)
             return std::nullopt;
         AcDbObjectPointer<AcDbDictionary> tasks(id, AcDb::kForRead);
-        if (tasks.openStatus() != Acad::eOk || tasks->getAt(kTaskRecord, id) != Acad::eOk)
+        if (tasks.openStatus() != Acad::eOk || tasks->getAt(kStoreRecord, id) != Acad::eOk)
             return std::nullopt;
         AcDbObjectPointer<AcDbXrecord> record(id, AcDb::kForRead);
         resbuf* chain = nullptr;

@@ -22,8 +22,8 @@ ROOMS = {
     # What AutoCAD loads. Lower rooms know nothing of upper ones, so that each can be tested and
     # used by itself.
     "plugin/util": (
-        "what any plug-in could use: the SDK and nothing else",
-        "host/include"),
+        "what any plug-in could use: the SDK, and the plane's numbers",
+        "plane host/include"),
     "plugin/drawn": (
         "what a drawing shows, as curves of the plane; computes no envelope",
         "plane plugin/util"),
@@ -87,14 +87,15 @@ ROOMS = {
         "product/base product/detect plugin/util plugin/outline plugin/engine host/include host/ed"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
-        "product/base plugin/util host/include host/solid"),
+        "plane product/base plugin/util host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
         "product/base product/detect product/check product/picture plane plugin/util plugin/outline "
         "plugin/engine plugin/batch host/include host/db host/ed host/solid host/sys"),
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
-        "product/base product/check product/picture product/tool plugin/util host/solid"),
+        "product/base product/check product/picture product/tool plugin/util plugin/batch "
+        "host/solid"),
     # The programs.
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "

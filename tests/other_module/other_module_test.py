@@ -8,7 +8,7 @@ import sys
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "qzenvelope"))
 
-from program import ROOT, ProgramTest, main
+from program import PROGRAM, ROOT, ProgramTest, main
 
 SAID = """\
 > new
@@ -49,6 +49,13 @@ class OtherModule(ProgramTest):
         symbols = subprocess.run(["nm", "-C", "--defined-only", os.environ["QZ_OTHER_MODULE"]],
                                  check=True, capture_output=True, text=True).stdout
         self.assertNotRegex(symbols, r" T CEncircleLine::")
+
+    def test_the_host_program_keeps_its_own_copies_to_itself(self):
+        """What the program is made of beside the host must not take the place of a module's."""
+        given = subprocess.run(["nm", "-DC", "--defined-only", PROGRAM], check=True,
+                               capture_output=True, text=True).stdout
+        self.assertIn("AcDbLine::desc()", given)
+        self.assertNotRegex(given, r" product::| CEncircle| CQZRect::")
 
     def test_the_headers_are_the_ones_that_the_page_names(self):
         gathered = {p.name for p in pathlib.Path(os.environ["QZ_ENGINE_HEADERS"]).iterdir()}
