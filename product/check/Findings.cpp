@@ -4,16 +4,11 @@
 #include <cmath>
 
 #include "product/base/Text.h"
+#include "product/check/Tolerance.h"
 #include "product/check/TraceGaps.h"
 
 namespace product {
 namespace {
-
-constexpr double kPointTolerances = 10;
-constexpr double kDiameterShare = 1e-3;
-
-// Below this nobody draws or measures; in drawing units.
-constexpr double kNothing = 1e-4;
 
 std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
 
@@ -88,8 +83,8 @@ void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Fi
 
 OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasure& measure,
                                   std::vector<Finding>& findings) {
-    const double notable =
-        std::max(kPointTolerances * measure.pointTolerance, kDiameterShare * measure.diameter);
+    const double notable = std::max(kNotablePointTolerances * measure.pointTolerance,
+                                    kNotableDiameterShare * measure.diameter);
     const std::string half = measure.half == Half::Both    ? "drawing"
                              : measure.half == Half::Lower ? "lower half of the drawing"
                                                            : "upper half of the drawing";
@@ -111,10 +106,10 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                 "undercut covered, up to " + Figure(off.distance) + " deep, at " + Place(off.at));
         else
             Add(findings, Finding::Kind::Outline, isWarning,
-                off.distance < kNothing ? "the envelope lies on the drawing's contour"
-                                        : "the envelope lies up to " + Figure(off.distance) +
-                                              (off.isOutside ? " outside" : " inside") +
-                                              " the drawing's contour, at " + Place(off.at),
+                off.distance < kNoDeviation ? "the envelope lies on the drawing's contour"
+                                            : "the envelope lies up to " + Figure(off.distance) +
+                                                  (off.isOutside ? " outside" : " inside") +
+                                                  " the drawing's contour, at " + Place(off.at),
                 isWarning ? std::optional<Point>(off.at) : std::nullopt);
     }
     for (const OutlineCheck::Round& round : check.rounds)
@@ -145,7 +140,7 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                     " as the flanks of a thread do");
         else
             Add(findings, Finding::Kind::Halves, isWarning,
-                differ.distance < kNothing
+                differ.distance < kNoDeviation
                     ? "upper and lower half agree"
                     : "upper and lower half differ by up to " + Figure(differ.distance) + ", at " +
                           Place(differ.at),

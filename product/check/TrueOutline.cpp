@@ -7,18 +7,10 @@
 #include "product/base/Text.h"
 #include "product/check/Geos.h"
 #include "product/check/SourceCurves.h"
+#include "product/check/Tolerance.h"
 
 namespace product {
 namespace {
-
-// Of the tool's size: what chords may leave their curves by, how far apart loose ends are joined.
-constexpr double kChordShare = 2e-5;
-constexpr double kBridgeShare = 0.02;
-// Comparing every pair of loose ends: more of them are a drawing of something else.
-constexpr size_t kMostLooseEnds = 2000;
-constexpr double kSamples = 4000;
-// A union smaller than this share of the tool's box is a stray detail, no outline.
-constexpr double kLeastShare = 0.01;
 
 // The parts of a line above the axis; what lies within the tolerance counts as on it.
 void AppendClipped(const Polyline& line, double tolerance, Polylines& out) {
@@ -109,7 +101,7 @@ Polylines ContourOf(const Geos& geos, Polylines lines, double tolerance) {
     }
     double area = 0;
     for (const Polyline& ring : rings) area += AreaOf(ring);
-    return area >= kLeastShare * box.Width() * box.Height() ? rings : Polylines();
+    return area >= kLeastAreaShare * box.Width() * box.Height() ? rings : Polylines();
 }
 
 // The sample of the lines that is farthest from the other geometry.
@@ -118,7 +110,7 @@ Deviation Farthest(const Polylines& lines, const Near& other) {
     for (const Polyline& line : lines)
         for (size_t i = 1; i < line.size(); ++i)
             length += std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
-    const double step = length / kSamples;
+    const double step = length / kContourSamples;
     Deviation worst;
     const auto look = [&](const Point& p) {
         const double distance = other.DistanceTo(p);
