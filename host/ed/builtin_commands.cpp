@@ -10,6 +10,7 @@
 #include "dbsymtb.h"
 #include "dbsymutl.h"
 #include "host/base/plain_number.h"
+#include "host/base/format.h"
 #include "host/ed/command_tools.h"
 #include "host/ed/prompts.h"
 #include "host/ed/selection_sets.h"
