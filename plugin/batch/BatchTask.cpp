@@ -116,7 +116,7 @@ void BatchTask::rollUpStatus() {
 // This object may be gone, or elsewhere in memory, as soon as a tool was run.
 SRunReport BatchTask::run() {
     const CRunningTask running(*this);
-    const SRunReport report =
+    SRunReport report =
         RunTools(running, _T("QZRUNTASK"), nullptr, [](const BatchTask& task, BatchTool& tool) {
             tool.computeEnvelope(task.params);
             return tool.execStatus == kBatchDone;
@@ -134,10 +134,10 @@ SRunReport BatchTask::exportAll(const CString& strFolder, CExportNames* pNames) 
         names.Expect(tool.name);
     }
     const CExportRun exports;
-    const SRunReport report = RunTools(running, _T("QZEXPORTTASK"), _T("正在导出3D（%d/%d）"),
-                                       [&folder, &names](const BatchTask&, BatchTool& tool) {
-                                           return tool.exportSolid(folder, &names) == E_Export_Done;
-                                       });
+    SRunReport report = RunTools(running, _T("QZEXPORTTASK"), _T("正在导出3D（%d/%d）"),
+                                 [&folder, &names](const BatchTask&, BatchTool& tool) {
+                                     return tool.exportSolid(folder, &names) == E_Export_Done;
+                                 });
     Finish(running, report, &BatchTask::exportStatus, &BatchTool::exportStatus);
     return report;
 }

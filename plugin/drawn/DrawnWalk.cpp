@@ -110,9 +110,10 @@ bool CDrawnWalk::NextCell(SFrame& frame) const {
     if (frame.m_ids->empty() || frame.m_nCell + 1 >= frame.m_nCells) return false;
     ++frame.m_nCell;
     frame.m_nNext = 0;
-    const AcGeVector3d step =
-        frame.m_columnStep * static_cast<double>(frame.m_nCell % frame.m_nColumns) +
-        frame.m_rowStep * static_cast<double>(frame.m_nCell / frame.m_nColumns);
+    const std::size_t column = frame.m_nCell % frame.m_nColumns;
+    const std::size_t row = frame.m_nCell / frame.m_nColumns;
+    const AcGeVector3d step = frame.m_columnStep * static_cast<double>(column) +
+                              frame.m_rowStep * static_cast<double>(row);
     frame.m_place = frame.m_outer * AcGeMatrix3d::translation(step) * frame.m_inner;
     return true;
 }
