@@ -32,9 +32,9 @@ private:
         if (GetDrawnShape(item.m_entity, item.m_place, m_tolerance, shape)) {
             AddShape(item, shape);
         } else if (const auto* text = AcDbText::cast(&item.m_entity)) {
-            AddText(item, ToUtf8(text->textString()), text->height(), text->rotation());
+            AddText(item, ToUtf8(text->textStringConst()), text->height(), text->rotation());
         } else if (const auto* lines = AcDbMText::cast(&item.m_entity)) {
-            AddText(item, ToUtf8(lines->contents()), lines->textHeight(), lines->rotation());
+            AddText(item, Contents(*lines), lines->textHeight(), lines->rotation());
         } else if (const auto* solid = AcDbSolid::cast(&item.m_entity)) {
             AddHead(item, *solid);
         }
@@ -106,6 +106,13 @@ private:
                 stroke.points.push_back({p.x, p.y});
             }
         }
+    }
+
+    static std::string Contents(const AcDbMText& lines) {
+        ACHAR* text = lines.contents();
+        const std::string contents = text != nullptr ? ToUtf8(text) : std::string();
+        acutDelString(text);
+        return contents;
     }
 
     void AddText(const SDrawnItem& item, const std::string& value, double height, double rotation) {
