@@ -27,18 +27,25 @@ struct Options {
 };
 
 bool LoadModules(const Options& options) {
+    std::vector<std::wstring> modules;
+    if (!options.noModule && options.modules.empty()) modules.push_back(app::UsualModule());
+    for (const std::string& module : options.modules) modules.push_back(host::Widen(module));
     bool allLoaded = true;
-    if (!options.noModule && options.modules.empty())
-        allLoaded = app::LoadModule(app::UsualModule());
-    for (const std::string& module : options.modules)
-        allLoaded &= app::LoadModule(host::Widen(module));
+    for (const std::wstring& module : modules)
+        if (!app::LoadModule(module)) {
+            std::cerr << "qzhost: the module " << host::Narrow(module) << " cannot be loaded\n";
+            allLoaded = false;
+        }
     return allLoaded;
 }
 
 bool OpenDrawings(const Options& options) {
     bool allOpened = true;
     for (const std::string& drawing : options.drawings)
-        allOpened &= host::Session::Get().Open(host::Widen(drawing)) != nullptr;
+        if (host::Session::Get().Open(host::Widen(drawing)) == nullptr) {
+            std::cerr << "qzhost: the drawing " << drawing << " cannot be opened\n";
+            allOpened = false;
+        }
     return allOpened;
 }
 
@@ -76,7 +83,6 @@ int RunScript(const Options& options, int& argc, char** argv) {
     app::ScriptRunner runner(options.script, lines, transcript);
     if (desktop != nullptr) runner.onUpdateDisplay = [&desktop] { desktop->Refresh(); };
     bool isGood = OpenDrawings(options) && LoadModules(options);
-    if (!isGood) std::cerr << "qzhost: a drawing or module given is not there\n";
     if (isGood && !runner.Run()) {
         std::cerr << runner.Failure() << "\n";
         isGood = false;
