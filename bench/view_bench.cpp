@@ -6,7 +6,7 @@
 #include <QThread>
 #include <cmath>
 
-#include "apps/qzhost/DrawingView.h"
+#include "apps/qzhost/view/DrawingView.h"
 #include "arxHeaders.h"
 #include "host/ed/session.h"
 

@@ -6,9 +6,9 @@
 #include <iostream>
 #include <memory>
 
-#include "apps/qzhost/Desktop.h"
-#include "apps/qzhost/HostProgram.h"
-#include "apps/qzhost/ScriptRunner.h"
+#include "apps/qzhost/desktop/Desktop.h"
+#include "apps/qzhost/session/HostProgram.h"
+#include "apps/qzhost/script/ScriptRunner.h"
 #include "host/ed/session.h"
 #include "host/base/format.h"
 #include "host/sys/file_identity.h"

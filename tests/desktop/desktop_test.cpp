@@ -10,8 +10,8 @@
 #include <deque>
 #include <functional>
 
-#include "apps/qzhost/Desktop.h"
-#include "apps/qzhost/HostProgram.h"
+#include "apps/qzhost/desktop/Desktop.h"
+#include "apps/qzhost/session/HostProgram.h"
 #include "arxHeaders.h"
 #include "host/ed/prompts.h"
 #include "host/ed/session.h"

@@ -1,0 +1,206 @@
+#include "apps/qzhost/scene/SceneEntity.h"
+
+#include <algorithm>
+#include <cmath>
+#include <memory>
+
+#include "apps/qzhost/scene/SceneCurves.h"
+#include "apps/qzhost/scene/SceneText.h"
+#include "arxHeaders.h"
+
+namespace app {
+namespace {
+
+// Block references in block references; a drawing that refers to itself must end somewhere.
+constexpr int kMaxDepth = 16;
+constexpr int kUsualWeight = 25;  // hundredths of a millimetre, where nothing is said
+
+QRgb ColourOf(const AcCmEntityColor& colour) {
+    return colour.isByColor() ? qRgb(colour.red(), colour.green(), colour.blue())
+                              : ColourOfIndex(colour.colorIndex());
+}
+
+// How something is drawn when it says "by block": as the reference is.
+struct Style {
+    QRgb colour = 0;
+    AcDbObjectId layer;
+    short pattern = 0;
+    double patternScale = 1.0;
+    int weight = kUsualWeight;
+};
+
+class Builder {
+public:
+    Builder(SceneStyles& styles, SceneChunk& chunk) : m_styles(styles), m_chunk(chunk) {}
+
+    void Add(const AcDbEntity& entity, const Style* outer, int depth) {
+        if (entity.isKindOf(AcDbAttributeDefinition::desc()) && depth == 0) return;
+        const Style style = StyleOf(entity, outer);
+        AcDbVoidPtrArray parts;
+        const size_t labels = m_chunk.labels.size();
+        if (AppendLabels(entity, m_chunk.labels)) {
+            for (size_t i = labels; i < m_chunk.labels.size(); ++i)
+                m_chunk.labels[i].colour = style.colour;
+        } else if (depth < kMaxDepth && IsMadeOfParts(entity) &&
+                   entity.explode(parts) == Acad::eOk) {
+            AddParts(parts, style, depth + 1);
+            if (const auto* const reference = AcDbBlockReference::cast(&entity))
+                AddAttributes(*reference, style);
+        } else {
+            AddCurves(entity, style);
+        }
+    }
+
+private:
+    static bool IsMadeOfParts(const AcDbEntity& entity) {
+        const auto* const hatch = AcDbHatch::cast(&entity);
+        return entity.isKindOf(AcDbBlockReference::desc()) ||
+               entity.isKindOf(AcDbDimension::desc()) ||
+               (hatch != nullptr && !hatch->isSolidFill());
+    }
+
+    Style StyleOf(const AcDbEntity& entity, const Style* outer) {
+        Style style;
+        const bool isOnZero =
+            outer != nullptr && entity.layerId() == m_styles.Database().layerZero();
+        style.layer = isOnZero ? outer->layer : entity.layerId();
+        const SceneStyles::Layer& layer = m_styles.LayerOf(style.layer);
+        const AcCmEntityColor colour = entity.entityColor();
+        style.colour = colour.isByLayer()                       ? layer.colour
+                       : colour.isByBlock() && outer != nullptr ? outer->colour
+                                                                : ColourOf(colour);
+        const AcDbDatabase& database = m_styles.Database();
+        const AcDbObjectId linetype = entity.linetypeId();
+        style.pattern = linetype == database.byLayerLinetype() ? m_styles.PatternOf(layer.linetype)
+                        : linetype == database.byBlockLinetype() && outer != nullptr
+                            ? outer->pattern
+                            : m_styles.PatternOf(linetype);
+        style.patternScale = entity.linetypeScale() * database.ltscale();
+        const int weight = entity.lineWeight();
+        style.weight = weight >= 0                                        ? weight
+                       : weight == AcDb::kLnWtByBlock && outer != nullptr ? outer->weight
+                       : weight == AcDb::kLnWtByLayer                     ? layer.weight
+                                                                          : kUsualWeight;
+        return style;
+    }
+
+    void AddParts(const AcDbVoidPtrArray& parts, const Style& style, int depth) {
+        for (int i = 0; i < parts.length(); ++i) {
+            const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[i]));
+            if (part->visibility() == AcDb::kVisible && m_styles.LayerOf(part->layerId()).isShown)
+                Add(*part, &style, depth);
+        }
+    }
+
+    void AddAttributes(const AcDbBlockReference& reference, const Style& style) {
+        const std::unique_ptr<AcDbObjectIterator> attributes(reference.attributeIterator());
+        for (; attributes != nullptr && !attributes->done(); attributes->step()) {
+            const AcDbObjectPointer<AcDbAttribute> attribute(attributes->objectId(),
+                                                             AcDb::kForRead);
+            if (attribute.openStatus() == Acad::eOk && !attribute->isInvisible())
+                Add(*attribute.object(), &style, 1);
+        }
+    }
+
+    void AddCurves(const AcDbEntity& entity, const Style& style) {
+        const size_t before = m_chunk.parts.size();
+        AppendCurves(entity, m_chunk);
+        for (size_t i = before; i < m_chunk.parts.size(); ++i) {
+            ScenePart& part = m_chunk.parts[i];
+            part.colour = style.colour;
+            part.pattern = style.pattern;
+            part.patternScale = static_cast<float>(style.patternScale);
+            part.weight = static_cast<unsigned char>((std::clamp)(style.weight / 10, 0, 255));
+        }
+    }
+
+    SceneStyles& m_styles;
+    SceneChunk& m_chunk;
+};
+
+// Around the points of a part; arcs by the places where they turn.
+QRectF BoxOf(const ScenePart& part, const std::vector<QPointF>& points) {
+    QRectF box;
+    const QPointF* const p = points.data() + part.first;
+    const auto add = [&box](const QPointF& at) { box = United(box, QRectF(at, at)); };
+    if (part.kind != ScenePart::kArc) {
+        for (unsigned i = 0; i < part.count; ++i) add(p[i]);
+        return box;
+    }
+    const double start = (std::min)(p[3].x(), p[3].x() + p[3].y()), turn = std::fabs(p[3].y());
+    const auto at = [p](double t) { return p[0] + p[1] * std::cos(t) + p[2] * std::sin(t); };
+    add(at(start));
+    add(at(start + turn));
+    constexpr double kHalf = 3.14159265358979323846;
+    for (const double turning : {std::atan2(p[2].x(), p[1].x()), std::atan2(p[2].y(), p[1].y())})
+        for (double t = turning + std::ceil((start - turning) / kHalf) * kHalf; t < start + turn;
+             t += kHalf)
+            add(at(t));
+    return box;
+}
+
+}  // namespace
+
+QRgb ColourOfIndex(int index) {
+    static const QRgb kBasic[] = {0xFFE8E8E8, 0xFFFF4040, 0xFFFFFF40, 0xFF40FF40, 0xFF40FFFF,
+                                  0xFF6080FF, 0xFFFF40FF, 0xFFE8E8E8, 0xFF909090, 0xFFC0C0C0};
+    if (index < 10) return kBasic[(std::max)(index, 0)];
+    if (index >= 250) return QColor::fromHsv(0, 0, (std::min)(51 * (index - 249), 255)).rgb();
+    // Ten shades of each of 24 hues: five steps of darkness, every other one pale.
+    static const int kValues[] = {255, 204, 153, 127, 76};
+    const int shade = index % 10;
+    return QColor::fromHsv((index / 10 - 1) * 15, shade % 2 == 0 ? 255 : 127, kValues[shade / 2])
+        .rgb();
+}
+
+const SceneStyles::Layer& SceneStyles::LayerOf(AcDbObjectId id) {
+    const auto known = m_layers.find(id);
+    if (known != m_layers.end()) return known->second;
+    Layer& layer = m_layers[id];
+    layer.colour = ColourOfIndex(7);
+    layer.weight = kUsualWeight;
+    const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
+    if (record.openStatus() != Acad::eOk) return layer;
+    layer.isShown = !record->isOff() && !record->isFrozen();
+    layer.colour = ColourOf(record->color());
+    layer.linetype = record->linetypeObjectId();
+    if (record->lineWeight() >= 0) layer.weight = record->lineWeight();
+    return layer;
+}
+
+short SceneStyles::PatternOf(AcDbObjectId linetype) {
+    if (linetype.isNull()) return 0;
+    const auto known = m_byLinetype.find(linetype);
+    if (known != m_byLinetype.end()) return known->second;
+    short& pattern = m_byLinetype[linetype];
+    const AcDbObjectPointer<AcDbLinetypeTableRecord> record(linetype, AcDb::kForRead);
+    if (record.openStatus() != Acad::eOk || record->numDashes() < 2) return pattern;
+    std::vector<double> dashes;
+    double length = 0.0;
+    for (int i = 0; i < record->numDashes(); ++i) {
+        dashes.push_back(record->dashLengthAt(i));
+        length += std::fabs(dashes.back());
+    }
+    if (!(length > 0.0)) return pattern;
+    pattern = static_cast<short>(m_patterns.size());
+    m_patterns.push_back(std::move(dashes));
+    return pattern;
+}
+
+void AppendSceneItem(const AcDbEntity& entity, SceneStyles& styles, SceneChunk& chunk) {
+    SceneItem item;
+    item.id = entity.objectId();
+    item.firstPart = static_cast<unsigned>(chunk.parts.size());
+    item.firstLabel = static_cast<unsigned>(chunk.labels.size());
+    Builder(styles, chunk).Add(entity, nullptr, 0);
+    item.parts = static_cast<unsigned>(chunk.parts.size()) - item.firstPart;
+    item.labels = static_cast<unsigned>(chunk.labels.size()) - item.firstLabel;
+    for (unsigned i = 0; i < item.parts; ++i)
+        item.box = United(item.box, BoxOf(chunk.parts[item.firstPart + i], chunk.points));
+    for (unsigned i = 0; i < item.labels; ++i)
+        item.box = United(item.box, BoxOf(chunk.labels[item.firstLabel + i]));
+    chunk.box = United(chunk.box, item.box);
+    chunk.items.push_back(item);
+}
+
+}  // namespace app
