@@ -18,29 +18,29 @@ constexpr double kWidestSweep = 4.1887902047863905;  // 240 degrees
 class LineRun {
 public:
     explicit LineRun(const Piece& first)
-        : start_(first.from), along_(first.Chord().normal()), end_(first.to) {}
+        : start_(first.from), along_(Unit(first.Chord())), end_(first.to) {}
 
     bool Take(const Piece& next) {
-        const AcGeVector2d corner = end_ - start_;
-        const double s = corner.dotProduct(along_), t = corner.dotProduct(along_.perpVector());
+        const Vector corner = end_ - start_;
+        const double s = Dot(corner, along_), t = Dot(corner, Left(along_));
         const double low = (std::max)(low_, (t - kJoinTol) / s);
         const double high = (std::min)(high_, (t + kJoinTol) / s);
-        const AcGeVector2d far = next.to - start_;
-        const double reach = far.dotProduct(along_);
+        const Vector far = next.to - start_;
+        const double reach = Dot(far, along_);
         if (reach <= s) return false;  // turns back
-        const double slope = far.dotProduct(along_.perpVector()) / reach;
+        const double slope = Dot(far, Left(along_)) / reach;
         if (slope < low || slope > high) return false;
         low_ = low;
         high_ = high;
         end_ = next.to;
         return true;
     }
-    Piece Joined() const { return MakePiece(start_, end_, 0.0); }
+    Piece Joined() const { return plane::MakeCurve(start_, end_, 0.0); }
 
 private:
-    AcGePoint2d start_;
-    AcGeVector2d along_;
-    AcGePoint2d end_;
+    Point start_;
+    Vector along_;
+    Point end_;
     double low_ = -std::numeric_limits<double>::infinity();
     double high_ = std::numeric_limits<double>::infinity();
 };
@@ -56,8 +56,8 @@ public:
         const double sweep = sweep_ + 2.0 * std::fabs(next.HalfAngle());
         if ((next.bulge > 0.0) != (first_.bulge > 0.0) || sweep > kWidestSweep) return false;
         // Three points fix a circle; the middle also tells the arc from the rest of its circle.
-        for (const AcGePoint2d& p : {next.Middle(), next.to})
-            if (std::fabs(p.distanceTo(first_.centre) - first_.radius) > kJoinTol) return false;
+        for (const Point& p : {next.Middle(), next.to})
+            if (std::fabs(Distance(p, first_.centre) - first_.radius) > kJoinTol) return false;
         sweep_ = sweep;
         end_ = next.to;
         joined_ = true;
@@ -65,14 +65,14 @@ public:
     }
     Piece Joined() const {
         // By the sweep, so that both ends lie on the circle to the last digit.
-        return joined_ ? MakePiece(first_.from, end_,
-                                   std::copysign(std::tan(0.25 * sweep_), first_.bulge))
+        return joined_ ? plane::MakeCurve(first_.from, end_,
+                                          std::copysign(std::tan(0.25 * sweep_), first_.bulge))
                        : first_;
     }
 
 private:
     Piece first_;
-    AcGePoint2d end_;
+    Point end_;
     double sweep_ = 0.0;
     bool joined_ = false;
 };

@@ -11,7 +11,7 @@ namespace host::solid {
 namespace {
 
 using Fault = Refusal::Fault;
-using Corners = std::vector<OutlineCorner>;
+using Corners = std::vector<Corner>;
 
 // An arc of more than 240 degrees is halved. Its ends may be as near as the tolerance, where moving
 // one a little would turn or lose the arc.
@@ -39,14 +39,14 @@ Refusal Refuse(Fault fault, const AcGePoint3d& at = {}, int corner = -1) {
 
 Refusal CheckNumbers(const Outline& outline) {
     for (std::size_t i = 0; i < outline.corners.size(); ++i) {
-        const OutlineCorner& corner = outline.corners[i];
+        const Corner& corner = outline.corners[i];
         const AcGePoint3d at = outline.At(corner.point);
         if (!IsFinite(at) || !std::isfinite(corner.bulge))
             return Refuse(Fault::kNotFinite, {}, static_cast<int>(i));
-        const AcGePoint2d next = outline.corners[(i + 1) % outline.corners.size()].point;
+        const Point next = outline.corners[(i + 1) % outline.corners.size()].point;
         const bool arcTooWide =
             corner.bulge != 0.0 &&
-            MakePiece(corner.point, next, corner.bulge).radius > kLargestCoordinate &&
+            plane::MakeCurve(corner.point, next, corner.bulge).radius > kLargestCoordinate &&
             std::fabs(corner.bulge) > 1.0;
         if (!IsNear(at) || arcTooWide) return Refuse(Fault::kTooFar, at, static_cast<int>(i));
     }
@@ -58,8 +58,8 @@ Refusal CheckNumbers(const Outline& outline) {
 Refusal CloseCorners(const Outline& outline, Corners& corners) {
     corners = outline.corners;
     if (outline.closed || corners.empty()) return {};
-    const AcGePoint2d first = corners.front().point, last = corners.back().point;
-    if (corners.size() > 1 && first.distanceTo(last) <= kPositionTol) {
+    const Point first = corners.front().point, last = corners.back().point;
+    if (corners.size() > 1 && Distance(first, last) <= kPositionTol) {
         corners.pop_back();
         return {};
     }
@@ -69,13 +69,13 @@ Refusal CloseCorners(const Outline& outline, Corners& corners) {
 }
 
 // Length of the piece from a corner to a point.
-double PieceLength(const OutlineCorner& from, const AcGePoint2d& to) {
-    return MakePiece(from.point, to, from.bulge).Length();
+double PieceLength(const Corner& from, const Point& to) {
+    return plane::MakeCurve(from.point, to, from.bulge).Length();
 }
 
 void DropShortPieces(Corners& corners) {
     Corners kept;
-    for (const OutlineCorner& corner : corners) {
+    for (const Corner& corner : corners) {
         if (!kept.empty() && PieceLength(kept.back(), corner.point) < kPositionTol)
             kept.back().bulge = corner.bulge;
         else
@@ -89,44 +89,44 @@ void DropShortPieces(Corners& corners) {
 void HalveWideArcs(Corners& corners) {
     Corners halved;
     for (std::size_t i = 0; i < corners.size(); ++i) {
-        const AcGePoint2d next = corners[(i + 1) % corners.size()].point;
+        const Point next = corners[(i + 1) % corners.size()].point;
         const double bulge = corners[i].bulge;
         halved.push_back(corners[i]);
         if (std::fabs(bulge) <= kWidestBulge) continue;
         const double half = std::tan(0.5 * std::atan(bulge));
         halved.back().bulge = half;
-        halved.push_back({MakePiece(corners[i].point, next, bulge).Middle(), half});
+        halved.push_back({plane::MakeCurve(corners[i].point, next, bulge).Middle(), half});
     }
     corners = std::move(halved);
 }
 
 // The profile's size: the longer side of its corners' box.
 double SizeOf(const Corners& corners) {
-    Box box{corners.front().point, corners.front().point};
-    for (const OutlineCorner& corner : corners) box.Add(corner.point);
-    return (std::max)(box.high.x - box.low.x, box.high.y - box.low.y);
+    plane::Box box;
+    for (const Corner& corner : corners) box.Add(corner.point);
+    return box.Size();
 }
 
 void FlattenArcs(Corners& corners) {
     const double size = SizeOf(corners);
     for (std::size_t i = 0; i < corners.size(); ++i) {
         if (corners[i].bulge == 0.0) continue;
-        const Piece arc =
-            MakePiece(corners[i].point, corners[(i + 1) % corners.size()].point, corners[i].bulge);
+        const Piece arc = plane::MakeCurve(
+            corners[i].point, corners[(i + 1) % corners.size()].point, corners[i].bulge);
         if (arc.Sagitta() < kPositionTol && !(arc.radius <= kFlatArcRadius * size))
             corners[i].bulge = 0.0;
     }
 }
 
 void SnapToAxis(Corners& corners) {
-    for (OutlineCorner& corner : corners)
+    for (Corner& corner : corners)
         if (std::fabs(corner.point.y) < kPositionTol) corner.point.y = 0.0;
 }
 
 // Gives the ends of nearly axis-parallel lines the same coordinate, one coordinate at a time. Each
 // end is compared with the already snapped one before it, so nothing drifts along a run of lines;
 // the walk starts behind a line that is not snapped, or else closes by pulling the last run over.
-void SnapParallel(Corners& corners, double AcGePoint2d::*coordinate) {
+void SnapParallel(Corners& corners, double Point::*coordinate) {
     const std::size_t n = corners.size();
     const auto snaps = [&](std::size_t i) {  // the line that starts at corner i
         return corners[i].bulge == 0.0 && std::fabs(corners[(i + 1) % n].point.*coordinate -
@@ -162,7 +162,7 @@ Refusal PlaceOnAxis(const Outline& outline, const AcGePoint3d& axisPoint,
     const double tilt = along.dotProduct(normal);
     const double off = (axisPoint - outline.origin).dotProduct(normal);
     if (std::fabs(tilt) > kLargestTilt) return Refuse(Fault::kAxisOffPlane, axisPoint);
-    for (const OutlineCorner& corner : corners) {
+    for (const Corner& corner : corners) {
         const double x = (outline.At(corner.point) - axisPoint).dotProduct(along);
         if (std::fabs(off + tilt * x) > kPositionTol)
             return Refuse(Fault::kAxisOffPlane, axisPoint);
@@ -173,19 +173,19 @@ Refusal PlaceOnAxis(const Outline& outline, const AcGePoint3d& axisPoint,
     frame.origin = onPlane - frame.axis * onPlane.asVector().dotProduct(frame.axis);
 
     double highest = 0.0;
-    for (OutlineCorner& corner : corners) {
+    for (Corner& corner : corners) {
         const AcGeVector3d q = outline.At(corner.point) - frame.origin;
-        corner.point.set(q.dotProduct(frame.axis), q.dotProduct(frame.radial));
+        corner.point = {q.dotProduct(frame.axis), q.dotProduct(frame.radial)};
     }
     for (std::size_t i = 0; i < corners.size(); ++i) {
-        const Piece piece =
-            MakePiece(corners[i].point, corners[(i + 1) % corners.size()].point, corners[i].bulge);
+        const Piece piece = plane::MakeCurve(
+            corners[i].point, corners[(i + 1) % corners.size()].point, corners[i].bulge);
         for (const double y : {piece.from.y, piece.Middle().y})
             if (std::fabs(y) > std::fabs(highest)) highest = y;
     }
     if (highest >= 0.0) return {};
     frame.radial.negate();
-    for (OutlineCorner& corner : corners) {
+    for (Corner& corner : corners) {
         corner.point.y = -corner.point.y;
         corner.bulge = -corner.bulge;
     }
@@ -200,15 +200,15 @@ std::vector<Piece> CleanRing(const Corners& drawn) {
     if (corners.size() < 2) return ring;
     FlattenArcs(corners);
     SnapToAxis(corners);
-    SnapParallel(corners, &AcGePoint2d::x);
-    SnapParallel(corners, &AcGePoint2d::y);
+    SnapParallel(corners, &Point::x);
+    SnapParallel(corners, &Point::y);
     DropShortPieces(
         corners);  // a line of little more than the tolerance may have shrunk to nothing
     if (corners.size() < 2) return ring;
     ring.reserve(corners.size());
     for (std::size_t i = 0; i < corners.size(); ++i)
-        ring.push_back(
-            MakePiece(corners[i].point, corners[(i + 1) % corners.size()].point, corners[i].bulge));
+        ring.push_back(plane::MakeCurve(corners[i].point, corners[(i + 1) % corners.size()].point,
+                                        corners[i].bulge));
     return ring;
 }
 

@@ -48,14 +48,14 @@ Outline PlaneThrough(const AcGePoint3d& point, const AcGeVector3d& normal) {
     return out;
 }
 
-AcGePoint2d InPlane(const Outline& plane, const AcGePoint3d& p) {
+Point InPlane(const Outline& plane, const AcGePoint3d& p) {
     const AcGeVector3d q = p - plane.origin;
     return {q.dotProduct(plane.u), q.dotProduct(plane.v)};
 }
 
 Outline CircleOutline(const AcGePoint3d& centre, const AcGeVector3d& normal, double radius) {
     Outline out = PlaneThrough(centre, normal);
-    const AcGePoint2d c = InPlane(out, centre);
+    const Point c = InPlane(out, centre);
     out.corners = {{{c.x - radius, c.y}, 1.0}, {{c.x + radius, c.y}, 1.0}};
     return out;
 }
@@ -66,10 +66,12 @@ Refusal PolylineOutline(const AcDbPolyline& polyline, Outline& out) {
     outline.closed = polyline.isClosed();
     outline.corners.resize(polyline.numVerts());
     for (unsigned int i = 0; i < polyline.numVerts(); ++i) {
-        OutlineCorner& corner = outline.corners[i];
-        if (polyline.getPointAt(i, corner.point) != Acad::eOk ||
+        Corner& corner = outline.corners[i];
+        AcGePoint2d place;
+        if (polyline.getPointAt(i, place) != Acad::eOk ||
             polyline.getBulgeAt(i, corner.bulge) != Acad::eOk)
             return Refuse(Refusal::Fault::kWrongKind);
+        corner.point = {place.x, place.y};
     }
     out = std::move(outline);
     return {};

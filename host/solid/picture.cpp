@@ -4,13 +4,13 @@
 #include <cmath>
 #include <cstddef>
 
+#include "host/base/angles.h"
 #include "host/solid/raster.h"
 
 namespace host::solid {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr int kSamples = 2;           // pixels are averaged from this many squared
 constexpr double kMargin = 0.04;      // of the width, around everything
 constexpr double kYaw = 0.55;         // the right end comes forward by this angle
@@ -118,13 +118,14 @@ private:
             const Piece& piece = chain.pieces[i];
             const bool last = i + 1 == n;
             if (last && !chain.closed) break;
-            const AcGeVector2d in = piece.EndDirection();
-            const AcGeVector2d out = chain.pieces[(i + 1) % n].StartDirection();
-            if (in.angleTo(out) > kSharpCorner) PaintCircle(piece.to);
+            const Vector in = piece.EndDirection();
+            const Vector out = chain.pieces[(i + 1) % n].StartDirection();
+            if (std::atan2(std::fabs(Cross(in, out)), Dot(in, out)) > kSharpCorner)
+                PaintCircle(piece.to);
         }
     }
 
-    void PaintCircle(const AcGePoint2d& corner) {
+    void PaintCircle(const Point& corner) {
         // Edges win over the facets next to them, which stand out before the true circle.
         const double bias = 0.01 * corner.y + 2.0 / fit_.scale;
         ScreenPoint before;
@@ -144,8 +145,8 @@ private:
     Canvas canvas_;
 };
 
-Box ProfileBox(const Profile& profile) {
-    Box box = BoxOf(profile.chains.front().pieces.front());
+plane::Box ProfileBox(const Profile& profile) {
+    plane::Box box;
     for (const Chain& chain : profile.chains)
         for (const Piece& piece : chain.pieces) box.Add(BoxOf(piece));
     box.low.y = 0.0;
@@ -153,26 +154,28 @@ Box ProfileBox(const Profile& profile) {
 }
 
 // Points along a chain, arcs in steps of about 3 degrees.
-std::vector<AcGePoint2d> PointsAlong(const Chain& chain) {
-    std::vector<AcGePoint2d> points;
+std::vector<Point> PointsAlong(const Chain& chain) {
+    std::vector<Point> points;
     for (const Piece& piece : chain.pieces) {
         points.push_back(piece.from);
         const double h = piece.HalfAngle();
+        const Vector direction = piece.StartDirection();
+        const double start = FullAngle(direction.y, direction.x);
         const int steps = 1 + static_cast<int>(std::fabs(h) / 0.025);
         for (int k = 1; k < steps; ++k) {
             // By the chord from the start: it turns with half the angle swept.
             const double swept = 2.0 * h * k / steps;
             const double chord = 2.0 * piece.radius * std::sin(0.5 * std::fabs(swept));
-            const double to = piece.StartDirection().angle() + 0.5 * swept;
-            points.emplace_back(piece.from.x + chord * std::cos(to),
-                                piece.from.y + chord * std::sin(to));
+            const double to = start + 0.5 * swept;
+            points.push_back(
+                {piece.from.x + chord * std::cos(to), piece.from.y + chord * std::sin(to)});
         }
     }
     points.push_back(chain.pieces.back().to);
     return points;
 }
 
-void PaintAxis(Canvas& canvas, const Fit& fit, const Box& box) {
+void PaintAxis(Canvas& canvas, const Fit& fit, const plane::Box& box) {
     const double reach = 0.02 * (box.high.x - box.low.x);
     const double from = fit(box.low.x - reach, 0.0).x, to = fit(box.high.x + reach, 0.0).x;
     const double y = fit(0.0, 0.0).y, unit = 6.0 * kSamples;
@@ -186,7 +189,7 @@ void PaintAxis(Canvas& canvas, const Fit& fit, const Box& box) {
 }
 
 Canvas PaintProfile(const Profile& profile, int width) {
-    const Box box = ProfileBox(profile);
+    const plane::Box box = ProfileBox(profile);
     const Fit fit(box.low.x, box.high.x, box.low.y, box.high.y, width);
     Canvas canvas(fit.width, fit.height);
     // Even-odd: cavities come out empty, since each is closed by the axis like the outside.
@@ -194,7 +197,7 @@ Canvas PaintProfile(const Profile& profile, int width) {
     bool isFirst = true;
     for (const Chain& chain : profile.chains) {
         std::vector<ScreenPoint> polygon;
-        for (const AcGePoint2d& p : PointsAlong(chain)) polygon.push_back(fit(p.x, p.y));
+        for (const Point& p : PointsAlong(chain)) polygon.push_back(fit(p.x, p.y));
         canvas.FillPolygon(polygon, isFirst ? kFill : Colour{1.0, 1.0, 1.0});
         lines.push_back(std::move(polygon));
         isFirst = false;

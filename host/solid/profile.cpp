@@ -5,10 +5,10 @@
 #include <cstddef>
 #include <cstdio>
 
-#include "host/solid/crossing.h"
 #include "host/solid/join.h"
 #include "host/solid/outline.h"
 #include "host/solid/tolerance.h"
+#include "plane/meeting.h"
 
 namespace host::solid {
 
@@ -59,7 +59,7 @@ std::string PlaceText(const AcGePoint3d& p) {
     return text;
 }
 
-Refusal RefuseAt(Fault fault, const Frame& frame, const AcGePoint2d& place) {
+Refusal RefuseAt(Fault fault, const Frame& frame, const Point& place) {
     Refusal refusal;
     refusal.fault = fault;
     refusal.at = frame.At(place);
@@ -69,12 +69,12 @@ Refusal RefuseAt(Fault fault, const Frame& frame, const AcGePoint2d& place) {
 // True when everything lies within the tolerance of one line: then there is no area to speak of,
 // and saying that is plainer than naming one of the places where the outline lies on itself.
 bool IsFlat(const std::vector<Piece>& ring) {
-    const AcGePoint2d start = ring.front().from;
-    AcGePoint2d far = start;
+    const Point start = ring.front().from;
+    Point far = start;
     for (const Piece& piece : ring)
-        for (const AcGePoint2d& p : {piece.to, piece.Middle()})
-            if (start.distanceTo(p) > start.distanceTo(far)) far = p;
-    const Piece line = MakePiece(start, far, 0.0);
+        for (const Point& p : {piece.to, piece.Middle()})
+            if (Distance(start, p) > Distance(start, far)) far = p;
+    const Piece line = plane::MakeLine(start, far);
     return std::all_of(ring.begin(), ring.end(), [&](const Piece& piece) {
         return Distance(line, piece.to) <= kPositionTol &&
                Distance(line, piece.Middle()) <= kPositionTol;
@@ -84,16 +84,16 @@ bool IsFlat(const std::vector<Piece>& ring) {
 Refusal CheckAgainstAxis(const Frame& frame, const std::vector<Piece>& ring) {
     const Piece* below = nullptr;
     for (const Piece& piece : ring) {
-        if (Farthest(piece, AcGeVector2d(0.0, -1.0)).y >= -kPositionTol) continue;
+        if (Farthest(piece, Vector{0.0, -1.0}).y >= -kPositionTol) continue;
         if (below == nullptr) below = &piece;
-        if (const auto place = AxisPoint(piece))
+        if (const auto place = AxisPoint(piece, kPositionTol))
             return RefuseAt(Fault::kCrossesAxis, frame, *place);
     }
     if (below != nullptr) return RefuseAt(Fault::kCrossesAxis, frame, below->from);
     for (const Piece& piece : ring) {
         // An end on the axis is looked at with its neighbour.
         if (!piece.IsArc() || piece.from.y == 0.0 || piece.to.y == 0.0) continue;
-        const AcGePoint2d lowest = Farthest(piece, AcGeVector2d(0.0, -1.0));
+        const Point lowest = Farthest(piece, Vector{0.0, -1.0});
         if (lowest.y < kPositionTol) return RefuseAt(Fault::kTouchesAxis, frame, lowest);
     }
     return {};
@@ -135,14 +135,14 @@ Refusal SplitAtAxis(const Frame& frame, const std::vector<Piece>& ring,
 void CentreOnAxis(Piece& piece) {
     if (!piece.IsArc() || piece.centre.y == 0.0 || std::fabs(piece.centre.y) >= kPositionTol)
         return;
-    const AcGeVector2d chord = piece.Chord();
+    const Vector chord = piece.Chord();
     if (std::fabs(chord.x) < kPositionTol) return;
     const double x =
         0.5 * (piece.from.x + piece.to.x) + 0.5 * chord.y * (piece.from.y + piece.to.y) / chord.x;
-    const AcGePoint2d centre(x, 0.0);
-    if (centre.distanceTo(piece.centre) > 2.0 * kPositionTol) return;
-    piece = MakeArcOnCircle(piece.from, piece.to, centre, centre.distanceTo(piece.from),
-                            piece.bulge > 0.0);
+    const Point centre{x, 0.0};
+    if (Distance(centre, piece.centre) > 2.0 * kPositionTol) return;
+    piece = plane::MakeArcOnCircle(piece.from, piece.to, centre, Distance(centre, piece.from),
+                                   piece.bulge > 0.0);
 }
 
 // The chain that encloses the others reaches farthest along the axis.
@@ -158,20 +158,20 @@ void PutOutsideFirst(std::vector<Chain>& chains) {
 Refusal CleanAndCheck(const Outline& outline, const AcGePoint3d& axisPoint,
                       const AcGeVector3d& axisDir, Frame& frame, std::vector<Piece>& ring,
                       double& area) {
-    std::vector<OutlineCorner> corners;
+    std::vector<Corner> corners;
     if (Refusal refusal = PlaceOnAxis(outline, axisPoint, axisDir, frame, corners)) return refusal;
     ring = CleanRing(corners);
     if (ring.empty() || IsFlat(ring)) return RefuseAt(Fault::kNoArea, frame, {});
-    if (const auto place = FindSelfMeeting(ring))
-        return RefuseAt(Fault::kCrossesItself, frame, *place);
-    double length = 0.0;
-    for (const Piece& piece : ring) {
-        const PieceIntegrals sum = Integrate(piece);
-        area += sum.area;
-        length += sum.length;
-    }
+    // Two pieces share their corners; if they share more, they are one arc there and back, and what
+    // there is to say is that it encloses nothing.
+    if (ring.size() > 2)
+        if (const auto meeting = FindSelfMeeting(ring, kPositionTol))
+            return RefuseAt(Fault::kCrossesItself, frame, meeting->at);
+    const plane::Integrals sum = Integrate(ring);
+    area += sum.area;
     // Thinner than the tolerance all along: a ring of length L and width w encloses about w L / 2.
-    if (std::fabs(area) <= 0.5 * kPositionTol * length) return RefuseAt(Fault::kNoArea, frame, {});
+    if (std::fabs(area) <= 0.5 * kPositionTol * sum.length)
+        return RefuseAt(Fault::kNoArea, frame, {});
     return {};
 }
 
@@ -229,15 +229,12 @@ Refusal CheckOutline(const Outline& outline, double& area) {
 
 Measures Measure(const Profile& profile) {
     double moment = 0.0, surface = 0.0;
-    bool first = true;
-    Box box;
+    plane::Box box;
     for (const Chain& chain : profile.chains)
         for (const Piece& piece : chain.pieces) {
-            const PieceIntegrals sum = Integrate(piece);
+            const plane::Integrals sum = Integrate(piece);
             moment += sum.moment;
             surface += sum.lengthMoment;
-            if (first) box = BoxOf(piece);
-            first = false;
             box.Add(BoxOf(piece));
         }
     // Volume and area of revolution by the centroids (Pappus and Guldin).

@@ -17,23 +17,24 @@
 #include "acadstrc.h"
 #include "gepnt3d.h"
 
-#include "host/solid/piece.h"
+#include "plane/ring.h"
 
 namespace host::solid {
 
-struct OutlineCorner {
-    AcGePoint2d point;
-    double bulge = 0.0;  // of the piece that starts here
-};
+using plane::Corner;
+using plane::Point;
+using plane::Vector;
+// A line or arc of a profile.
+using Piece = plane::Curve;
 
 // Corners in the plane through origin with the orthogonal unit directions u and v.
 struct Outline {
     AcGePoint3d origin;
     AcGeVector3d u{1, 0, 0}, v{0, 1, 0};
-    std::vector<OutlineCorner> corners;
+    std::vector<Corner> corners;
     bool closed = true;  // false: closed only if the last corner lies on the first
 
-    AcGePoint3d At(const AcGePoint2d& p) const { return origin + u * p.x + v * p.y; }
+    AcGePoint3d At(const Point& p) const { return origin + u * p.x + v * p.y; }
 };
 
 // The axis: origin is its point nearest to the world's origin, so that x of a profile about an axis
@@ -44,7 +45,7 @@ struct Frame {
     AcGeVector3d radial{0, 1, 0};  // unit, at right angles to axis
 
     AcGePoint3d At(double x, double y) const { return origin + axis * x + radial * y; }
-    AcGePoint3d At(const AcGePoint2d& p) const { return At(p.x, p.y); }
+    AcGePoint3d At(const Point& p) const { return At(p.x, p.y); }
     // Across the plane of the profile.
     AcGeVector3d Normal() const { return axis.crossProduct(radial); }
 };

@@ -218,10 +218,10 @@ private:
     void Cone(const SatFace& face) {
         const Frame& f = *face.frame;
         const Piece& p = *face.piece;
-        const AcGePoint2d& wide = p.to.y > p.from.y ? p.to : p.from;
-        const AcGeVector2d along = p.to.x > p.from.x ? p.Chord() : -p.Chord();
+        const plane::Point& wide = p.to.y > p.from.y ? p.to : p.from;
+        const plane::Vector along = p.to.x > p.from.x ? p.Chord() : -p.Chord();
         const bool isCylinder = along.y == 0.0;
-        const double length = along.length();
+        const double length = Length(along);
         Begin("cone-surface").Point(f.At(wide.x, 0.0)).Vector(f.axis).Vector(f.radial * wide.y);
         Word("1 I I");
         Number(isCylinder ? 0.0 : along.y / length).Number(isCylinder ? 1.0 : along.x / length);

@@ -44,14 +44,14 @@ private:
     }
 
     // A cone or a torus ends in a point where it reaches the axis; a disc and a sphere go on.
-    int AddTip(const Piece& piece, const AcGePoint2d& end) {
+    int AddTip(const Piece& piece, const Point& end) {
         const SurfaceKind kind = SurfaceOf(piece);
         if (kind == SurfaceKind::kPlane || kind == SurfaceKind::kSphere) return -1;
         out.edges.push_back({end, frame_, -1, -1});
         return static_cast<int>(out.edges.size()) - 1;
     }
 
-    int AddCircle(const AcGePoint2d& corner) {
+    int AddCircle(const Point& corner) {
         out.edges.push_back({corner, frame_, -1, out.circles++});
         return static_cast<int>(out.edges.size()) - 1;
     }

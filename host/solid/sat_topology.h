@@ -19,7 +19,7 @@ SurfaceKind SurfaceOf(const Piece& piece);
 
 // One circle of a corner off the axis, or a tip on it. Vertex and point have the edge's number.
 struct SatEdge {
-    AcGePoint2d at;
+    Point at;
     const Frame* frame = nullptr;
     int loop = -1;    // a loop whose coedge runs on this edge
     int circle = -1;  // number among the circles; -1: a tip, which has no curve

@@ -18,11 +18,11 @@ const AcGeVector3d kWorldAxes[] = {{1, 0, 0}, {0, 1, 0}, {0, 0, 1}};
 double Reach(const Profile& profile, const AcGeVector3d& direction) {
     const double along = direction.dotProduct(profile.frame.axis);
     const double across = std::sqrt((std::max)(0.0, 1.0 - along * along));
-    const AcGeVector2d flat(along, across);
+    const Vector flat{along, across};
     double reach = -HUGE_VAL;
     for (const Chain& chain : profile.chains)
         for (const Piece& piece : chain.pieces)
-            reach = (std::max)(reach, Farthest(piece, flat).asVector().dotProduct(flat));
+            reach = (std::max)(reach, Dot(Farthest(piece, flat) - Point{}, flat));
     return reach + direction.dotProduct(profile.frame.origin.asVector());
 }
 
@@ -36,7 +36,7 @@ Acad::ErrorStatus GetScale(const AcGeMatrix3d& matrix, double& scale) {
 }
 
 Piece ScaledAndShifted(Piece piece, double scale, double shift) {
-    for (AcGePoint2d* p : {&piece.from, &piece.to, &piece.centre}) {
+    for (Point* p : {&piece.from, &piece.to, &piece.centre}) {
         p->x = p->x * scale + shift;
         p->y *= scale;
     }
@@ -97,12 +97,12 @@ Acad::ErrorStatus RegionShape::Extents(AcDbExtents& extents) const {
     AcDbExtents box;
     const std::size_t n = outline_.corners.size();
     for (std::size_t i = 0; i < n; ++i) {
-        const OutlineCorner& corner = outline_.corners[i];
+        const Corner& corner = outline_.corners[i];
         const Piece piece =
-            MakePiece(corner.point, outline_.corners[(i + 1) % n].point, corner.bulge);
+            plane::MakeCurve(corner.point, outline_.corners[(i + 1) % n].point, corner.bulge);
         box.addPoint(outline_.At(piece.from));
         for (const AcGeVector3d& axis : kWorldAxes) {
-            const AcGeVector2d flat(axis.dotProduct(outline_.u), axis.dotProduct(outline_.v));
+            const Vector flat{axis.dotProduct(outline_.u), axis.dotProduct(outline_.v)};
             box.addPoint(outline_.At(Farthest(piece, flat)));
             box.addPoint(outline_.At(Farthest(piece, -flat)));
         }
@@ -118,7 +118,8 @@ Acad::ErrorStatus RegionShape::Moved(const AcGeMatrix3d& matrix,
     outline.origin = matrix * outline_.origin;
     outline.u = (matrix * outline_.u).normal();
     outline.v = (matrix * outline_.v).normal();
-    for (OutlineCorner& corner : outline.corners) corner.point = corner.point * scale;
+    for (Corner& corner : outline.corners)
+        corner.point = {corner.point.x * scale, corner.point.y * scale};
     moved = std::make_shared<RegionShape>(std::move(outline), area_ * scale * scale);
     return Acad::eOk;
 }
@@ -127,17 +128,17 @@ Acad::ErrorStatus RegionShape::Explode(AcDbVoidPtrArray& pieces) const {
     const std::size_t n = outline_.corners.size();
     const AcGeVector3d normal = outline_.u.crossProduct(outline_.v);
     for (std::size_t i = 0; i < n; ++i) {
-        const OutlineCorner& corner = outline_.corners[i];
-        const AcGePoint2d next = outline_.corners[(i + 1) % n].point;
+        const Corner& corner = outline_.corners[i];
+        const Point next = outline_.corners[(i + 1) % n].point;
         if (corner.bulge == 0.0) {
             pieces.append(new AcDbLine(outline_.At(corner.point), outline_.At(next)));
             continue;
         }
         // Arcs run counter-clockwise about their normal, angles count from the OCS x axis.
-        const Piece arc = MakePiece(corner.point, next, corner.bulge);
+        const Piece arc = plane::MakeCurve(corner.point, next, corner.bulge);
         const AcGePoint3d centre = outline_.At(arc.centre);
-        const AcGePoint2d first = corner.bulge > 0.0 ? arc.from : arc.to;
-        const AcGePoint2d last = corner.bulge > 0.0 ? arc.to : arc.from;
+        const Point first = corner.bulge > 0.0 ? arc.from : arc.to;
+        const Point last = corner.bulge > 0.0 ? arc.to : arc.from;
         const AcGeVector3d x = PlaneOf(normal).x;
         pieces.append(new AcDbArc(centre, normal, arc.radius,
                                   x.angleTo(outline_.At(first) - centre, normal),

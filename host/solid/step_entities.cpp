@@ -160,7 +160,7 @@ int StepEntities::Arc(const Frame& frame, const Piece& arc) {
             weight += share * (z[i] * std::conj(z[j - i])).real();
         }
         const Turn from = start * numerator / weight;
-        AcGePoint2d pole(arc.centre.x + from.real(), arc.centre.y + from.imag());
+        plane::Point pole{arc.centre.x + from.real(), arc.centre.y + from.imag()};
         if (j == 0 || j == kDegree) pole = j == 0 ? arc.from : arc.to;
         poles.push_back(Point(frame.At(pole)));
         weights += (j == 0 ? "" : ",") + StepReal(j == kDegree ? 1.0 : weight);

@@ -168,7 +168,7 @@ private:
         for (int i = 0; i < face.loopCount; ++i) {
             const auto edge = static_cast<std::size_t>(
                 t_.loops[static_cast<std::size_t>(face.firstLoop + i)].edge);
-            const AcGePoint2d& at = t_.edges[edge].at;
+            const plane::Point& at = t_.edges[edge].at;
             const bool isStart =
                 ends.start == nullptr && at.x == face.piece->from.x && at.y == face.piece->from.y;
             (isStart ? ends.start : ends.end) = &edges_[edge];
@@ -201,7 +201,7 @@ private:
     }
 
     // A corner's own vertex, or a new one on the axis.
-    int VertexAt(const CornerIds* corner, const AcGePoint2d& at) {
+    int VertexAt(const CornerIds* corner, const plane::Point& at) {
         return HasCircle(corner) ? corner->vertex : out_.Vertex(frame_.At(at));
     }
 
@@ -237,7 +237,7 @@ private:
         if (!piece.IsArc()) return out_.Line(frame_.At(piece.from), frame_.At(piece.to));
         if (EndsInTip(piece)) return out_.Arc(frame_, piece);
         const int centre = out_.Point(frame_.At(piece.centre));
-        const AcGeVector2d start = piece.from - piece.centre;
+        const plane::Vector start = piece.from - piece.centre;
         const int first = out_.Direction(frame_.axis * start.x + frame_.radial * start.y);
         return out_.Circle(out_.Placement(centre, piece.bulge > 0.0 ? normal_ : against_, first),
                            piece.radius);
@@ -274,8 +274,8 @@ private:
 
     // From the circle at the wider end, the axis towards where it widens.
     int Cone(const Piece& p) {
-        const AcGePoint2d& wide = p.to.y > p.from.y ? p.to : p.from;
-        const AcGePoint2d& narrow = p.to.y > p.from.y ? p.from : p.to;
+        const plane::Point& wide = p.to.y > p.from.y ? p.to : p.from;
+        const plane::Point& narrow = p.to.y > p.from.y ? p.from : p.to;
         const int centre = out_.Point(frame_.At(wide.x, 0.0));
         const bool isCylinder = wide.y == narrow.y;
         const int placement =

@@ -7,12 +7,12 @@ namespace host::solid {
 
 namespace {
 
-struct Corner {
+struct StoredPoint {
     float x, y, z;
-    bool operator==(const Corner& o) const { return x == o.x && y == o.y && z == o.z; }
+    bool operator==(const StoredPoint& o) const { return x == o.x && y == o.y && z == o.z; }
 };
 
-Corner Rounded(const AcGePoint3d& p) {
+StoredPoint Rounded(const AcGePoint3d& p) {
     return {static_cast<float>(p.x), static_cast<float>(p.y), static_cast<float>(p.z)};
 }
 
@@ -20,7 +20,7 @@ void PutWord(std::string& out, std::uint32_t word) {
     for (int shift = 0; shift < 32; shift += 8) out += static_cast<char>(word >> shift & 0xFFu);
 }
 
-void PutCorner(std::string& out, const Corner& c) {
+void PutCorner(std::string& out, const StoredPoint& c) {
     for (const float f : {c.x, c.y, c.z}) {
         std::uint32_t word;
         std::memcpy(&word, &f, sizeof word);
@@ -38,12 +38,12 @@ std::string StlBytes(const Mesh& mesh) {
         const AcGePoint3d& a = mesh.points[static_cast<std::size_t>(t[0])];
         const AcGePoint3d& b = mesh.points[static_cast<std::size_t>(t[1])];
         const AcGePoint3d& c = mesh.points[static_cast<std::size_t>(t[2])];
-        const Corner corners[] = {Rounded(a), Rounded(b), Rounded(c)};
+        const StoredPoint corners[] = {Rounded(a), Rounded(b), Rounded(c)};
         if (corners[0] == corners[1] || corners[1] == corners[2] || corners[2] == corners[0])
             continue;
         const AcGeVector3d n = (b - a).crossProduct(c - a).normal();
         PutCorner(body, Rounded(n.asPoint()));
-        for (const Corner& corner : corners) PutCorner(body, corner);
+        for (const StoredPoint& corner : corners) PutCorner(body, corner);
         body.append(2, '\0');
         ++count;
     }

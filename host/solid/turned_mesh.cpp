@@ -19,11 +19,6 @@ double StepAngle(double radius, double tolerance) {
     return 2.0 * std::acos(1.0 - rise);
 }
 
-AcGeVector2d Turned(const AcGeVector2d& v, double angle) {
-    const double c = std::cos(angle), s = std::sin(angle);
-    return {v.x * c - v.y * s, v.x * s + v.y * c};
-}
-
 class Turner {
 public:
     Turner(const Profile& profile, double tolerance)
@@ -47,12 +42,12 @@ public:
         if (piece.IsArc())
             chords = static_cast<int>((std::min)(
                 std::ceil(std::abs(sweep) / StepAngle(piece.radius, m_tolerance)), kMostChords));
-        const AcGeVector2d start = piece.StartDirection();
+        const Vector start = piece.StartDirection();
         AddRing(piece.from, start);
         for (int k = 1; k <= chords; ++k) {
             const double angle = sweep * k / chords;
             // From the start along the chord there: no way through a far-away centre.
-            const AcGePoint2d p =
+            const Point p =
                 k == chords ? piece.to
                             : piece.from + Turned(start, angle / 2.0) *
                                                (2.0 * piece.radius * std::sin(std::abs(angle) / 2));
@@ -65,7 +60,7 @@ public:
 
 private:
     // The material is on the left of travel.
-    void AddRing(const AcGePoint2d& p, const AcGeVector2d& travel) {
+    void AddRing(const Point& p, const Vector& travel) {
         m_wasOnAxis = std::exchange(m_isOnAxis, p.y == 0.0);
         for (const AcGeVector3d& away : m_away) {
             mesh.points.push_back(m_frame.origin + m_frame.axis * p.x + away * p.y);

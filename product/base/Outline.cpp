@@ -89,4 +89,11 @@ double LengthOf(const std::vector<Vertex>& ring) {
     return length;
 }
 
+std::vector<plane::Curve> EdgesOf(const std::vector<Vertex>& ring) {
+    std::vector<plane::Corner> corners;
+    corners.reserve(ring.size());
+    for (const Vertex& v : ring) corners.push_back({{v.x, v.y}, v.bulge});
+    return plane::CurvesOf(corners);
+}
+
 }  // namespace product

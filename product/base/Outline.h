@@ -1,9 +1,9 @@
-// A ring of straight and circular edges in the plane, as an envelope is: its size, its length and
-// whether it meets itself.
+// A ring of straight and circular edges in the plane, as an envelope is: its size and its length.
 #pragma once
 
-#include <optional>
 #include <vector>
+
+#include "plane/ring.h"
 
 namespace product {
 
@@ -51,22 +51,12 @@ Box ExtentsOf(const std::vector<Vertex>& ring);
 // Length of the closed ring, arcs as arcs.
 double LengthOf(const std::vector<Vertex>& ring);
 
-enum class Meeting { Touch, Crossing, Overlap };
+// Where a ring meets itself: the numbers are those of its edges, edge i running from vertex i to
+// the next one.
+using Meeting = plane::MeetingKind;
+using SelfMeeting = plane::SelfMeeting;
 
-// Where two edges meet that should not: edge i runs from vertex i to the next one.
-struct SelfMeeting {
-    Meeting kind = Meeting::Touch;
-    Point at;
-    int firstEdge = 0, secondEdge = 0;
-};
-
-// The first place where the closed ring meets itself other than at the corners its edges share; a
-// crossing or an overlap is preferred to a mere touch, then the lowest edges.
-//
-// ring    edges shorter than the tolerance are passed over, their neighbours count as adjacent
-// result  nothing for a simple ring. Exact for lines and arcs: no arc is replaced by chords.
-// tol     1e-9 of the ring's size: below it coordinates of that size carry no information
-// cost    O(n log n + p) for p pairs of edges whose ranges in x overlap
-std::optional<SelfMeeting> FindSelfMeeting(const std::vector<Vertex>& ring);
+// The edges of the closed ring, one for each vertex, as the plane geometry takes them.
+std::vector<plane::Curve> EdgesOf(const std::vector<Vertex>& ring);
 
 }  // namespace product

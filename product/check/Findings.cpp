@@ -73,7 +73,7 @@ void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
 
 void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Finding>& findings) {
     if (!meeting) return;
-    const Point at = meeting->at;
+    const Point at{meeting->at.x, meeting->at.y};
     const bool crosses = Crosses(meeting);
     Add(findings, Finding::Kind::Crossing, true,
         std::string("the envelope ") + (crosses ? "crosses" : "touches") + " itself at " +

@@ -27,7 +27,7 @@ Json MeetingJson(const Envelope& envelope) {
     const SelfMeeting& meeting = *envelope.selfMeeting;
     json["kind"] = MeetingName(meeting.kind);
     json["at"] = {meeting.at.x, meeting.at.y};
-    json["edges"] = {meeting.firstEdge, meeting.secondEdge};
+    json["edges"] = {meeting.first, meeting.second};
     return json;
 }
 

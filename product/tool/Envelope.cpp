@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/solid/tolerance.h"
+#include "plane/ring.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
 
@@ -35,7 +37,9 @@ Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Axis>& axis) {
         envelope.diameter = 2 * std::max(box.maxY, -box.minY);
         envelope.span = box.Width();
     }
-    envelope.selfMeeting = FindSelfMeeting(envelope.vertices);
+    // By the solid's tolerance: what is drawn as meeting itself is what the modeller refuses.
+    envelope.selfMeeting =
+        plane::FindSelfMeeting(EdgesOf(envelope.vertices), host::solid::kPositionTol);
     return envelope;
 }
 

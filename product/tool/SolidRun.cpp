@@ -37,7 +37,7 @@ AcGeVector3d DirectionOf(const Axis& axis) {
 SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Axis& axis) {
     host::solid::Outline outline;
     outline.closed = closed;
-    for (const Vertex& v : ring) outline.corners.push_back({AcGePoint2d(v.x, v.y), v.bulge});
+    for (const Vertex& v : ring) outline.corners.push_back({{v.x, v.y}, v.bulge});
     host::solid::Profile profile;
     const host::solid::Refusal refusal =
         Prepare(outline, PointOn(axis), DirectionOf(axis), profile);

@@ -67,7 +67,7 @@ ROOMS = {
         "host/include host/base host/sys host/db"),
     "host/solid": (
         "solids and their files; knows entities, neither documents nor drawing files",
-        "host/include host/base host/sys host/db"),
+        "plane host/include host/base host/sys host/db"),
     "host/ed": (
         "documents, commands, tracing: opens files and installs the modeller",
         "host/include host/base host/sys host/geos host/db host/dxf host/solid"),
@@ -77,7 +77,7 @@ ROOMS = {
     # What the programs are made of.
     "product/base": (
         "a drawing's file, its texts and rectangles: what every other room here needs",
-        "plugin/util host/include host/dxf"),
+        "plane plugin/util host/include host/dxf"),
     "product/detect": (
         "finds the tools of a sheet; knows no envelope, and takes the drawing from the one walk",
         "product/base plane plugin/util plugin/drawn host/include host/base"),

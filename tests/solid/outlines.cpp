@@ -7,7 +7,7 @@
 #include <stdexcept>
 
 using host::solid::Outline;
-using host::solid::OutlineCorner;
+using plane::Corner;
 
 namespace {
 
@@ -64,7 +64,7 @@ void AddContour(std::mt19937& random, Outline& out, double right, double left, i
             double next = Uniform(random, low, high);
             if (std::fabs(next - y) > 0.02) y = next;
         }
-        const AcGePoint2d from = out.corners.back().point;
+        const plane::Point from = out.corners.back().point;
         const double slope = std::atan2(std::fabs(y - from.y), std::fabs(dx));
         const double widest = 85.0 * kPi / 180.0 - slope;
         if (Pick(random, 2) == 0 && widest > 0.05) {
@@ -86,7 +86,7 @@ Outline ParseOutline(const std::string& text) {
     Outline out;
     std::istringstream in(text);
     for (std::string word; in >> word;) {
-        OutlineCorner corner;
+        Corner corner;
         if (word == "open") {
             out.closed = false;
             continue;
@@ -101,7 +101,7 @@ Outline ParseOutline(const std::string& text) {
 
 std::string Show(const Outline& outline) {
     std::string text = outline.closed ? "" : "open ";
-    for (const OutlineCorner& corner : outline.corners) {
+    for (const Corner& corner : outline.corners) {
         char word[100];
         std::snprintf(word, sizeof word,
                       corner.bulge != 0.0 ? "%.17g,%.17g(%.17g) " : "%.17g,%.17g ", corner.point.x,
@@ -116,9 +116,9 @@ PlainMeasures IntegratePlainly(const Outline& outline, double axisY) {
     PlainMeasures sum;
     const std::size_t n = outline.corners.size();
     for (std::size_t i = 0; i < n; ++i) {
-        const AcGePoint2d a = outline.corners[i].point, b = outline.corners[(i + 1) % n].point;
+        const plane::Point a = outline.corners[i].point, b = outline.corners[(i + 1) % n].point;
         const double half = 2.0 * std::atan(outline.corners[i].bulge);
-        const double chord = a.distanceTo(b), turn = std::atan2(b.y - a.y, b.x - a.x);
+        const double chord = Distance(a, b), turn = std::atan2(b.y - a.y, b.x - a.x);
         constexpr int kPanels = 8;
         for (int k = 0; k < kPanels * 10; ++k) {
             const double t = (k / 10 + 0.5 * (1.0 + rule.node[k % 10])) / kPanels;
@@ -154,7 +154,7 @@ Outline RandomTurnedPart(std::mt19937& random, int steps) {
         return out;
     }
     // Each end flat, a cone's tip, a ball, or a pointed arch.
-    const AcGePoint2d last = out.corners.back().point, first = out.corners.front().point;
+    const plane::Point last = out.corners.back().point, first = out.corners.front().point;
     const int leftEnd = Pick(random, 4), rightEnd = Pick(random, 4);
     const double reach = leftEnd == 0   ? 0.0
                          : leftEnd == 2 ? last.y
@@ -181,7 +181,7 @@ Outline Reversed(const Outline& outline) {
 
 Outline Flipped(const Outline& outline) {
     Outline out = outline;
-    for (OutlineCorner& corner : out.corners) {
+    for (Corner& corner : out.corners) {
         corner.point.y = -corner.point.y;
         corner.bulge = -corner.bulge;
     }

@@ -12,10 +12,10 @@
 using host::solid::Measure;
 using host::solid::Measures;
 using host::solid::Outline;
-using host::solid::OutlineCorner;
 using host::solid::Prepare;
 using host::solid::Profile;
 using host::solid::Refusal;
+using plane::Corner;
 using Fault = host::solid::Refusal::Fault;
 
 namespace {
@@ -78,42 +78,40 @@ const RefusedCase kRefused[] = {
     {"narrow slot", "0,0 20,0 20,5 10.000003,5 10.000003,1 10,1 10,5 0,5", Fault::kNone, 0, 0}};
 
 // A closed polygon of many short lines along the outline.
-std::vector<AcGePoint2d> Sampled(const Outline& outline, int perPiece) {
-    std::vector<AcGePoint2d> points;
+std::vector<plane::Point> Sampled(const Outline& outline, int perPiece) {
+    std::vector<plane::Point> points;
     const std::size_t n = outline.corners.size();
     for (std::size_t i = 0; i < n; ++i) {
-        const AcGePoint2d a = outline.corners[i].point, b = outline.corners[(i + 1) % n].point;
+        const plane::Point a = outline.corners[i].point, b = outline.corners[(i + 1) % n].point;
         const double half = 2.0 * std::atan(outline.corners[i].bulge);
-        const double turn = std::atan2(b.y - a.y, b.x - a.x), chord = a.distanceTo(b);
+        const double turn = std::atan2(b.y - a.y, b.x - a.x), chord = Distance(a, b);
         for (int k = 0; k < perPiece; ++k) {
             const double t = static_cast<double>(k) / perPiece;
             const double along =
                 half == 0.0 ? chord * t : chord * std::sin(half * t) / std::sin(half);
             const double to = turn - half + half * t;
-            points.emplace_back(a.x + along * std::cos(to), a.y + along * std::sin(to));
+            points.push_back({a.x + along * std::cos(to), a.y + along * std::sin(to)});
         }
     }
     return points;
 }
 
-double Cross(const AcGeVector2d& a, const AcGeVector2d& b) { return a.x * b.y - a.y * b.x; }
-
-double PointToLine(const AcGePoint2d& p, const AcGePoint2d& a, const AcGePoint2d& b) {
-    const double t = (p - a).dotProduct(b - a) / (b - a).lengthSqrd();
-    return p.distanceTo(a + (b - a) * (std::min)(1.0, (std::max)(0.0, t)));
+double PointToLine(const plane::Point& p, const plane::Point& a, const plane::Point& b) {
+    const double t = Dot(p - a, b - a) / Dot(b - a, b - a);
+    return Distance(p, a + (b - a) * (std::min)(1.0, (std::max)(0.0, t)));
 }
 
 // Smallest distance between two stretches of the polygon that are farther apart along it than gap;
 // 0 when they cross, -1 when only nearer stretches do, which samples cannot tell for sure.
-double OwnDistance(const std::vector<AcGePoint2d>& p, std::size_t gap) {
+double OwnDistance(const std::vector<plane::Point>& p, std::size_t gap) {
     const std::size_t n = p.size();
     double least = 1e300;
     bool unclear = false;
     for (std::size_t i = 0; i < n; ++i)
         for (std::size_t j = i + 2; j < n; ++j) {
             const std::size_t apart = (std::min)(j - i, n - (j - i));
-            const AcGePoint2d &a = p[i], &b = p[(i + 1) % n], &c = p[j], &d = p[(j + 1) % n];
-            if (apart < 2 || a.distanceTo(c) > a.distanceTo(b) + c.distanceTo(d) + 0.1) continue;
+            const plane::Point &a = p[i], &b = p[(i + 1) % n], &c = p[j], &d = p[(j + 1) % n];
+            if (apart < 2 || Distance(a, c) > Distance(a, b) + Distance(c, d) + 0.1) continue;
             const bool crosses = (Cross(b - a, c - a) > 0) != (Cross(b - a, d - a) > 0) &&
                                  (Cross(d - c, a - c) > 0) != (Cross(d - c, b - c) > 0);
             if (crosses && apart > gap) return 0.0;
@@ -130,10 +128,10 @@ double OwnDistance(const std::vector<AcGePoint2d>& p, std::size_t gap) {
 bool HasCusp(const Outline& outline) {
     const std::size_t n = outline.corners.size();
     for (std::size_t i = 0; i < n; ++i) {
-        const OutlineCorner &a = outline.corners[i], &b = outline.corners[(i + 1) % n],
-                            &c = outline.corners[(i + 2) % n];
-        const double in = (b.point - a.point).angle() + 2.0 * std::atan(a.bulge);
-        const double out = (c.point - b.point).angle() - 2.0 * std::atan(b.bulge);
+        const Corner &a = outline.corners[i], &b = outline.corners[(i + 1) % n],
+                     &c = outline.corners[(i + 2) % n];
+        const double in = AngleOf(b.point - a.point) + 2.0 * std::atan(a.bulge);
+        const double out = AngleOf(c.point - b.point) - 2.0 * std::atan(b.bulge);
         if (std::cos(out - in) < -0.95) return true;
     }
     return false;
@@ -203,7 +201,7 @@ TEST(Profile, MeasuresFollowThePlainIntegral) {
         EXPECT_NEAR(measures.volume / expected.volume, 1.0, 1e-11);
         EXPECT_NEAR(measures.area / expected.area, 1.0, 1e-11);
         double left = 1e300, right = -1e300, top = 0.0;
-        for (const AcGePoint2d& p : Sampled(outline, 200)) {
+        for (const plane::Point& p : Sampled(outline, 200)) {
             left = (std::min)(left, p.x);
             right = (std::max)(right, p.x);
             top = (std::max)(top, p.y);

@@ -14,7 +14,7 @@ using namespace host::solid;
 
 struct Case {
     const char* name;
-    std::vector<OutlineCorner> corners;
+    std::vector<plane::Corner> corners;
 };
 
 const Case kCases[] = {

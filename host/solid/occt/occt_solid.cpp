@@ -33,7 +33,7 @@ namespace {
 // Relative; the library integrates numerically.
 constexpr double kVolumeTol = 1e-6;
 
-gp_Pnt Point(const AcGePoint3d& p) { return gp_Pnt(p.x, p.y, p.z); }
+gp_Pnt GpPoint(const AcGePoint3d& p) { return gp_Pnt(p.x, p.y, p.z); }
 gp_Dir Direction(const AcGeVector3d& v) { return gp_Dir(v.x, v.y, v.z); }
 
 // The profile as one ring again, the pieces on the axis included. The outside runs from the right
@@ -86,7 +86,7 @@ public:
         std::vector<TopoDS_Vertex> corners;
         corners.reserve(ring.size());
         for (const Piece& piece : ring)
-            corners.push_back(BRepBuilderAPI_MakeVertex(Point(frame_.At(piece.from))));
+            corners.push_back(BRepBuilderAPI_MakeVertex(GpPoint(frame_.At(piece.from))));
         BRepBuilderAPI_MakeWire wire;
         for (std::size_t i = 0; i < ring.size(); ++i)
             wire.Add(Edge(ring[i], corners[i], corners[(i + 1) % ring.size()]));
@@ -111,8 +111,8 @@ private:
     }
 
     Handle(Geom_TrimmedCurve) Line(const Piece& piece) const {
-        const gp_Pnt from = Point(frame_.At(piece.from));
-        const gp_Vec along(from, Point(frame_.At(piece.to)));
+        const gp_Pnt from = GpPoint(frame_.At(piece.from));
+        const gp_Vec along(from, GpPoint(frame_.At(piece.to)));
         return new Geom_TrimmedCurve(new Geom_Line(from, along), 0.0, along.Magnitude());
     }
 
@@ -120,7 +120,7 @@ private:
     Handle(Geom_TrimmedCurve) Arc(const Piece& piece) const {
         const AcGeVector3d normal = piece.bulge > 0.0 ? frame_.Normal() : -frame_.Normal();
         const AcGePoint3d centre = frame_.At(piece.centre);
-        const gp_Ax2 axes(Point(centre), Direction(normal),
+        const gp_Ax2 axes(GpPoint(centre), Direction(normal),
                           Direction(frame_.At(piece.from) - centre));
         return new Geom_TrimmedCurve(new Geom_Circle(axes, piece.radius), 0.0,
                                      4.0 * std::atan(std::fabs(piece.bulge)));
@@ -134,14 +134,14 @@ public:
     bool Build(const Profile& profile, double expectedVolume, std::string& reason) {
         const Frame& frame = profile.frame;
         const TopoDS_Wire wire = WireMaker(frame).Make(RingOf(profile));
-        const gp_Pln plane(Point(frame.origin), Direction(frame.Normal()));
+        const gp_Pln plane(GpPoint(frame.origin), Direction(frame.Normal()));
         BRepBuilderAPI_MakeFace face(plane, wire);
         if (!face.IsDone()) {
             reason = "the kernel does not take the profile as a face";
             return false;
         }
         BRepPrimAPI_MakeRevol revol(face.Face(),
-                                    gp_Ax1(Point(frame.origin), Direction(frame.axis)));
+                                    gp_Ax1(GpPoint(frame.origin), Direction(frame.axis)));
         if (!revol.IsDone()) {
             reason = "the kernel cannot revolve the profile";
             return false;
