@@ -4,9 +4,10 @@
 #include <array>
 #include <cmath>
 #include <memory>
-#include <unordered_map>
 
+#include "DrawnWalk.h"
 #include "EncircleLayers.h"
+#include "product/base/Failure.h"
 #include "product/base/Text.h"
 
 namespace product {
@@ -28,106 +29,64 @@ bool HoldsAny(const std::string& text, const std::vector<const char*>& words) {
                        [&](const char* word) { return text.find(word) != std::string::npos; });
 }
 
-// Chain lines: the names of the line type files that come with CAD systems, and their Chinese ones.
-bool IsCentreName(const std::string& name) {
-    static const std::vector<const char*> kWords = {"CENTER",    "CENTRE",    "DASHDOT",
-                                                    "ISO04W100", "ISO08W100", "ISO10W100",
-                                                    "中心",      "点划",      "点画"};
-    return HoldsAny(Upper(name), kWords);
-}
-
 bool IsCentreLayer(const std::string& name) {
     static const std::vector<const char*> kWords = {"CENTER", "CENTRE", "AXIS", "中心", "轴线"};
     return HoldsAny(Upper(name), kWords);
 }
 
-bool IsContinuousName(const std::string& name) {
-    const std::string upper = Upper(name);
-    return upper == "CONTINUOUS" || upper == "BYLAYER" || upper == "BYBLOCK";
+bool IsIgnoredLayer(const CString& name) {
+    return name.CompareNoCase(kDimensionLayer) == 0 || name.CompareNoCase(kEnvelopeLayer) == 0;
 }
 
-class Walker {
-public:
-    explicit Walker(const std::function<void(const SourceCurve&)>& use) : m_use(use) {}
+CurveKind KindOf(const AcDbCurve& curve, const SLinetype& linetype) {
+    if (linetype.m_kind == ELinetypeKind::Centre) return CurveKind::Centre;
+    if (!linetype.IsContinuous()) return CurveKind::Dashed;
+    const bool isRound = curve.isKindOf(AcDbCircle::desc()) ||
+                         (curve.isKindOf(AcDbEllipse::desc()) && curve.isClosed());
+    return isRound ? CurveKind::Round : CurveKind::Contour;
+}
 
-    void Walk(const AcDbObjectId& id, int depth) {
-        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) return;
-        m_picked = id;
-        Walk(*entity.object(), depth);
+// Hands on the curves of the items that a walk comes by.
+class Hander {
+public:
+    Hander(CDrawnWalk& walk, const std::function<void(const SourceCurve&)>& use)
+        : m_walk(walk), m_use(use) {}
+
+    void Look(const SDrawnItem& item) {
+        if (item.m_nDepth == 0) return Take(item.m_entity, item);
+        // In its place, as exploding the blocks around it would leave it.
+        AcDbEntity* made = nullptr;
+        if (item.m_entity.getTransformedCopy(item.m_place, made) != Acad::eOk) return;
+        const std::unique_ptr<AcDbEntity> copy(made);
+        Take(*copy, item);
     }
 
 private:
-    struct Layer {
-        std::string name;
-        bool isIgnored = false;
-        CurveKind kind = CurveKind::Contour;  // of what takes its line type from the layer
-    };
-
-    void Walk(const AcDbEntity& entity, int depth) {
-        const bool isBlock = entity.isKindOf(AcDbBlockReference::desc());
-        if (isBlock && depth == 0) return;
-        if (isBlock || entity.isKindOf(AcDb2dPolyline::desc()) ||
-            entity.isKindOf(AcDb3dPolyline::desc())) {
-            WalkPieces(entity, depth - (isBlock ? 1 : 0));
-            return;
-        }
+    void Take(const AcDbEntity& entity, const SDrawnItem& item) {
+        if (entity.isKindOf(AcDb2dPolyline::desc()) || entity.isKindOf(AcDb3dPolyline::desc()))
+            return TakePieces(entity, item);
         const auto* curve = AcDbCurve::cast(&entity);
         if (curve == nullptr || entity.isKindOf(AcDbLeader::desc()) ||
             entity.isKindOf(AcDbRay::desc()) || entity.isKindOf(AcDbXline::desc()))
             return;
-        const Layer& layer = LayerOf(entity.layerId());
-        m_use({*curve, KindOf(*curve, layer), layer.name, m_picked});
+        const CString& layer = m_walk.LayerName(item.m_layerId);
+        const CurveKind kind = IsIgnoredLayer(layer)
+                                   ? CurveKind::Ignored
+                                   : KindOf(*curve, m_walk.Linetypes().Look(item.m_linetypeId));
+        m_use({*curve, kind, ToUtf8(layer.GetString()), item.m_pickedId});
     }
 
-    void WalkPieces(const AcDbEntity& whole, int depth) {
+    void TakePieces(const AcDbEntity& whole, const SDrawnItem& item) {
         AcDbVoidPtrArray made;
         if (whole.explode(made) != Acad::eOk) return;
         std::vector<std::unique_ptr<AcDbEntity>> pieces;
         for (int i = 0; i < made.length(); ++i)
             pieces.emplace_back(static_cast<AcDbEntity*>(made[i]));
-        for (const auto& piece : pieces) Walk(*piece, depth);
+        for (const auto& piece : pieces) Take(*piece, item);
     }
 
-    CurveKind KindOf(const AcDbCurve& curve, const Layer& layer) {
-        if (layer.isIgnored) return CurveKind::Ignored;
-        const AcDbObjectId byLayer =
-            curve.database() != nullptr
-                ? curve.database()->byLayerLinetype()
-                : acdbHostApplicationServices()->workingDatabase()->byLayerLinetype();
-        const CurveKind kind =
-            curve.linetypeId() == byLayer ? layer.kind : KindOfLinetype(curve.linetypeId());
-        if (kind != CurveKind::Contour) return kind;
-        const bool isRound = curve.isKindOf(AcDbCircle::desc()) ||
-                             (curve.isKindOf(AcDbEllipse::desc()) && curve.isClosed());
-        return isRound ? CurveKind::Round : CurveKind::Contour;
-    }
-
-    static CurveKind KindOfLinetype(const AcDbObjectId& linetypeId) {
-        AcString name;
-        if (acdbSymUtil()->getSymbolName(name, linetypeId) != Acad::eOk) return CurveKind::Contour;
-        const std::string text = ToUtf8(name);
-        if (IsCentreName(text)) return CurveKind::Centre;
-        return IsContinuousName(text) ? CurveKind::Contour : CurveKind::Dashed;
-    }
-
-    const Layer& LayerOf(const AcDbObjectId& layerId) {
-        const auto [at, isNew] = m_layers.try_emplace(layerId);
-        if (!isNew) return at->second;
-        Layer& layer = at->second;
-        AcDbLayerTableRecordPointer record(layerId, AcDb::kForRead);
-        AcString name;
-        if (record.openStatus() != Acad::eOk || record->getName(name) != Acad::eOk) return layer;
-        layer.name = ToUtf8(name);
-        layer.isIgnored =
-            name.compareNoCase(kDimensionLayer) == 0 || name.compareNoCase(kEnvelopeLayer) == 0;
-        layer.kind = KindOfLinetype(record->linetypeObjectId());
-        return layer;
-    }
-
+    CDrawnWalk& m_walk;
     const std::function<void(const SourceCurve&)>& m_use;
-    AcDbObjectId m_picked;
-    std::unordered_map<AcDbObjectId, Layer> m_layers;
 };
 
 // The longest horizontal line of each kind so far.
@@ -259,16 +218,25 @@ std::vector<Point> SampledChords(const AcDbCurve& curve, double tolerance) {
 
 }  // namespace
 
-void ForEachCurve(const AcArray<AcDbObjectId>& ids, int depth,
+void ForEachCurve(const AcArray<AcDbObjectId>& ids, bool intoBlocks,
                   const std::function<void(const SourceCurve&)>& use) {
-    Walker walker(use);
-    for (int i = 0; i < ids.length(); ++i) walker.Walk(ids[i], depth);
+    if (ids.isEmpty()) return;
+    SDrawnOptions options;
+    options.m_bIntoBlocks = intoBlocks;
+    // What was picked counts, and the engine takes blocks apart whatever their layers show.
+    options.m_bWithHidden = true;
+    CDrawnWalk walk(ids[0].database(), options);
+    Hander hander(walk, use);
+    walk.Walk(ids, [&hander](const SDrawnItem& item) { hander.Look(item); });
+    for (const SDrawnFault& fault : walk.Faults())
+        if (fault.m_kind == SDrawnFault::TooMuch)
+            throw Failure(Fault::NoResult, ToUtf8(fault.Text().GetString()));
 }
 
 std::optional<Point> FindAxis(const AcArray<AcDbObjectId>& ids) {
-    for (const int depth : {0, kAnyDepth}) {
+    for (const bool intoBlocks : {false, true}) {
         AxisSearch search;
-        ForEachCurve(ids, depth, [&](const SourceCurve& source) { search.Look(source); });
+        ForEachCurve(ids, intoBlocks, [&](const SourceCurve& source) { search.Look(source); });
         if (const auto found = search.Found()) return found;
     }
     return std::nullopt;

@@ -27,15 +27,15 @@ struct SourceCurve {
     AcDbObjectId picked;  // the entity that it is or came from
 };
 
-// Calls use() for every curve among the entities and within their blocks and heavy polylines, each
-// in its place. Rays, leaders and construction lines are none.
+// Calls use() for every curve among the entities and within their heavy polylines, each in its
+// place. Rays, leaders and construction lines are none.
 //
-// depth  levels of blocks that are taken apart; 0: none
-// cost   O(curves); blocks are exploded in memory, the drawing is not changed
-void ForEachCurve(const AcArray<AcDbObjectId>& ids, int depth,
+// intoBlocks  whether blocks are taken apart, too, to any depth; layers and line types are those
+//             that the viewer sees then: layer 0 and ByBlock mean those of the reference
+// cost        O(curves); copies are made in memory, the drawing is not changed
+// fails       Failure with NoResult, naming the block, when blocks repeat themselves without end
+void ForEachCurve(const AcArray<AcDbObjectId>& ids, bool intoBlocks,
                   const std::function<void(const SourceCurve&)>& use);
-
-constexpr int kAnyDepth = 64;
 
 // The middle of the longest horizontal centre line among the entities; blocks are looked into when
 // there is none outside of them. Lines on a layer named after centre lines count when none is drawn

@@ -160,7 +160,7 @@ struct Gathered {
 
 Gathered Gather(const AcArray<AcDbObjectId>& ids, bool withDashed, double chord) {
     Gathered gathered;
-    ForEachCurve(ids, kAnyDepth, [&](const SourceCurve& source) {
+    ForEachCurve(ids, true, [&](const SourceCurve& source) {
         const bool isDashed = source.kind == CurveKind::Dashed || source.kind == CurveKind::Centre;
         if (source.kind == CurveKind::Ignored || (isDashed && !withDashed)) return;
         Polyline points = ChordsOf(source.curve, chord);
@@ -194,7 +194,7 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Ha
                           bool withDashed, const std::vector<Vertex>& envelope, double tolerance) {
     OutlineCheck check;
     Box rough;
-    ForEachCurve(ids, kAnyDepth, [&](const SourceCurve& source) {
+    ForEachCurve(ids, true, [&](const SourceCurve& source) {
         AcDbExtents extents;
         if (source.kind != CurveKind::Contour || source.curve.getGeomExtents(extents) != Acad::eOk)
             return;

@@ -61,14 +61,12 @@ Picture PictureBuilder::Take() {
     return picture;
 }
 
-Ink PictureBuilder::InkOfLinetype(const AcDbObjectId& linetypeId) const {
-    AcString name;
-    if (acdbSymUtil()->getSymbolName(name, linetypeId) != Acad::eOk) return Ink::Outline;
-    name.makeUpper();
-    if (name.find(_T("CENTER")) >= 0) return Ink::Centre;
-    if (name == _T("CONTINUOUS") || name == _T("BYLAYER") || name == _T("BYBLOCK"))
-        return Ink::Outline;
-    return Ink::Dashed;
+Ink PictureBuilder::InkOfLinetype(const AcDbObjectId& linetypeId) {
+    // What follows its layer or its block without having one is drawn full.
+    if (linetypeId == m_database.byBlockLinetype()) return Ink::Outline;
+    const SLinetype& linetype = m_linetypes.Look(linetypeId);
+    if (linetype.m_kind == ELinetypeKind::Centre) return Ink::Centre;
+    return linetype.IsContinuous() ? Ink::Outline : Ink::Dashed;
 }
 
 const PictureBuilder::LayerLook& PictureBuilder::LookOf(const AcDbObjectId& layerId) {

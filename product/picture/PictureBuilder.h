@@ -6,6 +6,7 @@
 
 #include <unordered_map>
 
+#include "LinetypeKind.h"
 #include "product/picture/Picture.h"
 #include "arxHeaders.h"
 
@@ -48,7 +49,7 @@ private:
     };
 
     const LayerLook& LookOf(const AcDbObjectId& layerId);
-    Ink InkOfLinetype(const AcDbObjectId& linetypeId) const;
+    Ink InkOfLinetype(const AcDbObjectId& linetypeId);
 
     // The entities of a block or of model space, as far as they are displayed; in a block those on
     // layer 0 always are, for their reference decides.
@@ -96,6 +97,7 @@ private:
     bool m_inDimension = false;
     std::unordered_map<AcDbObjectId, LayerLook> m_layers;
     std::unordered_map<AcDbObjectId, int> m_blocks;  // by definition, of this picture
+    CLinetypes m_linetypes;
 };
 
 }  // namespace product

@@ -84,10 +84,11 @@ ROOMS = {
     "product/check": (
         "looks at the drawing by means of its own; shares no more with the engine than the record "
         "of what it did and the names of its layers",
-        "product/base product/detect plugin/util plugin/outline plugin/engine host/include host/ed"),
+        "product/base product/detect plugin/util plugin/drawn plugin/outline plugin/engine host/include "
+        "host/ed"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
-        "plane product/base plugin/util host/include host/solid"),
+        "plane product/base plugin/util plugin/drawn host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
         "product/base product/detect product/check product/picture plane plugin/util plugin/outline "
