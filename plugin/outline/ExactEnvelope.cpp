@@ -49,7 +49,8 @@ private:
 
 plane::Box BoxOf(const std::vector<outline::Contour>& curves) {
     plane::Box box;
-    for (const outline::Contour& c : curves) box.Add(plane::BoxOf(c.curve));
+    for (const outline::Contour& c : curves)
+        if (outline::IsWithin(c.curve)) box.Add(plane::BoxOf(c.curve));
     return box;
 }
 
@@ -178,7 +179,7 @@ SExactResult CExactEnvelope::Find() const {
         result.m_refusal = refusal;
         return result;
     };
-    if (!plane::IsFinite(from) || !plane::IsFinite(to) || !(plane::Distance(from, to) > 0.0))
+    if (!outline::IsWithin(plane::MakeLine(from, to)) || !(plane::Distance(from, to) > 0.0))
         return refuse(SExactResult::E_Refusal_NoAxis);
     if (!IsLength(m_request.m_dPoint) || !IsLength(m_request.m_dSide) ||
         !IsLength(m_request.m_dOvershoot) || !IsLength(m_request.m_dCurve))
@@ -213,6 +214,7 @@ SExactResult CExactEnvelope::Find() const {
     const CTranslator translator(m_request, frame);
     result.m_refusal = RefusalOf(envelope.refusal);
     result.m_place = translator.Place(envelope.place);
+    result.m_id = translator.Source(envelope.source);
     result.m_dSize = envelope.size;
     result.m_dPoint = envelope.lengths.point;
     result.m_dSide = envelope.lengths.side;
@@ -226,16 +228,25 @@ SExactResult CExactEnvelope::Find() const {
 }
 
 CString CExactEnvelope::Explain(const SExactResult& result) {
-    CString strPlace;
+    CString strPlace, strEntity = _T("a curve");
+    if (!result.m_id.isNull()) {
+        ACHAR handle[AcDbHandle::kStrSiz] = {};
+        result.m_id.handle().getIntoAsciiBuffer(handle);
+        strEntity = CString(_T("entity ")) + handle;
+    }
     strPlace.Format(_T("%.10g,%.10g"), result.m_place.m_dX, result.m_place.m_dY);
     switch (result.m_refusal) {
         case SExactResult::E_Refusal_NoAxis:
             return _T("the axis has no direction: give two points that are apart");
         case SExactResult::E_Refusal_BadLengths:
-            return _T("a length is negative or no number: give one above 0, or none for the ")
-                   _T("default");
+            return _T("a length is negative, no number, or does not fit what is drawn: the ")
+                   _T("closest ")
+                   _T("points lie at least eight roundings and at most a tenth of the size apart, ")
+                   _T("overshoots and curve tolerances are no longer than the size; give others, ")
+                   _T("or none for the defaults");
         case SExactResult::E_Refusal_NotFinite:
-            return _T("a picked curve has a coordinate that is no number: pick without it");
+            return strEntity + _T(" has a coordinate that is no number or beyond 1e60, near ") +
+                   strPlace + _T(": pick without it");
         case SExactResult::E_Refusal_Empty:
             return _T("nothing that counts as contour is drawn in the half: pick the contour, or ")
                    _T("the")

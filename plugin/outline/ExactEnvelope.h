@@ -7,8 +7,9 @@
 
 #include <vector>
 
-#include "StdAfx.h"
+#include <afxwin.h>
 
+#include "arxHeaders.h"
 #include "plane/curve.h"
 
 // What is asked for. Lengths in drawing units, points in the world's XY plane.
@@ -44,8 +45,10 @@ struct SExactResult {
     enum E_Refusal {
         E_Refusal_None,
         E_Refusal_NoAxis,       // both points of the axis are one
-        E_Refusal_BadLengths,   // a length that is no number, or makes no sense for the drawing
-        E_Refusal_NotFinite,    // a coordinate that is no number
+        E_Refusal_BadLengths,   // a length that is negative, no number, or makes no sense for the
+                                // drawing: an overshoot or a curve tolerance above its size, a
+                                // point above a tenth of that or finer than its coordinates
+        E_Refusal_NotFinite,    // a coordinate that is no number, or beyond 1e60
         E_Refusal_Empty,        // nothing drawn in the half
         E_Refusal_OnlyUpright,  // nothing but lines across the axis
         E_Refusal_TwoTools      // the profile comes down to the axis between its ends
@@ -91,7 +94,8 @@ struct SExactResult {
     };
 
     E_Refusal m_refusal = E_Refusal_None;
-    SPlace m_place;  // of the refusal
+    SPlace m_place;     // of the refusal
+    AcDbObjectId m_id;  // the picked entity that it is about; null when it is about none
 
     // From the axis over the top to the axis; the edge that closes the outline has no bulge. Empty
     // when refused.

@@ -181,12 +181,12 @@ private:
         }
         double from = top;
         if (m_isStraight) {
-            if (!ComesBack(piece, bottom, from)) return;
+            if (!ComesBack(piece, bottom, from)) return TouchAt(piece, bottom);
             GoDown(from);
             m_isStraight = false;
         } else if (DepthAt(piece, top) > m_u + m_in.measures.g && !MayJump(piece, top)) {
             m_isStraight = true;
-            if (!ComesBack(piece, bottom, from)) return;
+            if (!ComesBack(piece, bottom, from)) return TouchAt(piece, bottom);
             GoDown(from);
             m_isStraight = false;
         }
@@ -230,6 +230,13 @@ private:
             }
         }
         return false;
+    }
+
+    // A curve whose lower end reaches the face has come back there.
+    void TouchAt(const Piece& piece, double bottom) {
+        if (Raw(piece, bottom) > m_u + m_in.measures.tiny) return;
+        GoDown(bottom);
+        m_isStraight = false;
     }
 
     static Piece Level(double x0, double x1, double y) {

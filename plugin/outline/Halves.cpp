@@ -19,6 +19,10 @@ constexpr double kCentreBand = 0.01;
 constexpr size_t kCentreBases = 64;
 constexpr double kRelativeTiny = 1e-9;
 constexpr double kRelativeTie = 1e-12;
+// A point is at least as many roundings wide, and no less than so many of `tiny`.
+constexpr double kRoundingsInPoint = 8.0;
+// The farthest that a point may be a share of the size.
+constexpr double kWidestPoint = 0.1;
 
 plane::Curve Mirrored(const plane::Curve& curve) {
     plane::Curve m = curve;
@@ -119,14 +123,22 @@ std::vector<size_t> CentreLines(const std::vector<Contour>& strokes,
 
 }  // namespace
 
-Lengths WithDefaults(const Lengths& lengths, double size) {
+Lengths WithDefaults(const Lengths& lengths, double size, double rounding) {
     const auto take = [](double given, double otherwise) { return given > 0 ? given : otherwise; };
     Lengths used;
-    used.point = take(lengths.point, (std::min)(0.0005, 5e-6 * size));
+    used.point = take(lengths.point,
+                      (std::max)((std::min)(0.0005, 5e-6 * size), kRoundingsInPoint * rounding));
     used.side = take(lengths.side, (std::min)(5.0, size / 10));
     used.overshoot = take(lengths.overshoot, (std::min)(0.5, size / 100));
     used.curve = take(lengths.curve, (std::min)(1e-3, 1e-5 * size));
     return used;
+}
+
+bool AreSensible(const Lengths& used, double size, double rounding) {
+    for (const double length : {used.point, used.side, used.overshoot, used.curve})
+        if (!(length > 0.0) || !std::isfinite(length)) return false;
+    return used.point >= kRoundingsInPoint * rounding && used.point <= kWidestPoint * size &&
+           used.overshoot <= size && used.curve <= size;
 }
 
 std::vector<Contour> ToHalf(const std::vector<Contour>& curves, Half half) {
@@ -148,11 +160,11 @@ Measures MeasureHalf(const std::vector<Contour>& inHalf, const Lengths& lengths,
     Measures m;
     if (box.IsEmpty()) return m;
     m.size = plane::Length({box.Width(), box.high.y});
-    const Lengths used = WithDefaults(lengths, m.size);
+    const Lengths used = WithDefaults(lengths, m.size, rounding);
     m.g = used.point;
     m.d = used.side;
     m.o = used.overshoot;
-    m.tiny = (std::max)(kRelativeTiny * m.size, rounding);
+    m.tiny = (std::max)((std::min)(kRelativeTiny * m.size, m.g / kRoundingsInPoint), rounding);
     m.tie = (std::max)(kRelativeTie * m.size, rounding / 16);
     return m;
 }

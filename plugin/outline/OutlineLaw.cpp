@@ -13,9 +13,25 @@
 namespace outline {
 namespace {
 
-bool IsFinite(const plane::Curve& c) {
-    return plane::IsFinite(c.from) && plane::IsFinite(c.to) && std::isfinite(c.bulge) &&
-           (!c.IsArc() || (plane::IsFinite(c.centre) && std::isfinite(c.radius)));
+// Units in the last place that a coordinate may be off after it was computed.
+constexpr double kRounding = 8.9e-16;
+
+bool IsNumber(double value) { return std::fabs(value) <= kFarthest; }
+bool IsPlace(const plane::Point& p) { return IsNumber(p.x) && IsNumber(p.y); }
+
+// How far the coordinates may be off at least: by how they are stored.
+double RoundingOf(const std::vector<Contour>& curves) {
+    double farthest = 0;
+    for (const Contour& c : curves)
+        for (const plane::Point& p : {c.curve.from, c.curve.to})
+            farthest = (std::max)({farthest, std::fabs(p.x), std::fabs(p.y)});
+    return kRounding * farthest;
+}
+
+bool IsGiven(const Lengths& lengths) {
+    for (const double length : {lengths.point, lengths.side, lengths.overshoot, lengths.curve})
+        if (!(length >= 0.0)) return false;
+    return true;
 }
 
 std::vector<Piece> PiecesOf(const std::vector<plane::Curve>& curves, double upright) {
@@ -27,13 +43,13 @@ std::vector<Piece> PiecesOf(const std::vector<plane::Curve>& curves, double upri
 }
 
 // Takes out spans that are no wider than rounding: where one curve ends and the next begins a hair
-// farther on, what lies below both would show between them.
-void DropSlivers(std::vector<Span>& spans, double tiny) {
+// farther on, what lies below both would show between them. As wide as the step by which ends look
+// beside themselves, so that what they see is what is drawn.
+void DropSlivers(std::vector<Span>& spans, double step) {
     std::vector<Span> kept;
     kept.reserve(spans.size());
     for (const Span& span : spans) {
-        if (!kept.empty() && span.x1 - span.x0 <= tiny && span.x1 - kept.back().x1 <= 2 * tiny)
-            continue;
+        if (!kept.empty() && span.x1 - kept.back().x1 <= step) continue;
         kept.push_back(span);
     }
     spans.swap(kept);
@@ -135,7 +151,7 @@ void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertic
     const std::vector<Piece> drawn = PiecesOf(curves, m.tiny);
     if (drawn.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
     std::vector<Span> drawnSpans = UpperEnvelope(drawn, m.tie);
-    DropSlivers(drawnSpans, m.tiny);
+    DropSlivers(drawnSpans, 2 * m.tiny);
     const ProfileIndex drawnProfile(drawn, drawnSpans);
     LookAtEnds(ends, drawnProfile, m);
 
@@ -157,7 +173,7 @@ void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertic
     std::vector<Piece> pieces = PiecesOf(rest, m.tiny);
     if (pieces.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
     std::vector<Span> spans = UpperEnvelope(pieces, m.tie);
-    DropSlivers(spans, m.tiny);
+    DropSlivers(spans, 2 * m.tiny);
     FillGaps(pieces, spans, m, envelope);
     ReportOpenEnds(ends, isLeft, m.g, envelope);
     plane::Point place;
@@ -178,27 +194,38 @@ void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertic
 
 }  // namespace
 
+bool IsWithin(const plane::Curve& c) {
+    return IsPlace(c.from) && IsPlace(c.to) && IsNumber(c.bulge) &&
+           (!c.IsArc() || (IsPlace(c.centre) && IsNumber(c.radius)));
+}
+
 Envelope FindEnvelope(const Request& request) {
     Envelope envelope;
     envelope.lengths = request.lengths;
-    for (const Contour& c : request.curves)
-        if (!IsFinite(c.curve)) {
-            Refuse(envelope, Refusal::NotFinite);
-            return envelope;
-        }
-    const std::vector<Contour> inHalf = ToHalf(request.curves, request.half);
-    const Measures m = MeasureHalf(inHalf, request.lengths, request.rounding);
-    envelope.size = m.size;
-    envelope.lengths = WithDefaults(request.lengths, m.size);
-    if (inHalf.empty()) {
-        Refuse(envelope, Refusal::Empty);
+    const auto refuse = [&](Refusal refusal, const plane::Point& place = {}) {
+        Refuse(envelope, refusal, place);
         return envelope;
-    }
+    };
+    for (const Contour& c : request.curves)
+        if (!IsWithin(c.curve)) {
+            envelope.source = c.source;
+            return refuse(Refusal::NotFinite, IsPlace(c.curve.from) ? c.curve.from
+                                              : IsPlace(c.curve.to) ? c.curve.to
+                                                                    : plane::Point{});
+        }
+    if (!IsGiven(request.lengths)) return refuse(Refusal::BadLengths);
+    const std::vector<Contour> inHalf = ToHalf(request.curves, request.half);
+    if (inHalf.empty()) return refuse(Refusal::Empty);
+    const double rounding = (std::max)(request.rounding, RoundingOf(inHalf));
+    const Measures m = MeasureHalf(inHalf, request.lengths, rounding);
+    if (!(m.size > 1 / kFarthest)) return refuse(Refusal::Empty, inHalf.front().curve.from);
+    envelope.size = m.size;
+    envelope.lengths = WithDefaults(request.lengths, m.size, rounding);
+    if (!AreSensible(envelope.lengths, m.size, rounding))
+        return refuse(Refusal::BadLengths, inHalf.front().curve.from);
     const std::vector<Contour> strokes = FindStrokes(inHalf, m, envelope.ignored);
-    if (strokes.empty())
-        Refuse(envelope, Refusal::Empty, inHalf.front().curve.from);
-    else
-        Build(strokes, m, request.verticalEnds, envelope);
+    if (strokes.empty()) return refuse(Refusal::Empty, inHalf.front().curve.from);
+    Build(strokes, m, request.verticalEnds, envelope);
     return envelope;
 }
 

@@ -30,8 +30,9 @@ struct Lengths {
     double overshoot = 0;  // o: what is no longer may be an overshoot. min(0.5, size / 100)
     double curve = 0;      // how far tangent arcs may leave a spline. min(1e-3, 1e-5 size)
 };
-// The lengths with the defaults for that size filled in.
-Lengths WithDefaults(const Lengths& lengths, double size);
+// The lengths with the defaults for that size filled in; that of g no finer than coordinates that
+// are off by `rounding` can tell.
+Lengths WithDefaults(const Lengths& lengths, double size, double rounding);
 
 struct Request {
     std::vector<Contour> curves;  // (s, r), r of either sign
@@ -58,10 +59,22 @@ enum class Refusal {
     None,
     Empty,        // nothing drawn in the half
     OnlyUpright,  // nothing but lines across the axis
-    NotFinite,    // a coordinate is no number
+    NotFinite,    // a coordinate or a radius is no number, or beyond kFarthest
     TwoTools,     // the profile comes down to the axis between its ends
-    BadLengths    // a length that makes no sense for the drawing
+    BadLengths    // a length that is negative, no number, or makes no sense for the drawing: see
+                  // AreSensible
 };
+
+// Squares and products of what lies farther out would overflow.
+inline constexpr double kFarthest = 1e60;
+
+// True when all of a curve's numbers are numbers, and none lies beyond that.
+bool IsWithin(const plane::Curve& curve);
+
+// Whether lengths as used fit a drawing: neither the overshoot nor the curve tolerance is above the
+// size, and g is no more than a tenth of it and no less than what coordinates off by `rounding` can
+// tell.
+bool AreSensible(const Lengths& used, double size, double rounding);
 
 // Why a curve counts for nothing.
 enum class Ignored { OnAxis, Short, CentreLine };
@@ -69,6 +82,7 @@ enum class Ignored { OnAxis, Short, CentreLine };
 struct Envelope {
     Refusal refusal = Refusal::None;
     plane::Point place;  // of the refusal
+    int source = -1;     // of the curve that the refusal is about, when it is about one
 
     // From the axis at the s0 end over the top to the axis at the s1 end, edge by edge; r >= 0. The
     // closing edge along the axis is not among them.
@@ -80,8 +94,6 @@ struct Envelope {
     std::vector<Span2> gaps;     // where nothing at all is drawn
     std::vector<plane::Point> openEnds;
     std::vector<Tail> tails;
-    // Steps of the profile and of the faces that no curve is drawn along, top to bottom.
-    std::vector<Span2> missingWalls;
     struct Ignorance {
         Ignored reason = Ignored::OnAxis;
         int source = -1;
@@ -90,7 +102,8 @@ struct Envelope {
     std::vector<Ignorance> ignored;
 };
 
-// result  places are those of the half that is drawn: r >= 0
+// result  places are those of the half that is drawn: r >= 0; in a refusal for a coordinate the
+//         curve's own end
 // cost    O((n + k) log n) for n curves and k changes of the highest one along the profile; memory
 //         O(n)
 Envelope FindEnvelope(const Request& request);

@@ -6,6 +6,7 @@
 
 #include "EncircleLine.h"
 #include "EncircleTrace.h"
+#include "ExactEnvelope.h"
 #include "UnitRectInfo.h"
 #include "arxHeaders.h"
 
@@ -24,6 +25,7 @@ const OtherTask kTasks[] = {
     {ACRX_T("hatch"), &CEncircleLine::GetEncircleLineByHatch, false, false},
     {ACRX_T("first"), &CEncircleLine::GetEncircleLine, false, false},
     {ACRX_T("second"), &CEncircleLine::GetEncircleLine2, false, false},
+    {ACRX_T("exact"), &CEncircleLine::GetEncircleLineExact, false, false},
 };
 
 AcDbObjectId AddLine(double x1, double y1, double x2, double y2) {
@@ -92,6 +94,27 @@ void ComputeEnvelopes() {
     acutPrintf(ACRX_T("\n"));
 }
 
+// The exact envelope of curves that stand in no drawing, about an axis of one's own.
+void FindExact() {
+    static const double kLines[][4] = {{10, 0, 7, 0}, {7, 0, 7, 30}, {7, 30, 10, 30}};
+    SExactRequest request;
+    for (const auto& l : kLines) {
+        plane::Curve line;
+        line.from = {l[0], l[1]};
+        line.to = {l[2], l[3]};
+        request.m_curves.push_back(line);
+    }
+    request.m_axisFrom.set(10, 0, 0);
+    request.m_axisTo.set(10, 5, 0);
+    const SExactResult found = CExactEnvelope(request).Find();
+    acutPrintf(ACRX_T("\nupright axis, size %.6g:"), found.m_dSize);
+    for (const SExactResult::SVertex& v : found.m_vertices)
+        acutPrintf(ACRX_T(" %.8g,%.8g"), Rounded(v.m_dX), Rounded(v.m_dY));
+    request.m_axisTo = request.m_axisFrom;
+    acutPrintf(ACRX_T("\nno axis: %ls\n"),
+               static_cast<const ACHAR*>(CExactEnvelope::Explain(CExactEnvelope(request).Find())));
+}
+
 // The records by themselves, as other modules keep them.
 void UseRecords() {
     CLineInfo line(AddLine(0, 0, 40, 0));
@@ -119,6 +142,8 @@ extern "C" AFX_EXT_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
         acrxUnlockApplication(id);
         acedRegCmds->addCommand(ACRX_T("OTHER"), ACRX_T("OTHERENVELOPES"), ACRX_T("OTHERENVELOPES"),
                                 ACRX_CMD_MODAL, &ComputeEnvelopes);
+        acedRegCmds->addCommand(ACRX_T("OTHER"), ACRX_T("OTHEREXACT"), ACRX_T("OTHEREXACT"),
+                                ACRX_CMD_MODAL, &FindExact);
         acedRegCmds->addCommand(ACRX_T("OTHER"), ACRX_T("OTHERRECORDS"), ACRX_T("OTHERRECORDS"),
                                 ACRX_CMD_MODAL, &UseRecords);
     }

@@ -118,17 +118,4 @@ TEST(Placement, HowItIsDrawnDoesNotMatter) {
     }
 }
 
-TEST(Placement, WhatMakesNoSenseIsRefused) {
-    SExactRequest request;
-    EXPECT_EQ(SExactResult::E_Refusal_NoAxis, CExactEnvelope(request).Find().m_refusal);
-    request.m_axisTo.set(1, 0, 0);
-    EXPECT_EQ(SExactResult::E_Refusal_Empty, CExactEnvelope(request).Find().m_refusal);
-    request.m_curves.push_back(plane::MakeLine({3, 1}, {3, 9}));
-    EXPECT_EQ(SExactResult::E_Refusal_OnlyUpright, CExactEnvelope(request).Find().m_refusal);
-    request.m_curves.push_back(plane::MakeLine({0, 1}, {NAN, 9}));
-    EXPECT_EQ(SExactResult::E_Refusal_NotFinite, CExactEnvelope(request).Find().m_refusal);
-    request.m_dSide = -1;
-    EXPECT_EQ(SExactResult::E_Refusal_BadLengths, CExactEnvelope(request).Find().m_refusal);
-}
-
 }  // namespace

@@ -289,6 +289,12 @@ std::vector<double> CrossingsAtHeight(const Curve& c, double r) {
     return at;
 }
 
+P Ahead(const Curve& c, P end, P inward, double reach) {
+    if (!c.isArc) return {end.s - inward.s * reach, end.r - inward.r * reach};
+    const bool isLeft = inward.s * (c.c.r - end.r) - inward.r * (c.c.s - end.s) > 0;
+    return OnCircle(c, Angle(c, end) + (isLeft ? -1 : 1) * reach / c.radius);
+}
+
 Curve Continued(const Curve& c, P end, P inward, double reach, double sign) {
     if (!c.isArc) return MakeLine(end, {end.s - inward.s * reach, end.r - inward.r * reach});
     Curve path = c;

@@ -42,6 +42,7 @@ double HighestOverLine(const Curve& c, P a, P b);
 std::vector<double> CrossingsAtHeight(const Curve& c, double r);
 
 // How the curve goes on behind an end, as far as reach or its upright tangent.
+P Ahead(const Curve& c, P end, P inward, double reach);
 Curve Continued(const Curve& c, P end, P inward, double reach, double sign);
 Curve PartUpTo(const Curve& c, P p);
 // What of c lies farther from the start than `back` along the carrier.

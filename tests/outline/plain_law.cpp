@@ -55,7 +55,7 @@ void Law::Clip(const outline::Request& request) {
     g = l.point > 0 ? l.point : (std::min)(0.0005, 5e-6 * size);
     d = l.side > 0 ? l.side : (std::min)(5.0, size / 10);
     o = l.overshoot > 0 ? l.overshoot : (std::min)(0.5, size / 100);
-    tiny = (std::max)(1e-9 * size, request.rounding);
+    tiny = (std::max)((std::min)(1e-9 * size, g / 8), request.rounding);
 }
 
 void Law::DropNothing() {
@@ -118,6 +118,7 @@ void Law::FindEnds() {
             end.curve = static_cast<int>(i);
             end.at = isStart ? m_curves[i].a : m_curves[i].b;
             end.inward = Inward(m_curves[i], isStart);
+            if (GoesOn(end)) continue;
             end.isFree = end.at.r > g;
             for (size_t k = 0; k < m_curves.size() && end.isFree; ++k)
                 if (k != i && Apart(NearestOn(m_curves[k], end.at), end.at) <= g &&
@@ -130,6 +131,15 @@ void Law::FindEnds() {
             if (end.isFree) FindTail(end);
             m_ends.push_back(end);
         }
+}
+
+// Curves on one line or circle are one: what ends within it is no end.
+bool Law::GoesOn(const End& end) const {
+    const Curve& own = m_curves[end.curve];
+    const P ahead = Ahead(own, end.at, end.inward, 1.01 * g);
+    for (const int k : OneCurve(end.curve))
+        if (k != end.curve && Apart(NearestOn(m_curves[k], ahead), ahead) <= tiny) return true;
+    return false;
 }
 
 std::vector<int> Law::OneCurve(int start) const {
@@ -349,10 +359,15 @@ double Law::R(double s) const {
 
 double Law::OutermostAt(double r, bool isRight) const {
     double best = 1e300;
-    for (const Curve& c : m_rest)
-        for (const double s : CrossingsAtHeight(c, r))
+    for (const Curve& c : m_rest) {
+        std::vector<double> at = CrossingsAtHeight(c, r);
+        for (const P p : {c.a, c.b})
+            if (std::fabs(p.r - r) <= tiny / 100 && std::fabs(c.a.r - c.b.r) > tiny)
+                at.push_back(p.s);
+        for (const double s : at)
             if (s > s0 - tiny && s < s1 + tiny)
                 best = (std::min)(best, (std::max)(isRight ? s1 - s : s - s0, 0.0));
+    }
     return best;
 }
 
@@ -393,7 +408,7 @@ void Law::TraceFace(bool isRight) {
         for (const Curve& other : m_rest) uprights.insert(uprights.end(), {other.a.s, other.b.s});
         for (const double s : uprights)
             for (const P p : Meetings(c, MakeLine({s, -size}, {s, size}), 0)) at.push_back(p.r);
-        for (const double r : at) heights.insert(heights.end(), {r - step, r + step});
+        for (const double r : at) heights.insert(heights.end(), {r - step, r, r + step});
     }
     std::sort(heights.rbegin(), heights.rend());
     double u = 0, before = top;
@@ -402,7 +417,7 @@ void Law::TraceFace(bool isRight) {
     for (const double r : heights) {
         if (r >= top - step / 2 || r <= 0) continue;
         const double next = OutermostAt(r, isRight);
-        if (next <= u + 2 * step) {
+        if (next <= u + 2 * step && next <= depth && IsUnder(r, 0, next, isRight, 1e-12 * size)) {
             isStraight = false;
         } else if (!isStraight) {
             const bool isJump = before - r <= 4 * step && next - u > g;
@@ -443,8 +458,9 @@ std::string Faults(const Law& law, const std::vector<plane::Curve>& edges) {
     if (edges.front().from.y != 0 || edges.back().to.y != 0) faults += "does not end on the axis\n";
     for (size_t i = 1; i < edges.size(); ++i)
         if (edges[i].from != edges[i - 1].to) tell("is torn", {edges[i].from.x, edges[i].from.y});
-    for (const plane::Curve& e : edges) {
-        const Curve c = MakeCurve(e, 1);
+    std::vector<Curve> curves;
+    for (const plane::Curve& e : edges) curves.push_back(MakeCurve(e, 1));
+    for (const Curve& c : curves) {
         for (int i = 0; i < 7; ++i) {
             const double share = (i + 0.5) / 7;
             const P p = At(c, share), v = DirectionAt(c, share);
@@ -452,6 +468,15 @@ std::string Faults(const Law& law, const std::vector<plane::Curve>& edges) {
             const double off = 1e-6 * law.size;
             const P inside = Plus(p, {v.r, -v.s}, off), outside = Plus(p, {-v.r, v.s}, off);
             if (LengthOf(c) < 16 * off || inside.r < 0) continue;
+            // Between two edges that nearly touch there is no place so far from both.
+            const auto isNear = [&](const Curve& other) {
+                for (const P q : {inside, outside})
+                    if (&other != &c && (Apart(NearestOn(other, q), q) < 0.99 * off ||
+                                         !Meetings(MakeLine(p, q), other, 0).empty()))
+                        return true;
+                return false;
+            };
+            if (std::any_of(curves.begin(), curves.end(), isNear)) continue;
             if (law.IsFree(inside)) tell("free inside", inside);
             if (!law.IsFree(outside)) tell("not free outside", outside);
         }

@@ -59,6 +59,7 @@ private:
     void AddJoins();
     void FindEnds();
     bool Leaves(const Curve& c, const End& end) const;
+    bool GoesOn(const End& end) const;
     std::vector<int> OneCurve(int start) const;
     void FindTail(End& end) const;
     double HighestOf(const std::vector<Curve>& list, double lo, double hi) const;

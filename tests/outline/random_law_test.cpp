@@ -1,5 +1,6 @@
 // Random drawings: the outline must be what the plain form of the rules says, ray by ray, and an
 // outline that was changed must be refused.
+#include <iterator>
 #include <random>
 
 #include "outline_text.h"
@@ -19,9 +20,15 @@ Request Random(unsigned seed) {
     return request;
 }
 
+// Found by long runs: ends within other curves, faces that stop where the profile begins or at the
+// greatest depth, tips that come back, slots as thin as rounding.
+const unsigned kTelling[] = {1234, 2925, 3319, 3892, 5457, 6723, 6906, 8987, 9395, 22870};
+
 TEST(RandomTools, OutlinesHoldRayByRay) {
     int drawn = 0;
-    for (unsigned seed = 0; seed < 300; ++seed) {
+    std::vector<unsigned> seeds(std::begin(kTelling), std::end(kTelling));
+    for (unsigned seed = 0; seed < 500; ++seed) seeds.push_back(seed);
+    for (const unsigned seed : seeds) {
         const Request request = Random(seed);
         const Envelope found = outline::FindEnvelope(request);
         if (found.refusal != Refusal::None) continue;
@@ -30,7 +37,7 @@ TEST(RandomTools, OutlinesHoldRayByRay) {
         EXPECT_EQ("", plain::Faults(law, found.edges))
             << "seed " << seed << ": " << test::Show(found);
     }
-    EXPECT_GT(drawn, 200);
+    EXPECT_GT(drawn, 480);
 }
 
 // The proof itself is tested: an outline with one corner moved must be refused.
