@@ -29,7 +29,7 @@ ROOMS = {
         "plane plugin/util"),
     "plugin/outline": (
         "the envelope by rules: curves of the plane, and what is picked read as such",
-        "plane plugin/util plugin/drawn"),
+        "plane plugin/util plugin/drawn host/include"),
     "plugin/engine": (
         "envelopes of picked entities; knows neither tasks nor windows. The headers that other "
         "modules compile with name MFC and the SDK themselves",
