@@ -115,7 +115,7 @@ public:
         // Workers come into being with the libraries, instead of each loading them.
         if (!m_options.report.empty()) host::GeosFault();
         std::string reason;
-        if (!m_options.report.empty() || m_options.request.stl) host::solid::LoadKernel(reason);
+        if (m_options.request.stl) host::solid::LoadKernel(reason);
         LookThrough();
         NameFiles();
         CheckFiles();

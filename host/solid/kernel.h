@@ -21,12 +21,6 @@ struct Mesh {
     std::vector<std::array<int, 3>> triangles;
 };
 
-// Rows from the top, red green blue.
-struct Image {
-    int width = 0, height = 0;
-    std::vector<unsigned char> pixels;
-};
-
 // A solid in the kernel. Every function answers false with a reason instead of throwing.
 class KernelSolid {
 public:
@@ -50,9 +44,6 @@ public:
     // profile's. Null with a reason otherwise.
     virtual std::unique_ptr<KernelSolid> Revolve(const Profile& profile, double expectedVolume,
                                                  std::string& reason) const = 0;
-
-    // The image as a PNG file.
-    virtual bool EncodePng(const Image& image, std::string& bytes, std::string& reason) const = 0;
 };
 
 // The kernel of the library beside the program; null with a reason when it cannot be loaded. Loaded

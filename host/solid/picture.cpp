@@ -11,12 +11,13 @@ namespace host::solid {
 
 namespace {
 
-constexpr int kSamples = 2;           // pixels are averaged from this many squared
+constexpr int kSamples = 2;           // painted this many times as wide and high, and halved
 constexpr double kMargin = 0.04;      // of the width, around everything
 constexpr double kYaw = 0.55;         // the right end comes forward by this angle
 constexpr double kPitch = 0.35;       // seen from above by this angle
 constexpr int kCircleSteps = 180;     // of an edge circle
 constexpr double kSharpCorner = 0.2;  // tangents that differ by more (radians) make an edge
+constexpr double kSurelyAway = 0.1;   // facets with such normals do not reach the visible rim
 constexpr double kTallest = 1.5;      // height of a panel to its width, at most
 
 const Colour kSteel{0.70, 0.75, 0.82};
@@ -77,13 +78,26 @@ public:
         : profile_(profile), mesh_(mesh), fit_(FitMesh(width)), canvas_(fit_.width, fit_.height) {}
 
     Canvas Paint() {
+        std::vector<ScreenPoint> corners;
+        std::vector<Colour> shades;
+        std::vector<char> turnedAway;
+        for (const AcGePoint3d& p : mesh_.points) corners.push_back(OnScreen(Local(p)));
+        for (const AcGeVector3d& n : mesh_.normals) {
+            const AcGeVector3d normal = InFrame(profile_.frame, n);
+            shades.push_back(Shade(normal, view_));
+            turnedAway.push_back(normal.dotProduct(view_.away) > kSurelyAway ? 1 : 0);
+        }
         for (const std::array<int, 3>& t : mesh_.triangles) {
+            // The solid is closed: what looks away is hidden by what looks here.
+            if (std::all_of(t.begin(), t.end(), [&](int corner) {
+                    return turnedAway[static_cast<std::size_t>(corner)] != 0;
+                }))
+                continue;
             ScreenPoint points[3];
             Colour colours[3];
             for (std::size_t i = 0; i < 3; ++i) {
-                const auto at = static_cast<std::size_t>(t[i]);
-                points[i] = OnScreen(Local(mesh_.points[at]));
-                colours[i] = Shade(InFrame(profile_.frame, mesh_.normals[at]), view_);
+                points[i] = corners[static_cast<std::size_t>(t[i])];
+                colours[i] = shades[static_cast<std::size_t>(t[i])];
             }
             canvas_.FillTriangle(points, colours);
         }
@@ -212,7 +226,7 @@ Canvas PaintProfile(const Profile& profile, int width) {
 }  // namespace
 
 Image RenderSolid(const Profile& profile, const Mesh& mesh, int width) {
-    return SolidPainter(profile, mesh, width * kSamples).Paint().Reduced(kSamples);
+    return SolidPainter(profile, mesh, width * kSamples).Paint().Halved();
 }
 
 Image RenderPicture(const Profile& profile, const Mesh& mesh, int width) {
@@ -221,7 +235,7 @@ Image RenderPicture(const Profile& profile, const Mesh& mesh, int width) {
     Canvas both(solid.Width(), solid.Height() + flat.Height());
     both.Put(solid, 0, 0);
     both.Put(flat, 0, solid.Height());
-    return both.Reduced(kSamples);
+    return both.Halved();
 }
 
 }  // namespace host::solid

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/solid/kernel.h"
+#include "host/solid/png.h"
 
 namespace host::solid {
 

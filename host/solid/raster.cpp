@@ -13,13 +13,62 @@ double Side(const ScreenPoint& a, const ScreenPoint& b, double x, double y) {
     return (b.x - a.x) * (y - a.y) - (b.y - a.y) * (x - a.x);
 }
 
-// The pixels from low to high whose middles lie in between, cut to the canvas.
+// The pixels whose middles lie from low on and before high, cut to the canvas.
 struct Span {
     int first, last;
     Span(double low, double high, int size)
-        : first((std::max)(0, static_cast<int>(std::ceil((std::max)(low, -1.0) - 0.5)))),
-          last((std::min)(size - 1,
-                          static_cast<int>(std::floor((std::min)(high, size + 1.0) - 0.5)))) {}
+        : first(Ceiling((std::clamp)(low - 0.5, 0.0, size + 1.0))),
+          last((std::min)(size, Ceiling((std::clamp)(high - 0.5, 0.0, size + 1.0))) - 1) {}
+
+private:
+    // Of what is not negative; a call of the library's own would cost more than all the rest.
+    static int Ceiling(double value) {
+        const int whole = static_cast<int>(value);
+        return whole + (whole < value ? 1 : 0);
+    }
+};
+
+// What is linear over a triangle: the weights of its corners, or anything blended by them.
+struct Blend {
+    double at = 0.0, dx = 0.0, dy = 0.0;  // at the canvas' corner, a pixel to the right, one down
+
+    Blend operator*(double factor) const { return {at * factor, dx * factor, dy * factor}; }
+    Blend operator+(const Blend& other) const {
+        return {at + other.at, dx + other.dx, dy + other.dy};
+    }
+    float From(double x, double y) const { return static_cast<float>(at + dx * x + dy * y); }
+    float Step() const { return static_cast<float>(dx); }
+};
+
+struct Blends {
+    Blend weight[3];
+
+    Blends(const ScreenPoint (&p)[3], double area) {
+        for (std::size_t i = 0; i < 3; ++i) {
+            const ScreenPoint &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
+            weight[i] = {Side(a, b, 0.0, 0.0) / area, -(b.y - a.y) / area, (b.x - a.x) / area};
+        }
+    }
+    Blend Of(double p, double q, double r) const {
+        return weight[0] * p + weight[1] * q + weight[2] * r;
+    }
+};
+
+// Along a row each corner's weight is linear in x; in between all three are positive.
+class Rim {
+public:
+    Rim(const Blend& weight)
+        : m_weight(weight), m_at(-weight.at / weight.dx), m_dy(-weight.dy / weight.dx) {}
+
+    void Narrow(double y, double& left, double& right) const {
+        if (m_weight.dx > 0.0) left = (std::max)(left, m_at + m_dy * y);
+        if (m_weight.dx < 0.0) right = (std::min)(right, m_at + m_dy * y);
+        if (m_weight.dx == 0.0 && m_weight.at + m_weight.dy * y < 0.0) right = -1.0;
+    }
+
+private:
+    Blend m_weight;
+    double m_at, m_dy;  // of the x where the weight is none
 };
 
 }  // namespace
@@ -29,13 +78,35 @@ Canvas::Canvas(int width, int height)
       height_(height),
       depth_(static_cast<std::size_t>(width) * static_cast<std::size_t>(height),
              std::numeric_limits<float>::infinity()),
-      rgb_(3 * depth_.size(), 1.0f) {}
+      nearer_(static_cast<std::size_t>(width)) {
+    for (std::vector<float>& plane : rgb_) plane.assign(depth_.size(), 1.0f);
+}
 
 void Canvas::Set(int x, int y, const Colour& colour) {
-    float* const pixel = &rgb_[3 * IndexOf(x, y)];
-    pixel[0] = static_cast<float>(colour.r);
-    pixel[1] = static_cast<float>(colour.g);
-    pixel[2] = static_cast<float>(colour.b);
+    const std::size_t at = IndexOf(x, y);
+    rgb_[0][at] = static_cast<float>(colour.r);
+    rgb_[1][at] = static_cast<float>(colour.g);
+    rgb_[2][at] = static_cast<float>(colour.b);
+}
+
+bool Canvas::MarkNearer(float depth, float step, int count, std::size_t from) {
+    float* const depths = &depth_[from];
+    bool isAny = false;
+    for (int i = 0; i < count; ++i) {
+        const float here = depth + step * static_cast<float>(i);
+        const bool isNearer = here < depths[i];
+        nearer_[static_cast<std::size_t>(i)] = isNearer ? 1 : 0;
+        depths[i] = isNearer ? here : depths[i];
+        isAny |= isNearer;
+    }
+    return isAny;
+}
+
+void Canvas::FillMarked(float value, float step, int count, float* out) const {
+    for (int i = 0; i < count; ++i) {
+        const float here = value + step * static_cast<float>(i);
+        out[i] = nearer_[static_cast<std::size_t>(i)] != 0 ? here : out[i];
+    }
 }
 
 void Canvas::FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]) {
@@ -43,32 +114,24 @@ void Canvas::FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]) {
     if (area == 0.0) return;
     const auto [top, bottom] = std::minmax({p[0].y, p[1].y, p[2].y});
     const Span rows(top, bottom, height_);
-    for (int y = rows.first; y <= rows.last; ++y) {
-        // Along a row each corner's weight is linear in x; all three are positive in between.
-        double weight[3], slope[3], left = -1.0, right = width_ + 1.0;
-        for (std::size_t i = 0; i < 3; ++i) {
-            const ScreenPoint &a = p[(i + 1) % 3], &b = p[(i + 2) % 3];
-            weight[i] = Side(a, b, 0.0, y + 0.5) / area;
-            slope[i] = -(b.y - a.y) / area;
-            if (slope[i] > 0.0) left = (std::max)(left, -weight[i] / slope[i]);
-            if (slope[i] < 0.0) right = (std::min)(right, -weight[i] / slope[i]);
-            if (slope[i] == 0.0 && weight[i] < 0.0) right = -1.0;
-        }
+    const Blends blends(p, area);
+    const Blend depth = blends.Of(p[0].depth, p[1].depth, p[2].depth);
+    const Blend colour[3] = {blends.Of(c[0].r, c[1].r, c[2].r), blends.Of(c[0].g, c[1].g, c[2].g),
+                             blends.Of(c[0].b, c[1].b, c[2].b)};
+    const Rim rims[3] = {blends.weight[0], blends.weight[1], blends.weight[2]};
+    for (int row = rows.first; row <= rows.last; ++row) {
+        const double y = row + 0.5;
+        double left = -1.0, right = width_ + 1.0;
+        for (const Rim& rim : rims) rim.Narrow(y, left, right);
         const Span columns(left, right, width_);
-        float* const depths = &depth_[IndexOf(0, y)];
-        float* const pixels = &rgb_[3 * IndexOf(0, y)];
-        for (int x = columns.first; x <= columns.last; ++x) {
-            const double u = weight[0] + slope[0] * (x + 0.5);
-            const double v = weight[1] + slope[1] * (x + 0.5), w = 1.0 - u - v;
-            const float depth =
-                static_cast<float>(u * p[0].depth + v * p[1].depth + w * p[2].depth);
-            if (depth >= depths[x]) continue;
-            depths[x] = depth;
-            float* const pixel = pixels + 3 * static_cast<std::ptrdiff_t>(x);
-            pixel[0] = static_cast<float>(u * c[0].r + v * c[1].r + w * c[2].r);
-            pixel[1] = static_cast<float>(u * c[0].g + v * c[1].g + w * c[2].g);
-            pixel[2] = static_cast<float>(u * c[0].b + v * c[1].b + w * c[2].b);
-        }
+        const int count = columns.last - columns.first + 1;
+        if (count <= 0) continue;
+        const std::size_t from = IndexOf(columns.first, row);
+        const double x = columns.first + 0.5;
+        if (!MarkNearer(depth.From(x, y), depth.Step(), count, from)) continue;
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            FillMarked(colour[channel].From(x, y), colour[channel].Step(), count,
+                       &rgb_[channel][from]);
     }
 }
 
@@ -112,35 +175,31 @@ void Canvas::FillPolygon(const std::vector<ScreenPoint>& polygon, const Colour& 
 }
 
 void Canvas::Put(const Canvas& other, int left, int top) {
+    const int first = (std::max)(0, -left), last = (std::min)(other.width_, width_ - left);
+    if (first >= last) return;
     for (int y = (std::max)(0, -top); y < other.height_ && y + top < height_; ++y)
-        for (int x = (std::max)(0, -left); x < other.width_ && x + left < width_; ++x) {
-            const float* const pixel = &other.rgb_[3 * (static_cast<std::size_t>(y) *
-                                                            static_cast<std::size_t>(other.width_) +
-                                                        static_cast<std::size_t>(x))];
-            Set(x + left, y + top, {pixel[0], pixel[1], pixel[2]});
-        }
+        for (int channel = 0; channel < 3; ++channel)
+            std::copy_n(&other.rgb_[channel][other.IndexOf(first, y)], last - first,
+                        &rgb_[channel][IndexOf(first + left, y + top)]);
 }
 
-Image Canvas::Reduced(int factor) const {
+Image Canvas::Halved() const {
     Image image;
-    image.width = width_ / factor;
-    image.height = height_ / factor;
+    image.width = width_ / 2;
+    image.height = height_ / 2;
     image.pixels.resize(static_cast<std::size_t>(3 * image.width) *
                         static_cast<std::size_t>(image.height));
     unsigned char* out = image.pixels.data();
     for (int y = 0; y < image.height; ++y)
-        for (int x = 0; x < image.width; ++x) {
-            float sum[3] = {};
-            for (int j = 0; j < factor; ++j) {
-                const float* from = &rgb_[3 * IndexOf(x * factor, y * factor + j)];
-                for (int i = 0; i < factor; ++i, from += 3)
-                    for (int channel = 0; channel < 3; ++channel) sum[channel] += from[channel];
-            }
-            for (const float channel : sum) {
-                const float mean = channel / static_cast<float>(factor * factor);
-                // As double the half added is exact, so that this rounds to the nearest.
-                *out++ = static_cast<unsigned char>(
-                    static_cast<double>((std::clamp)(mean, 0.0f, 1.0f) * 255.0f) + 0.5);
+        for (std::size_t channel = 0; channel < 3; ++channel) {
+            const float* const upper = &rgb_[channel][IndexOf(0, 2 * y)];
+            const float* const lower = upper + width_;
+            unsigned char* const row = out + 3 * y * static_cast<std::ptrdiff_t>(image.width);
+            for (int x = 0; x < image.width; ++x) {
+                const float sum = upper[2 * x] + upper[2 * x + 1] + lower[2 * x] + lower[2 * x + 1];
+                // Rounded to the nearest.
+                row[3 * static_cast<std::size_t>(x) + channel] = static_cast<unsigned char>(
+                    (std::clamp)(sum * (255.0f / 4.0f), 0.0f, 255.0f) + 0.5f);
             }
         }
     return image;

@@ -4,7 +4,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "host/solid/kernel.h"
+#include "host/solid/png.h"
 
 namespace host::solid {
 
@@ -26,6 +26,7 @@ public:
     int Height() const { return height_; }
 
     // A triangle whose corner colours blend; hidden where something nearer was drawn.
+    // cost   linear in the pixels of its rows.
     void FillTriangle(const ScreenPoint (&p)[3], const Colour (&c)[3]);
 
     // A line of a width in pixels; hidden where something nearer than bias stands before it.
@@ -38,11 +39,16 @@ public:
     // Puts another canvas at a place of this one, depth left out.
     void Put(const Canvas& other, int left, int top);
 
-    // Averages squares of factor by factor pixels into one.
-    Image Reduced(int factor) const;
+    // Averages squares of two by two pixels into one.
+    Image Halved() const;
 
 private:
     void Set(int x, int y, const Colour& colour);
+    // Of a row's pixels from one on: marks those before which nothing nearer stands, and takes
+    // their depth over; false when there is none.
+    bool MarkNearer(float depth, float step, int count, std::size_t from);
+    // Fills those that are marked by a value that grows by a step a pixel.
+    void FillMarked(float value, float step, int count, float* out) const;
     std::size_t IndexOf(int x, int y) const {
         return static_cast<std::size_t>(y) * static_cast<std::size_t>(width_) +
                static_cast<std::size_t>(x);
@@ -50,7 +56,8 @@ private:
 
     int width_, height_;
     std::vector<float> depth_;
-    std::vector<float> rgb_;
+    std::vector<float> rgb_[3];  // red, green, blue: each a plane, so that rows are filled at once
+    std::vector<unsigned char> nearer_;  // of the row being filled
 };
 
 }  // namespace host::solid

@@ -32,6 +32,9 @@ constexpr std::size_t kMostLooseEnds = 2000;
 // Points along a contour at which its distance from another one is measured.
 constexpr double kContourSamples = 4000;
 
+// Distances below this share of a contour's length are rounding, and not told from none.
+constexpr double kNoiseShare = 1e-13;
+
 // A union of faces smaller than this share of the tool's box is a stray detail, no outline.
 constexpr double kLeastAreaShare = 0.01;
 

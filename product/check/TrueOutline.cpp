@@ -5,6 +5,7 @@
 #include <map>
 
 #include "product/base/Text.h"
+#include "product/check/Farthest.h"
 #include "product/check/Geos.h"
 #include "product/check/SourceCurves.h"
 #include "product/check/Tolerance.h"
@@ -104,35 +105,12 @@ Polylines ContourOf(const Geos& geos, Polylines lines, double tolerance) {
     return area >= kLeastAreaShare * box.Width() * box.Height() ? rings : Polylines();
 }
 
-// The sample of the lines that is farthest from the other geometry.
-Deviation Farthest(const Polylines& lines, const Near& other) {
-    double length = 0;
-    for (const Polyline& line : lines)
-        for (size_t i = 1; i < line.size(); ++i)
-            length += std::hypot(line[i].x - line[i - 1].x, line[i].y - line[i - 1].y);
-    const double step = length / kContourSamples;
-    Deviation worst;
-    const auto look = [&](const Point& p) {
-        const double distance = other.DistanceTo(p);
-        if (distance > worst.distance) worst = {distance, p, false};
-    };
-    for (const Polyline& line : lines)
-        for (size_t i = 0; i < line.size(); ++i) {
-            look(line[i]);
-            if (i == 0) continue;
-            const Point &a = line[i - 1], &b = line[i];
-            const double parts = std::floor(std::hypot(b.x - a.x, b.y - a.y) / step);
-            for (double k = 1; k < parts; ++k)
-                look({a.x + (b.x - a.x) * k / parts, a.y + (b.y - a.y) * k / parts});
-        }
-    return worst;
-}
-
 // How far `moved` lies from the contour, whichever of the two has the farthest point.
 Deviation Compare(const Geos& geos, const Polylines& contour, const Polylines& moved,
                   double tolerance) {
     const Near toContour(geos, geos.Lines(contour)), toMoved(geos, geos.Lines(moved));
-    const Deviation out = Farthest(moved, toContour), in = Farthest(contour, toMoved);
+    const Deviation out = Farthest(moved, contour, toContour),
+                    in = Farthest(contour, moved, toMoved);
     Deviation worst = out.distance >= in.distance ? out : in;
     // Beyond the contour: a point of `moved` that no area of the contour holds, or a point of the
     // contour that lies inside the area of `moved`.
@@ -235,7 +213,7 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Ha
     const Near area(geos, geos.Area(ring));
     for (const Gathered::Circle& round : gathered.rounds) {
         const Polylines inHalf = HalfOf({round.points}, frame, tolerance);
-        Deviation reach = Farthest(inHalf, area);
+        Deviation reach = Farthest(inHalf, {ring}, area);
         if (!(reach.distance > tolerance)) continue;
         reach.at = frame.Out(reach.at);
         reach.isOutside = true;

@@ -1,6 +1,5 @@
 #include "product/picture/SolidPicture.h"
 
-#include "host/solid/kernel.h"
 #include "host/solid/picture.h"
 #include "host/solid/turned_mesh.h"
 
@@ -15,11 +14,6 @@ host::solid::Mesh Triangles(const host::solid::Profile& profile) {
     return host::solid::TurnedMesh(profile, kChordShare * Measure(profile).largestDiameter);
 }
 
-bool EncodePng(const host::solid::Image& image, std::string& bytes, std::string& reason) {
-    const host::solid::Kernel* kernel = host::solid::LoadKernel(reason);
-    return kernel != nullptr && kernel->EncodePng(image, bytes, reason);
-}
-
 }  // namespace
 
 std::optional<SolidPicture> DrawSolid(const host::solid::Profile& profile, int width,
@@ -28,13 +22,13 @@ std::optional<SolidPicture> DrawSolid(const host::solid::Profile& profile, int w
     SolidPicture picture;
     picture.width = image.width;
     picture.height = image.height;
-    if (!EncodePng(image, picture.bytes, reason)) return std::nullopt;
+    if (!host::solid::EncodePng(image, picture.bytes, reason)) return std::nullopt;
     return picture;
 }
 
 bool DrawSolidSheet(const host::solid::Profile& profile, std::string& bytes, std::string& reason) {
-    return EncodePng(host::solid::RenderPicture(profile, Triangles(profile), kSheetWidth), bytes,
-                     reason);
+    return host::solid::EncodePng(
+        host::solid::RenderPicture(profile, Triangles(profile), kSheetWidth), bytes, reason);
 }
 
 }  // namespace product

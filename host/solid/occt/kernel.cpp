@@ -13,9 +13,6 @@ public:
                                          std::string& reason) const override {
         return MakeOcctSolid(profile, expectedVolume, reason);
     }
-    bool EncodePng(const Image& image, std::string& bytes, std::string& reason) const override {
-        return PngBytes(image, bytes, reason);
-    }
 };
 
 }  // namespace

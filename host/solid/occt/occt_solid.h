@@ -19,6 +19,5 @@ bool WriteStep(const TopoDS_Shape& shape, const StepOptions& options, std::strin
                std::string& reason);
 bool TriangulateShape(const TopoDS_Shape& shape, double chordTolerance, Mesh& mesh,
                       std::string& reason);
-bool PngBytes(const Image& image, std::string& bytes, std::string& reason);
 
 }  // namespace host::solid
