@@ -1,5 +1,6 @@
 #include "product/report/Info.h"
 
+#include <limits>
 #include <map>
 #include <memory>
 #include <nlohmann/json.hpp>
@@ -7,6 +8,7 @@
 #include <unordered_map>
 
 #include "BatchTaskList.h"
+#include "DrawnWalk.h"
 #include "EncircleLayers.h"
 #include "LayerTools.h"
 #include "ToolFrame.h"
@@ -93,33 +95,36 @@ private:
 
     void ReadModelSpace() {
         m_envelopeLayer = FindLayer(kEnvelopeLayer, &m_database);
-        AcDbObjectPointer<AcDbBlockTableRecord> space(acdbSymUtil()->blockModelSpaceId(&m_database),
-                                                      AcDb::kForRead);
-        AcDbBlockTableRecordIterator* made = nullptr;
-        if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
-            throw Failure(Fault::Input, "the drawing has no model space that can be read");
-        const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
-        for (; !entities->done(); entities->step()) {
-            AcDbObjectId id;
-            if (entities->getEntityId(id) == Acad::eOk) ReadEntity(id);
+        const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(&m_database);
+        SDrawnOptions options;
+        options.m_bIntoBlocks = false;
+        options.m_bWithHidden = true;
+        options.m_nMost = std::numeric_limits<size_t>::max();
+        CDrawnWalk walk(&m_database, options);
+        walk.WalkSpace(modelSpace, [this](const SDrawnItem& item) { ReadItem(item); });
+        for (const SDrawnFault& fault : walk.Faults()) {
+            if (fault.m_id == modelSpace)
+                throw Failure(Fault::Input, "the drawing has no model space that can be read");
+            Count(fault.m_id);
+            ++m_info.unreadable;
         }
     }
 
-    void ReadEntity(const AcDbObjectId& id) {
+    void Count(const AcDbObjectId& id) {
         ++m_info.entities;
         ++m_info.types[TypeName(id.objectClass())];
-        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) {
-            ++m_info.unreadable;
-            return;
-        }
-        const auto layer = m_layerIndex.find(entity->layerId());
+    }
+
+    void ReadItem(const SDrawnItem& item) {
+        if (item.m_id != item.m_pickedId) return;  // an attribute, which counts with its reference
+        Count(item.m_id);
+        const auto layer = m_layerIndex.find(item.m_layerId);
         if (layer != m_layerIndex.end()) {
             ++m_info.layers[layer->second].entities;
-            if (layer->first == m_envelopeLayer && entity->isKindOf(AcDbPolyline::desc()))
-                m_envelopeIds.push_back(id);
+            if (layer->first == m_envelopeLayer && item.m_entity.isKindOf(AcDbPolyline::desc()))
+                m_envelopeIds.push_back(item.m_id);
         }
-        if (const auto box = ExtentsOf(*entity.object())) m_info.extents.Add(*box);
+        if (const auto box = ExtentsOf(item.m_entity)) m_info.extents.Add(*box);
     }
 
     void ReadFrame(const SToolFrame& frame) {
@@ -178,7 +183,7 @@ private:
 
 Json Corners(const std::optional<Box>& box) {
     if (!box || box->IsEmpty()) return nullptr;
-    return {box->minX, box->minY, box->maxX, box->maxY};
+    return {box->low.x, box->low.y, box->high.x, box->high.y};
 }
 
 std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::string& path) {

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <cmath>
-#include <memory>
+#include <limits>
 #include <numeric>
-#include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "BlockSum.h"
+#include "DrawnWalk.h"
 #include "EncircleLayers.h"
 #include "EntityBox.h"
 #include "EraseEntity.h"
@@ -20,29 +21,19 @@
 namespace product {
 namespace {
 
-struct LayerState {
-    bool displayed = true;
-    bool isEnvelope = false;
-};
+bool IsEnvelopeLayer(const CString& name) { return name.CompareNoCase(kEnvelopeLayer) == 0; }
 
-class Layers {
-public:
-    const LayerState& StateOf(const AcDbObjectId& layerId) {
-        const auto [at, isNew] = m_layers.try_emplace(layerId);
-        if (!isNew) return at->second;
-        LayerState& state = at->second;
-        AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
-        if (layer.openStatus() != Acad::eOk) return state;
-        AcString name;
-        state.displayed = !layer->isOff() && !layer->isFrozen();
-        state.isEnvelope =
-            layer->getName(name) == Acad::eOk && name.compareNoCase(kEnvelopeLayer) == 0;
-        return state;
-    }
+// What is hidden is looked at, too; references are not taken apart.
+SDrawnOptions EntityByEntity() {
+    SDrawnOptions options;
+    options.m_bIntoBlocks = false;
+    options.m_bWithHidden = true;
+    options.m_nMost = std::numeric_limits<size_t>::max();
+    return options;
+}
 
-private:
-    std::unordered_map<AcDbObjectId, LayerState> m_layers;
-};
+// Attributes are handed on behind their references, which stand for them here.
+bool IsAttribute(const SDrawnItem& item) { return item.m_id != item.m_pickedId; }
 
 // Chords that a curve is cut into.
 double CountChords(const AcDbEntity* entity, double precision) {
@@ -65,13 +56,14 @@ double ScaleChords(const AcDbBlockReference* reference, double chords) {
 
 Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
     Selection selection;
-    Layers layers;
-    for (int i = 0; i < picked.length(); ++i) {
-        const AcDbObjectPointer<AcDbEntity> entity(picked[i], AcDb::kForRead);
-        const bool isEnvelope =
-            entity.openStatus() == Acad::eOk && layers.StateOf(entity->layerId()).isEnvelope;
-        (isEnvelope ? selection.envelopes : selection.ids).append(picked[i]);
-    }
+    if (picked.isEmpty()) return selection;
+    std::unordered_set<AcDbObjectId> envelopes;
+    CDrawnWalk walk(picked[0].database(), EntityByEntity());
+    walk.Walk(picked, [&](const SDrawnItem& item) {
+        if (IsEnvelopeLayer(walk.LayerName(item.m_layerId))) envelopes.insert(item.m_id);
+    });
+    for (int i = 0; i < picked.length(); ++i)
+        (envelopes.count(picked[i]) != 0 ? selection.envelopes : selection.ids).append(picked[i]);
     selection.box = BoxOf(GetEntitiesBox(selection.ids));
     return selection;
 }
@@ -85,26 +77,22 @@ int EraseEnvelopes(const AcArray<AcDbObjectId>& envelopes) {
 
 PickList::PickList(AcDbDatabase& database) {
     const AcDbObjectId modelSpace = acdbSymUtil()->blockModelSpaceId(&database);
-    AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpace, AcDb::kForRead);
-    AcDbBlockTableRecordIterator* made = nullptr;
-    if (space.openStatus() != Acad::eOk || space->newIterator(made) != Acad::eOk)
-        throw Failure(Fault::NothingThere, "the drawing has no model space that can be read");
-    const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
-    Layers layers;
-    for (; !entities->done(); entities->step()) {
+    CDrawnWalk walk(&database, EntityByEntity());
+    walk.WalkSpace(modelSpace, [&](const SDrawnItem& item) {
+        if (IsAttribute(item)) return;
         Entry entry;
-        if (entities->getEntityId(entry.id) != Acad::eOk) continue;
-        AcDbObjectPointer<AcDbEntity> entity(entry.id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) continue;
-        const LayerState& layer = layers.StateOf(entity->layerId());
-        entry.box = ExtentsOf(*entity.object());
-        entry.isDisplayed = layer.displayed && entity->visibility() != AcDb::kInvisible;
-        entry.isEnvelope = layer.isEnvelope;
+        entry.id = item.m_id;
+        entry.box = ExtentsOf(item.m_entity);
+        entry.isDisplayed = item.IsShown();
+        entry.isEnvelope = IsEnvelopeLayer(walk.LayerName(item.m_layerId));
         if (entry.box) m_byLeft.push_back(m_entries.size());
         m_entries.push_back(std::move(entry));
-    }
+    });
+    for (const SDrawnFault& fault : walk.Faults())
+        if (fault.m_id == modelSpace)
+            throw Failure(Fault::NothingThere, "the drawing has no model space that can be read");
     std::stable_sort(m_byLeft.begin(), m_byLeft.end(), [this](size_t a, size_t b) {
-        return m_entries[a].box->minX < m_entries[b].box->minX;
+        return m_entries[a].box->low.x < m_entries[b].box->low.x;
     });
 }
 
@@ -112,9 +100,9 @@ Selection PickList::Pick(const std::optional<Box>& window) const {
     std::vector<size_t> inside;
     if (window) {
         auto at = std::lower_bound(
-            m_byLeft.begin(), m_byLeft.end(), window->minX,
-            [this](size_t i, double left) { return m_entries[i].box->minX < left; });
-        for (; at != m_byLeft.end() && m_entries[*at].box->minX <= window->maxX; ++at)
+            m_byLeft.begin(), m_byLeft.end(), window->low.x,
+            [this](size_t i, double left) { return m_entries[i].box->low.x < left; });
+        for (; at != m_byLeft.end() && m_entries[*at].box->low.x <= window->high.x; ++at)
             if (window->Contains(*m_entries[*at].box)) inside.push_back(*at);
         std::sort(inside.begin(), inside.end());
     } else {
@@ -139,18 +127,18 @@ Selection PickList::Pick(const std::optional<Box>& window) const {
 void PickList::CountCut(const Box& window, Selection& selection) const {
     for (const Entry& entry : m_entries) {
         if (!entry.box || !entry.isDisplayed || entry.isEnvelope) continue;
-        if (!window.Meets(*entry.box) || window.Contains(*entry.box)) continue;
+        if (!window.Meets(*entry.box, 0.0) || window.Contains(*entry.box)) continue;
         // Where it leaves the window, as far as its box tells.
         const Box& box = *entry.box;
-        const double x = box.minX < window.minX   ? window.minX
-                         : box.maxX > window.maxX ? window.maxX
-                                                  : (box.minX + box.maxX) / 2;
-        const double y = box.minY < window.minY   ? window.minY
-                         : box.maxY > window.maxY ? window.maxY
-                                                  : (box.minY + box.maxY) / 2;
+        const double x = box.low.x < window.low.x     ? window.low.x
+                         : box.high.x > window.high.x ? window.high.x
+                                                      : (box.low.x + box.high.x) / 2;
+        const double y = box.low.y < window.low.y     ? window.low.y
+                         : box.high.y > window.high.y ? window.high.y
+                                                      : (box.low.y + box.high.y) / 2;
         if (selection.cut++ == 0)
-            selection.cutAt = {std::clamp(x, window.minX, window.maxX),
-                               std::clamp(y, window.minY, window.maxY)};
+            selection.cutAt = {std::clamp(x, window.low.x, window.high.x),
+                               std::clamp(y, window.low.y, window.high.y)};
     }
 }
 
@@ -189,8 +177,8 @@ private:
 AcArray<AcDbObjectId> CrossedBy(AcDbDatabase& database, const Box& window) {
     AcArray<AcDbObjectId> ids;
     for (const AcDbObjectId& id :
-         host::QueryRectangle(database, AcGePoint3d(window.minX, window.minY, 0.0),
-                              AcGePoint3d(window.maxX, window.maxY, 0.0), true))
+         host::QueryRectangle(database, AcGePoint3d(window.low.x, window.low.y, 0.0),
+                              AcGePoint3d(window.high.x, window.high.y, 0.0), true))
         ids.append(id);
     return ids;
 }
