@@ -3,10 +3,13 @@
 
 #include <cmath>
 
+#include "plane/point.h"
+
 namespace host {
 
-constexpr double kPi = 3.14159265358979323846;
-constexpr double kTwoPi = 2.0 * kPi;
+inline constexpr double kPi = plane::kHalfTurn;
+inline constexpr double kTwoPi = plane::kFullTurn;
+inline constexpr double kDegree = kPi / 180.0;
 
 // The direction (x, y) counter-clockwise from +x, in [0, 2 pi); 0 when both are 0. A direction just
 // below +x, whose angle rounds to a full turn, gives 0.

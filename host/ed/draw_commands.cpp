@@ -6,13 +6,13 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbpl.h"
+#include "host/base/angles.h"
 #include "host/ed/command_tools.h"
 #include "host/ed/session.h"
 
 namespace host {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr int kDragChords = 32;  // of an arc that follows the pointer
 
 struct Circle {

@@ -3,13 +3,12 @@
 
 #include "aced.h"
 #include "dbobjptr.h"
+#include "host/base/angles.h"
 #include "host/ed/command_tools.h"
 #include "host/ed/session.h"
 
 namespace host {
 namespace {
-
-constexpr double kDegree = 3.14159265358979323846 / 180.0;
 
 AcGeMatrix3d Turn(double angle, const AcGePoint3d& centre) {
     return AcGeMatrix3d::rotation(angle, AcGeVector3d::kZAxis, centre);

@@ -5,6 +5,7 @@
 #include "dbents.h"
 #include "dbobjptr.h"
 #include "dbpl.h"
+#include "host/base/angles.h"
 #include "host/ed/command_tools.h"
 #include "host/ed/entity_query.h"
 #include "host/ed/point_text.h"
@@ -12,8 +13,6 @@
 
 namespace host {
 namespace {
-
-constexpr double kDegree = 3.14159265358979323846 / 180.0;
 
 std::wstring Degrees(double angle) { return NumberText(angle / kDegree) + L"\u00B0"; }
 

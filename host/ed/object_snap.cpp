@@ -10,8 +10,9 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "dbsymutl.h"
-#include "host/ed/shown_curves.h"
+#include "host/base/angles.h"
 #include "host/ed/text_compare.h"
+#include "plane/meeting.h"
 
 namespace host {
 namespace {
@@ -19,14 +20,7 @@ namespace {
 // Curves that are looked at for intersections in one place; a heap of thousands is nobody's aim.
 constexpr size_t kMostCrossing = 64;
 
-constexpr double kQuarterTurn = 1.57079632679489661923;
-
-AcGePoint2d Flat(const AcGePoint3d& p) { return AcGePoint2d(p.x, p.y); }
-
-// Where the curve is nearest to p, within its ends.
-AcGePoint2d NearestOn(const PlaneCurve& curve, const AcGePoint2d& p) {
-    return curve.PointAt((std::clamp)(curve.ParamOf(p), 0.0, 1.0));
-}
+plane::Point Flat(const AcGePoint3d& p) { return {p.x, p.y}; }
 
 // How a found point ranks: what the pointer is at before what it is merely on.
 enum Rank { kAt, kOn, kOnCentreLine, kOnAny };
@@ -39,37 +33,37 @@ struct Candidate {
 
 class Finder {
 public:
-    Finder(const AcGePoint2d& at, double aperture, unsigned modes, const AcGePoint3d* base)
+    Finder(const plane::Point& at, double aperture, unsigned modes, const AcGePoint3d* base)
         : m_at(at), m_aperture(aperture), m_modes(modes), m_base(base) {}
 
     void Look(const SnapSource& source) {
         m_id = source.id;
-        for (const AcGePoint2d& node : source.nodes) TryPoint(kSnapNode, node);
-        for (const AcGePoint2d& centre : source.centres) TryPoint(kSnapCentre, centre);
-        for (const AcGePoint2d& quadrant : source.quadrants) TryPoint(kSnapQuadrant, quadrant);
-        const std::vector<PlaneCurve>& curves = source.curves;
+        for (const plane::Point& node : source.nodes) TryPoint(kSnapNode, node);
+        for (const plane::Point& centre : source.centres) TryPoint(kSnapCentre, centre);
+        for (const plane::Point& quadrant : source.quadrants) TryPoint(kSnapQuadrant, quadrant);
+        const std::vector<ShownCurve>& curves = source.curves;
         for (size_t i = 0; i < curves.size(); ++i) {
-            const PlaneCurve& curve = curves[i];
+            const ShownCurve& curve = curves[i];
             TryCurve(curve, source.isCentreLine);
-            if (curve.isArc) TryArc(curve);
+            if (curve.shape.IsArc()) TryArc(curve.shape);
             if (IsHalfOfCircle(curves, i)) continue;
             const bool joinsBefore =
-                curve.isChord && i > 0 && Meets(curves[i - 1].end, curve.start);
-            const bool joinsAfter =
-                curve.isChord && i + 1 < curves.size() && Meets(curve.end, curves[i + 1].start);
-            if (!joinsBefore) TryPoint(kSnapEnd, curve.start);
-            if (!joinsAfter) TryPoint(kSnapEnd, curve.end);
-            if (!curve.isChord) TryPoint(kSnapMiddle, curve.PointAt(0.5));
+                curve.isChord && i > 0 && Meets(curves[i - 1].shape.to, curve.shape.from);
+            const bool joinsAfter = curve.isChord && i + 1 < curves.size() &&
+                                    Meets(curve.shape.to, curves[i + 1].shape.from);
+            if (!joinsBefore) TryPoint(kSnapEnd, curve.shape.from);
+            if (!joinsAfter) TryPoint(kSnapEnd, curve.shape.to);
+            if (!curve.isChord) TryPoint(kSnapMiddle, curve.shape.Middle());
         }
     }
 
     void LookForCrossings() {
         if ((m_modes & kSnapIntersection) == 0) return;
-        std::vector<AcGePoint2d> meetings;
+        std::vector<plane::Point> meetings;
         for (size_t i = 0; i < m_through.size(); ++i)
             for (size_t k = i + 1; k < m_through.size(); ++k)
-                AppendMeetings(*m_through[i], *m_through[k], meetings);
-        for (const AcGePoint2d& meeting : meetings) TryPoint(kSnapIntersection, meeting);
+                AppendMeetings(*m_through[i], *m_through[k], kNodeTol, meetings);
+        for (const plane::Point& meeting : meetings) TryPoint(kSnapIntersection, meeting);
     }
 
     std::vector<Snap> Best() {
@@ -89,58 +83,58 @@ public:
 
 private:
     // The two halves share their source.
-    static bool IsHalfOfCircle(const std::vector<PlaneCurve>& curves, size_t i) {
+    static bool IsHalfOfCircle(const std::vector<ShownCurve>& curves, size_t i) {
         const int source = curves[i].source;
         return (i > 0 && curves[i - 1].source == source) ||
                (i + 1 < curves.size() && curves[i + 1].source == source);
     }
-    static bool Meets(const AcGePoint2d& a, const AcGePoint2d& b) {
-        return (a - b).length() <= kNodeTol;
+    static bool Meets(const plane::Point& a, const plane::Point& b) {
+        return Distance(a, b) <= kNodeTol;
     }
 
-    void Add(SnapMode mode, const AcGePoint2d& point, Rank rank) {
+    void Add(SnapMode mode, const plane::Point& point, Rank rank) {
         if ((m_modes & mode) == 0) return;
         m_found.push_back(
-            {{mode, AcGePoint3d(point.x, point.y, 0.0), m_id}, rank, (point - m_at).length()});
+            {{mode, AcGePoint3d(point.x, point.y, 0.0), m_id}, rank, Distance(point, m_at)});
     }
-    void TryPoint(SnapMode mode, const AcGePoint2d& point) {
-        if ((point - m_at).length() <= m_aperture) Add(mode, point, kAt);
+    void TryPoint(SnapMode mode, const plane::Point& point) {
+        if (Distance(point, m_at) <= m_aperture) Add(mode, point, kAt);
     }
 
-    void TryArc(const PlaneCurve& arc) {
-        const bool isOn = arc.DistanceTo(m_at) <= m_aperture;
-        if (isOn || (arc.center - m_at).length() <= m_aperture)
-            Add(kSnapCentre, arc.center, isOn ? kOn : kAt);
+    void TryArc(const plane::Curve& arc) {
+        const bool isOn = Distance(arc, m_at) <= m_aperture;
+        if (isOn || Distance(arc.centre, m_at) <= m_aperture)
+            Add(kSnapCentre, arc.centre, isOn ? kOn : kAt);
         for (int quarter = 0; quarter < 4; ++quarter) {
             static const double kX[] = {1, 0, -1, 0}, kY[] = {0, 1, 0, -1};
-            const AcGePoint2d point(arc.center.x + kX[quarter] * arc.radius,
-                                    arc.center.y + kY[quarter] * arc.radius);
-            const double param = arc.ParamOf(point);
-            if (param >= 0.0 && param <= 1.0) TryPoint(kSnapQuadrant, point);
+            const plane::Point point{arc.centre.x + kX[quarter] * arc.radius,
+                                     arc.centre.y + kY[quarter] * arc.radius};
+            if (Distance(arc, point) <= kNodeTol) TryPoint(kSnapQuadrant, point);
         }
     }
 
-    void TryCurve(const PlaneCurve& curve, bool isCentreLine) {
-        const AcGePoint2d nearest = NearestOn(curve, m_at);
-        if ((nearest - m_at).length() > m_aperture) return;
-        if (m_through.size() < kMostCrossing) m_through.push_back(&curve);
+    void TryCurve(const ShownCurve& curve, bool isCentreLine) {
+        const plane::Curve& shape = curve.shape;
+        const plane::Point nearest = NearestPoint(shape, m_at);
+        if (Distance(nearest, m_at) > m_aperture) return;
+        if (m_through.size() < kMostCrossing) m_through.push_back(&shape);
         if (m_base != nullptr) {
             // The foot may lie where the line would go on.
-            const AcGePoint2d base = Flat(*m_base);
-            const AcGePoint2d foot =
-                curve.isArc ? NearestOn(curve, base) : curve.PointAt(curve.ParamOf(base));
+            const plane::Point base = Flat(*m_base);
+            const plane::Point foot =
+                shape.IsArc() ? NearestPoint(shape, base) : PointAt(shape, ShareOf(shape, base));
             if (!curve.isChord && !Meets(foot, base)) Add(kSnapPerpendicular, foot, kOn);
         }
         if (isCentreLine) Add(kSnapCentreLine, nearest, kOnCentreLine);
         Add(kSnapNearest, nearest, kOnAny);
     }
 
-    AcGePoint2d m_at;
+    plane::Point m_at;
     double m_aperture;
     unsigned m_modes;
     const AcGePoint3d* m_base;
     AcDbObjectId m_id;
-    std::vector<const PlaneCurve*> m_through;  // what passes within the aperture
+    std::vector<const plane::Curve*> m_through;  // what passes within the aperture
     std::vector<Candidate> m_found;
 };
 
@@ -160,7 +154,7 @@ void AddEllipse(const AcDbEllipse& ellipse, SnapSource& source) {
     if (ellipse.getStartParam(from) != Acad::eOk || ellipse.getEndParam(to) != Acad::eOk) return;
     for (int quarter = 0; quarter < 8; ++quarter) {
         AcGePoint3d point;
-        const double param = quarter * kQuarterTurn;
+        const double param = quarter * (kPi / 2);
         if (param >= from && param <= to && ellipse.getPointAtParam(param, point) == Acad::eOk)
             source.quadrants.push_back(Flat(point));
     }
@@ -199,7 +193,7 @@ SnapSource MakeSnapSource(AcDbObjectId id) {
         source.nodes.push_back(Flat(lines->location()));
     else if (const auto* const block = AcDbBlockReference::cast(entity.object()))
         source.nodes.push_back(Flat(block->position()));
-    AppendPlaneCurves(*entity, source.curves);
+    AppendShownCurves(*entity, source.curves);
     return source;
 }
 

@@ -6,7 +6,7 @@
 
 #include "dbid.h"
 #include "gepnt3d.h"
-#include "host/ed/plane_curve.h"
+#include "host/ed/shown_curves.h"
 
 namespace host {
 
@@ -36,11 +36,11 @@ const std::vector<SnapModeName>& SnapModeNames();
 // What one entity gives to snap to, worked out once.
 struct SnapSource {
     AcDbObjectId id;
-    std::vector<PlaneCurve> curves;
-    std::vector<AcGePoint2d> nodes;
-    std::vector<AcGePoint2d> centres;    // of ellipses; circles and arcs have theirs in the curves
-    std::vector<AcGePoint2d> quadrants;  // likewise
-    bool isCentreLine = false;           // by its linetype, own or of its layer
+    std::vector<ShownCurve> curves;
+    std::vector<plane::Point> nodes;
+    std::vector<plane::Point> centres;    // of ellipses; circles and arcs have theirs in the curves
+    std::vector<plane::Point> quadrants;  // likewise
+    bool isCentreLine = false;            // by its linetype, own or of its layer
 };
 SnapSource MakeSnapSource(AcDbObjectId id);
 

@@ -3,12 +3,11 @@
 #include <charconv>
 #include <cmath>
 
+#include "host/base/angles.h"
 #include "host/base/plain_number.h"
 
 namespace host {
 namespace {
-
-constexpr double kDegree = 3.14159265358979323846 / 180.0;
 
 // Quarter turns give exact zeros.
 AcGeVector3d Direction(double degrees) {

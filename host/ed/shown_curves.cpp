@@ -11,33 +11,33 @@
 #include "dbobjptr.h"
 #include "dbpl.h"
 #include "dbsymtb.h"
+#include "host/base/angles.h"
 #include "host/ed/entity_query.h"
 
 namespace host {
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 // Block references in block references; a drawing that refers to itself must end somewhere.
 constexpr int kMaxDepth = 32;
 // A curve is halved so often at least and at most.
 constexpr int kLeastHalvings = 4;
 constexpr int kMostHalvings = 14;
 
-AcGePoint2d Flat(const AcGePoint3d& p) { return AcGePoint2d(p.x, p.y); }
+plane::Point Flat(const AcGePoint3d& p) { return {p.x, p.y}; }
 
-bool IsPlace(const AcGePoint2d& p) {
+bool IsPlace(const plane::Point& p) {
     return std::fabs(p.x) < kMaxCoordinate && std::fabs(p.y) < kMaxCoordinate;
 }
 
 class Collector {
 public:
-    explicit Collector(std::vector<PlaneCurve>& curves) : m_curves(curves) {}
+    explicit Collector(std::vector<ShownCurve>& curves) : m_curves(curves) {}
 
     void Add(const AcDbEntity& entity, int depth) {
         if (const AcDbArc* const arc = AcDbArc::cast(&entity)) {
             AddCircular(*arc, arc->center(), arc->radius(), arc->normal(), arc->totalAngle());
         } else if (const AcDbCircle* const circle = AcDbCircle::cast(&entity)) {
-            AddCircular(*circle, circle->center(), circle->radius(), circle->normal(), 2 * kPi);
+            AddCircular(*circle, circle->center(), circle->radius(), circle->normal(), kTwoPi);
         } else if (const AcDbLine* const line = AcDbLine::cast(&entity)) {
             AddLine(Flat(line->startPoint()), Flat(line->endPoint()));
         } else if (IsMadeOfParts(entity)) {
@@ -54,14 +54,16 @@ private:
                entity.isKindOf(AcDb3dPolyline::desc());
     }
 
-    void Push(PlaneCurve curve) {
+    void Push(ShownCurve curve) {
         curve.source = static_cast<int>(m_curves.size());
         m_curves.push_back(curve);
     }
 
-    void AddLine(const AcGePoint2d& start, const AcGePoint2d& end) {
-        if (IsPlace(start) && IsPlace(end) && (end - start).length() > kNodeTol)
-            Push(PlaneCurve::Line(start, end));
+    void AddLine(const plane::Point& start, const plane::Point& end) {
+        if (!IsPlace(start) || !IsPlace(end) || !(Distance(start, end) > kNodeTol)) return;
+        ShownCurve line;
+        line.shape = plane::MakeLine(start, end);
+        Push(line);
     }
 
     // An arc or circle; total is its angle, counter-clockwise about the normal.
@@ -70,7 +72,7 @@ private:
         if (!normal.isParallelTo(AcGeVector3d::kZAxis)) return AddChords(curve);
         AcGePoint3d start, end;
         if (curve.getStartPoint(start) != Acad::eOk || curve.getEndPoint(end) != Acad::eOk) return;
-        const AcGePoint2d middle = Flat(center);
+        const plane::Point middle = Flat(center);
         if (!IsPlace(middle) || !IsPlace(Flat(start)) || !(radius > kNodeTol)) return;
         const double sweep = normal.z < 0.0 ? -total : total;
         const double from = std::atan2(start.y - middle.y, start.x - middle.x);
@@ -79,18 +81,26 @@ private:
             AddCircle(middle, radius, from, sweep);
             return;
         }
-        PlaneCurve arc = PlaneCurve::Arc(middle, radius, from, sweep);
-        arc.start = Flat(start);
-        arc.end = Flat(end);
+        ShownCurve arc = ArcOf(middle, radius, from, sweep);
+        arc.shape.from = Flat(start);
+        arc.shape.to = Flat(end);
         Push(arc);
     }
 
+    static ShownCurve ArcOf(const plane::Point& center, double radius, double from, double sweep) {
+        ShownCurve arc;
+        arc.shape = plane::MakeArc(center, radius, from, sweep);
+        arc.startAngle = from;
+        arc.sweep = sweep;
+        return arc;
+    }
+
     // A curve that ends where it starts has no two ends to be traced between.
-    void AddCircle(const AcGePoint2d& center, double radius, double from, double sweep) {
-        PlaneCurve first = PlaneCurve::Arc(center, radius, from, sweep / 2);
-        PlaneCurve second = PlaneCurve::Arc(center, radius, from + sweep / 2, sweep / 2);
-        second.start = first.end;
-        second.end = first.start;
+    void AddCircle(const plane::Point& center, double radius, double from, double sweep) {
+        ShownCurve first = ArcOf(center, radius, from, sweep / 2);
+        ShownCurve second = ArcOf(center, radius, from + sweep / 2, sweep / 2);
+        second.shape.from = first.shape.to;
+        second.shape.to = first.shape.from;
         Push(first);
         second.source = m_curves.back().source;
         m_curves.push_back(second);
@@ -135,7 +145,7 @@ private:
 
     struct Sample {
         double param;
-        AcGePoint2d point;
+        plane::Point point;
     };
     void Halve(const AcDbCurve& curve, const Sample& a, const Sample& b, double tol, int depth) {
         const double param = a.param + (b.param - a.param) / 2;
@@ -143,21 +153,31 @@ private:
         if (depth == kMostHalvings || curve.getPointAtParam(param, middle) != Acad::eOk)
             return AddLine(a.point, b.point);
         const Sample m{param, Flat(middle)};
-        const AcGePoint2d chord = a.point + (b.point - a.point) / 2;
-        if (depth >= kLeastHalvings && (m.point - chord).length() <= tol)
+        const plane::Point chord = a.point + (b.point - a.point) / 2;
+        if (depth >= kLeastHalvings && Distance(m.point, chord) <= tol)
             return AddLine(a.point, b.point);
         Halve(curve, a, m, tol, depth + 1);
         Halve(curve, m, b, tol, depth + 1);
     }
 
-    std::vector<PlaneCurve>& m_curves;
+    std::vector<ShownCurve>& m_curves;
     std::map<AcDbObjectId, bool> m_shown;
 };
 
 }  // namespace
 
-std::vector<PlaneCurve> FindShownCurves(AcDbDatabase& database) {
-    std::vector<PlaneCurve> curves;
+double ShownCurve::TurnedTo(const plane::Point& p) const {
+    const double turn = plane::AngleOf(p - shape.centre) - startAngle;
+    const double reach = std::fabs(sweep);
+    double from = std::fmod(sweep < 0.0 ? -turn : turn, kTwoPi);
+    if (from < 0.0) from += kTwoPi;
+    // Of the part that the arc leaves out, the second half comes before the start.
+    if (from > (reach + kTwoPi) / 2) from -= kTwoPi;
+    return from / reach;
+}
+
+std::vector<ShownCurve> FindShownCurves(AcDbDatabase& database) {
+    std::vector<ShownCurve> curves;
     Collector collector(curves);
     for (const AcDbObjectId id : QueryEntities(database, QueryRules::Displayed())) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
@@ -166,7 +186,7 @@ std::vector<PlaneCurve> FindShownCurves(AcDbDatabase& database) {
     return curves;
 }
 
-void AppendPlaneCurves(const AcDbEntity& entity, std::vector<PlaneCurve>& curves) {
+void AppendShownCurves(const AcDbEntity& entity, std::vector<ShownCurve>& curves) {
     Collector(curves).Add(entity, 0);
 }
 

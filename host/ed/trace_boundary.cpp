@@ -7,20 +7,21 @@
 #include "aced.h"
 #include "dbapserv.h"
 #include "dbpl.h"
-#include "host/ed/faces.h"
-#include "host/ed/noding.h"
+#include "host/base/angles.h"
 #include "host/ed/session.h"
 #include "host/ed/shown_curves.h"
+#include "host/geos/faces.h"
+#include "plane/noding.h"
 
 namespace host {
 namespace {
 
 // No bulge of a loop stands for more; a vertex is kept where two parts of a curve would exceed it.
-constexpr double kWidestSweep = 1.5 * 3.14159265358979323846;
+constexpr double kWidestSweep = 1.5 * kPi;
 
 // One step of a loop: where it starts, and how far it turns.
 struct Side {
-    AcGePoint2d start;
+    plane::Point start;
     double sweep;
     bool isArc;
     int source;
@@ -31,14 +32,25 @@ bool ContinueEachOther(const Side& a, const Side& b) {
            std::fabs(a.sweep + b.sweep) <= kWidestSweep && (a.sweep < 0.0) == (b.sweep < 0.0);
 }
 
-std::vector<Side> SidesOf(const FaceLoop& loop, const std::vector<PlaneCurve>& curves,
-                          const Noding& noding) {
+// How far a piece of an arc turns; by the arc's own angles, so that it stays what was drawn.
+double SweepOf(const plane::NodedPiece& piece, const ShownCurve& arc, const plane::Noding& noding) {
+    const auto turnedTo = [&](double share, size_t node) {
+        const bool isEnd = share == 0.0 || share == 1.0;
+        return isEnd ? share : (std::clamp)(arc.TurnedTo(noding.nodes[node]), 0.0, 1.0);
+    };
+    return arc.sweep * (turnedTo(piece.toShare, piece.to) - turnedTo(piece.fromShare, piece.from));
+}
+
+std::vector<Side> SidesOf(const FaceLoop& loop, const std::vector<ShownCurve>& curves,
+                          const plane::Noding& noding) {
     std::vector<Side> sides;
     for (const FaceLoop::Step& step : loop.steps) {
-        const NodedPiece& piece = noding.pieces[step.piece];
-        const PlaneCurve curve = CurveOf(piece, curves, noding);
-        sides.push_back({step.isForward ? curve.start : curve.end,
-                         step.isForward ? curve.sweep : -curve.sweep, curve.isArc, curve.source});
+        const plane::NodedPiece& piece = noding.pieces[step.piece];
+        const ShownCurve& curve = curves[piece.curve];
+        const bool isArc = curve.shape.IsArc();
+        const double sweep = isArc ? SweepOf(piece, curve, noding) : 0.0;
+        sides.push_back({noding.nodes[step.isForward ? piece.from : piece.to],
+                         step.isForward ? sweep : -sweep, isArc, curve.source});
     }
     return sides;
 }
@@ -77,7 +89,8 @@ std::unique_ptr<AcDbPolyline> PolylineOf(const std::vector<Side>& sides) {
     for (size_t i = 0; i < sides.size(); ++i) {
         // bulge = tan(sweep / 4), counter-clockwise positive (DXF reference, LWPOLYLINE)
         const double bulge = sides[i].isArc ? std::tan(sides[i].sweep / 4) : 0.0;
-        if (polyline->addVertexAt(static_cast<unsigned int>(i), sides[i].start, bulge) != Acad::eOk)
+        const AcGePoint2d corner(sides[i].start.x, sides[i].start.y);
+        if (polyline->addVertexAt(static_cast<unsigned int>(i), corner, bulge) != Acad::eOk)
             return nullptr;
     }
     polyline->setClosed(true);
@@ -99,15 +112,19 @@ Acad::ErrorStatus acedTraceBoundary(const AcGePoint3d& seed, bool detectIslands,
     result.setLogicalLength(0);
     AcDbDatabase* const database = TracedDatabase();
     if (database == nullptr) return Acad::eNoDocument;
-    const AcGePoint2d place(seed.x, seed.y);
-    if (!std::isfinite(place.x) || !std::isfinite(place.y)) return Acad::eInvalidInput;
-    const std::vector<PlaneCurve> curves = FindShownCurves(*database);
-    for (const PlaneCurve& curve : curves)
+    const plane::Point place{seed.x, seed.y};
+    if (!IsFinite(place)) return Acad::eInvalidInput;
+    const std::vector<ShownCurve> curves = FindShownCurves(*database);
+    std::vector<plane::Curve> shapes;
+    shapes.reserve(curves.size());
+    for (const ShownCurve& curve : curves) {
         if (curve.IsThrough(place)) return Acad::eInvalidInput;
-    const Noding noding = NodeCurves(curves);
+        shapes.push_back(curve.shape);
+    }
+    const plane::Noding noding = plane::NodeCurves(shapes, kNodeTol);
     std::vector<FaceLoop> loops;
     try {
-        loops = FindFaceAround(place, curves, noding);
+        loops = FindFaceAround(place, shapes, noding);
     } catch (const std::exception&) {
         return Acad::eGeneralModelingFailure;
     }

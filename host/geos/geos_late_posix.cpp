@@ -47,20 +47,16 @@ using ConstGeometry = const GEOSGeometry*;
 using Sequence = GEOSCoordSequence*;
 using ConstSequence = const GEOSCoordSequence*;
 using Prepared = const GEOSPreparedGeometry*;
-using Tree = GEOSSTRtree*;
 
 extern "C" {
 
 LATE(Context, GEOS_init_r, (), ())
 LATE(void, GEOS_finish_r, (Context c), (c))
-LATE(Sequence, GEOSCoordSeq_create_r, (Context c, unsigned n, unsigned d), (c, n, d))
 LATE(Sequence, GEOSCoordSeq_copyFromBuffer_r,
      (Context c, const double* from, unsigned n, int z, int m), (c, from, n, z, m))
 LATE(int, GEOSCoordSeq_copyToBuffer_r, (Context c, ConstSequence s, double* to, int z, int m),
      (c, s, to, z, m))
 LATE(int, GEOSCoordSeq_getSize_r, (Context c, ConstSequence s, unsigned* n), (c, s, n))
-LATE(int, GEOSCoordSeq_setXY_r, (Context c, Sequence s, unsigned i, double x, double y),
-     (c, s, i, x, y))
 LATE(ConstSequence, GEOSGeom_getCoordSeq_r, (Context c, ConstGeometry g), (c, g))
 LATE(Geometry, GEOSGeom_createPointFromXY_r, (Context c, double x, double y), (c, x, y))
 LATE(Geometry, GEOSGeom_createLineString_r, (Context c, Sequence s), (c, s))
@@ -87,11 +83,5 @@ LATE(Prepared, GEOSPrepare_r, (Context c, ConstGeometry g), (c, g))
 LATE(void, GEOSPreparedGeom_destroy_r, (Context c, Prepared p), (c, p))
 LATE(int, GEOSPreparedDistance_r, (Context c, Prepared p, ConstGeometry g, double* distance),
      (c, p, g, distance))
-LATE(Tree, GEOSSTRtree_create_r, (Context c, size_t capacity), (c, capacity))
-LATE(void, GEOSSTRtree_destroy_r, (Context c, Tree t), (c, t))
-LATE(void, GEOSSTRtree_insert_r, (Context c, Tree t, ConstGeometry g, void* item), (c, t, g, item))
-LATE(void, GEOSSTRtree_query_r,
-     (Context c, Tree t, ConstGeometry g, GEOSQueryCallback callback, void* user),
-     (c, t, g, callback, user))
 
 }  // extern "C"

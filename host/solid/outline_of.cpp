@@ -8,13 +8,13 @@
 #include "dbents.h"
 #include "dbpl.h"
 #include "gemat3d.h"
+#include "host/base/angles.h"
 #include "host/solid/tolerance.h"
 
 namespace host::solid {
 
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
 // Sine of the angle between planes that still count as one. Radii are far below kPositionTol /
 // kPlaneTol, so an arc in such a plane stays within the tolerance.
 constexpr double kPlaneTol = 1e-9;

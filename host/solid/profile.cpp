@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdio>
 
+#include "host/base/angles.h"
 #include "host/solid/join.h"
 #include "host/solid/outline.h"
 #include "host/solid/tolerance.h"
@@ -15,8 +16,6 @@ namespace host::solid {
 namespace {
 
 using Fault = Refusal::Fault;
-
-constexpr double kTwoPi = 6.283185307179586;
 
 struct FaultText {
     Fault fault;

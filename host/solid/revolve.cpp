@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "dbapserv.h"
+#include "host/base/angles.h"
 #include "host/sys/file_io.h"
 #include "host/base/format.h"
 #include "host/solid/outline_of.h"
@@ -12,7 +13,6 @@ namespace host::solid {
 
 namespace {
 
-constexpr double kTwoPi = 6.283185307179586;
 // An angle this near to a full turn is one (radians): angles are computed from pi.
 constexpr double kTurnTol = 1e-9;
 

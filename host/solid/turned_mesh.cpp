@@ -4,11 +4,12 @@
 #include <cmath>
 #include <utility>
 
+#include "host/base/angles.h"
+
 namespace host::solid {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kFewestSectors = 24.0;
 constexpr double kMostSectors = 720.0;
 constexpr double kMostChords = 4096.0;  // of one arc
@@ -27,11 +28,11 @@ public:
         for (const Chain& chain : profile.chains)
             for (const Piece& piece : chain.pieces)
                 highest = (std::max)(highest, BoxOf(piece).high.y);
-        const double sectors = highest > 0 ? 2.0 * kPi / StepAngle(highest, tolerance) : 0.0;
+        const double sectors = highest > 0 ? kTwoPi / StepAngle(highest, tolerance) : 0.0;
         m_sectors = static_cast<int>(
             std::ceil((std::min)((std::max)(sectors, kFewestSectors), kMostSectors)));
         for (int i = 0; i < m_sectors; ++i) {
-            const double angle = 2.0 * kPi * i / m_sectors;
+            const double angle = kTwoPi * i / m_sectors;
             m_away.push_back(m_frame.radial * std::cos(angle) + m_frame.Normal() * std::sin(angle));
         }
     }

@@ -6,10 +6,12 @@
 #include <cmath>
 #include <iterator>
 
+#include "plane/point.h"
+
 namespace {
 
 // Stretches of a sixteenth of a turn leave their chord by under 2 % of the radius.
-constexpr double kStretch = 3.14159265358979323846 / 8;
+constexpr double kStretch = plane::kHalfTurn / 8;
 
 // Widens boxes by a hair more than what lies on the arc, so that rounding in the sines loses none.
 constexpr double kBoxMargin = 2 * kThroughArcTol;

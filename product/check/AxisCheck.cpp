@@ -42,8 +42,8 @@ public:
             m_length += stroke.Length();
         }
         if (m_strokes.empty() || m_box.Width() <= 0) return m_check;
-        m_radius = std::max(m_box.maxY, -m_box.minY);
-        const HalfHeights here(m_sheet, m_strokes, 0, m_box.minX, m_box.maxX);
+        m_radius = std::max(m_box.high.y, -m_box.low.y);
+        const HalfHeights here(m_sheet, m_strokes, 0, m_box.low.x, m_box.high.x);
         m_check.isOneSided = here.IsOneSided();
         FindShift(here.Agreement(Slack()));
         CompareHeights(here);
@@ -62,7 +62,7 @@ private:
             ++m_check.borderStrokes;
             box.Add(detect::BoxOf(m_sheet.strokes[i]));
         }
-        if (!box.IsEmpty()) m_check.borderAt = m_frame.Out({box.minX, box.maxY});
+        if (!box.IsEmpty()) m_check.borderAt = m_frame.Out({box.low.x, box.high.y});
     }
 
     void FindShift(double agreement) {
@@ -73,10 +73,10 @@ private:
              detect::FindMirrorLines(m_sheet, use, m_tolerance, kMostMirrors)) {
             if (std::abs(line.offset) <= std::max(10 * m_tolerance, 1e-3 * m_radius)) continue;
             if (line.weight < kMirrored * m_length || std::abs(line.offset) > m_radius) continue;
-            const HalfHeights there(m_sheet, m_strokes, line.offset, m_box.minX, m_box.maxX);
+            const HalfHeights there(m_sheet, m_strokes, line.offset, m_box.low.x, m_box.high.x);
             if (there.Agreement(Slack()) < agreement + kBetter) continue;
             m_check.shift = line.offset;
-            m_check.shiftAt = m_frame.Out({(m_box.minX + m_box.maxX) / 2, line.offset});
+            m_check.shiftAt = m_frame.Out({(m_box.low.x + m_box.high.x) / 2, line.offset});
             return;
         }
     }
@@ -91,7 +91,7 @@ private:
         sheet.strokes.emplace_back();
         for (const Point& p : ChordsOf(m_envelope, true, 1e-5 * m_radius))
             sheet.strokes[0].points.push_back(m_frame.In(p));
-        const HalfHeights ring(sheet, {0}, 0, m_box.minX, m_box.maxX);
+        const HalfHeights ring(sheet, {0}, 0, m_box.low.x, m_box.high.x);
         const HalfHeights::Difference apart =
             here.To(ring, m_half != Half::Lower, m_half != Half::Upper);
         m_check.envelopeApart = apart.height;
@@ -103,7 +103,7 @@ private:
         const double depth =
             std::max(kEnd * m_box.Width(), 0.5 * std::min(m_radius, m_box.Width()));
         for (const bool atStart : {true, false}) {
-            const double from = atStart ? m_box.minX : m_box.maxX - depth;
+            const double from = atStart ? m_box.low.x : m_box.high.x - depth;
             double nearest = m_radius;
             for (const int i : m_strokes) {
                 const std::vector<Point>& p = m_sheet.strokes[i].points;
@@ -118,7 +118,7 @@ private:
             }
             if (nearest <= kClose * m_radius + m_tolerance || nearest <= m_check.reachGap) continue;
             m_check.reachGap = nearest;
-            m_check.reachAt = m_frame.Out({atStart ? m_box.minX : m_box.maxX, 0});
+            m_check.reachAt = m_frame.Out({atStart ? m_box.low.x : m_box.high.x, 0});
         }
     }
 

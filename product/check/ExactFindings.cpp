@@ -137,8 +137,8 @@ void AddExactFindings(const SExactResult& exact, std::vector<Finding>& findings)
 void AddDifference(const std::vector<Vertex>& ring, const std::vector<Vertex>& exact,
                    const Axis& axis, std::vector<Finding>& findings) {
     const Box about = BoxAbout(axis, exact), otherBox = BoxAbout(axis, ring);
-    const double diameter = 2 * std::max(about.maxY, -about.minY);
-    const double other = 2 * std::max(otherBox.maxY, -otherBox.minY);
+    const double diameter = 2 * std::max(about.high.y, -about.low.y);
+    const double other = 2 * std::max(otherBox.high.y, -otherBox.low.y);
     const double chord = std::max(kChordShare * diameter, 1e-12);
     const std::vector<Point> a = ChordsOf(ring, true, chord), b = ChordsOf(exact, true, chord);
     if (a.size() < 2 || b.size() < 2) return;

@@ -9,8 +9,6 @@
 namespace product {
 namespace {
 
-double Distance(const Point& a, const Point& b) { return std::hypot(b.x - a.x, b.y - a.y); }
-
 double LengthOf(const Polylines& lines) {
     double length = 0;
     for (const Polyline& line : lines)
@@ -46,28 +44,24 @@ public:
         const size_t column = ColumnOf(p.x), row = RowOf(p.y);
         for (size_t x = column - (column > 0); x <= column + 1 && x < m_columns; ++x)
             for (size_t y = row - (row > 0); y <= row + 1 && y < m_rows; ++y)
-                for (const Edge& edge : m_cells[x * m_rows + y])
-                    if (DistanceTo(edge, p) <= reach) return true;
+                for (const plane::Curve& edge : m_cells[x * m_rows + y])
+                    if (Distance(edge, p) <= reach) return true;
         return false;
     }
 
 private:
-    struct Edge {
-        Point from, to;
-    };
-
     static size_t Clamped(double at, size_t count) {
         return at > 0 ? (std::min)(static_cast<size_t>(at), count - 1) : 0;
     }
-    size_t ColumnOf(double x) const { return Clamped((x - m_box.minX) / m_pitch, m_columns); }
-    size_t RowOf(double y) const { return Clamped((y - m_box.minY) / m_pitch, m_rows); }
+    size_t ColumnOf(double x) const { return Clamped((x - m_box.low.x) / m_pitch, m_columns); }
+    size_t RowOf(double y) const { return Clamped((y - m_box.low.y) / m_pitch, m_rows); }
 
     // Into every square that the edge passes, column by column.
     void Add(Point a, Point b) {
         if (b.x < a.x) std::swap(a, b);
         const size_t first = ColumnOf(a.x), last = ColumnOf(b.x);
         const auto heightAt = [&](size_t column) {
-            const double x = m_box.minX + static_cast<double>(column) * m_pitch;
+            const double x = m_box.low.x + static_cast<double>(column) * m_pitch;
             return a.y + (b.y - a.y) * (std::clamp)((x - a.x) / (b.x - a.x), 0.0, 1.0);
         };
         for (size_t column = first; column <= last; ++column) {
@@ -75,23 +69,14 @@ private:
             const double y1 = column == last ? b.y : heightAt(column + 1);
             const auto [low, high] = std::minmax({RowOf(y0), RowOf(y1)});
             for (size_t row = low; row <= high; ++row)
-                m_cells[column * m_rows + row].push_back({a, b});
+                m_cells[column * m_rows + row].push_back(plane::MakeLine(a, b));
         }
-    }
-
-    static double DistanceTo(const Edge& edge, const Point& p) {
-        const double dx = edge.to.x - edge.from.x, dy = edge.to.y - edge.from.y;
-        const double px = p.x - edge.from.x, py = p.y - edge.from.y;
-        const double length2 = dx * dx + dy * dy;
-        const double share =
-            length2 > 0 ? (std::clamp)((px * dx + py * dy) / length2, 0.0, 1.0) : 0;
-        return std::hypot(px - share * dx, py - share * dy);
     }
 
     Box m_box;
     double m_pitch = 0;
     size_t m_columns = 0, m_rows = 0;
-    std::vector<std::vector<Edge>> m_cells;
+    std::vector<std::vector<plane::Curve>> m_cells;
 };
 
 }  // namespace

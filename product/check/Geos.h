@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "product/base/Outline.h"
-#include "host/ed/geos_tools.h"
+#include "host/geos/geos_tools.h"
 
 namespace product {
 
@@ -14,14 +14,8 @@ using Polylines = std::vector<Polyline>;
 
 class Geos : public host::GeosContext {
 public:
-    // One geometry of all lines that have two points at least; null when GEOS refuses.
-    Geometry Lines(const Polylines& lines) const;
-    // A polygon inside a ring that ends where it begins; null when GEOS refuses.
-    Geometry Area(const Polyline& ring) const;
     // The lines cut where they meet, points closer than the tolerance made one.
     Geometry Noded(const Polylines& lines, double tolerance) const;
-    // The points of a line or ring.
-    Polyline PolylineOf(const GEOSGeometry* line) const;
     // Every line of a geometry of lines.
     Polylines LinesOf(const GEOSGeometry* lines) const;
     // The outer rings of the union of the faces between noded lines.

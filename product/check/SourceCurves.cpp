@@ -143,9 +143,9 @@ void AppendArc(const Point& centre, double radius, double from, double sweep, do
 void AppendEdge(const Vertex& from, const Point& to, double tolerance, std::vector<Point>& points) {
     if (points.empty()) points.push_back({from.x, from.y});
     if (from.bulge != 0 && (from.x != to.x || from.y != to.y)) {
-        const Circle circle = CircleOf(from, to);
-        const double start = std::atan2(from.y - circle.centre.y, from.x - circle.centre.x);
-        AppendArc(circle.centre, circle.radius, start, Sweep(from.bulge), tolerance, points);
+        const plane::Curve arc = plane::MakeCurve({from.x, from.y}, to, from.bulge);
+        const double start = plane::AngleOf(arc.from - arc.centre);
+        AppendArc(arc.centre, arc.radius, start, arc.Sweep(), tolerance, points);
         points.back() = to;
     } else {
         points.push_back(to);

@@ -87,7 +87,7 @@ Polylines ContourOf(const Geos& geos, Polylines lines, double tolerance) {
     for (const Polyline& line : lines)
         for (const Point& p : line) box.Add(p);
     if (box.IsEmpty()) return {};
-    lines.push_back({{box.minX, 0}, {box.maxX, 0}});
+    lines.push_back({{box.low.x, 0}, {box.high.x, 0}});
     const Geos::Geometry noded = geos.Noded(lines, tolerance);
     if (!noded) return {};
     const double size = std::max(box.Width(), box.Height());
@@ -108,7 +108,7 @@ Polylines ContourOf(const Geos& geos, Polylines lines, double tolerance) {
 // How far `moved` lies from the contour, whichever of the two has the farthest point.
 Deviation Compare(const Geos& geos, const Polylines& contour, const Polylines& moved,
                   double tolerance) {
-    const Near toContour(geos, geos.Lines(contour)), toMoved(geos, geos.Lines(moved));
+    const Near toContour(geos, geos.MakeLines(contour)), toMoved(geos, geos.MakeLines(moved));
     const Deviation out = Farthest(moved, contour, toContour),
                     in = Farthest(contour, moved, toMoved);
     Deviation worst = out.distance >= in.distance ? out : in;
@@ -117,7 +117,7 @@ Deviation Compare(const Geos& geos, const Polylines& contour, const Polylines& m
     const Polylines& areas = out.distance >= in.distance ? contour : moved;
     bool isInside = false;
     for (const Polyline& ring : areas) {
-        const Near area(geos, geos.Area(ring));
+        const Near area(geos, geos.MakeArea(ring));
         const double distance = area.DistanceTo(worst.at);
         isInside = isInside || (distance >= 0 && distance <= tolerance);
     }
@@ -183,7 +183,7 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Ha
     const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
     const Gathered gathered = Gather(ids, withDashed, chord);
     // From the middle of the tool on: GEOS sees small numbers wherever the drawing lies.
-    const Point middle{(rough.minX + rough.maxX) / 2, (rough.minY + rough.maxY) / 2};
+    const Point middle{(rough.low.x + rough.high.x) / 2, (rough.low.y + rough.high.y) / 2};
     const AxisFrame frame(axis, middle, half == Half::Lower);
     const AxisFrame otherFrame(axis, middle, half != Half::Lower);
     const Geos geos;
@@ -210,7 +210,7 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Ha
         check.envelope = Compare(geos, contour, {ring}, tolerance);
         check.envelope->at = frame.Out(check.envelope->at);
     }
-    const Near area(geos, geos.Area(ring));
+    const Near area(geos, geos.MakeArea(ring));
     for (const Gathered::Circle& round : gathered.rounds) {
         const Polylines inHalf = HalfOf({round.points}, frame, tolerance);
         Deviation reach = Farthest(inHalf, {ring}, area);

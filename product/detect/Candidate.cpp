@@ -78,7 +78,7 @@ private:
             const Box box = BoxOf(stroke);
             if (box.Width() <= 10 * tolerance()) continue;
             lines.push_back(
-                {(box.minY + box.maxY) / 2, box.minX, box.maxX, AxisCue::CentreLine, {}});
+                {(box.low.y + box.high.y) / 2, box.low.x, box.high.x, AxisCue::CentreLine, {}});
         }
         std::sort(lines.begin(), lines.end(), [](const AxisLine& a, const AxisLine& b) {
             return a.offset < b.offset || (a.offset == b.offset && a.start < b.start);
@@ -112,10 +112,10 @@ private:
             const Box box = BoxOf(stroke);
             if (box.Width() < 0.98 * component.box.Width() || component.strokes.size() < 3)
                 continue;
-            const double y = (box.minY + box.maxY) / 2;
-            const double low = y - component.box.minY, high = component.box.maxY - y;
+            const double y = (box.low.y + box.high.y) / 2;
+            const double low = y - component.box.low.y, high = component.box.high.y - y;
             if (std::min(low, high) < 0.2 * std::max(low, high)) continue;
-            lines.push_back({y, box.minX, box.maxX, AxisCue::FullLine, {}});
+            lines.push_back({y, box.low.x, box.high.x, AxisCue::FullLine, {}});
         }
     }
 
@@ -132,8 +132,8 @@ private:
         });
         for (const int i : order) {
             const Box& box = m_level.components[i].box;
-            for (const double y : {box.minY, box.maxY})
-                lines.push_back({y, box.minX, box.maxX, AxisCue::Foot, {}});
+            for (const double y : {box.low.y, box.high.y})
+                lines.push_back({y, box.low.x, box.high.x, AxisCue::Foot, {}});
         }
     }
 
@@ -154,17 +154,18 @@ private:
         const double slack = tolerance() + 1e-3 * box.Height();
         if (line.cue == AxisCue::Foot) {
             // All on one side, and standing on it.
-            return (std::abs(box.minY - line.offset) <= slack ||
-                    std::abs(box.maxY - line.offset) <= slack);
+            return (std::abs(box.low.y - line.offset) <= slack ||
+                    std::abs(box.high.y - line.offset) <= slack);
         }
         if (support >= kSupported) return true;
         // Lines that cross the part take from its symmetry but not from where its middle is.
-        const double low = line.offset - box.minY, high = box.maxY - line.offset;
+        const double low = line.offset - box.low.y, high = box.high.y - line.offset;
         if (support >= kPartly && std::min(low, high) >= kEven * std::max(low, high)) return true;
-        const bool comesToIt = box.minY <= line.offset + slack && box.maxY >= line.offset - slack;
+        const bool comesToIt =
+            box.low.y <= line.offset + slack && box.high.y >= line.offset - slack;
         if (!comesToIt) return false;
         if (line.cue == AxisCue::Mirror) return false;
-        return box.maxX >= line.start && box.minX <= line.end;
+        return box.high.x >= line.start && box.low.x <= line.end;
     }
 
     // The components of each tool along the line.
@@ -175,24 +176,24 @@ private:
             if (Belongs(line, static_cast<int>(i), support[i]) && !m_isInCircle[i])
                 members.push_back(static_cast<int>(i));
         std::sort(members.begin(), members.end(), [&](int a, int b) {
-            return BoxAt(a).minX < BoxAt(b).minX || (BoxAt(a).minX == BoxAt(b).minX && a < b);
+            return BoxAt(a).low.x < BoxAt(b).low.x || (BoxAt(a).low.x == BoxAt(b).low.x && a < b);
         });
         std::vector<std::vector<int>> groups;
         double start = 0, end = 0;
         for (const int i : members) {
             const Box& box = BoxAt(i);
             const double length = std::max(end - start, box.Width());
-            const double bridged = std::min(line.end, box.minX) >= std::max(line.start, end) &&
-                                           line.start <= end && line.end >= box.minX
+            const double bridged = std::min(line.end, box.low.x) >= std::max(line.start, end) &&
+                                           line.start <= end && line.end >= box.low.x
                                        ? kGapAlongLine
                                        : kGap;
-            if (groups.empty() || box.minX > end + bridged * length) {
+            if (groups.empty() || box.low.x > end + bridged * length) {
                 groups.emplace_back();
-                start = box.minX;
-                end = box.maxX;
+                start = box.low.x;
+                end = box.high.x;
             }
             groups.back().push_back(i);
-            end = std::max(end, box.maxX);
+            end = std::max(end, box.high.x);
         }
         return groups;
     }
@@ -201,8 +202,8 @@ private:
 
     // Whether a circle holds the component: an end view, or a detail drawn larger.
     bool IsInCircle(const Component& component) const {
-        const Point middle = {(component.box.minX + component.box.maxX) / 2,
-                              (component.box.minY + component.box.maxY) / 2};
+        const Point middle = {(component.box.low.x + component.box.high.x) / 2,
+                              (component.box.low.y + component.box.high.y) / 2};
         for (const int c : m_circles) {
             const Stroke& circle = sheet().strokes[c];
             if (Distance(circle.centre, middle) > circle.radius) continue;
@@ -228,9 +229,9 @@ private:
         out.strokeCount = strokes.size();
         Box box;
         for (const int s : strokes) box.Add(BoxOf(sheet().strokes[s]));
-        out.start = box.minX;
-        out.end = box.maxX;
-        out.radius = std::max(box.maxY - line.offset, line.offset - box.minY);
+        out.start = box.low.x;
+        out.end = box.high.x;
+        out.radius = std::max(box.high.y - line.offset, line.offset - box.low.y);
         if (out.Length() <= 10 * tolerance()) return out;
 
         const HalfHeights heights(sheet(), strokes, line.offset, out.start, out.end);
@@ -262,7 +263,7 @@ private:
         for (const int i : group)
             for (const int s : m_level.components[i].strokes) {
                 const Box box = BoxOf(sheet().strokes[s]);
-                if (std::max(box.maxY - line.offset, line.offset - box.minY) > 2 * tolerance())
+                if (std::max(box.high.y - line.offset, line.offset - box.low.y) > 2 * tolerance())
                     out.push_back(s);
             }
         return out;
@@ -308,11 +309,11 @@ private:
         for (const int i : candidate.components)
             for (const int s : m_level.components[i].strokes) {
                 const Box box = BoxOf(sheet().strokes[s]);
-                if (std::max(box.maxY - candidate.offset, candidate.offset - box.minY) >
+                if (std::max(box.high.y - candidate.offset, candidate.offset - box.low.y) >
                     2 * tolerance())
                     continue;
-                atStart = atStart || box.minX < candidate.start - past;
-                atEnd = atEnd || box.maxX > candidate.end + past;
+                atStart = atStart || box.low.x < candidate.start - past;
+                atEnd = atEnd || box.high.x > candidate.end + past;
             }
         return atStart && atEnd;
     }

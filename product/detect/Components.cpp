@@ -46,10 +46,10 @@ std::vector<Chord> ChordsOf(const Sheet& sheet, const std::vector<char>& use) {
 }  // namespace
 
 double Distance(Point p, Point a, Point b) {
-    const Point d = b - a;
+    const Vector d = b - a;
     const double square = Dot(d, d);
     const double t = square > 0 ? std::clamp(Dot(p - a, d) / square, 0.0, 1.0) : 0;
-    return Distance(p, a + t * d);
+    return Distance(p, a + d * t);
 }
 
 double Distance(Point a, Point b, Point c, Point d) {

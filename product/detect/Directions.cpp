@@ -24,7 +24,7 @@ std::vector<Direction> LineDirections(const Sheet& sheet) {
     std::vector<Direction> out;
     for (const Stroke& stroke : sheet.strokes) {
         if (!stroke.IsLine() || stroke.kind == StrokeKind::Hidden) continue;
-        const Point d = stroke.To() - stroke.From();
+        const Vector d = stroke.To() - stroke.From();
         if (d.x == 0 && d.y == 0) continue;
         double angle = std::fmod(std::atan2(d.y, d.x), kQuarter);
         if (angle < 0) angle += kQuarter;

@@ -51,8 +51,8 @@ public:
 
 private:
     void FindFrames() {
-        const Point middle = {(m_sheet.box.minX + m_sheet.box.maxX) / 2,
-                              (m_sheet.box.minY + m_sheet.box.maxY) / 2};
+        const Point middle = {(m_sheet.box.low.x + m_sheet.box.high.x) / 2,
+                              (m_sheet.box.low.y + m_sheet.box.high.y) / 2};
         std::vector<double> angles = FindDirections(m_sheet, kMostDirections);
         if (angles.empty()) angles.push_back(0);
         for (const double angle : angles) {
@@ -106,8 +106,8 @@ private:
         std::stable_sort(
             m_finding.tools.begin(), m_finding.tools.end(),
             [](const FoundTool& a, const FoundTool& b) {
-                return a.window.minX < b.window.minX ||
-                       (a.window.minX == b.window.minX && a.window.minY < b.window.minY);
+                return a.window.low.x < b.window.low.x ||
+                       (a.window.low.x == b.window.low.x && a.window.low.y < b.window.low.y);
             });
     }
 

@@ -22,8 +22,8 @@ NearLines::NearLines(const Sheet& sheet, double tolerance) : m_sheet(sheet), m_b
             const Point a = p[k - 1].x <= p[k].x ? p[k - 1] : p[k];
             const Point b = p[k - 1].x <= p[k].x ? p[k] : p[k - 1];
             for (int c = Column(a.x); c <= Column(b.x); ++c) {
-                const double x1 = std::max(a.x, m_box.minX + c * m_cell);
-                const double x2 = std::min(b.x, m_box.minX + (c + 1) * m_cell);
+                const double x1 = std::max(a.x, m_box.low.x + c * m_cell);
+                const double x2 = std::min(b.x, m_box.low.x + (c + 1) * m_cell);
                 const double slope = b.x > a.x ? (b.y - a.y) / (b.x - a.x) : 0;
                 double y1 = a.y, y2 = b.y;
                 if (b.x > a.x) y1 = a.y + slope * (x1 - a.x), y2 = a.y + slope * (x2 - a.x);
@@ -38,11 +38,11 @@ NearLines::NearLines(const Sheet& sheet, double tolerance) : m_sheet(sheet), m_b
 }
 
 int NearLines::Column(double x) const {
-    return static_cast<int>(std::clamp((x - m_box.minX) / m_cell, 0.0, m_columns - 1.0));
+    return static_cast<int>(std::clamp((x - m_box.low.x) / m_cell, 0.0, m_columns - 1.0));
 }
 
 int NearLines::Row(double y) const {
-    return static_cast<int>(std::clamp((y - m_box.minY) / m_cell, 0.0, m_rows - 1.0));
+    return static_cast<int>(std::clamp((y - m_box.low.y) / m_cell, 0.0, m_rows - 1.0));
 }
 
 std::vector<int> NearLines::Near(Point p, double reach) const {

@@ -15,10 +15,10 @@ constexpr double kMostHolds = 0.5;  // share of the length of all else that a bo
 constexpr size_t kTextsOfTable = 2;
 constexpr size_t kMostSides = 60;  // of which the largest rectangle is made
 
-bool IsParallel(Point a, Point b) {
+bool IsParallel(const Vector& a, const Vector& b) {
     return std::abs(Cross(a, b)) <= kLevel * std::sqrt(Dot(a, a) * Dot(b, b));
 }
-bool IsSquare(Point a, Point b) {
+bool IsSquare(const Vector& a, const Vector& b) {
     return std::abs(Dot(a, b)) <= kLevel * std::sqrt(Dot(a, a) * Dot(b, b));
 }
 
@@ -46,7 +46,7 @@ private:
     void FindHeads() {
         m_heads.assign(m_sheet.strokes.size(), {});
         for (const ArrowHead& head : m_sheet.heads) {
-            const Point along = head.tip - head.back;
+            const Vector along = head.tip - head.back;
             const double length = std::sqrt(Dot(along, along));
             for (const Point& end : {head.tip, head.back})
                 for (const int i : m_lines.EndsAt(end, m_tolerance + 0.1 * length)) {
@@ -92,7 +92,7 @@ private:
     }
 
     void ByNumber(const NoteText& text) {
-        const Point along = {std::cos(text.angle), std::sin(text.angle)};
+        const Vector along = {std::cos(text.angle), std::sin(text.angle)};
         const double reach = kTextReach * text.height;
         int best = -1;
         double nearest = reach;
@@ -113,7 +113,7 @@ private:
     // run past it, as no corner of a contour does.
     std::vector<int> ExtensionsAt(int i, double size, bool runPast) const {
         std::vector<int> out;
-        const Point along = At(i).To() - At(i).From();
+        const Vector along = At(i).To() - At(i).From();
         for (const Point& end : {At(i).From(), At(i).To()}) {
             int found = -1;
             for (const int k : m_lines.Near(end, m_tolerance)) {
@@ -131,7 +131,7 @@ private:
     }
 
     // Whether no stroke comes to a stroke's end but such as run along the dimension.
-    bool IsFree(int stroke, Point end, Point along) const {
+    bool IsFree(int stroke, Point end, Vector along) const {
         for (const int k : m_lines.Near(end, m_tolerance))
             if (k != stroke && m_kinds[k] == NoteKind::None &&
                 !(At(k).IsLine() && IsParallel(At(k).To() - At(k).From(), along)))
@@ -152,7 +152,7 @@ private:
     bool IsGrid(const Component& component) const {
         return std::all_of(component.strokes.begin(), component.strokes.end(), [&](int i) {
             for (size_t k = 1; k < At(i).points.size(); ++k) {
-                const Point d = At(i).points[k] - At(i).points[k - 1];
+                const Vector d = At(i).points[k] - At(i).points[k - 1];
                 if (std::min(std::abs(d.x), std::abs(d.y)) > kLevel * std::hypot(d.x, d.y))
                     return false;
             }
@@ -162,7 +162,8 @@ private:
 
     size_t TextsIn(const Box& box) const {
         return std::count_if(m_sheet.texts.begin(), m_sheet.texts.end(), [&](const NoteText& t) {
-            return t.at.x > box.minX && t.at.x < box.maxX && t.at.y > box.minY && t.at.y < box.maxY;
+            return t.at.x > box.low.x && t.at.x < box.high.x && t.at.y > box.low.y &&
+                   t.at.y < box.high.y;
         });
     }
 
@@ -173,12 +174,12 @@ private:
         for (const Stroke& stroke : m_sheet.strokes) {
             if (stroke.kind != StrokeKind::Centre || !stroke.IsLine()) continue;
             const Box line = BoxOf(stroke);
-            const bool level = line.Height() <= slack && line.minX <= box.minX + slack &&
-                               line.maxX >= box.maxX - slack &&
-                               std::abs(line.minY - (box.minY + box.maxY) / 2) <= slack;
-            const bool upright = line.Width() <= slack && line.minY <= box.minY + slack &&
-                                 line.maxY >= box.maxY - slack &&
-                                 std::abs(line.minX - (box.minX + box.maxX) / 2) <= slack;
+            const bool level = line.Height() <= slack && line.low.x <= box.low.x + slack &&
+                               line.high.x >= box.high.x - slack &&
+                               std::abs(line.low.y - (box.low.y + box.high.y) / 2) <= slack;
+            const bool upright = line.Width() <= slack && line.low.y <= box.low.y + slack &&
+                                 line.high.y >= box.high.y - slack &&
+                                 std::abs(line.low.x - (box.low.x + box.high.x) / 2) <= slack;
             if (level || upright) return true;
         }
         return false;
@@ -219,8 +220,8 @@ private:
     }
 
     bool TouchesSide(const Box& b, const Box& border) const {
-        return b.minX <= border.minX + m_tolerance || b.maxX >= border.maxX - m_tolerance ||
-               b.minY <= border.minY + m_tolerance || b.maxY >= border.maxY - m_tolerance;
+        return b.low.x <= border.low.x + m_tolerance || b.high.x >= border.high.x - m_tolerance ||
+               b.low.y <= border.low.y + m_tolerance || b.high.y >= border.high.y - m_tolerance;
     }
 
     // What is joined to the rectangle's sides with level and upright lines alone: title block,
@@ -248,9 +249,10 @@ private:
                 continue;
             const Box b = BoxOf(stroke);
             if (b.Height() <= kLevel * b.Width())
-                level.push_back({(b.minY + b.maxY) / 2, b.minX, b.maxX, static_cast<int>(i)});
+                level.push_back({(b.low.y + b.high.y) / 2, b.low.x, b.high.x, static_cast<int>(i)});
             else if (b.Width() <= kLevel * b.Height())
-                upright.push_back({(b.minX + b.maxX) / 2, b.minY, b.maxY, static_cast<int>(i)});
+                upright.push_back(
+                    {(b.low.x + b.high.x) / 2, b.low.y, b.high.y, static_cast<int>(i)});
         }
         KeepLongest(level);
         KeepLongest(upright);
@@ -300,8 +302,9 @@ private:
                                   Diagonal(component.box) >= 0.1 * Diagonal(border));
         }
         if (!hasPart || held < kMostHolds * all) return false;
-        const double room = std::min(std::min(inner.minX - border.minX, border.maxX - inner.maxX),
-                                     std::min(inner.minY - border.minY, border.maxY - inner.maxY));
+        const double room =
+            std::min(std::min(inner.low.x - border.low.x, border.high.x - inner.high.x),
+                     std::min(inner.low.y - border.low.y, border.high.y - inner.high.y));
         return TextsIn(border) >= kTextsOfTable || room > 0.01 * Diagonal(border);
     }
 

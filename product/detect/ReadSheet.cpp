@@ -167,7 +167,8 @@ private:
                 shortest = side;
                 tip = i;
             }
-        m_out.sheet.heads.push_back({p[tip], 0.5 * (p[(tip + 1) % 3] + p[(tip + 2) % 3])});
+        const Point &a = p[(tip + 1) % 3], &b = p[(tip + 2) % 3];
+        m_out.sheet.heads.push_back({p[tip], {0.5 * (a.x + b.x), 0.5 * (a.y + b.y)}});
     }
 
     CDrawnWalk m_walk;

@@ -6,8 +6,6 @@
 
 namespace product::detect {
 
-double Distance(Point a, Point b) { return std::hypot(a.x - b.x, a.y - b.y); }
-
 double Stroke::Length() const {
     double length = 0;
     for (size_t i = 1; i < points.size(); ++i) length += Distance(points[i - 1], points[i]);
@@ -36,12 +34,12 @@ Frame Frame::Squarely() const {
 }
 
 Point Frame::In(Point p) const {
-    const Point d = p - m_origin;
+    const Vector d = p - m_origin;
     return {d.x * m_cos + d.y * m_sin, d.y * m_cos - d.x * m_sin};
 }
 
 Point Frame::Out(Point p) const {
-    return m_origin + Point{p.x * m_cos - p.y * m_sin, p.x * m_sin + p.y * m_cos};
+    return m_origin + Vector{p.x * m_cos - p.y * m_sin, p.x * m_sin + p.y * m_cos};
 }
 
 Sheet Turned(const Sheet& sheet, const Frame& frame) {

@@ -59,13 +59,6 @@ struct Sheet {
     Box box;  // of the strokes
 };
 
-inline Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
-inline Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
-inline Point operator*(double f, Point a) { return {f * a.x, f * a.y}; }
-inline double Dot(Point a, Point b) { return a.x * b.x + a.y * b.y; }
-inline double Cross(Point a, Point b) { return a.x * b.y - a.y * b.x; }
-double Distance(Point a, Point b);
-
 Box BoxOf(const Stroke& stroke);
 double Diagonal(const Box& box);
 

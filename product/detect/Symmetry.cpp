@@ -26,12 +26,12 @@ struct Vote {
 
 Shape ShapeOf(const Stroke& stroke, int index) {
     const Box box = BoxOf(stroke);
-    Shape shape{box.minX,
-                box.maxX,
+    Shape shape{box.low.x,
+                box.high.x,
                 box.Height(),
                 stroke.isArc ? stroke.radius : 0,
                 0,
-                (box.minY + box.maxY) / 2,
+                (box.low.y + box.high.y) / 2,
                 index};
     const Point a = stroke.From(), b = stroke.To();
     shape.lean = b.x >= a.x ? b.y - a.y : a.y - b.y;

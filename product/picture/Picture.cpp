@@ -56,7 +56,7 @@ void Path::AddRing(const std::vector<Vertex>& vertices, bool closed) {
             LineTo(to);
             continue;
         }
-        const double radius = CircleOf(from, to).radius;
+        const double radius = plane::MakeCurve({from.x, from.y}, to, from.bulge).radius;
         ArcTo(to, radius, radius, 0, std::abs(from.bulge) > 1, from.bulge > 0);
     }
     if (closed) Close();

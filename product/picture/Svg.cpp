@@ -38,12 +38,12 @@ public:
         m_view = picture.view;
         if (m_view.IsEmpty()) m_view.Add(Point{});
         const double margin = kMargin * std::max(m_view.Width(), m_view.Height()) + 1e-9;
-        m_view.Add(Point{m_view.minX - margin, m_view.minY - margin});
-        m_view.Add(Point{m_view.maxX + margin, m_view.maxY + margin});
+        m_view.Add(Point{m_view.low.x - margin, m_view.low.y - margin});
+        m_view.Add(Point{m_view.high.x + margin, m_view.high.y + margin});
         m_scale = kLongSide / std::max(m_view.Width(), m_view.Height());
         if (!picture.below.empty())
             m_belowHeight = m_view.Width() * m_scale * picture.belowHeight / picture.belowWidth;
-        m_origin = {(m_view.minX + m_view.maxX) / 2, (m_view.minY + m_view.maxY) / 2};
+        m_origin = {(m_view.low.x + m_view.high.x) / 2, (m_view.low.y + m_view.high.y) / 2};
     }
 
     std::string Run() {
@@ -202,9 +202,11 @@ private:
     void Window() {
         const Box& w = m_picture.window;
         Path path;
-        path.AddRing(
-            {{w.minX, w.minY, 0}, {w.maxX, w.minY, 0}, {w.maxX, w.maxY, 0}, {w.minX, w.maxY, 0}},
-            true);
+        path.AddRing({{w.low.x, w.low.y, 0},
+                      {w.high.x, w.low.y, 0},
+                      {w.high.x, w.high.y, 0},
+                      {w.low.x, w.high.y, 0}},
+                     true);
         Stroke("window", path, m_origin);
     }
 

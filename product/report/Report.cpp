@@ -18,7 +18,7 @@ using Json = nlohmann::ordered_json;
 
 Json Corners(const Box& box) {
     if (box.IsEmpty()) return nullptr;
-    return {box.minX, box.minY, box.maxX, box.maxY};
+    return {box.low.x, box.low.y, box.high.x, box.high.y};
 }
 
 Json MeetingJson(const Envelope& envelope) {
@@ -149,8 +149,8 @@ std::string EnvelopeSummary(const Envelope& e) {
     std::string text =
         Line("  envelope   %s polyline of %zu vertices on layer %s, handle %s",
              e.closed ? "closed" : "open", e.vertices.size(), e.layer.c_str(), e.handle.c_str());
-    text += "  extents    x " + Figure(e.extents.minX) + " .. " + Figure(e.extents.maxX) + "   y " +
-            Figure(e.extents.minY) + " .. " + Figure(e.extents.maxY) + "\n";
+    text += "  extents    x " + Figure(e.extents.low.x) + " .. " + Figure(e.extents.high.x) +
+            "   y " + Figure(e.extents.low.y) + " .. " + Figure(e.extents.high.y) + "\n";
     text += "  length     " + Figure(e.length) + " along the outline, " +
             Figure(e.span > 0 ? e.span : e.extents.Width()) + " end to end\n";
     if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";

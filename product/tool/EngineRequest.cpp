@@ -90,10 +90,10 @@ void CheckAxisLine(const Axis& axis, const Box& box, double size,
                    std::vector<std::string>& warnings) {
     const AxisFrame frame(axis);
     Box about;
-    for (const Point& corner : {Point{box.minX, box.minY}, Point{box.maxX, box.minY},
-                                Point{box.maxX, box.maxY}, Point{box.minX, box.maxY}})
+    for (const Point& corner : {Point{box.low.x, box.low.y}, Point{box.high.x, box.low.y},
+                                Point{box.high.x, box.high.y}, Point{box.low.x, box.high.y}})
         about.Add(frame.In(corner));
-    const double off = std::max({about.minY, -about.maxY, 0.0});
+    const double off = std::max({about.low.y, -about.high.y, 0.0});
     const std::string what =
         "the axis passes " + Figure(off) + " units beside what was picked (" + Describe(box) + ")";
     if (!(off <= size)) throw Failure(Fault::Request, what + "; give a line through the tool");
@@ -101,8 +101,8 @@ void CheckAxisLine(const Axis& axis, const Box& box, double size,
 }
 
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
-    const double offX = std::max({box.minX - c.x, c.x - box.maxX, 0.0});
-    const double offY = std::max({box.minY - c.y, c.y - box.maxY, 0.0});
+    const double offX = std::max({box.low.x - c.x, c.x - box.high.x, 0.0});
+    const double offY = std::max({box.low.y - c.y, c.y - box.high.y, 0.0});
     const std::string where = "the centre " + Figure(c.x) + "," + Figure(c.y) + " lies ";
     const std::string what = " units outside what was picked (" + Describe(box) + ")";
     if (!(std::max(offX, offY) <= size))
@@ -125,8 +125,8 @@ void CheckPieces(const AcArray<AcDbObjectId>& picked, double limit) {
 }
 
 std::string Describe(const Box& box) {
-    return "x " + Figure(box.minX) + " .. " + Figure(box.maxX) + ", y " + Figure(box.minY) +
-           " .. " + Figure(box.maxY);
+    return "x " + Figure(box.low.x) + " .. " + Figure(box.high.x) + ", y " + Figure(box.low.y) +
+           " .. " + Figure(box.high.y);
 }
 
 void CheckRequest(const Selection& selection, const ToolParameters& parameters,

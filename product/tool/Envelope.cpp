@@ -34,7 +34,7 @@ Envelope ReadEnvelope(const AcDbObjectId& id, const std::optional<Axis>& axis) {
     envelope.length = LengthOf(envelope.vertices);
     if (axis) {
         const Box box = BoxAbout(*axis, envelope.vertices);
-        envelope.diameter = 2 * std::max(box.maxY, -box.minY);
+        envelope.diameter = 2 * std::max(box.high.y, -box.low.y);
         envelope.span = box.Width();
     }
     // By the solid's tolerance: what is drawn as meeting itself is what the modeller refuses.

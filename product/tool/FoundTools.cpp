@@ -57,8 +57,8 @@ ToolRequest RequestFor(const ToolRequest& asked, const detect::FoundTool& tool,
         for (const std::string& remark : tool.remarks) text += "; " + remark;
         text += "; to take it: --axis=" + Figure(tool.from.x) + "," + Figure(tool.from.y) + "," +
                 Figure(tool.to.x) + "," + Figure(tool.to.y) +
-                " --window=" + Figure(tool.window.minX) + "," + Figure(tool.window.minY) + "," +
-                Figure(tool.window.maxX) + "," + Figure(tool.window.maxY);
+                " --window=" + Figure(tool.window.low.x) + "," + Figure(tool.window.low.y) + "," +
+                Figure(tool.window.high.x) + "," + Figure(tool.window.high.y);
     }
     throw Failure(Fault::NothingThere,
                   text + "\n  name the axis with --centre or --axis, and the tool with --window");

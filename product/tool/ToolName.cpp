@@ -13,7 +13,7 @@ std::string NameOfTool(const ToolRequest& request, const Envelope& envelope,
     const Box& box = envelope.extents;
     const CString number = FindToolNumber(
         CollectToolFrames(&database),
-        CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0)));
+        CQZRect(AcGePoint3d(box.low.x, box.low.y, 0.0), AcGePoint3d(box.high.x, box.high.y, 0.0)));
     if (!number.IsEmpty()) return ToUtf8(number);
     return std::filesystem::path(request.input).stem().string();
 }

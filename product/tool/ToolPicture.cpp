@@ -14,24 +14,24 @@ constexpr int kSheetSolidWidth = 900;  // pixels of the solid below a picture
 constexpr double kNearby = 0.35;
 
 Box Grown(Box box, double by) {
-    box.Add(Point{box.minX - by, box.minY - by});
-    box.Add(Point{box.maxX + by, box.maxY + by});
+    box.Add(Point{box.low.x - by, box.low.y - by});
+    box.Add(Point{box.high.x + by, box.high.y + by});
     return box;
 }
 
 std::vector<Vertex> Corners(const Box& box) {
-    return {{box.minX, box.minY, 0},
-            {box.maxX, box.minY, 0},
-            {box.maxX, box.maxY, 0},
-            {box.minX, box.maxY, 0}};
+    return {{box.low.x, box.low.y, 0},
+            {box.high.x, box.low.y, 0},
+            {box.high.x, box.high.y, 0},
+            {box.low.x, box.high.y, 0}};
 }
 
 // The mirror image of the envelope's box in the axis.
 void AddOtherHalf(Box& view, const Envelope& envelope, const Axis& axis) {
     if (axis.IsLevel()) {
         const Box& box = envelope.extents;
-        view.Add(Point{box.minX, 2 * axis.from.y - box.maxY});
-        view.Add(Point{box.maxX, 2 * axis.from.y - box.minY});
+        view.Add(Point{box.low.x, 2 * axis.from.y - box.high.y});
+        view.Add(Point{box.high.x, 2 * axis.from.y - box.low.y});
         return;
     }
     const AxisFrame frame(axis);
@@ -43,15 +43,16 @@ void AddOtherHalf(Box& view, const Envelope& envelope, const Axis& axis) {
 
 // Along the axis past a box, which is the envelope's or that of what was picked.
 void AddAxis(Picture& picture, const Box& box, double overhang, const Axis& axis) {
+    if (box.IsEmpty()) return;
     picture.hasAxis = true;
     if (axis.IsLevel()) {
-        picture.axisFrom = {box.minX - overhang * box.Width(), axis.from.y};
-        picture.axisTo = {box.maxX + overhang * box.Width(), axis.from.y};
+        picture.axisFrom = {box.low.x - overhang * box.Width(), axis.from.y};
+        picture.axisTo = {box.high.x + overhang * box.Width(), axis.from.y};
     } else {
         const Box about = BoxAbout(axis, Corners(box));
         const AxisFrame frame(axis);
-        picture.axisFrom = frame.Out({about.minX - overhang * about.Width(), 0});
-        picture.axisTo = frame.Out({about.maxX + overhang * about.Width(), 0});
+        picture.axisFrom = frame.Out({about.low.x - overhang * about.Width(), 0});
+        picture.axisTo = frame.Out({about.high.x + overhang * about.Width(), 0});
     }
     picture.view.Add(picture.axisFrom);
     picture.view.Add(picture.axisTo);
@@ -74,7 +75,7 @@ Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun&
                 kSheetOverhang, *request.axis);
     const Box tool = picture.view;
     for (const Box& dimension : picture.dimensions)
-        if (tool.Meets(dimension)) picture.view.Add(dimension);
+        if (tool.Meets(dimension, 0.0)) picture.view.Add(dimension);
     if (!run.solid.profile) return picture;
     std::string reason;
     if (const auto below = DrawSolid(*run.solid.profile, kSheetSolidWidth, reason)) {

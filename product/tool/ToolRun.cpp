@@ -115,7 +115,8 @@ void CompareWithExact(const ToolRequest& request, const ToolRun& run,
 }
 
 CQZRect RectOf(const Box& box) {
-    return CQZRect(AcGePoint3d(box.minX, box.minY, 0.0), AcGePoint3d(box.maxX, box.maxY, 0.0));
+    return CQZRect(AcGePoint3d(box.low.x, box.low.y, 0.0),
+                   AcGePoint3d(box.high.x, box.high.y, 0.0));
 }
 
 }  // namespace

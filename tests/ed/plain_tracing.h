@@ -6,17 +6,18 @@
 #include <cmath>
 #include <vector>
 
-#include "host/ed/noding.h"
+#include "plane/meeting.h"
+#include "plane/noding.h"
 
 namespace test {
 
-inline host::Noding PlainNoding(const std::vector<host::PlaneCurve>& curves) {
-    host::Noding noding;
-    const auto nodeAt = [&](const AcGePoint2d& p) {
+inline plane::Noding PlainNoding(const std::vector<plane::Curve>& curves, double tol) {
+    plane::Noding noding;
+    const auto nodeAt = [&](const plane::Point& p) {
         size_t nearest = noding.nodes.size();
-        double best = host::kNodeTol;
+        double best = tol;
         for (size_t n = 0; n < noding.nodes.size(); ++n) {
-            const double distance = (noding.nodes[n] - p).length();
+            const double distance = Distance(noding.nodes[n], p);
             if (distance > best) continue;
             best = distance;
             nearest = n;
@@ -26,18 +27,18 @@ inline host::Noding PlainNoding(const std::vector<host::PlaneCurve>& curves) {
     };
     using Stops = std::vector<std::pair<double, size_t>>;
     std::vector<Stops> stops;
-    for (const host::PlaneCurve& curve : curves)
-        stops.push_back({{0.0, nodeAt(curve.start)}, {1.0, nodeAt(curve.end)}});
+    for (const plane::Curve& curve : curves)
+        stops.push_back({{0.0, nodeAt(curve.from)}, {1.0, nodeAt(curve.to)}});
     for (size_t i = 0; i < curves.size(); ++i) {
         for (size_t j = i + 1; j < curves.size(); ++j) {
-            std::vector<AcGePoint2d> points;
-            host::AppendMeetings(curves[i], curves[j], points);
-            for (const AcGePoint2d& p : points) {
+            std::vector<plane::Point> points;
+            plane::AppendMeetings(curves[i], curves[j], tol, points);
+            for (const plane::Point& p : points) {
                 const size_t node = nodeAt(p);
                 for (const size_t c : {i, j}) {
                     if (node == stops[c][0].second || node == stops[c][1].second) continue;
-                    const double param = curves[c].ParamOf(noding.nodes[node]);
-                    stops[c].emplace_back(std::clamp(param, 0.0, 1.0), node);
+                    const double share = plane::ShareOf(curves[c], noding.nodes[node]);
+                    stops[c].emplace_back(std::clamp(share, 0.0, 1.0), node);
                 }
             }
         }
@@ -46,14 +47,14 @@ inline host::Noding PlainNoding(const std::vector<host::PlaneCurve>& curves) {
         std::sort(stops[c].begin(), stops[c].end());
         for (size_t s = 1; s < stops[c].size(); ++s) {
             const auto &a = stops[c][s - 1], &b = stops[c][s];
-            const host::NodedPiece piece{c, a.second, b.second, a.first, b.first};
-            const auto middle = [&](const host::NodedPiece& p) {
-                return host::CurveOf(p, curves, noding).PointAt(0.5);
+            const plane::NodedPiece piece{c, a.second, b.second, a.first, b.first};
+            const auto middle = [&](const plane::NodedPiece& p) {
+                return plane::PointAt(curves[p.curve], (p.fromShare + p.toShare) / 2);
             };
             const bool isRepeated = std::any_of(
-                noding.pieces.begin(), noding.pieces.end(), [&](const host::NodedPiece& other) {
+                noding.pieces.begin(), noding.pieces.end(), [&](const plane::NodedPiece& other) {
                     return std::minmax(piece.from, piece.to) == std::minmax(other.from, other.to) &&
-                           (middle(piece) - middle(other)).length() <= 4 * host::kNodeTol;
+                           Distance(middle(piece), middle(other)) <= 4 * tol;
                 });
             if (a.second != b.second && !isRepeated) noding.pieces.push_back(piece);
         }
@@ -66,15 +67,15 @@ class PlainFaces {
 public:
     static constexpr size_t kNone = static_cast<size_t>(-1);
 
-    PlainFaces(const std::vector<host::PlaneCurve>& curves, const host::Noding& noding) {
-        for (const host::NodedPiece& piece : noding.pieces) {
-            const host::PlaneCurve curve = host::CurveOf(piece, curves, noding);
+    PlainFaces(const std::vector<plane::Curve>& curves, const plane::Noding& noding) {
+        for (const plane::NodedPiece& piece : noding.pieces) {
+            const plane::Curve curve = plane::CurveOf(piece, curves, noding);
             m_edges.push_back(EdgeOf(curve, piece.from, piece.to));
-            m_edges.push_back(EdgeOf(Reversed(curve), piece.to, piece.from));
+            m_edges.push_back(EdgeOf(curve.Reversed(), piece.to, piece.from));
         }
         std::vector<char> isWalked(m_edges.size(), 0);
         for (size_t first = 0; first < m_edges.size(); ++first) {
-            std::vector<AcGePoint2d> walk;
+            std::vector<plane::Point> walk;
             for (size_t e = first; isWalked[e] == 0; e = Next(e)) {
                 isWalked[e] = 1;
                 walk.insert(walk.end(), m_edges[e].points.begin(), m_edges[e].points.end() - 1);
@@ -84,7 +85,7 @@ public:
     }
 
     // The smallest walk around the point: all points of one face share it.
-    size_t FaceOf(const AcGePoint2d& p) const {
+    size_t FaceOf(const plane::Point& p) const {
         size_t smallest = kNone;
         for (size_t w = 0; w < m_walks.size(); ++w)
             if (Winding(m_walks[w], p) != 0 &&
@@ -93,25 +94,18 @@ public:
         return smallest;
     }
 
-    static host::PlaneCurve Reversed(host::PlaneCurve curve) {
-        std::swap(curve.start, curve.end);
-        curve.startAngle += curve.sweep;
-        curve.sweep = -curve.sweep;
-        return curve;
-    }
-
-    static std::vector<AcGePoint2d> Sampled(const host::PlaneCurve& curve) {
-        std::vector<AcGePoint2d> points;
-        const int steps = curve.isArc ? 64 : 1;
-        for (int i = 0; i <= steps; ++i) points.push_back(curve.PointAt(double(i) / steps));
+    static std::vector<plane::Point> Sampled(const plane::Curve& curve) {
+        std::vector<plane::Point> points;
+        const int steps = curve.IsArc() ? 64 : 1;
+        for (int i = 0; i <= steps; ++i) points.push_back(PointAt(curve, double(i) / steps));
         return points;
     }
 
     // How often the closed walk goes around the point.
-    static int Winding(const std::vector<AcGePoint2d>& walk, const AcGePoint2d& p) {
+    static int Winding(const std::vector<plane::Point>& walk, const plane::Point& p) {
         double turn = 0.0;
         for (size_t i = 0; i < walk.size(); ++i) {
-            const AcGeVector2d a = walk[i] - p, b = walk[(i + 1) % walk.size()] - p;
+            const plane::Vector a = walk[i] - p, b = walk[(i + 1) % walk.size()] - p;
             turn += std::atan2(a.x * b.y - a.y * b.x, a.x * b.x + a.y * b.y);
         }
         return static_cast<int>(std::lround(turn / 6.283185307179586));
@@ -121,17 +115,15 @@ private:
     struct Edge {
         size_t from, to;
         double angle, curvature;  // where it leaves
-        std::vector<AcGePoint2d> points;
+        std::vector<plane::Point> points;
     };
 
-    static Edge EdgeOf(const host::PlaneCurve& curve, size_t from, size_t to) {
-        const AcGeVector2d chord = curve.end - curve.start;
-        double angle = std::atan2(chord.y, chord.x);
+    static Edge EdgeOf(const plane::Curve& curve, size_t from, size_t to) {
+        double angle = plane::AngleOf(curve.Chord());
         double curvature = 0.0;
-        if (curve.isArc && curve.sweep != 0.0) {
-            const double sign = curve.sweep > 0.0 ? 1.0 : -1.0;
-            angle = curve.startAngle + sign * 1.5707963267948966;
-            angle = std::atan2(std::sin(angle), std::cos(angle));
+        if (curve.IsArc()) {
+            const double sign = curve.bulge > 0.0 ? 1.0 : -1.0;
+            angle = plane::AngleOf(plane::Left(curve.from - curve.centre) * sign);
             curvature = sign / curve.radius;
         }
         if (angle < -3.14159265) angle = -angle;  // both ends of the scale are one direction
@@ -157,17 +149,17 @@ private:
         return x.curvature < y.curvature;
     }
 
-    static double Area(const std::vector<AcGePoint2d>& walk) {
+    static double Area(const std::vector<plane::Point>& walk) {
         double area = 0.0;
         for (size_t i = 0; i < walk.size(); ++i) {
-            const AcGeVector2d a = walk[i] - walk[0], b = walk[(i + 1) % walk.size()] - walk[0];
+            const plane::Vector a = walk[i] - walk[0], b = walk[(i + 1) % walk.size()] - walk[0];
             area += (a.x * b.y - a.y * b.x) / 2;
         }
         return area;
     }
 
     std::vector<Edge> m_edges;
-    std::vector<std::vector<AcGePoint2d>> m_walks;
+    std::vector<std::vector<plane::Point>> m_walks;
 };
 
 }  // namespace test

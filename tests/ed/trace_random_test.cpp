@@ -5,14 +5,16 @@
 #include <random>
 
 #include "ed/plain_tracing.h"
-#include "host/ed/faces.h"
+#include "host/geos/faces.h"
 
 namespace {
 
-using host::PlaneCurve;
-using Curves = std::vector<PlaneCurve>;
+using plane::Curve;
+using plane::Point;
+using Curves = std::vector<Curve>;
 
-constexpr double kQuarter = 1.5707963267948966;
+constexpr double kTol = 1e-6;
+constexpr double kQuarter = plane::kHalfTurn / 2;
 
 // The environment's QZ_RUNS makes the tests longer by that factor.
 unsigned Factor() {
@@ -35,46 +37,42 @@ public:
         const double origin = Next(4) == 0 ? 30000.0 : 0.0;
         Curves curves;
         while (static_cast<int>(curves.size()) < count) {
-            PlaneCurve curve = isGrid ? OnGrid() : Anywhere();
+            Curve curve = isGrid ? OnGrid() : Anywhere();
             if (curve.Length() < 0.01) continue;
-            const AcGeVector2d shift(origin, -origin);
-            curve.start += shift;
-            curve.end += shift;
-            curve.center += shift;
-            curve.source = static_cast<int>(curves.size());
+            const plane::Vector shift{origin, -origin};
+            curve.from = curve.from + shift;
+            curve.to = curve.to + shift;
+            curve.centre = curve.centre + shift;
             curves.push_back(curve);
         }
         return curves;
     }
 
 private:
-    PlaneCurve Anywhere() {
-        const AcGePoint2d p(Real(0, 10), Real(0, 10));
-        if (Next(2) == 0) return PlaneCurve::Line(p, p + AcGeVector2d(Real(-6, 6), Real(-6, 6)));
-        return PlaneCurve::Arc(p, Real(0.5, 4), Real(-3, 3), Real(-6, 6));
+    Curve Anywhere() {
+        const Point p{Real(0, 10), Real(0, 10)};
+        if (Next(2) == 0) return plane::MakeLine(p, p + plane::Vector{Real(-6, 6), Real(-6, 6)});
+        return plane::MakeArc(p, Real(0.5, 4), Real(-3, 3), Real(-6, 6));
     }
-    PlaneCurve OnGrid() {
-        const AcGePoint2d p(Next(8), Next(8));
+    Curve OnGrid() {
+        const Point p{double(Next(8)), double(Next(8))};
         if (Next(2) == 0) {
-            const AcGePoint2d q = p + AcGeVector2d(Next(9) - 4, Next(9) - 4);
-            return PlaneCurve::Line(p, q);
+            const plane::Vector step{double(Next(9) - 4), double(Next(9) - 4)};
+            return plane::MakeLine(p, p + step);
         }
-        return PlaneCurve::Arc(p, 1 + Next(4), kQuarter * Next(4),
-                               kQuarter * (1 + Next(3)) * (Next(2) == 0 ? 1 : -1));
+        return plane::MakeArc(p, 1 + Next(4), kQuarter * Next(4),
+                              kQuarter * (1 + Next(3)) * (Next(2) == 0 ? 1 : -1));
     }
 
     std::mt19937_64 m_random;
 };
 
-bool SameNoding(const host::Noding& a, const host::Noding& b) {
-    const auto samePoint = [](const AcGePoint2d& p, const AcGePoint2d& q) {
-        return p.x == q.x && p.y == q.y;
-    };
-    const auto samePiece = [](const host::NodedPiece& p, const host::NodedPiece& q) {
+bool SameNoding(const plane::Noding& a, const plane::Noding& b) {
+    const auto samePiece = [](const plane::NodedPiece& p, const plane::NodedPiece& q) {
         return p.curve == q.curve && p.from == q.from && p.to == q.to &&
-               p.fromParam == q.fromParam && p.toParam == q.toParam;
+               p.fromShare == q.fromShare && p.toShare == q.toShare;
     };
-    return std::equal(a.nodes.begin(), a.nodes.end(), b.nodes.begin(), b.nodes.end(), samePoint) &&
+    return std::equal(a.nodes.begin(), a.nodes.end(), b.nodes.begin(), b.nodes.end()) &&
            std::equal(a.pieces.begin(), a.pieces.end(), b.pieces.begin(), b.pieces.end(),
                       samePiece);
 }
@@ -83,20 +81,20 @@ TEST(TraceRandom, NodingAsAllPairs) {
     for (std::uint64_t seed = 0; seed < 400 * Factor(); ++seed) {
         CurveMaker maker(seed);
         const Curves curves = maker.Make(1 + maker.Next(40));
-        ASSERT_TRUE(SameNoding(test::PlainNoding(curves), host::NodeCurves(curves)))
+        ASSERT_TRUE(SameNoding(test::PlainNoding(curves, kTol), plane::NodeCurves(curves, kTol)))
             << "seed " << seed;
     }
 }
 
 // Whether the point lies within the first loop and in none of the others.
 bool IsIn(const std::vector<host::FaceLoop>& loops, const Curves& curves,
-          const host::Noding& noding, const AcGePoint2d& p) {
+          const plane::Noding& noding, const Point& p) {
     for (size_t i = 0; i < loops.size(); ++i) {
-        std::vector<AcGePoint2d> walk;
+        std::vector<Point> walk;
         for (const host::FaceLoop::Step& step : loops[i].steps) {
-            const PlaneCurve curve = host::CurveOf(noding.pieces[step.piece], curves, noding);
-            const auto points = test::PlainFaces::Sampled(
-                step.isForward ? curve : test::PlainFaces::Reversed(curve));
+            const Curve curve = plane::CurveOf(noding.pieces[step.piece], curves, noding);
+            const auto points =
+                test::PlainFaces::Sampled(step.isForward ? curve : curve.Reversed());
             walk.insert(walk.end(), points.begin(), points.end() - 1);
         }
         if ((test::PlainFaces::Winding(walk, p) != 0) != (i == 0)) return false;
@@ -109,18 +107,18 @@ TEST(TraceRandom, FacesAsWalkedAlongTheirEdges) {
     for (std::uint64_t seed = 0; seed < 60 * Factor(); ++seed) {
         CurveMaker maker(seed * 31 + 7);
         const Curves curves = maker.Make(10 + maker.Next(40));
-        const host::Noding noding = host::NodeCurves(curves);
+        const plane::Noding noding = plane::NodeCurves(curves, kTol);
         const test::PlainFaces plain(curves, noding);
-        const double origin = std::fabs(curves[0].start.x) > 1000 ? 30000.0 : 0.0;
+        const double origin = std::fabs(curves[0].from.x) > 1000 ? 30000.0 : 0.0;
         const auto place = [&] {
             while (true) {
-                const AcGePoint2d p(origin + maker.Real(0, 10), -origin + maker.Real(0, 10));
-                const auto isNear = [&](const PlaneCurve& c) { return c.DistanceTo(p) < 0.01; };
+                const Point p{origin + maker.Real(0, 10), -origin + maker.Real(0, 10)};
+                const auto isNear = [&](const Curve& c) { return Distance(c, p) < 0.01; };
                 if (std::none_of(curves.begin(), curves.end(), isNear)) return p;
             }
         };
         for (int n = 0; n < 4; ++n) {
-            const AcGePoint2d point = place();
+            const Point point = place();
             const std::vector<host::FaceLoop> loops = host::FindFaceAround(point, curves, noding);
             const size_t face = plain.FaceOf(point);
             ASSERT_EQ(face == test::PlainFaces::kNone, loops.empty())
@@ -129,7 +127,7 @@ TEST(TraceRandom, FacesAsWalkedAlongTheirEdges) {
             ++enclosed;
             EXPECT_TRUE(IsIn(loops, curves, noding, point)) << "seed " << seed;
             for (int other = 0; other < 12; ++other) {
-                const AcGePoint2d q = place();
+                const Point q = place();
                 ASSERT_EQ(plain.FaceOf(q) == face, IsIn(loops, curves, noding, q))
                     << "seed " << seed << ": " << q.x << "," << q.y << " from " << point.x << ","
                     << point.y;

@@ -33,7 +33,7 @@ ROOMS = {
     "plugin/engine": (
         "envelopes of picked entities; knows neither tasks nor windows. The headers that other "
         "modules compile with name MFC and the SDK themselves",
-        "plugin/util plugin/outline host/include"),
+        "plane plugin/util plugin/outline host/include"),
     "plugin/batch": (
         "tasks and tools around the engine, and their form in the drawing",
         "plugin/util plugin/engine"),
@@ -48,14 +48,14 @@ ROOMS = {
         "the SDK's and MFC's names; one class shares its inside with the geometry that fills it",
         "host/ge"),
     "host/base": (
-        "strings, formats, assertions: needs the names only",
-        "host/include"),
+        "strings, formats, assertions: needs the names only, and pi",
+        "plane host/include"),
     "host/sys": (
         "the operating system, kept away from everybody else",
         "host/base"),
     "host/geos": (
-        "a library from outside that is loaded when it is called",
-        ""),
+        "a library from outside that is loaded when it is called, and what is made with it of curves",
+        "plane"),
     "host/ge": (
         "geometry classes: numbers, no drawing",
         "host/include host/base"),
@@ -70,7 +70,7 @@ ROOMS = {
         "plane host/include host/base host/sys host/db"),
     "host/ed": (
         "documents, commands, tracing: opens files and installs the modeller",
-        "host/include host/base host/sys host/geos host/db host/dxf host/solid"),
+        "plane host/include host/base host/sys host/geos host/db host/dxf host/solid"),
     "host/mfc": (
         "windows and dialogs; has nothing to do with drawings",
         "host/include host/base host/sys"),
@@ -85,18 +85,18 @@ ROOMS = {
         "looks at the drawing by means of its own; shares no more with the engine than the record "
         "of what it did and the names of its layers",
         "product/base product/detect plugin/util plugin/drawn plugin/outline plugin/engine host/include "
-        "host/ed"),
+        "host/geos"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
         "plane product/base plugin/util plugin/drawn host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
-        "product/base product/detect product/check product/picture plane plugin/util plugin/outline "
-        "plugin/engine plugin/batch host/include host/db host/ed host/solid host/sys"),
+        "product/base product/detect product/check product/picture plane plugin/util plugin/drawn "
+        "plugin/outline plugin/engine plugin/batch host/include host/db host/ed host/solid host/sys"),
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
-        "product/base product/check product/picture product/tool plugin/util plugin/batch "
-        "host/solid"),
+        "product/base product/check product/picture product/tool plugin/util plugin/drawn "
+        "plugin/batch host/solid"),
     # The programs.
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "
@@ -116,7 +116,7 @@ PORTABLE = PLUGIN + ["plane"]
 OUTSIDE = [
     (r"Q[A-Z]\w+", ["host/mfc", "apps/qzhost"]),
     (r"\w+\.hxx|png\.h", ["host/solid"]),
-    (r"geos_c\.h", ["host/geos", "host/ed"]),
+    (r"geos_c\.h", ["host/geos"]),
     (r"iconv\.h", ["host/sys"]),
     (r"CLI/.*", ["apps/qzenvelope", "apps/qzhost"]),
     (r"nlohmann/.*", ["product/report", "apps/qzenvelope"]),

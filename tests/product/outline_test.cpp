@@ -56,10 +56,10 @@ TEST(Outline, SizeAndLength) {
         SCOPED_TRACE(c.name);
         EXPECT_NEAR(c.length, product::LengthOf(c.ring), 1e-12);
         const product::Box box = product::ExtentsOf(c.ring);
-        EXPECT_NEAR(c.minX, box.minX, 1e-12);
-        EXPECT_NEAR(c.minY, box.minY, 1e-12);
-        EXPECT_NEAR(c.maxX, box.maxX, 1e-12);
-        EXPECT_NEAR(c.maxY, box.maxY, 1e-12);
+        EXPECT_NEAR(c.minX, box.low.x, 1e-12);
+        EXPECT_NEAR(c.minY, box.low.y, 1e-12);
+        EXPECT_NEAR(c.maxX, box.high.x, 1e-12);
+        EXPECT_NEAR(c.maxY, box.high.y, 1e-12);
     }
 }
 

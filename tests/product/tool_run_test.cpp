@@ -111,7 +111,7 @@ TEST(ToolRun, WhatIsRefusedLeavesTheDrawingAsItWas) {
          Fault::Request, "a side length of -1 is none"},
         {"empty window",
          [](ToolRequest& r) {
-             r.rule.window = Box{200, 200, 300, 300};
+             r.rule.window = Box{{200, 200}, {300, 300}};
          },
          Fault::NothingThere, "no entity lies wholly inside the window"},
         {"nothing picked", [](ToolRequest& r) { r.picked.emplace(); }, Fault::NothingThere,
@@ -187,7 +187,7 @@ TEST(PickList, FindsAndErasesNothing) {
     EXPECT_EQ(3, all.ids.length());
     EXPECT_EQ(1, all.envelopes.length());
     EXPECT_EQ(0, all.notDisplayed);
-    const Selection some = list.Pick(Box{0, 0, 10, 10});  // what touches its border is inside
+    const Selection some = list.Pick(Box{{0, 0}, {10, 10}});  // what touches its border is inside
     EXPECT_EQ(1, some.ids.length());
     EXPECT_EQ(1, some.envelopes.length());
     EXPECT_EQ(1, some.notDisplayed);

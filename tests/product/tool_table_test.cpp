@@ -15,7 +15,7 @@ std::string Show(const std::vector<product::NamedTool>& tools) {
     for (const product::NamedTool& t : tools) {
         char numbers[160];
         std::snprintf(numbers, sizeof numbers, "|%g,%g|%g,%g,%g,%g|", t.centre.x, t.centre.y,
-                      t.window.minX, t.window.minY, t.window.maxX, t.window.maxY);
+                      t.window.low.x, t.window.low.y, t.window.high.x, t.window.high.y);
         text += t.name + numbers + t.drawing + ";";
     }
     return text;

@@ -30,10 +30,10 @@ TEST(Options, NegativeNumbersInBothSpellings) {
         EXPECT_EQ(-5, o.axis->from.x);
         EXPECT_EQ(-0.5, o.axis->from.y);
         EXPECT_TRUE(o.axis->IsLevel() && o.SeesAxis());
-        EXPECT_EQ(-30, o.rule.window->minX);
-        EXPECT_EQ(-2, o.rule.window->minY);
-        EXPECT_EQ(-1, o.rule.window->maxX);
-        EXPECT_EQ(40, o.rule.window->maxY);
+        EXPECT_EQ(-30, o.rule.window->low.x);
+        EXPECT_EQ(-2, o.rule.window->low.y);
+        EXPECT_EQ(-1, o.rule.window->high.x);
+        EXPECT_EQ(40, o.rule.window->high.y);
         EXPECT_EQ(0, o.parameters.sideLength);
     }
 }

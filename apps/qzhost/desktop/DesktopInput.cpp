@@ -25,16 +25,17 @@ constexpr size_t kMostGripped = 100;  // entities with grips; of more only the o
 std::vector<AcGePoint3d> GripsOf(const std::vector<AcDbObjectId>& ids) {
     std::vector<AcGePoint3d> grips;
     if (ids.size() > kMostGripped) return grips;
-    const auto add = [&grips](const AcGePoint2d& p) { grips.emplace_back(p.x, p.y, 0.0); };
+    const auto add = [&grips](const plane::Point& p) { grips.emplace_back(p.x, p.y, 0.0); };
     for (const AcDbObjectId id : ids) {
         const host::SnapSource source = host::MakeSnapSource(id);
-        for (const AcGePoint2d& node : source.nodes) add(node);
-        for (const AcGePoint2d& centre : source.centres) add(centre);
-        for (const host::PlaneCurve& curve : source.curves) {
+        for (const plane::Point& node : source.nodes) add(node);
+        for (const plane::Point& centre : source.centres) add(centre);
+        for (const host::ShownCurve& curve : source.curves) {
             if (curve.isChord) continue;
-            add(curve.start);
-            add(curve.end);
-            add(curve.isArc ? curve.center : curve.PointAt(0.5));
+            const plane::Curve& shape = curve.shape;
+            add(shape.from);
+            add(shape.to);
+            add(shape.IsArc() ? shape.centre : shape.Middle());
         }
     }
     return grips;

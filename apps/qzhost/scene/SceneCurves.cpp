@@ -4,12 +4,12 @@
 #include <cmath>
 
 #include "arxHeaders.h"
+#include "host/base/angles.h"
 #include "host/ed/outline.h"
 
 namespace app {
 namespace {
 
-constexpr double kTwoPi = 6.28318530717958647692;
 constexpr double kFar = 1e6;         // drawing units that a ray is drawn to
 constexpr double kArrow = 2.5;       // length of a leader's arrow head, drawing units
 constexpr double kPointMark = 0.02;  // half the cross of a point, drawing units
@@ -164,9 +164,9 @@ void AppendCurves(const AcDbEntity& entity, SceneChunk& chunk) {
         parts.Arc(Flat(arc->center()), u, v, arc->startAngle(), arc->totalAngle());
     } else if (const auto* const circle = AcDbCircle::cast(&entity)) {
         Axes(circle->normal(), circle->radius(), u, v);
-        parts.Arc(Flat(circle->center()), u, v, 0.0, kTwoPi);
+        parts.Arc(Flat(circle->center()), u, v, 0.0, host::kTwoPi);
     } else if (const auto* const ellipse = AcDbEllipse::cast(&entity)) {
-        double from = 0.0, to = kTwoPi;
+        double from = 0.0, to = host::kTwoPi;
         if (ellipse->getStartParam(from) != Acad::eOk || ellipse->getEndParam(to) != Acad::eOk)
             return;
         parts.Arc(Flat(ellipse->center()), Flat(ellipse->majorAxis()), Flat(ellipse->minorAxis()),

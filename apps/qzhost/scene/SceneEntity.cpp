@@ -7,6 +7,7 @@
 #include "apps/qzhost/scene/SceneCurves.h"
 #include "apps/qzhost/scene/SceneText.h"
 #include "arxHeaders.h"
+#include "host/base/angles.h"
 
 namespace app {
 namespace {
@@ -131,10 +132,9 @@ QRectF BoxOf(const ScenePart& part, const std::vector<QPointF>& points) {
     const auto at = [p](double t) { return p[0] + p[1] * std::cos(t) + p[2] * std::sin(t); };
     add(at(start));
     add(at(start + turn));
-    constexpr double kHalf = 3.14159265358979323846;
     for (const double turning : {std::atan2(p[2].x(), p[1].x()), std::atan2(p[2].y(), p[1].y())})
-        for (double t = turning + std::ceil((start - turning) / kHalf) * kHalf; t < start + turn;
-             t += kHalf)
+        for (double t = turning + std::ceil((start - turning) / host::kPi) * host::kPi;
+             t < start + turn; t += host::kPi)
             add(at(t));
     return box;
 }

@@ -2,13 +2,12 @@
 
 #include <cmath>
 
+#include "host/base/angles.h"
 #include "host/ed/prompts.h"
 #include "host/ed/text_compare.h"
 
 namespace app {
 namespace {
-
-constexpr double kDegree = 3.14159265358979323846 / 180.0;
 
 double Rounded(double value, double step) { return std::round(value / step) * step; }
 
@@ -21,7 +20,8 @@ const wchar_t* LabelOf(host::SnapMode mode) {
 // The foot of the pointer on the ray from the base at that angle, when it is within the aperture.
 std::optional<AcGePoint3d> OnRay(const AcGePoint3d& pointer, const AcGePoint3d& base,
                                  double degrees, double aperture) {
-    const AcGeVector3d along(std::cos(degrees * kDegree), std::sin(degrees * kDegree), 0.0);
+    const AcGeVector3d along(std::cos(degrees * host::kDegree), std::sin(degrees * host::kDegree),
+                             0.0);
     const AcGeVector3d out = pointer - base;
     const AcGePoint3d foot = base + along * (out.x * along.x + out.y * along.y);
     if (foot.distanceTo(pointer) > aperture) return {};
@@ -62,7 +62,7 @@ Aim PointAid::At(const AcGePoint3d& pointer, double aperture, const AcGePoint3d*
             isAcross ? AcGePoint3d(pointer.x, base->y, 0.0) : AcGePoint3d(base->x, pointer.y, 0.0);
         aim.isOnRay = true;
     } else if (base != nullptr && isPolar && !pointer.isEqualTo(*base)) {
-        const double angle = std::atan2(pointer.y - base->y, pointer.x - base->x) / kDegree;
+        const double angle = std::atan2(pointer.y - base->y, pointer.x - base->x) / host::kDegree;
         const double step = Rounded(angle, polarStep);
         if (const auto foot = OnRay(pointer, *base, step, aperture)) {
             aim.point = *foot;

@@ -1,4 +1,4 @@
-#include "host/ed/faces.h"
+#include "host/geos/faces.h"
 
 #include <algorithm>
 #include <cmath>
@@ -7,43 +7,25 @@
 #include <unordered_map>
 #include <utility>
 
-#include "host/ed/geos_tools.h"
+#include "host/geos/geos_tools.h"
+#include "plane/ring.h"
 
 namespace host {
 namespace {
 
+using plane::Curve;
+using plane::NodedPiece;
+using plane::Noding;
+using plane::Point;
+using Points = GeosContext::Points;
+
 // The widest angle under one chord.
-constexpr double kChordAngle = 3.14159265358979323846 / 16;
+constexpr double kChordAngle = plane::kHalfTurn / 16;
 // Chords are halved so often at most; curves that still cross then run within rounding errors of
 // one another.
 constexpr int kMostRounds = 14;
 // The part of the shortest piece at a node at which all its curves are sampled.
 constexpr double kStubPart = 0.25;
-
-double Cross(const AcGeVector2d& a, const AcGeVector2d& b) { return a.x * b.y - a.y * b.x; }
-
-// The signed area between a curve and its chord, positive to the right of the chord.
-double BulgeArea(const PlaneCurve& curve) {
-    return curve.isArc ? curve.radius * curve.radius * (curve.sweep - std::sin(curve.sweep)) / 2
-                       : 0.0;
-}
-
-// Whether the point lies between an arc and its chord. A point on the chord's line counts as moved
-// a little to the right, and by much less upwards: on the side on which CrossesRay() has it.
-bool IsUnderArc(const PlaneCurve& curve, const AcGePoint2d& p) {
-    if (!curve.isArc || (p - curve.center).length() >= curve.radius) return false;
-    const AcGeVector2d chord = curve.end - curve.start;
-    double side = Cross(chord, p - curve.start);
-    if (side == 0.0) side = chord.y != 0.0 ? -chord.y : chord.x;
-    return curve.sweep > 0.0 ? side < 0.0 : side > 0.0;
-}
-
-// Whether a ray from p to the right crosses the chord. Half open, so that a shared end counts once.
-bool CrossesRay(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& p) {
-    if ((a.y > p.y) == (b.y > p.y)) return false;
-    const double side = Cross(b - a, p - a);
-    return b.y > a.y ? side > 0.0 : side < 0.0;
-}
 
 // Pieces as chords for GEOS, and the way back from its rings to the pieces.
 //
@@ -51,36 +33,38 @@ bool CrossesRay(const AcGePoint2d& a, const AcGePoint2d& b, const AcGePoint2d& p
 // at one distance from it, so that tangent curves leave it in their true order, bent or straight.
 class ChordedPieces {
 public:
-    ChordedPieces(const AcGePoint2d& origin, const std::vector<PlaneCurve>& curves,
-                  const Noding& noding)
-        : m_origin(origin), m_halvings(noding.pieces.size(), 0) {
-        m_curves.reserve(noding.pieces.size());
+    // All coordinates are taken from the origin, near which what is looked for lies.
+    ChordedPieces(const Point& origin, const std::vector<Curve>& curves, const Noding& noding)
+        : m_pieces(noding.pieces), m_halvings(noding.pieces.size(), 0) {
+        m_sources.reserve(curves.size());
+        for (const Curve& curve : curves) m_sources.push_back(Moved(curve, origin));
+        m_curves.reserve(m_pieces.size());
         std::vector<double> shortest(noding.nodes.size(), HUGE_VAL);
-        for (const NodedPiece& piece : noding.pieces) {
-            m_curves.push_back(CurveOf(piece, curves, noding));
-            const PlaneCurve& curve = m_curves.back();
-            const double length = (curve.end - curve.start).length();
+        for (const NodedPiece& piece : m_pieces) {
+            m_curves.push_back(Moved(CurveOf(piece, curves, noding), origin));
+            const double length = Length(m_curves.back().Chord());
             for (const size_t node : {piece.from, piece.to})
                 shortest[node] = (std::min)(shortest[node], length);
         }
-        for (const NodedPiece& piece : noding.pieces)
+        for (const NodedPiece& piece : m_pieces)
             m_stubs.push_back({kStubPart * shortest[piece.from], kStubPart * shortest[piece.to]});
         m_chords.resize(m_curves.size());
         for (size_t i = 0; i < m_curves.size(); ++i) Chord(i);
     }
 
-    const PlaneCurve& Curve(size_t piece) const { return m_curves[piece]; }
-
-    GeosContext::Geometry Lines(const GeosContext& geos) const {
-        std::vector<GeosContext::Geometry> lines;
-        lines.reserve(m_chords.size());
-        for (const std::vector<AcGePoint2d>& chords : m_chords)
-            lines.push_back(geos.LineOf(chords));
-        return geos.Collect(lines);
+    // The curves of a loop, in its order and direction.
+    std::vector<Curve> RingOf(const FaceLoop& loop) const {
+        std::vector<Curve> ring;
+        ring.reserve(loop.steps.size());
+        for (const FaceLoop::Step& step : loop.steps)
+            ring.push_back(step.isForward ? m_curves[step.piece] : m_curves[step.piece].Reversed());
+        return ring;
     }
 
+    GeosContext::Geometry Lines(const GeosContext& geos) const { return geos.MakeLines(m_chords); }
+
     // The pieces of a ring of chords, in its order; the last point repeats the first.
-    FaceLoop LoopOf(const std::vector<AcGePoint2d>& ring) const {
+    FaceLoop LoopOf(const Points& ring) const {
         FaceLoop loop;
         size_t i = 0;
         while (i + 1 < ring.size()) {
@@ -104,7 +88,7 @@ public:
         for (const FaceLoop& loop : loops) {
             for (const FaceLoop::Step& step : loop.steps) {
                 const size_t piece = step.piece;
-                if (isDone[piece] != 0 || !m_curves[piece].isArc ||
+                if (isDone[piece] != 0 || !m_curves[piece].IsArc() ||
                     m_halvings[piece] >= kMostRounds)
                     continue;
                 isDone[piece] = 1;
@@ -120,7 +104,7 @@ private:
     // Two points, told apart by their bits.
     struct Key {
         double bits[4];
-        Key(const AcGePoint2d& a, const AcGePoint2d& b) : bits{a.x, a.y, b.x, b.y} {}
+        Key(const Point& a, const Point& b) : bits{a.x, a.y, b.x, b.y} {}
         bool operator==(const Key& other) const { return std::equal(bits, bits + 4, other.bits); }
     };
     struct Hash {
@@ -132,77 +116,62 @@ private:
         }
     };
 
-    AcGePoint2d Local(const AcGePoint2d& p) const {
-        return AcGePoint2d(p.x - m_origin.x, p.y - m_origin.y);
+    static Curve Moved(Curve curve, const Point& origin) {
+        const plane::Vector back{-origin.x, -origin.y};
+        curve.from = curve.from + back;
+        curve.to = curve.to + back;
+        curve.centre = curve.centre + back;
+        return curve;
     }
 
-    // The part of an arc's parameter within a distance of its end.
-    static double StubParam(const PlaneCurve& arc, double distance) {
+    // The share of an arc's sweep within a distance of its end.
+    static double StubShare(const Curve& arc, double distance) {
         const double angle = 2 * std::asin((std::min)(distance / (2 * arc.radius), 1.0));
-        return (std::min)(angle / std::fabs(arc.sweep), 0.4);
+        return (std::min)(angle / std::fabs(arc.Sweep()), 0.4);
     }
 
-    void Chord(size_t piece) {
-        const PlaneCurve& curve = m_curves[piece];
-        std::vector<AcGePoint2d>& chords = m_chords[piece];
-        chords = {Local(curve.start)};
-        if (curve.isArc && curve.sweep != 0.0) {
-            const double from = StubParam(curve, m_stubs[piece].first);
-            const double to = 1 - StubParam(curve, m_stubs[piece].second);
-            const double angle = kChordAngle / std::ldexp(1.0, m_halvings[piece]);
-            const int count = 1 + static_cast<int>(std::fabs(curve.sweep) * (to - from) / angle);
-            for (int i = 0; i <= count; ++i)
-                chords.push_back(Local(curve.PointAt(from + (to - from) * i / count)));
+    void Chord(size_t i) {
+        const Curve& curve = m_curves[i];
+        Points& chords = m_chords[i];
+        chords = {curve.from};
+        if (curve.IsArc()) {
+            const double from = StubShare(curve, m_stubs[i].first);
+            const double to = 1 - StubShare(curve, m_stubs[i].second);
+            const double angle = kChordAngle / std::ldexp(1.0, m_halvings[i]);
+            const int count = 1 + static_cast<int>(std::fabs(curve.Sweep()) * (to - from) / angle);
+            // Along the whole curve: a short piece of it may be a little off its nodes, and a long
+            // arc between two near ones must not turn with them.
+            const NodedPiece& piece = m_pieces[i];
+            const double length = piece.toShare - piece.fromShare;
+            for (int k = 0; k <= count; ++k)
+                chords.push_back(
+                    PointAt(m_sources[piece.curve],
+                            piece.fromShare + length * (from + (to - from) * k / count)));
         }
-        chords.push_back(Local(curve.end));
+        chords.push_back(curve.to);
         // GEOS drops repeated points, and its rings would no longer lead back to the pieces.
-        const auto isSame = [](const AcGePoint2d& a, const AcGePoint2d& b) {
-            return a.x == b.x && a.y == b.y;
-        };
-        chords.erase(std::unique(chords.begin(), chords.end(), isSame), chords.end());
+        chords.erase(std::unique(chords.begin(), chords.end()), chords.end());
         const size_t last = chords.size() - 1;
-        m_firstChords[{chords[0], chords[1]}] = {piece, true};
-        m_firstChords[{chords[last], chords[last - 1]}] = {piece, false};
+        m_firstChords[{chords[0], chords[1]}] = {i, true};
+        m_firstChords[{chords[last], chords[last - 1]}] = {i, false};
     }
 
-    AcGePoint2d m_origin;
-    std::vector<PlaneCurve> m_curves;
+    std::vector<NodedPiece> m_pieces;
+    std::vector<Curve> m_sources;                    // what the pieces are parts of
+    std::vector<Curve> m_curves;                     // the pieces
     std::vector<std::pair<double, double>> m_stubs;  // distances from the ends
     std::vector<int> m_halvings;
-    std::vector<std::vector<AcGePoint2d>> m_chords;
+    std::vector<Points> m_chords;
     std::unordered_map<Key, FaceLoop::Step, Hash> m_firstChords;
 };
 
-PlaneCurve Directed(const ChordedPieces& pieces, const FaceLoop::Step& step) {
-    PlaneCurve curve = pieces.Curve(step.piece);
-    if (step.isForward) return curve;
-    std::swap(curve.start, curve.end);
-    curve.startAngle += curve.sweep;
-    curve.sweep = -curve.sweep;
-    return curve;
-}
-
 // Of the curves, not of their chords; positive counter-clockwise.
-double AreaOf(const FaceLoop& loop, const ChordedPieces& pieces, const AcGePoint2d& origin) {
-    double area = 0.0;
-    for (const FaceLoop::Step& step : loop.steps) {
-        const PlaneCurve curve = Directed(pieces, step);
-        area += Cross(curve.start - origin, curve.end - origin) / 2 + BulgeArea(curve);
-    }
-    return area;
+double AreaOf(const FaceLoop& loop, const ChordedPieces& pieces) {
+    return Integrate(pieces.RingOf(loop)).area;
 }
 
-bool Encloses(const FaceLoop& loop, const ChordedPieces& pieces, const AcGePoint2d& p) {
-    bool isInside = false;
-    for (const FaceLoop::Step& step : loop.steps) {
-        const PlaneCurve& curve = pieces.Curve(step.piece);
-        if (CrossesRay(curve.start, curve.end, p) != IsUnderArc(curve, p)) isInside = !isInside;
-    }
-    return isInside;
-}
-
-void MakeCounterClockwise(FaceLoop& loop, const ChordedPieces& pieces, const AcGePoint2d& origin) {
-    if (AreaOf(loop, pieces, origin) >= 0.0) return;
+void MakeCounterClockwise(FaceLoop& loop, const ChordedPieces& pieces) {
+    if (AreaOf(loop, pieces) >= 0.0) return;
     std::reverse(loop.steps.begin(), loop.steps.end());
     for (FaceLoop::Step& step : loop.steps) step.isForward = !step.isForward;
 }
@@ -238,16 +207,16 @@ FaceLoop LoopOfRing(const GeosContext& geos, const GEOSGeometry* ring,
     return pieces.LoopOf(geos.PointsOf(ring));
 }
 
-// The face whose outer loop encloses the seed most closely; null when none does.
+// The face whose outer loop encloses the origin most closely; null when none does.
 const GEOSGeometry* FaceAround(const GeosContext& geos, const GEOSGeometry* faces,
-                               const ChordedPieces& pieces, const AcGePoint2d& seed) {
+                               const ChordedPieces& pieces) {
     const GEOSGeometry* nearest = nullptr;
     double least = 0.0;
     for (int i = 0; i < GEOSGetNumGeometries_r(geos.Handle(), faces); ++i) {
         const GEOSGeometry* const face = GEOSGetGeometryN_r(geos.Handle(), faces, i);
         const FaceLoop loop = LoopOfRing(geos, GEOSGetExteriorRing_r(geos.Handle(), face), pieces);
-        if (!Encloses(loop, pieces, seed)) continue;
-        const double area = std::fabs(AreaOf(loop, pieces, seed));
+        if (!IsInside(pieces.RingOf(loop), Point{})) continue;
+        const double area = std::fabs(AreaOf(loop, pieces));
         if (nearest != nullptr && area >= least) continue;
         nearest = face;
         least = area;
@@ -266,7 +235,7 @@ std::vector<FaceLoop> LoopsOf(const GeosContext& geos, const GEOSGeometry* face,
 
 }  // namespace
 
-std::vector<FaceLoop> FindFaceAround(const AcGePoint2d& seed, const std::vector<PlaneCurve>& curves,
+std::vector<FaceLoop> FindFaceAround(const Point& seed, const std::vector<Curve>& curves,
                                      const Noding& noding) {
     if (noding.pieces.empty()) return {};
     const GeosContext geos;
@@ -274,12 +243,12 @@ std::vector<FaceLoop> FindFaceAround(const AcGePoint2d& seed, const std::vector<
     while (true) {
         const Polygons polygons = Polygonize(geos, pieces);
         if (RefineInvalid(geos, polygons.invalid.get(), pieces)) continue;
-        const GEOSGeometry* const face = FaceAround(geos, polygons.faces.get(), pieces, seed);
+        const GEOSGeometry* const face = FaceAround(geos, polygons.faces.get(), pieces);
         if (face == nullptr) return {};
         std::vector<FaceLoop> loops = LoopsOf(geos, face, pieces);
         // An island whose chords cross the outer loop's may have been given to another face.
         if (GEOSisValid_r(geos.Handle(), face) != 1 && pieces.Refine(loops)) continue;
-        for (FaceLoop& loop : loops) MakeCounterClockwise(loop, pieces, seed);
+        for (FaceLoop& loop : loops) MakeCounterClockwise(loop, pieces);
         return loops;
     }
 }

@@ -1,16 +1,17 @@
-// GEOS, as far as boundary tracing needs it, behind types of our own.
+// GEOS behind types of our own: its handle, its geometries as owned objects, points in and out.
+//
+// What GEOS refuses comes back as a null geometry, and each operation here takes one as nothing.
+// Coordinates go through unchanged, to the last bit.
 #pragma once
 
 #include <geos_c.h>
 
-#include <cstddef>
-#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <vector>
 
 #include "host/geos/geos_late.h"
-#include "host/ed/plane_curve.h"
+#include "plane/point.h"
 
 namespace host {
 
@@ -24,31 +25,31 @@ public:
     ~GeosContext() { GEOS_finish_r(m_handle); }
     GeosContext(const GeosContext&) = delete;
     GeosContext& operator=(const GeosContext&) = delete;
+    // For calls of GEOS itself; valid as long as the context.
     GEOSContextHandle_t Handle() const { return m_handle; }
 
     struct Destroy {
         GEOSContextHandle_t handle;
         void operator()(GEOSGeometry* geometry) const { GEOSGeom_destroy_r(handle, geometry); }
-        void operator()(GEOSSTRtree* tree) const { GEOSSTRtree_destroy_r(handle, tree); }
     };
+    // Must not outlive its context.
     using Geometry = std::unique_ptr<GEOSGeometry, Destroy>;
-    using Tree = std::unique_ptr<GEOSSTRtree, Destroy>;
     Geometry Own(GEOSGeometry* geometry) const { return {geometry, Destroy{m_handle}}; }
-    Tree Own(GEOSSTRtree* tree) const { return {tree, Destroy{m_handle}}; }
 
-    // A line through at least two points; null when GEOS refuses it.
-    Geometry LineOf(const std::vector<AcGePoint2d>& points) const;
-    // All lines as one geometry, which takes them.
-    Geometry Collect(std::vector<Geometry>& lines) const;
-    // The points of a line or ring.
-    std::vector<AcGePoint2d> PointsOf(const GEOSGeometry* line) const;
+    using Points = std::vector<plane::Point>;
+    // A line through the points; null for fewer than two.
+    Geometry MakeLine(const Points& points) const;
+    // All lines of two points at least, as one geometry.
+    Geometry MakeLines(const std::vector<Points>& lines) const;
+    // The area inside a ring that ends where it begins; null for a ring that does not.
+    Geometry MakeArea(const Points& ring) const;
+    // The points of a line or ring; none when there is none.
+    Points PointsOf(const GEOSGeometry* line) const;
 
 private:
+    GEOSCoordSequence* SequenceOf(const Points& points) const;
+
     GEOSContextHandle_t m_handle;
 };
-
-// Calls use(i, j), i < j, once for every two boxes that are at most pad apart; by i and then j.
-void ForEachTouchingPair(const std::vector<PlaneBox>& boxes, double pad,
-                         const std::function<void(size_t, size_t)>& use);
 
 }  // namespace host

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "host/ed/noding.h"
+#include "plane/noding.h"
 
 namespace host {
 
@@ -19,10 +19,11 @@ struct FaceLoop {
 // The face around a point: its outer loop first, then its islands. Empty when no loop encloses the
 // point. Pieces that end nowhere, or have the same face on both sides, belong to no loop.
 //
-// seed     at least kNodeTol away from every piece
+// seed     farther away from every piece than the curves were noded with
 // cost     O(n log n); pieces that come closer to one another than their chords are chorded again
 // fails    std::runtime_error when GEOS gives up
-std::vector<FaceLoop> FindFaceAround(const AcGePoint2d& seed, const std::vector<PlaneCurve>& curves,
-                                     const Noding& noding);
+std::vector<FaceLoop> FindFaceAround(const plane::Point& seed,
+                                     const std::vector<plane::Curve>& curves,
+                                     const plane::Noding& noding);
 
 }  // namespace host
