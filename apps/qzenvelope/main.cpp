@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "apps/qzenvelope/FileRoles.h"
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Output.h"
+#include "apps/qzenvelope/RunDisplay.h"
 #include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
 #include "product/report/Info.h"
@@ -57,9 +59,13 @@ std::vector<ToolJob> JobsOf(Drawing& drawing, const ComputeOptions& options) {
 ExitStatus Compute(const ComputeOptions& options) {
     const ToolRequest& request = options.request;
     CheckFiles(request);
+    std::optional<RunDisplay> display(std::in_place);
+    display->Enter("reading");
     Drawing drawing(request.input);
+    display->Enter("looking for tools");
     std::vector<ToolJob> jobs = JobsOf(drawing, options);
-    RunJobs(drawing, jobs);
+    RunJobs(drawing, jobs, [&display](const char* phase) { display->Enter(phase); });
+    display.reset();
     for (const ToolJob& job : jobs) Warn(request.input, job.run.warnings);
     // What stopped the only tool before anything was done is all there is to tell.
     if (jobs.size() == 1 && jobs[0].failure && !jobs[0].run.envelope.found && !jobs[0].run.isBegun)
@@ -77,6 +83,15 @@ ExitStatus Compute(const ComputeOptions& options) {
     return status;
 }
 
+ExitStatus Copy(const CopyOptions& options) {
+    RunDisplay display;
+    display.Enter("reading");
+    Drawing drawing(options.input);
+    display.Enter("writing");
+    drawing.Write(options.output);
+    return kDone;
+}
+
 ExitStatus Run(const std::vector<std::string>& arguments) {
     const Options options = ParseOptions(arguments);
     if (!host::LimitMemory(options.memoryLimit))
@@ -92,8 +107,7 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
             Print(InfoText(Drawing(options.info.input), options.info.input, options.info.json));
             return kDone;
         case Options::Command::Copy:
-            Drawing(options.copy.input).Write(options.copy.output);
-            return kDone;
+            return Copy(options.copy);
         case Options::Command::Nothing:
             Print(options.text);
             return kDone;

@@ -1,6 +1,7 @@
 // The tools of one request, from the drawing that was read to written files and verdicts.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -25,7 +26,9 @@ struct ToolJob {
 // files. A job that fails does not stop the others.
 //
 // jobs   all of one drawing, with one output for the drawing
+// enter  is told what begins: "computing", "checking", "writing"; may be empty
 // fails  Failure with Output when the drawing cannot be written; the jobs tell what was computed
-void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs);
+void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs,
+             const std::function<void(const char* phase)>& enter = {});
 
 }  // namespace product

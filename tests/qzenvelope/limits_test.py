@@ -2,6 +2,8 @@
 that are given end a run cleanly, and so does who interrupts it."""
 
 import os
+import pty
+import re
 import resource
 import shutil
 import signal
@@ -132,6 +134,25 @@ class Limits(ProgramTest):
                              (run.wait(SECONDS), run.stderr.read()))
             run.stderr.close()
             self.assertEqual(["in.dxf"], self.left_behind())
+
+    def test_a_terminal_sees_how_far_a_long_run_is(self):
+        # Half a million crossings; a run that nobody watches writes nothing of it.
+        (self.folder / "in.dxf").write_text(
+            drawing("".join(line(0, y, 700, y) + line(y, 0, y, 700) for y in range(700))))
+        ours, its = pty.openpty()
+        self.addCleanup(os.close, ours)
+        run = subprocess.Popen([str(PROGRAM), "compute", "in.dxf", "--centre", "0,0",
+                                "--algorithm", "3", "-o", "out.dxf"], cwd=self.folder, stderr=its)
+        os.close(its)
+        seen = ""
+        while not re.search(r"computing: \w+( \d+ %)?, 0:\d\d; Ctrl-C ends it", seen):
+            self.assertIsNone(run.poll(), seen)
+            seen += os.read(ours, 4096).decode()
+        run.send_signal(signal.SIGINT)
+        self.assertEqual(130, run.wait(SECONDS))
+        while not seen.endswith("\r\x1b[Kqzenvelope: interrupted; what is written so far is whole\r\n"):
+            seen += os.read(ours, 4096).decode()
+        self.assertEqual(["in.dxf"], self.left_behind())
 
     def test_a_tool_of_a_batch_that_takes_too_long(self):
         # A million crossings: many seconds, although the file is small.
