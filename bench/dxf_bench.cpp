@@ -5,6 +5,7 @@
 #include <string>
 
 #include "arxHeaders.h"
+#include "bench/dxf_peers.h"
 #include "host/dxf/dxf_file.h"
 
 namespace {
@@ -139,6 +140,28 @@ void DxfWriteChanged(benchmark::State& state) {
         benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
 }
 
+// dxflib on the text of DxfRead.
+void DxfReadPeer(benchmark::State& state) {
+    const std::string text = MakeDrawing(static_cast<std::size_t>(state.range(0)) << 20);
+    for (auto _ : state)
+        if (bench::ReadByPeer(text) == 0) state.SkipWithError("dxflib cannot read the drawing");
+    Finish(state, text);
+}
+
+// dxflib on as many entities of the same three kinds as DxfWriteChanged writes.
+void DxfWritePeer(benchmark::State& state) {
+    const std::string text = MakeDrawing(static_cast<std::size_t>(state.range(0)) << 20);
+    const std::size_t entities = bench::ReadByPeer(text);
+    for (auto _ : state)
+        if (bench::WriteByPeer(entities) != entities) state.SkipWithError("dxflib cannot write");
+    Finish(state, text);
+    state.counters["us/entity"] = benchmark::Counter(
+        static_cast<double>(entities) * 1e-6,
+        benchmark::Counter::kIsIterationInvariantRate | benchmark::Counter::kInvert);
+}
+
+BENCHMARK(DxfReadPeer)->Arg(1)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond)->Complexity();
+BENCHMARK(DxfWritePeer)->Arg(1)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond)->Complexity();
 BENCHMARK(DxfRead)->Arg(1)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond)->Complexity();
 BENCHMARK(DxfReadEverything)->Arg(1)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond)->Complexity();
 BENCHMARK(DxfWriteUnchanged)->Arg(1)->Arg(5)->Arg(50)->Unit(benchmark::kMillisecond)->Complexity();
