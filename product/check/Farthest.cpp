@@ -42,6 +42,8 @@ public:
     bool HasWithin(const Point& p, double reach) const {
         if (m_cells.empty()) return false;
         const size_t column = ColumnOf(p.x), row = RowOf(p.y);
+        for (const plane::Curve& edge : m_cells[column * m_rows + row])
+            if (Distance(edge, p) <= reach) return true;
         for (size_t x = column - (column > 0); x <= column + 1 && x < m_columns; ++x)
             for (size_t y = row - (row > 0); y <= row + 1 && y < m_rows; ++y)
                 for (const plane::Curve& edge : m_cells[x * m_rows + y])
