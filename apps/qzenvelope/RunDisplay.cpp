@@ -32,7 +32,6 @@ private:
 
 RunDisplay::RunDisplay() {
     if (::isatty(STDERR_FILENO) == 0) return;
-    m_watch.emplace(static_cast<CEncircleWatch&>(*this));
     const SignalsBlocked whileItStarts;
     m_thread = std::thread([this] { Draw(); });
 }
@@ -52,13 +51,10 @@ void RunDisplay::Enter(const char* phase) {
     m_phase = phase;
 }
 
-bool RunDisplay::MayBreak(size_t, size_t) { return true; }
-
-bool RunDisplay::MayGoOn(const char* pPass, size_t nDone, size_t nAll) {
-    m_done = nDone;
-    m_all = nAll;
-    m_pass = pPass;
-    return true;
+void RunDisplay::Step(const char* pass, size_t done, size_t all) {
+    m_done = done;
+    m_all = all;
+    m_pass = pass;
 }
 
 std::string RunDisplay::LineText(const char* phase, const char* pass, size_t done, size_t all,

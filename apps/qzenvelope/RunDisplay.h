@@ -4,36 +4,34 @@
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
-#include <optional>
 #include <string>
 #include <thread>
 
-#include "EncircleWatch.h"
+#include "product/tool/ToolJobs.h"
 
 namespace app {
 
 // On standard error, when that is a terminal; otherwise nothing is shown and nothing is watched.
 // Short runs show nothing either. The line is gone when this is.
-class RunDisplay : private CEncircleWatch {
+class RunDisplay : public product::RunListener {
 public:
     RunDisplay();
     ~RunDisplay() override;
     RunDisplay(const RunDisplay&) = delete;
     RunDisplay& operator=(const RunDisplay&) = delete;
 
+    // This, for who can tell it more; null where nothing is shown.
+    product::RunListener* Listener() { return m_thread.joinable() ? this : nullptr; }
+
     // phase  what the run is at from now on: "reading", a literal
-    void Enter(const char* phase);
+    void Enter(const char* phase) override;
+    void Step(const char* pass, size_t done, size_t all) override;
 
     // "computing: visible 43 %, 0:05; Ctrl-C ends it"
     static std::string LineText(const char* phase, const char* pass, size_t done, size_t all,
                                 double seconds);
 
 private:
-    // Only on a terminal: a watched run counts its crossings first.
-    std::optional<CEncircleWatchScope> m_watch;
-
-    bool MayBreak(size_t nLines, size_t nMeetings) override;
-    bool MayGoOn(const char* pPass, size_t nDone, size_t nAll) override;
     void Draw();
 
     // Written by the run, read by the drawing thread.

@@ -64,7 +64,7 @@ ExitStatus Compute(const ComputeOptions& options) {
     Drawing drawing(request.input);
     display->Enter("looking for tools");
     std::vector<ToolJob> jobs = JobsOf(drawing, options);
-    RunJobs(drawing, jobs, [&display](const char* phase) { display->Enter(phase); });
+    RunJobs(drawing, jobs, display->Listener());
     display.reset();
     for (const ToolJob& job : jobs) Warn(request.input, job.run.warnings);
     // What stopped the only tool before anything was done is all there is to tell.

@@ -2,12 +2,33 @@
 
 #include <algorithm>
 
-namespace product {
+#include "EncircleWatch.h"
 
-void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs,
-             const std::function<void(const char* phase)>& enter) {
-    const auto tell = [&enter](const char* phase) {
-        if (enter) enter(phase);
+namespace product {
+namespace {
+
+// Hands on what the engine tells, and never stops it: who interrupts the program ends it at once.
+class Watch : public CEncircleWatch {
+public:
+    explicit Watch(RunListener* listener) : m_listener(listener) {}
+    bool MayBreak(size_t, size_t) override { return true; }
+    bool MayGoOn(const char* pPass, size_t nDone, size_t nAll) override {
+        m_listener->Step(pPass, nDone, nAll);
+        return true;
+    }
+
+private:
+    RunListener* m_listener;
+};
+
+}  // namespace
+
+void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs, RunListener* listener) {
+    Watch watch(listener);
+    std::optional<CEncircleWatchScope> watched;
+    if (listener != nullptr) watched.emplace(watch);
+    const auto tell = [listener](const char* phase) {
+        if (listener != nullptr) listener->Enter(phase);
     };
     const bool withPictures = std::any_of(
         jobs.begin(), jobs.end(), [](const ToolJob& job) { return !job.request.svg.empty(); });
