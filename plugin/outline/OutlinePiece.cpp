@@ -26,38 +26,49 @@ Piece MakePiece(const plane::Point& a, const plane::Point& b, int number) {
     return piece;
 }
 
-// Where the whole circle of an arc meets that of another or a whole line: x alone, at most two.
-int LineCircle(const Piece& line, const Piece& arc, double (&x)[2]) {
-    const double ux = line.x1 - line.x0, uy = line.y1 - line.y0;
-    const double length = std::sqrt(ux * ux + uy * uy);
-    const double fx = line.x0 - arc.cx, fy = line.y0 - arc.cy;
-    const double b = (fx * ux + fy * uy) / length;
-    const double off = (fx * uy - fy * ux) / length;
-    const double square = (arc.radius - std::fabs(off)) * (arc.radius + std::fabs(off));
-    if (square < 0.0) return 0;
-    const double root = std::sqrt(square);
+// (distance from the centre)^2 - radius^2 of a place, from the piece's own end instead of the
+// centre: of a circle a million times as large as the piece the centre tells too few digits.
+double PowerOf(const Piece& arc, double x, double y) {
+    const double qx = x - arc.x0, qy = y - arc.y0;
+    return qx * qx + qy * qy - 2.0 * (qx * (arc.cx - arc.x0) + qy * (arc.cy - arc.y0));
+}
+
+// A whole line, by a place near the pieces and a unit direction.
+struct Ray {
+    double x = 0, y = 0, ux = 0, uy = 0;
+};
+
+// Where a whole line meets the whole circle of an arc: x alone, none or two.
+int MeetRay(const Ray& ray, const Piece& arc, double (&x)[2]) {
+    // t^2 + 2 b t + power = 0 along the ray.
+    const double b = ray.ux * (ray.x - arc.cx) + ray.uy * (ray.y - arc.cy);
+    const double power = PowerOf(arc, ray.x, ray.y);
+    const double square = b * b - power;
+    if (!(square >= 0.0)) return 0;
     // The root of larger size directly, the other by their product: no cancellation.
+    const double root = std::sqrt(square);
     const double large = b > 0.0 ? -b - root : -b + root;
-    const double f = std::sqrt(fx * fx + fy * fy);
-    const double power = (f - arc.radius) * (f + arc.radius);
-    x[0] = line.x0 + large * ux / length;
-    x[1] = large == 0.0 ? x[0] : line.x0 + power / large * ux / length;
+    x[0] = ray.x + large * ray.ux;
+    x[1] = large == 0.0 ? x[0] : ray.x + power / large * ray.ux;
     return 2;
 }
 
+int LineCircle(const Piece& line, const Piece& arc, double (&x)[2]) {
+    const double ux = line.x1 - line.x0, uy = line.y1 - line.y0;
+    const double length = std::sqrt(ux * ux + uy * uy);
+    return MeetRay({line.x0, line.y0, ux / length, uy / length}, arc, x);
+}
+
+// By the line on which both have the same power, and the rounder of both.
 int CircleCircle(const Piece& a, const Piece& b, double (&x)[2]) {
-    const double dx = b.cx - a.cx, dy = b.cy - a.cy;
-    const double square = dx * dx + dy * dy;
+    if (a.radius > b.radius) return CircleCircle(b, a, x);
+    const double gx = a.cx - b.cx, gy = a.cy - b.cy;
+    const double square = gx * gx + gy * gy;
     if (square == 0.0) return 0;
-    const double t = 0.5 + (a.radius - b.radius) * (a.radius + b.radius) / (2.0 * square);
+    // The piece's own end has no power of its own circle.
+    const double share = -PowerOf(b, a.x0, a.y0) / (2.0 * square);
     const double distance = std::sqrt(square);
-    const double foot = t * distance;
-    const double half = (a.radius - foot) * (a.radius + foot);
-    if (half < 0.0) return 0;
-    const double h = std::sqrt(half) / distance;
-    x[0] = a.cx + t * dx - h * dy;
-    x[1] = a.cx + t * dx + h * dy;
-    return 2;
+    return MeetRay({a.x0 + gx * share, a.y0 + gy * share, -gy / distance, gx / distance}, a, x);
 }
 
 // Moves a computed crossing to where the pieces' own heights agree; two steps of Newton's method,

@@ -166,10 +166,17 @@ std::vector<plane::Curve> CleanChain(std::vector<plane::Curve> edges, double tin
     else
         edges.push_back(plane::MakeLine(last, {last.x, 0.0}));
     const plane::Point end{last.x, 0.0};
-    edges = Joined(edges, tiny);
+    // A first or last edge without length goes; what is left still ends on the axis.
+    const auto join = [&] {
+        edges = Joined(edges, tiny);
+        if (edges.empty()) return;
+        edges.front().from.y = 0.0;
+        edges.back().to.y = 0.0;
+    };
+    join();
     if (edges.empty()) return edges;
     edges.back().to = end;
-    while (DropShortEdges(edges, g)) edges = Joined(edges, tiny);
+    while (DropShortEdges(edges, g)) join();
     return edges;
 }
 

@@ -76,11 +76,20 @@ private:
         }
     }
 
-    // No crossing lies between: the middle decides, and on a tie the piece before.
+    // No crossing lies between: the middle decides, or, where both touch there, what is clearest
+    // beside it; on a tie all along the piece before.
     int HigherIn(double from, double to, int a, int b, const Spans& out) const {
         const Piece &p = m_pieces[a], &q = m_pieces[b];
-        const double middle = from + (to - from) / 2;
-        const double off = HeightAt(p, middle) - HeightAt(q, middle);
+        const auto offAt = [&](double share) {
+            const double x = from + (to - from) * share;
+            return HeightAt(p, x) - HeightAt(q, x);
+        };
+        double off = offAt(0.5);
+        if (std::fabs(off) <= m_tie)
+            for (const double share : {0.25, 0.75, 0.02, 0.98}) {
+                const double beside = offAt(share);
+                if (std::fabs(beside) > std::fabs(off)) off = beside;
+            }
         if (off > m_tie) return a;
         if (off < -m_tie) return b;
         if (out.size() > m_first && out.back().x1 == from) {

@@ -7,6 +7,7 @@
 
 #include "plugin/outline/ExactEnvelope.h"
 #include "random_tool.h"
+#include "result_chain.h"
 
 namespace {
 
@@ -50,36 +51,13 @@ SExactResult Find(const Curves& curves, const Motion& motion) {
     return CExactEnvelope(request).Find();
 }
 
-Curves ChainOf(const SExactResult& result) {
-    Curves chain;
-    const auto& v = result.m_vertices;
-    for (size_t i = 0; i + 1 < v.size(); ++i)
-        chain.push_back(plane::MakeCurve({v[i].m_dX, v[i].m_dY}, {v[i + 1].m_dX, v[i + 1].m_dY},
-                                         v[i].m_dBulge));
-    return chain;
-}
-
-double FarthestOff(const Curves& a, const Curves& b) {
-    double worst = 0;
-    for (const plane::Curve& c : a)
-        for (const double share : {0.0, 0.3, 0.7, 1.0}) {
-            double best = 1e300;
-            for (const plane::Curve& d : b)
-                best = (std::min)(best, plane::Distance(d, plane::PointAt(c, share)));
-            worst = (std::max)(worst, best);
-        }
-    return worst;
-}
-
 void ExpectSame(const Curves& plain, const Curves& other, const Motion& motion, const char* what) {
     const SExactResult expected = Find(plain, {}), found = Find(other, motion);
     EXPECT_EQ(expected.m_refusal, found.m_refusal) << what;
     if (expected.m_refusal != SExactResult::E_Refusal_None) return;
     Curves moved;
-    for (const plane::Curve& c : ChainOf(expected)) moved.push_back(motion(c));
-    const double same = 2e-9 * found.m_dSize;
-    EXPECT_LE(FarthestOff(moved, ChainOf(found)), same) << what;
-    EXPECT_LE(FarthestOff(ChainOf(found), moved), same) << what;
+    for (const plane::Curve& c : test::ChainOf(expected)) moved.push_back(motion(c));
+    EXPECT_LE(test::FarthestApart(moved, test::ChainOf(found)), 1e-9 * found.m_dSize) << what;
 }
 
 TEST(Placement, TheOutlineMovesWithTheDrawing) {

@@ -296,7 +296,8 @@ P Ahead(const Curve& c, P end, P inward, double reach) {
 }
 
 Curve Continued(const Curve& c, P end, P inward, double reach, double sign) {
-    if (!c.isArc) return MakeLine(end, {end.s - inward.s * reach, end.r - inward.r * reach});
+    if (!c.isArc || c.isApproximate)
+        return MakeLine(end, {end.s - inward.s * reach, end.r - inward.r * reach});
     Curve path = c;
     path.a = end;
     path.from = Angle(c, end);

@@ -42,6 +42,7 @@ void Law::Clip(const outline::Request& request) {
             if (request.half == outline::Half::Lower && sign > 0) continue;
             for (const Curve& c : AboveAxis(MakeCurve(contour.curve, sign))) {
                 m_curves.push_back(c);
+                m_curves.back().isApproximate = contour.isApproximate;
                 const Extent e = ExtentOf(c);
                 lo = (std::min)(lo, e.low.s);
                 hi = (std::max)(hi, e.high.s);
@@ -137,8 +138,10 @@ void Law::FindEnds() {
 bool Law::GoesOn(const End& end) const {
     const Curve& own = m_curves[end.curve];
     const P ahead = Ahead(own, end.at, end.inward, 1.01 * g);
-    for (const int k : OneCurve(end.curve))
-        if (k != end.curve && Apart(NearestOn(m_curves[k], ahead), ahead) <= tiny) return true;
+    for (size_t k = 0; k < m_curves.size(); ++k)
+        if (static_cast<int>(k) != end.curve && OnOneCarrier(own, m_curves[k], tiny) &&
+            Apart(NearestOn(m_curves[k], ahead), ahead) <= tiny)
+            return true;
     return false;
 }
 

@@ -20,6 +20,7 @@ struct Curve {
     P c;
     double radius = 0, from = 0, sweep = 0;  // radians, sweep signed
     bool isUpright = false;
+    bool isApproximate = false;  // goes on along its tangent
 };
 
 struct Bridge {

@@ -10,6 +10,7 @@
 #include "plugin/outline/ExactEnvelope.h"
 #include "plugin/util/QZRect.h"
 #include "plane/text.h"
+#include "result_chain.h"
 #include "support/test_drawing.h"
 
 namespace {
@@ -98,32 +99,6 @@ Chain ChainOf(const Json& vertices) {
     return chain;
 }
 
-Chain ChainOf(const std::vector<SExactResult::SVertex>& vertices) {
-    Chain chain;
-    for (size_t i = 0; i + 1 < vertices.size(); ++i)
-        chain.push_back(plane::MakeCurve({vertices[i].m_dX, vertices[i].m_dY},
-                                         {vertices[i + 1].m_dX, vertices[i + 1].m_dY},
-                                         vertices[i].m_dBulge));
-    return chain;
-}
-
-// The farthest that points along one chain lie from the other.
-double FarthestOff(const Chain& a, const Chain& b, plane::Point& at) {
-    double worst = 0;
-    for (const plane::Curve& c : a) {
-        for (const double share : {0.0, 0.25, 0.5, 0.75, 1.0}) {
-            const plane::Point p = plane::PointAt(c, share);
-            double best = 1e300;
-            for (const plane::Curve& d : b) best = (std::min)(best, plane::Distance(d, p));
-            if (best > worst) {
-                worst = best;
-                at = p;
-            }
-        }
-    }
-    return worst;
-}
-
 std::string ShowPlaces(const std::vector<SExactResult::SBridge>& list) {
     std::string text;
     for (const auto& b : list)
@@ -156,13 +131,13 @@ void Compare(const fs::path& file) {
     const SExactResult found = CExactEnvelope(arguments.request).Find();
     EXPECT_EQ(SExactResult::E_Refusal_None, found.m_refusal);
     const double size = expected["size"];
-    const Chain ours = ChainOf(found.m_vertices), theirs = ChainOf(expected["vertices"]);
+    const Chain ours = test::ChainOf(found), theirs = ChainOf(expected["vertices"]);
     const bool hasFree = theirs.size() > 60;
     const double same = hasFree ? 2.5 * found.m_dCurve : 1e-9 * size;
     EXPECT_NEAR(size, found.m_dSize, 10 * same);
     plane::Point at;
-    EXPECT_LE(FarthestOff(ours, theirs, at), same) << plane::Show(at, 12);
-    EXPECT_LE(FarthestOff(theirs, ours, at), same) << plane::Show(at, 12);
+    EXPECT_LE(test::FarthestOff(ours, theirs, at), same) << plane::Show(at, 12);
+    EXPECT_LE(test::FarthestOff(theirs, ours, at), same) << plane::Show(at, 12);
     if (!hasFree) {
         EXPECT_EQ(theirs.size(), ours.size()) << plane::Show(ours, 9);
     }

@@ -1,5 +1,6 @@
 // One small drawing with its outline for each paragraph of the rules.
 #include "outline_text.h"
+#include "plain_law.h"
 
 namespace {
 
@@ -54,6 +55,65 @@ const SmallCase kCases[] = {
      "0,0 0,10 10,10(-0.414213562373095049) 20,0", 1},
     {"T-slot cutter, no inner faces", "0,0 0,10 5,10 | 5,4 30,4 30,0",
      "0,0 0,10 5,10 5,4 30,4 30,0", 0, 0, 0, 1},
+    // What counts as contour.
+    {"what lies on the axis is nothing", "0,0 0,10 50,10 50,0 | -5,0 60,0", "0,0 0,10 50,10 50,0"},
+    {"what is shorter than a point is nothing", "0,0 0,10 50,10 50,0 | 20,15 20.0001,15",
+     "0,0 0,10 50,10 50,0"},
+    {"a centre line in two parts",
+     "0,0 0,10 20,10 20,12 60,12 60,0 | -8,0.01 30,0.01 | 35,0.01 68,0.01",
+     "0,0 0,10 20,10 20,12 60,12 60,0"},
+    {"what runs past one end only is no centre line", "0,0 0,10 50,10 50,0 | 5,0.05 60,0.05",
+     "0,0 0,10 50,10 50,0.05 60,0.05 60,0", 0, 0, 0, 1},
+    {"ends closer than a point are joined", "0,0 0,10 20,10 | 20.0001,10 20.0001,6 50,6 50,0",
+     "0,0 0,10 20.0001,10 20.0001,6 50,6 50,0"},
+    // Free ends and marks.
+    {"a doubled curve ends freely", "0,0 0,10 25,10 | 0,10 25,10 | 25.3,10 50,10 50,0",
+     "0,0 0,10 50,10 50,0", 1},
+    {"a part of a line drawn over ends nowhere", "0,0 0,10 50,10 50,0 | 10,10 30,10",
+     "0,0 0,10 50,10 50,0"},
+    {"a mark that is not quite upright", "0,0 0,10 20,10 20,12 60,12 60,0 | 20,10 20.00002,30",
+     "0,0 0,10 20,10 20,12 60,12 60,0", 0, 0, 1},
+    {"what leans is drawn", "0,0 0,10 20,10 20,12 60,12 60,0 | 20,12 22,30",
+     "0,0 0,10 20,10 20,12 22,30 22,12 60,12 60,0", 0, 0, 0, 1},
+    // Bridges.
+    {"two ends at different heights", "0,0 0,10 25,10 | 25.4,9.9 50,9.9 50,0",
+     "0,0 0,10 25,10 25.4,9.9 50,9.9 50,0", 1},
+    {"an opening longer than both tails allow", "0,0 0,10 25,10 | 40,10 50,10 50,0",
+     "0,0 0,10 50,10 50,0", 0, 1},
+    {"two extension lines are not joined", "0,0 0,10 60,10 60,0 | 20,12 20,30 | 23,12 23,30",
+     "0,0 0,10 60,10 60,0", 0, 0, 4},
+    {"only a wall is missing", "0,0 0,10 20,10 | 20,6 40,6 40,0", "0,0 0,10 20,10 20,6 40,6 40,0",
+     0, 0, 0, 1},
+    {"both go on to what stands between",
+     "0,0 0,10 20,10 | 22,10 50,10 50,0 | 20.5,8 20.5,14 21.5,14 21.5,8",
+     "0,0 0,10 20.5,10 20.5,14 21.5,14 21.5,10 50,10 50,0", 2},
+    {"nothing is joined below what stands between",
+     "0,0 0,10 20,10 | 25,10 50,10 50,0 | 22,14 23,14",
+     "0,0 0,10 20,10 22,14 23,14 25,10 50,10 50,0", 0, 2},
+    // Overshoots.
+    {"lines that cross at a corner", "0,0 0,10 20.3,10 | 20,10.2 20,6 40,6 40,0",
+     "0,0 0,10 20,10 20,6 40,6 40,0", 0, 0, 2},
+    {"both copies of an overshoot", "0,0 0,10 20.3,10 | 0,10 20.3,10 | 20,10 20,6 40,6 40,0",
+     "0,0 0,10 20,10 20,6 40,6 40,0", 0, 0, 1},
+    // Faces.
+    {"a face that goes too deep and comes back", "0,10 7,7 0,4 0,0 | 0,10 50,10 50,0",
+     "0,0 0,4 5,6.142857143 5,7.857142857 0,10 50,10 50,0"},
+    {"a face deeper than a third of the profile", "4,0 4,3 0,6 9,6 9,0", "3,0 3,3.75 0,6 9,6 9,0"},
+    {"a face jumps where a curve ends joined", "0,10 0,6 3,6 3,0 | 0,10 50,10 50,0",
+     "3,0 3,6 0,6 0,10 50,10 50,0"},
+    {"no face jumps at a free end", "0,10 0,6 | 3,6 3,0 | 0,10 50,10 50,0", "0,0 0,10 50,10 50,0"},
+    {"the other face", "0,0 0,10 50,10 44,6 44,0", "0,0 0,10 50,10 45,6.666666667 45,0"},
+    {"lines along the axis make no face", "0,10 50,10 50,0 | 2,4 50,4", "0,0 0,10 50,10 50,0", 0, 0,
+     0, 1},
+    // The outline.
+    {"pieces on one line are one", "0,0 0,10 20,10 | 20,10 35,10 | 30,10 50,10 50,0",
+     "0,0 0,10 50,10 50,0"},
+    {"an edge shorter than a point goes", "0,0 0,10 49.9999,10 50,9.9999 50,0",
+     "0,0 0,10 50,10 50,0"},
+    {"a chamfer is no such edge", "0,0 0,10 49.99,10 50,9.99 50,0",
+     "0,0 0,10 49.99,10 50,9.99 50,0"},
+    {"arcs are the drawing's own", "0,0 0,10(-0.414213562373095049) 10,20 50,20 50,0",
+     "0,0 0,10(-0.414213562) 10,20 50,20 50,0"},
 };
 
 TEST(SmallDrawings, Outlines) {
@@ -67,6 +127,53 @@ TEST(SmallDrawings, Outlines) {
         EXPECT_EQ(c.tails, static_cast<int>(found.tails.size()));
         EXPECT_EQ(c.openEnds, static_cast<int>(found.openEnds.size()));
     }
+}
+
+// The other half is the same mirrored, and the rules hold ray by ray.
+TEST(SmallDrawings, HoldInEitherHalf) {
+    for (const SmallCase& c : kCases) {
+        SCOPED_TRACE(c.name);
+        Request request;
+        request.curves = test::ParseContour(c.drawing);
+        request.lengths.side = 5;
+        EXPECT_EQ("", plain::Faults(plain::Law(request), outline::FindEnvelope(request).edges));
+        for (outline::Contour& contour : request.curves) {
+            plane::Curve& curve = contour.curve;
+            for (plane::Point* p : {&curve.from, &curve.to, &curve.centre}) p->y = -p->y;
+            if (curve.IsArc()) curve.bulge = -curve.bulge;
+        }
+        request.half = Half::Lower;
+        EXPECT_EQ(Rounded(c.outline), test::Show(outline::FindEnvelope(request)));
+    }
+}
+
+TEST(SmallDrawings, FacesThatAreToBeVertical) {
+    Request request;
+    request.curves = test::ParseContour("0,10 0,6 3,6 3,0 | 0,10 50,10 44,6 44,0");
+    request.verticalEnds = true;
+    EXPECT_EQ("0,0 0,10 50,10 50,0", test::Show(outline::FindEnvelope(request)));
+}
+
+// Each shorter than a point, together a chamfer and a round nose.
+TEST(SmallDrawings, ChainsOfTheShortestCurvesCount) {
+    Request request;
+    constexpr int kCount = 70000;
+    plane::Point last;
+    const auto lineTo = [&](const plane::Point& p) {
+        request.curves.push_back({plane::MakeLine(last, p), 0, false});
+        last = p;
+    };
+    for (int i = 1; i <= kCount; ++i) {
+        const double angle = i * plane::kHalfTurn / 2 / kCount;
+        lineTo({10 - 10 * std::cos(angle), 10 * std::sin(angle)});
+    }
+    lineTo({50, 10});
+    lineTo({50, 0});
+    const Envelope found = outline::FindEnvelope(request);
+    ASSERT_EQ(Refusal::None, found.refusal);
+    double area = 0;
+    for (const plane::Curve& c : found.edges) area += plane::Integrate(c).area;
+    EXPECT_NEAR(400 + 25 * plane::kHalfTurn, -area, 1e-3);
 }
 
 TEST(SmallDrawings, BothHalvesAreSwept) {

@@ -1,0 +1,85 @@
+// Exact envelopes of random contours: refused with a place that is one, or an outline that is
+// closed, lies within what is drawn and has nothing of the contour above it. The rules themselves,
+// ray by ray, judge what is small enough for them.
+#include <algorithm>
+#include <cmath>
+
+#include "fuzz/check.h"
+#include "outline/plain_law.h"
+#include "plugin/outline/OutlineLaw.h"
+
+namespace {
+
+// Numbers out of the input: on a grid, so that touching, closing and coinciding happen, and a hair
+// beside it.
+class Numbers {
+public:
+    Numbers(const uint8_t* data, size_t size) : m_data(data), m_size(size) {}
+    bool IsEmpty() const { return m_at >= m_size; }
+    uint8_t Byte() { return IsEmpty() ? 0 : m_data[m_at++]; }
+    double Length(double step) {
+        static const double kHairs[] = {0, 0, 0, 0, 0, 1e-12, -1e-9, 1e-7, 3e-5, 1e-4, -1e-3, 0.1};
+        const uint8_t off = Byte();
+        return Byte() * step + kHairs[off % 12];
+    }
+
+private:
+    const uint8_t* m_data;
+    size_t m_size, m_at = 0;
+};
+
+outline::Request RequestOf(Numbers& in) {
+    static const double kBulges[] = {0, 0,  0,   0,    0.41421356237309503, -0.41421356237309503,
+                                     1, -1, 0.1, -1e-6};
+    outline::Request request;
+    const uint8_t options = in.Byte();
+    request.half = static_cast<outline::Half>(options % 3);
+    request.verticalEnds = (options & 8) != 0;
+    plane::Point last;
+    while (!in.IsEmpty() && request.curves.size() < 40) {
+        const uint8_t kind = in.Byte();
+        plane::Point from = last;
+        if (kind % 3 != 0) from = {in.Length(0.5), in.Length(0.25) - 8};
+        const plane::Point to{in.Length(0.5), in.Length(0.25) - 8};
+        last = to;
+        const plane::Curve curve = plane::MakeCurve(from, to, kBulges[in.Byte() % 10]);
+        if (from != to)
+            request.curves.push_back({curve, static_cast<int>(request.curves.size()), kind > 250});
+    }
+    return request;
+}
+
+// Nothing of the contour but tails and what is ignored rises above the outline.
+void CheckChain(const outline::Request& request, const outline::Envelope& found) {
+    const auto& edges = found.edges;
+    FUZZ_CHECK(edges.size() >= 2);
+    FUZZ_CHECK(edges.front().from.y == 0 && edges.back().to.y == 0);
+    plane::Box box;
+    for (const outline::Contour& c : request.curves) box.Add(plane::BoxOf(c.curve));
+    const double slack = found.lengths.point + 1e-9 * found.size;
+    const double highest = (std::max)(std::fabs(box.low.y), std::fabs(box.high.y)) + slack;
+    for (size_t i = 0; i < edges.size(); ++i) {
+        FUZZ_CHECK(outline::IsWithin(edges[i]));
+        FUZZ_CHECK(i == 0 || edges[i].from == edges[i - 1].to);
+        FUZZ_CHECK(edges[i].from.y >= 0 && edges[i].to.y >= 0);
+        const plane::Box edge = plane::BoxOf(edges[i]);
+        FUZZ_CHECK(edge.low.x >= box.low.x - slack && edge.high.x <= box.high.x + slack);
+        FUZZ_CHECK(edge.high.y <= highest);
+    }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+    Numbers in(data, size);
+    const outline::Request request = RequestOf(in);
+    const outline::Envelope found = outline::FindEnvelope(request);
+    FUZZ_CHECK((found.refusal == outline::Refusal::None) == !found.edges.empty());
+    FUZZ_CHECK(std::isfinite(found.place.x) && std::isfinite(found.place.y));
+    if (found.refusal != outline::Refusal::None) return 0;
+    CheckChain(request, found);
+    const std::string faults = plain::Faults(plain::Law(request), found.edges);
+    if (!faults.empty()) std::fprintf(stderr, "%s\n", faults.c_str());
+    FUZZ_CHECK(faults.empty());
+    return 0;
+}
