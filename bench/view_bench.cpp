@@ -21,8 +21,8 @@ AcApDocument* DrawingOf(int count) {
     static_cast<void>(acDocManager->lockDocument(document));
     {
         AcDbDatabase& database = *document->database();
-        const AcDbBlockTableRecordPointer space(acdbSymUtil()->blockModelSpaceId(&database),
-                                                AcDb::kForWrite);
+        AcDbBlockTableRecordPointer space(acdbSymUtil()->blockModelSpaceId(&database),
+                                          AcDb::kForWrite);
         const int side = static_cast<int>(std::ceil(std::sqrt(count)));
         for (int i = 0; i < count; ++i) {
             const AcGePoint3d at(i % side, i / side, 0.0);
@@ -94,7 +94,7 @@ void OneChange(benchmark::State& state) {
     const AcDbObjectId id = scene.Chunks().front()->items.front().id;
     static_cast<void>(acDocManager->lockDocument(view.Document()));
     for (auto _ : state) {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         static_cast<void>(
             entity->setColorIndex(static_cast<Adesk::UInt16>(state.iterations() % 7)));
         static_cast<void>(entity->close());

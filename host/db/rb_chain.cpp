@@ -94,7 +94,12 @@ resbuf* LastNode(resbuf* chain) {
 
 resbuf* acutNewRb(int restype) {
     resbuf* const node = static_cast<resbuf*>(std::calloc(1, sizeof(resbuf)));
-    if (node != nullptr) node->restype = static_cast<short>(restype);
+    if (node == nullptr) return nullptr;
+    node->restype = static_cast<short>(restype);
+#ifndef NDEBUG
+    // Nobody says that a new node's value is zero, so here it is not.
+    std::memset(&node->resval, 0xCD, sizeof(node->resval));
+#endif
     return node;
 }
 

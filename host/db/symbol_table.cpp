@@ -166,21 +166,21 @@ AcDbSymbolTableIterator::AcDbSymbolTableIterator(const AcDbSymbolTable& table, b
 
 void AcDbSymbolTableIterator::start(bool atBeginning, bool skipDeleted) {
     m_at = atBeginning ? 0 : static_cast<std::ptrdiff_t>(m_table.m_records.size()) - 1;
-    skip(!atBeginning, skipDeleted);
+    skip(atBeginning, skipDeleted);
 }
 
-void AcDbSymbolTableIterator::skip(bool backwards, bool skipDeleted) {
-    while (skipDeleted && !done() && current().isErased()) m_at += backwards ? -1 : 1;
+void AcDbSymbolTableIterator::skip(bool forward, bool skipDeleted) {
+    while (skipDeleted && !done() && current().isErased()) m_at += forward ? 1 : -1;
 }
 
 bool AcDbSymbolTableIterator::done() const {
     return m_at < 0 || m_at >= static_cast<std::ptrdiff_t>(m_table.m_records.size());
 }
 
-void AcDbSymbolTableIterator::step(bool backwards, bool skipDeleted) {
+void AcDbSymbolTableIterator::step(bool forward, bool skipDeleted) {
     if (done()) return;
-    m_at += backwards ? -1 : 1;
-    skip(backwards, skipDeleted);
+    m_at += forward ? 1 : -1;
+    skip(forward, skipDeleted);
 }
 
 AcDbObjectId AcDbSymbolTableIterator::current() const {

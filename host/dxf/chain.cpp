@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <new>
 
 #include "acutads.h"
 #include "acutmem.h"
@@ -18,6 +19,9 @@ public:
     ~ChainBuilder() { acutRelRb(head_); }
     resbuf* Add(int code) {
         resbuf* node = acutNewRb(code);
+        if (node == nullptr) throw std::bad_alloc();
+        // Not every tag fills all of it: a point's coordinates come one by one.
+        std::memset(&node->resval, 0, sizeof(node->resval));
         (tail_ == nullptr ? head_ : tail_->rbnext) = node;
         return tail_ = node;
     }

@@ -72,7 +72,7 @@ CommandEnd Erase(AcApDocument* document) {
     if (entities.empty()) return CommandEnd::kCancelled;
     size_t erased = 0;
     for (const AcDbObjectId id : entities) {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
         if (entity.openStatus() == Acad::eOk && entity->erase() == Acad::eOk) ++erased;
     }
     Session::Get().Print(L"\n" + std::to_wstring(erased) + L" erased.");
@@ -86,7 +86,7 @@ Acad::ErrorStatus ExplodeInPlace(AcDbObjectId id) {
     AcDbVoidPtrArray pieces;
     Acad::ErrorStatus es = entity->explode(pieces);
     if (es != Acad::eOk) return es;
-    const AcDbBlockTableRecordPointer space(entity->blockId(), AcDb::kForWrite);
+    AcDbBlockTableRecordPointer space(entity->blockId(), AcDb::kForWrite);
     es = space.openStatus();
     for (int i = 0; i < pieces.length(); ++i) {
         std::unique_ptr<AcDbEntity> piece(static_cast<AcDbEntity*>(pieces[i]));

@@ -49,7 +49,7 @@ Acad::ErrorStatus AddToDrawing(AcDbDatabase& database, std::unique_ptr<AcDbEntit
 
 Acad::ErrorStatus AddCopy(AcDbDatabase& database, std::unique_ptr<AcDbEntity> entity,
                           AcDbObjectId* id) {
-    const AcDbBlockTableRecordPointer space(database.currentSpaceId(), AcDb::kForWrite);
+    AcDbBlockTableRecordPointer space(database.currentSpaceId(), AcDb::kForWrite);
     if (space.openStatus() != Acad::eOk) return space.openStatus();
     const Acad::ErrorStatus es = space->appendAcDbEntity(entity.get());
     if (es != Acad::eOk) return es;
@@ -77,7 +77,7 @@ std::vector<Piece> DragOutline::After(const AcGeMatrix3d& matrix) const {
 CommandEnd TransformAll(const SelectionSet& entities, const AcGeMatrix3d& matrix) {
     size_t refused = 0;
     for (const AcDbObjectId id : entities) {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
         if (entity.openStatus() != Acad::eOk || entity->transformBy(matrix) != Acad::eOk) ++refused;
     }
     if (refused > 0) Say(std::to_wstring(refused) + L" could not be changed.");

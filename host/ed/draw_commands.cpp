@@ -146,7 +146,7 @@ CommandEnd DrawLine(AcApDocument* document) {
                 Say(L"All segments are undone.");
                 continue;
             }
-            const AcDbObjectPointer<AcDbEntity> line(lines.back(), AcDb::kForWrite);
+            AcDbObjectPointer<AcDbEntity> line(lines.back(), AcDb::kForWrite);
             if (line.openStatus() == Acad::eOk) static_cast<void>(line->erase());
             lines.pop_back();
             points.pop_back();

@@ -31,7 +31,7 @@ CommandEnd ChangeLayers(AcApDocument& document, const std::wstring& patterns, co
             acdbSymUtil()->getSymbolName(name, id) != Acad::eOk ||
             !MatchesWildcards(name.kACharPtr(), patterns))
             continue;
-        const AcDbLayerTableRecordPointer layer(id, AcDb::kForWrite);
+        AcDbLayerTableRecordPointer layer(id, AcDb::kForWrite);
         if (layer.openStatus() == Acad::eOk && change(*layer.object()) == Acad::eOk)
             ++count;
         else
@@ -78,7 +78,7 @@ CommandEnd MakeLayer(AcApDocument& document, bool isCurrent) {
     AcDbDatabase& database = *document.database();
     AcDbObjectId id;
     if (acdbSymUtil()->getLayerId(id, answer.text.c_str(), &database) != Acad::eOk) {
-        const AcDbObjectPointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForWrite);
+        AcDbObjectPointer<AcDbLayerTable> table(database.layerTableId(), AcDb::kForWrite);
         if (table.openStatus() != Acad::eOk) return CommandEnd::kFailed;
         auto layer = std::make_unique<AcDbLayerTableRecord>();
         Acad::ErrorStatus es = layer->setName(answer.text.c_str());

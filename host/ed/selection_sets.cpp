@@ -107,8 +107,10 @@ int Collect(AcApDocument& document, const SelectionMode& mode, const void* pt1, 
     if (mode.method.empty()) {
         std::wstring prompt = L"\nSelect objects: ";
         if (mode.hasPrompts) {
-            if (pt1 == nullptr) return RTERROR;
-            prompt = static_cast<const ACHAR* const*>(pt1)[0];
+            const auto* const prompts = static_cast<const ACHAR* const*>(pt1);
+            if (prompts == nullptr || prompts[0] == nullptr || prompts[1] == nullptr)
+                return RTERROR;
+            prompt = prompts[0];
         } else if (pt1 != nullptr) {
             const AcDbObjectId id = PickAt(database, PointAt(pt1), document.imp().PickAperture());
             if (!id.isNull()) entities.push_back(id);

@@ -8,6 +8,7 @@
 #include "dbapserv.h"
 #include "dbpl.h"
 #include "host/base/angles.h"
+#include "host/ed/document_imp.h"
 #include "host/ed/session.h"
 #include "host/ed/shown_curves.h"
 #include "host/geos/faces.h"
@@ -103,6 +104,20 @@ AcDbDatabase* TracedDatabase() {
                                : acdbHostApplicationServices()->workingDatabase();
 }
 
+// Only what is on the screen bounds anything, and its very edge does not count as on it. A program
+// that shows nothing has no screen.
+bool IsOnScreen(const AcDbPolyline& loop) {
+    AcApDocument* const document = Session::Get().Current();
+    if (document == nullptr || !(document->imp().view.height > 0.0)) return true;
+    const View& view = document->imp().view;
+    AcDbExtents extents;
+    return loop.getGeomExtents(extents) == Acad::eOk &&
+           extents.minPoint().x > view.center.x - view.width / 2 &&
+           extents.maxPoint().x < view.center.x + view.width / 2 &&
+           extents.minPoint().y > view.center.y - view.height / 2 &&
+           extents.maxPoint().y < view.center.y + view.height / 2;
+}
+
 }  // namespace
 }  // namespace host
 
@@ -136,6 +151,7 @@ Acad::ErrorStatus acedTraceBoundary(const AcGePoint3d& seed, bool detectIslands,
         JoinSides(sides);
         polylines.push_back(PolylineOf(sides));
         if (polylines.back() == nullptr) return Acad::eGeneralModelingFailure;
+        if (!IsOnScreen(*polylines.back())) return Acad::eInvalidInput;
     }
     for (std::unique_ptr<AcDbPolyline>& polyline : polylines) result.append(polyline.release());
     return Acad::eOk;

@@ -113,7 +113,7 @@ Acad::ErrorStatus UndoLog::Revert(const Change& change, Group& inverse) {
         inverse.changes.push_back({change.kind, m_database->celtype(), nullptr});
         return m_database->setCeltype(change.id);
     }
-    const AcDbObjectPointer<AcDbObject> object(change.id, AcDb::kForWrite, true);
+    AcDbObjectPointer<AcDbObject> object(change.id, AcDb::kForWrite, true);
     if (object.openStatus() != Acad::eOk) return object.openStatus();
     if (change.kind == Kind::kChanged) {
         std::unique_ptr<AcDbObject> now(AcDbObject::cast(object->clone()));
@@ -134,7 +134,7 @@ void UndoLog::UnlockNewLayers(const Group& group) {
         if (change.kind != Kind::kAppended ||
             change.id.objectClass() != AcDbLayerTableRecord::desc())
             continue;
-        const AcDbLayerTableRecordPointer layer(change.id, AcDb::kForWrite);
+        AcDbLayerTableRecordPointer layer(change.id, AcDb::kForWrite);
         if (layer.openStatus() == Acad::eOk) layer->setIsLocked(false);
     }
 }

@@ -4,7 +4,8 @@
 #include "adsdef.h"
 #include "adscodes.h"
 
-// A zeroed node with the given group code or result type; null when out of memory.
+// A node with the given group code or result type, behind which none comes; null when out of
+// memory. Its value is the caller's to set: builds with assertions fill it with 0xCD.
 resbuf* acutNewRb(int restype);
 
 // Frees the whole chain, its strings and binary runs included. Null is harmless. RTNORM.

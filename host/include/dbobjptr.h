@@ -22,9 +22,13 @@ public:
     AcDbObjectPointer& operator=(const AcDbObjectPointer&) = delete;
     ~AcDbObjectPointer() { Drop(); }
 
-    T* object() const { return m_object; }
-    T* operator->() const { return m_object; }
-    operator T*() const { return m_object; }
+    // A pointer that is const gives an object that is.
+    const T* object() const { return m_object; }
+    T* object() { return m_object; }
+    const T* operator->() const { return m_object; }
+    T* operator->() { return m_object; }
+    operator const T*() const { return m_object; }
+    operator T*() { return m_object; }
 
     // Of the last open, create or close; eNullObjectPointer when nothing was opened yet.
     Acad::ErrorStatus openStatus() const { return m_status; }

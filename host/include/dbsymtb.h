@@ -53,7 +53,7 @@ public:
     virtual ~AcDbSymbolTableIterator() = default;
     void start(bool atBeginning = true, bool skipDeleted = true);
     bool done() const;
-    void step(bool backwards = false, bool skipDeleted = true);
+    void step(bool forward = true, bool skipDeleted = true);
     Acad::ErrorStatus getRecordId(AcDbObjectId& id) const;
     Acad::ErrorStatus getRecord(AcDbSymbolTableRecord*& record,
                                 AcDb::OpenMode mode = AcDb::kForRead,
@@ -65,7 +65,7 @@ protected:
     AcDbObjectId current() const;
 
 private:
-    void skip(bool backwards, bool skipDeleted);
+    void skip(bool forward, bool skipDeleted);
     const AcDbSymbolTable& m_table;
     std::ptrdiff_t m_at = 0;
 };

@@ -59,6 +59,12 @@ int ExtensionPoint(const CString& path) {
     return point > LastSeparator(path) ? point : -1;
 }
 
+// Without a window in front of which it stays, a chooser may come to lie behind the host's.
+void CheckParent(const CWnd* parent, const std::wstring& title) {
+    if (parent == nullptr || !::IsWindow(parent->GetSafeHwnd()))
+        WindowSystem::Get().Report(L"a chooser has no parent: " + title);
+}
+
 // "/" and "C:\" keep theirs: they are roots.
 CString WithoutLastSeparator(CString path) {
     while (path.GetLength() > 1 && LastSeparator(path) == path.GetLength() - 1 &&
@@ -81,6 +87,7 @@ CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszF
 }
 
 INT_PTR CFileDialog::DoModal() {
+    CheckParent(m_pParentWnd, TextOf(m_ofn.lpstrTitle));
     ChooserRequest request;
     request.isSave = !m_bOpen;
     request.title = TextOf(m_ofn.lpstrTitle);
@@ -117,6 +124,7 @@ CFolderPickerDialog::CFolderPickerDialog(LPCTSTR lpszFolder, DWORD dwFlags, CWnd
       m_folder(lpszFolder) {}
 
 INT_PTR CFolderPickerDialog::DoModal() {
+    CheckParent(m_pParentWnd, TextOf(m_ofn.lpstrTitle));
     ChooserRequest request;
     request.title = TextOf(m_ofn.lpstrTitle);
     request.start = m_folder.IsEmpty() ? TextOf(m_ofn.lpstrInitialDir) : m_folder.GetString();

@@ -1,6 +1,8 @@
 #include "StdAfx.h"
 #include "BatchChain.h"
 
+#include <cstring>
+
 CBatchChainWriter::~CBatchChainWriter() { acutRelRb(m_pHead); }
 
 resbuf* CBatchChainWriter::Append(int nCode) {
@@ -9,6 +11,8 @@ resbuf* CBatchChainWriter::Append(int nCode) {
         m_bComplete = false;
         return nullptr;
     }
+    // The host need not have cleared the value, and not every code fills all of it.
+    std::memset(&pNode->resval, 0, sizeof(pNode->resval));
     if (m_pTail == nullptr) {
         m_pHead = pNode;
     } else {

@@ -1,6 +1,7 @@
 #include "StdAfx.h"
 
 #include "LineInfo.h"
+#include "PointOnSegment.h"
 
 #include <algorithm>
 #include <utility>
@@ -50,7 +51,7 @@ void CLineInfo::Sort() {
 }
 
 void CLineInfo::AddBreakPoint(const AcGePoint3d& pt, const AcGeTol& tol) {
-    if (!AcGeLineSeg3d(m_startPt, m_endPt).isOn(pt, tol)) {
+    if (!IsOnBoundedSegment(AcGeLineSeg3d(m_startPt, m_endPt), pt, tol)) {
         return;
     }
     const auto isSame = [&](const AcGePoint3d& other) { return other.isEqualTo(pt, tol); };

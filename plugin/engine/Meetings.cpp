@@ -9,6 +9,7 @@
 #include "EncircleWatch.h"
 #include "LineBoxes.h"
 #include "PointCells.h"
+#include "PointOnSegment.h"
 #include "QZRect.h"
 #include "Twins.h"
 
@@ -160,7 +161,7 @@ void AddPoints(CLineInfo& line, const SMeetings& found, const SMeeting* first, c
     }
     for (; first != last; ++first) {
         const AcGePoint3d& pt = found.m_points[first->m_nPoint];
-        if (segment.isOn(pt, tol) && kept.FindFirst(pt) < 0) {
+        if (IsOnBoundedSegment(segment, pt, tol) && kept.FindFirst(pt) < 0) {
             kept.Add(pt);
         }
     }

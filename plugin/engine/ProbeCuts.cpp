@@ -112,7 +112,7 @@ void CProbeRow::Cut(int first, int last, CLineInfo& line) const {
         }
         // A break point that was there before may lie beside the line.
         const AcGePoint3d& refuser = kept.GetPoints()[same];
-        k = bSkip && segment.isOn(refuser, tolRounding)
+        k = bSkip && IsOnBoundedSegment(segment, refuser, tolRounding)
                 ? SkipTo(k, last, GetPlace(refuser) + kSureShare * tol * share)
                 : k + 1;
     }

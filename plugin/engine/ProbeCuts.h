@@ -7,6 +7,7 @@
 #include "LineInfo.h"
 #include "PointCells.h"
 #include "QZRect.h"
+#include "PointOnSegment.h"
 
 // What BreakLines2() knows before it looks at the lines.
 struct SProbeSetup {
@@ -39,7 +40,7 @@ public:
     // Where a probe cuts the segment.
     bool Meet(int index, const AcGeLineSeg3d& segment, AcGePoint3d& pt) const {
         return GetProbe(m_pPoints[index]).intersectWith(segment, pt, m_tol) &&
-               segment.isOn(pt, m_tol);
+               IsOnBoundedSegment(segment, pt, m_tol);
     }
     // How far the line goes along the places, for a length of 1.
     double GetShare(const CLineInfo& line) const;

@@ -239,6 +239,7 @@ resbuf* RandomItem(std::mt19937& random, const AcDbObjectIdArray& ids) {
     const Adesk::Int32 counts[] = {0, 1, 2, 3, -1, 1 << 30, 2147483647, -2147483647 - 1};
     const short code = codes[random() % (random() % 8 == 0 ? 12 : 8)];
     resbuf* const node = acutNewRb(code);
+    node->resval = {};
     if (code == 1 || code == 1000) {
         ACHAR handle[AcDbHandle::kStrSiz];
         ids[static_cast<int>(random() % 5)].handle().getIntoAsciiBuffer(handle);
@@ -428,7 +429,7 @@ TEST_F(BatchTest, ExportWithoutAnEnvelopeIsAFailure) {
     task.tools[0].exportStatus = kBatchDone;
     for (const size_t i : {1, 2}) task.tools[i].computeEnvelope(task.params);
     {
-        const AcDbEntityPointer envelope(task.tools[1].envelopeId, AcDb::kForWrite);
+        AcDbEntityPointer envelope(task.tools[1].envelopeId, AcDb::kForWrite);
         ASSERT_EQ(Acad::eOk, envelope->erase());
     }
     EXPECT_FALSE(task.tools[0].hasEnvelope() || task.tools[1].hasEnvelope());

@@ -94,12 +94,27 @@ TEST_F(Storage, XrecordsReturnWhatWasSet) {
     }
     for (const int code : {0, 5, 105, 100, 30, 482, 900, 1072}) {
         resbuf* const bad = acutNewRb(code);
+        bad->resval = {};
         EXPECT_EQ(Acad::eInvalidResBuf, record.setFromRbChain(*bad)) << code;
         acutRelRb(bad);
     }
     ASSERT_OK(record.rbChain(&out));
     EXPECT_EQ("40=1.7976931348623157e+308 290=0", Show(out));
     acutRelRb(out);
+}
+
+// Whoever counts on a zero is found out where assertions are on.
+TEST_F(Storage, ANewNodeHasNoValueYet) {
+    for (const int code : {40, 90, 290}) {
+        resbuf* const node = acutNewRb(code);
+        EXPECT_EQ(nullptr, node->rbnext);
+        EXPECT_EQ(code, node->restype);
+#ifndef NDEBUG
+        EXPECT_NE(0, node->resval.rlong);
+        EXPECT_NE(0, node->resval.mnInt64);
+#endif
+        acutRelRb(node);
+    }
 }
 
 TEST_F(Storage, DictionaryEntries) {

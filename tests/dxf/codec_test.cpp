@@ -236,6 +236,7 @@ TEST(Codec, XrecordChains) {
     resbuf* tail = head;
     const auto add = [&](int code) {
         tail = tail->rbnext = acutNewRb(code);
+        tail->resval = {};
         return tail;
     };
     Ok(acutNewString(L"", add(1)->resval.rstring));

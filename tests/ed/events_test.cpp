@@ -160,7 +160,7 @@ TEST_F(EventsTest, TheScreenNeedsNoLock) {
     AcApDocument* const document = Session::Get().New();
     const AcDbObjectId line = AddLine(document);
     {
-        const AcDbEntityPointer entity(line, AcDb::kForRead);
+        AcDbEntityPointer entity(line, AcDb::kForRead);
         EXPECT_EQ(Acad::eOk, entity->highlight());
         EXPECT_EQ(Acad::eNotOpenForWrite, entity->setVisibility(AcDb::kInvisible));
         EXPECT_EQ(Acad::eOk, entity->unhighlight());

@@ -25,7 +25,7 @@ protected:
         drawing.Layer("LOCKED", "", "lock").Layer("OFF", "", "off").Layer("FROZEN", "", "freeze");
         for (int i = 0; i < drawing.ids().length(); ++i) ids.push_back(drawing.ids()[i]);
         {
-            const AcDbEntityPointer hidden(ids[4], AcDb::kForWrite);
+            AcDbEntityPointer hidden(ids[4], AcDb::kForWrite);
             EXPECT_EQ(Acad::eOk, hidden->setVisibility(AcDb::kInvisible));
         }
         EXPECT_EQ(Acad::eOk, acDocManager->unlockDocument(document));
@@ -105,6 +105,8 @@ TEST_F(SelectionTest, PeoplePickWhatTheySee) {
     Answer({ids[2]});
     EXPECT_EQ(kError, Get(_T(":$"), prompts)) << "on a layer that is off";
     EXPECT_EQ(kError, Get(_T(":$"))) << "own prompts, but none given";
+    const ACHAR* half[2] = {_T("\nPick: "), nullptr};
+    EXPECT_EQ(kError, Get(_T(":$"), half)) << "both are needed";
     input.GiveSelection(SelectionAnswer::kEscape);
     EXPECT_EQ(std::to_string(RTCAN), Get(_T(":$"), prompts));
     const ads_point at = {28.05, 20, 0};

@@ -56,8 +56,7 @@ protected:
     // Adds a line to the current drawing's model space; the status of opening it for write.
     static Acad::ErrorStatus AddLine(AcDbObjectId* made = nullptr) {
         AcDbDatabase* const db = acdbHostApplicationServices()->workingDatabase();
-        const AcDbBlockTableRecordPointer space(acdbSymUtil()->blockModelSpaceId(db),
-                                                AcDb::kForWrite);
+        AcDbBlockTableRecordPointer space(acdbSymUtil()->blockModelSpaceId(db), AcDb::kForWrite);
         if (space.openStatus() != Acad::eOk) return space.openStatus();
         auto* const line = new AcDbLine(AcGePoint3d(0, 0, 0), AcGePoint3d(10, 0, 0));
         AcDbObjectId id;
@@ -180,8 +179,7 @@ TEST_F(SessionTest, EraseAndExplodeWorkOnWhatIsSelected) {
     ASSERT_EQ(Acad::eOk, acDocManager->lockDocument(document));
     ASSERT_EQ(Acad::eOk, AddLine(&line));
     {
-        const AcDbBlockTableRecordPointer space(document->database()->currentSpaceId(),
-                                                AcDb::kForWrite);
+        AcDbBlockTableRecordPointer space(document->database()->currentSpaceId(), AcDb::kForWrite);
         auto* const polyline = new AcDbPolyline();
         for (const AcGePoint2d& p : {AcGePoint2d(0, 0), AcGePoint2d(5, 0), AcGePoint2d(5, 5)})
             ASSERT_EQ(Acad::eOk, polyline->addVertexAt(polyline->numVerts(), p));

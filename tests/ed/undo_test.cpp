@@ -38,11 +38,11 @@ protected:
         return table->getAt(name, id) == Acad::eOk ? id : AcDbObjectId();
     }
     static void Move(AcDbObjectId id, double by) {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         EXPECT_EQ(Acad::eOk, entity->transformBy(AcGeMatrix3d::translation({by, by, 0})));
     }
     static void Erase(AcDbObjectId id) {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         EXPECT_EQ(Acad::eOk, entity->erase());
     }
 

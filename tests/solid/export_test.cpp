@@ -248,7 +248,7 @@ TEST_F(Export, ReasonsOfFailures) {
     test::TestDrawing drawing("P 0,0 20,0 20,5 0,5 c");
     EXPECT_TRUE(GetExportReason(E_Export_Done, drawing.ids()[0], 0.0).IsEmpty());
     {
-        const AcDbEntityPointer entity(drawing.ids()[0], AcDb::kForWrite);
+        AcDbEntityPointer entity(drawing.ids()[0], AcDb::kForWrite);
         ASSERT_EQ(Acad::eOk, entity->erase());
     }
     std::vector<CString> failures;

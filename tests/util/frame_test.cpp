@@ -24,7 +24,7 @@ void AttachXData(AcDbObjectId id, const ACHAR* text, const char* application = k
     resbuf* const chain = TextNode(1001, name.c_str());
     chain->rbnext = acutNewRb(1070);
     chain->rbnext->rbnext = TextNode(1000, text);
-    const AcDbEntityPointer entity(id, AcDb::kForWrite);
+    AcDbEntityPointer entity(id, AcDb::kForWrite);
     EXPECT_EQ(Acad::eOk, entity->setXData(chain));
     acutRelRb(chain);
 }
@@ -32,13 +32,13 @@ void AttachXData(AcDbObjectId id, const ACHAR* text, const char* application = k
 void AttachRecord(AcDbObjectId id, const ACHAR* text, int code = 1) {
     AcDbObjectId dictionaryId;
     {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         if (entity->extensionDictionary().isNull()) {
             EXPECT_EQ(Acad::eOk, entity->createExtensionDictionary());
         }
         dictionaryId = entity->extensionDictionary();
     }
-    const AcDbObjectPointer<AcDbDictionary> dictionary(dictionaryId, AcDb::kForWrite);
+    AcDbObjectPointer<AcDbDictionary> dictionary(dictionaryId, AcDb::kForWrite);
     auto* const record = new AcDbXrecord;
     AcDbObjectId recordId;
     EXPECT_EQ(Acad::eOk, dictionary->setAt(test::Widen(kKey).c_str(), record, recordId));
@@ -50,7 +50,7 @@ void AttachRecord(AcDbObjectId id, const ACHAR* text, int code = 1) {
 }
 
 void AttachAttribute(AcDbObjectId id, const ACHAR* text, const char* tag = kKey) {
-    const AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForWrite);
+    AcDbObjectPointer<AcDbBlockReference> reference(id, AcDb::kForWrite);
     auto* const attribute = new AcDbAttribute;
     EXPECT_EQ(Acad::eOk, attribute->setTag(test::Widen(tag).c_str()));
     EXPECT_EQ(Acad::eOk, attribute->setTextString(text));
@@ -131,6 +131,37 @@ TEST(ToolFrames, AreBlockReferencesInDrawingOrder) {
     EXPECT_EQ("turned", find(85, 5, 95, 35));
     EXPECT_EQ("", find(70, 5, 95, 35));
     EXPECT_EQ("", test::Narrow(FindToolNumber({}, CQZRect())));
+}
+
+// Puts a reference to a block into another block than model space.
+AcDbObjectId AddReference(AcDbObjectId blockId, AcDbObjectId ownerId, double x) {
+    auto reference = std::make_unique<AcDbBlockReference>(AcGePoint3d(x, 0, 0), blockId);
+    AcDbBlockTableRecordPointer owner(ownerId, AcDb::kForWrite);
+    AcDbObjectId id;
+    EXPECT_EQ(Acad::eOk, owner->appendAcDbEntity(id, reference.get()));
+    EXPECT_EQ(Acad::eOk, reference.release()->close());
+    return id;
+}
+
+TEST(ToolFrames, LieInEverySpaceButNotInsideBlocks) {
+    test::TestDrawing d;
+    d.Block("FRAME", "P 0,0 40,0 40,20 0,20 c").Block("OTHER", "L 0,0 1,1").Add("I FRAME 0,0");
+    AcDbObjectId blockId, otherId, paperId;
+    {
+        AcDbObjectPointer<AcDbBlockReference> model(d.ids()[0], AcDb::kForRead);
+        blockId = model->blockTableRecord();
+        AcDbBlockTablePointer table(d.db().blockTableId(), AcDb::kForRead);
+        ASSERT_EQ(Acad::eOk, table->getAt(ACDB_PAPER_SPACE, paperId));
+        ASSERT_EQ(Acad::eOk, table->getAt(L"OTHER", otherId));
+    }
+    // The layout's comes first in the drawing, but model space is looked through before.
+    AttachXData(AddReference(blockId, paperId, 300), L"paper");
+    AttachXData(AddReference(blockId, otherId, 500), L"inside");
+    AttachXData(d.ids()[0], L"model");
+    std::string numbers;
+    for (const SToolFrame& frame : CollectToolFrames())
+        numbers += test::Narrow(frame.m_strNumber) + " " + test::Show(frame.m_rect.min) + " ";
+    EXPECT_EQ("model 0,0 paper 300,0 ", numbers);
 }
 
 }  // namespace
