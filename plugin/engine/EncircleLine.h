@@ -19,6 +19,7 @@
 
 struct SProbeSetup;
 struct SSideChains;
+class CEncircleRun;
 
 // Computes envelopes by the parameters it was made with. All passes work on the working database's
 // model space and only on clones; picked entities are never changed. One object may run several
@@ -75,6 +76,9 @@ public:
     void GetEncircleLineExact(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
 protected:
+    // Ends every run by the passes for it.
+    friend class CEncircleRun;
+
     // The passes. Each takes records or ids and changes them in place unless it says otherwise;
     // "erased" is the entity, "dropped" the record. A record that is not valid is a neighbour like
     // any other, but is itself left alone. Distances are drawing units; a comparison with a
@@ -85,8 +89,10 @@ protected:
     // Explodes blocks and polylines, erases what is no outline curve (texts, circles, ellipses) and
     // replaces arcs and splines by chords. Of polylines whose boxes agree within twice the arc
     // precision at all four corners only the first stays. The replaced curves are noted in
-    // m_cloneIds, which is never cleared. bKeepArcs leaves arcs as they are, noted too.
-    void ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs = false);
+    // m_cloneIds, which is never cleared.
+    void ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out);
+    // The same, but arcs stay as they are, noted too.
+    void ConvertAllButArcs(AcDbObjectIdArray ids, AcDbObjectIdArray& out);
     // Appends chords about m_dArcPrecision long, at equal steps of the curve's parameter: one for
     // a curve shorter than two of them. Chords below 1e-6 are left out. The curve stays.
     void ConvertCurveToLine(AcDbObjectId curveId, AcDbObjectIdArray& out);
@@ -100,11 +106,11 @@ protected:
     void RemoveDimLineIds(AcDbObjectIdArray& ids);
     // Every layer on or off; which were off before is not remembered.
     void SetLayersShow(bool bShow);
-    // Erases all that lies on the scratch layer in model space. The pipelines leave it to
-    // CEncircleRun.
+    // Erases all that lies on the scratch layer in model space. During a run that has made the
+    // layer itself only what came since is looked at.
     void DeleteCloneEnts();
-    // The arcs among the ids, and those of them within 1e-4 of the point (<=). The outline asks
-    // CArcIndex instead of the second.
+    // The arcs among the ids, and the curves among them within 1e-4 of the point (<=), seen in the
+    // XY plane. The outline asks CArcIndex instead of the second.
     AcDbObjectIdArray GetAllArc(AcDbObjectIdArray ids);
     AcDbObjectIdArray IsPointOnArc(AcDbObjectIdArray ids, AcGePoint3d pt);
 
@@ -226,6 +232,7 @@ protected:
     // From clones to lines on the scratch layer, without the axis and what is dashed; every other
     // layer is off afterwards.
     AcDbObjectIdArray PrepareLines(const AcDbObjectIdArray& cloneIds, bool bKeepArcs = false);
+    void ConvertSources(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs);
     // Breaks a copy of the working set for each side that is computed and chains what it sees.
     void FindChains(E_RemoveLine_Dir side, const std::vector<CLineInfo>& lines,
                     SSideChains& chains);

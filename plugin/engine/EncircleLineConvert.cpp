@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <iterator>
+#include <limits>
 #include <map>
 #include <memory>
 
@@ -14,6 +15,7 @@
 #include "ArcReader.h"
 #include "BlockSum.h"
 #include "EncircleLayers.h"
+#include "EncircleRun.h"
 #include "EncircleTrace.h"
 #include "EraseEntity.h"
 #include "LayerTools.h"
@@ -141,6 +143,18 @@ void DropRepeatedPolylines(AcDbObjectIdArray& polylines, double dThreshold) {
     });
 }
 
+// In the XY plane; infinite for what is no curve.
+double GetDistanceToCurve(const AcDbObjectId& id, const AcGePoint3d& pt) {
+    AcDbObjectPointer<AcDbCurve> curve(id, AcDb::kForRead);
+    AcGePoint3d start;
+    AcGePoint3d nearest;
+    if (curve.openStatus() != Acad::eOk || curve->getStartPoint(start) != Acad::eOk ||
+        curve->getClosestPointTo(AcGePoint3d(pt.x, pt.y, start.z), nearest) != Acad::eOk) {
+        return std::numeric_limits<double>::infinity();
+    }
+    return std::hypot(nearest.x - pt.x, nearest.y - pt.y);
+}
+
 // The points at equal parameter steps that replace a curve; none when it has no geometry, the two
 // ends alone when it is short.
 //
@@ -175,12 +189,21 @@ AcGePoint3dArray SampleCurve(const AcDbObjectId& id, double dPrecision) {
 
 }  // namespace
 
-void CEncircleLine::ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs) {
+void CEncircleLine::ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out) {
+    ConvertSources(ids, out, false);
+}
+
+void CEncircleLine::ConvertAllButArcs(AcDbObjectIdArray ids, AcDbObjectIdArray& out) {
+    ConvertSources(ids, out, true);
+}
+
+void CEncircleLine::ConvertSources(AcDbObjectIdArray ids, AcDbObjectIdArray& out, bool bKeepArcs) {
     CSourceExploder exploder(m_calInfo.m_bExcludeDashed);
     CBlockFlattener flattener(exploder);
     AcDbObjectIdArray polylines;
     AcDbObjectIdArray working;
     for (int i = 0; i < ids.length(); ++i) {
+        CEncircleWatch::Step("prepare", static_cast<size_t>(i), static_cast<size_t>(ids.length()));
         if (IsPolyline(ids[i])) {
             polylines.append(ids[i]);
         } else if (IsKindOf(ids[i], AcDbBlockReference::desc())) {
@@ -204,7 +227,10 @@ void CEncircleLine::ConvertToLines(AcDbObjectIdArray ids, AcDbObjectIdArray& out
     }
 
     AcDbObjectIdArray chords;
+    const size_t all = static_cast<size_t>(working.length());
+    size_t done = 0;
     KeepIf(working, [&](const AcDbObjectId& id) {
+        CEncircleWatch::Step("prepare", done++, all);
         if (!IsReplacedByChords(id)) {
             return true;
         }
@@ -314,7 +340,9 @@ void CEncircleLine::RemoveDimLineIds(AcDbObjectIdArray& ids) {
 
 void CEncircleLine::SetLayersShow(bool bShow) { ShowAllLayers(bShow); }
 
-void CEncircleLine::DeleteCloneEnts() { EraseOnLayer(FindLayer(kScratchLayer)); }
+void CEncircleLine::DeleteCloneEnts() {
+    EraseOnLayer(FindLayer(kScratchLayer), CEncircleRun::GetLastBefore());
+}
 
 AcDbObjectIdArray CEncircleLine::GetAllArc(AcDbObjectIdArray ids) {
     KeepIf(ids, [](const AcDbObjectId& id) { return IsKindOf(id, AcDbArc::desc()); });
@@ -324,7 +352,8 @@ AcDbObjectIdArray CEncircleLine::GetAllArc(AcDbObjectIdArray ids) {
 AcDbObjectIdArray CEncircleLine::IsPointOnArc(AcDbObjectIdArray ids, AcGePoint3d pt) {
     KeepIf(ids, [&](const AcDbObjectId& id) {
         SArc arc;
-        return ReadArc(id, arc) && GetDistanceToArc(arc, pt) <= kThroughArcTol;
+        return ReadArc(id, arc) ? GetDistanceToArc(arc, pt) <= kThroughArcTol
+                                : GetDistanceToCurve(id, pt) <= kThroughArcTol;
     });
     return ids;
 }

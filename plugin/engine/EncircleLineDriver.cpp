@@ -108,7 +108,7 @@ CLineInfo MakeVerticalEnd(const AcGePoint3d& corner, double dAxis) {
 }  // namespace
 
 void CEncircleLine::GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
-    CEncircleRun run;
+    CEncircleRun run(*this);
     if (!run.IsReady()) {
         return;
     }
@@ -152,7 +152,11 @@ void CEncircleLine::GetEncircleLine3(const AcDbObjectIdArray& ids, AcDbObjectId&
 
 AcDbObjectIdArray CEncircleLine::PrepareLines(const AcDbObjectIdArray& cloneIds, bool bKeepArcs) {
     AcDbObjectIdArray lineIds;
-    ConvertToLines(cloneIds, lineIds, bKeepArcs);
+    if (bKeepArcs) {
+        ConvertAllButArcs(cloneIds, lineIds);
+    } else {
+        ConvertToLines(cloneIds, lineIds);
+    }
     CEncircleTrace::Count("after_convert", static_cast<size_t>(lineIds.length()));
     lineIds.remove(m_calInfo.m_midLineId);
     SetLayersShow(false);

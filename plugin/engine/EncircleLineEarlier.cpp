@@ -113,7 +113,7 @@ void CEncircleLine::GetEncircleLine2(const AcDbObjectIdArray& ids, AcDbObjectId&
 }
 
 void CEncircleLine::RunEarlier(const AcDbObjectIdArray& ids, double dShift, AcDbObjectId& outId) {
-    CEncircleRun run;
+    CEncircleRun run(*this);
     if (!run.IsReady()) {
         return;
     }

@@ -16,6 +16,7 @@
 #include "EntityBox.h"
 #include "EnvelopePolyline.h"
 #include "EraseEntity.h"
+#include "ShowBox.h"
 #include "SideOrder.h"
 #include "WorkingSet.h"
 
@@ -26,10 +27,6 @@ namespace {
 constexpr double kFrameWidening = 50.0;
 constexpr double kAxisOverhang = 10.0;
 constexpr double kSeedInset = 1.0;
-
-// The view is wider than the frame by a tenth: a boundary on the very edge of the screen may count
-// as off it.
-constexpr double kViewShare = 1.1;
 
 constexpr Adesk::UInt16 kByLayerColour = 256;
 
@@ -129,16 +126,6 @@ AcGePoint3d GetSeed(const CQZRect& half, E_RemoveLine_Dir side) {
     ads_point inUcs = {};
     // A plan drawing has no other coordinates than the world's.
     return acdbWcs2Ucs(seed, inUcs, false) ? asPnt3d(inUcs) : asPnt3d(seed);
-}
-
-// Tracing sees what is on the screen. A program without windows has no view, and traces all the
-// same; a host that cannot show the box will find no boundary.
-void ShowBox(const CQZRect& box) {
-    AcDbViewTableRecord view;
-    view.setCenterPoint(AcGePoint2d((box.min.x + box.max.x) / 2, (box.min.y + box.max.y) / 2));
-    view.setWidth(box.GetWidth() * kViewShare);
-    view.setHeight(box.GetHeight() * kViewShare);
-    static_cast<void>(acedSetCurrentView(&view, nullptr));
 }
 
 // The loop's vertices inside the box, in order, beginning after those that are dropped. A segment
@@ -254,29 +241,31 @@ Outline ReadOutline(const CTracedLoops& loops, const CQZRect& box, E_RemoveLine_
 }  // namespace
 
 void CEncircleLine::GetEncircleLineByHatch(const AcDbObjectIdArray& ids, AcDbObjectId& outId) {
-    CEncircleRun run;
+    CEncircleRun run(*this);
     if (!run.IsReady()) {
         return;
     }
-    const int firstCurve = m_cloneIds.length();
-    const std::vector<CLineInfo> lines =
-        MakeWorkingSet(PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed), true));
-    CEncircleTrace::Count("working", lines.size());
-    for (int i = firstCurve; i < m_cloneIds.length(); ++i) {
-        // Its chords stand for it: the boundary of a spline need not come back as a polyline.
-        if (!m_cloneIds[i].objectClass()->isDerivedFrom(AcDbArc::desc())) {
-            EraseById(m_cloneIds[i]);
+    run.Watch([&] {
+        const int firstCurve = m_cloneIds.length();
+        const std::vector<CLineInfo> lines =
+            MakeWorkingSet(PrepareLines(run.Clone(ids, m_calInfo.m_bExcludeDashed), true));
+        CEncircleTrace::Count("working", lines.size());
+        for (int i = firstCurve; i < m_cloneIds.length(); ++i) {
+            // Its chords stand for it: the boundary of a spline need not come back as a polyline.
+            if (!m_cloneIds[i].objectClass()->isDerivedFrom(AcDbArc::desc())) {
+                EraseById(m_cloneIds[i]);
+            }
         }
-    }
-    double axis = 0.0;
-    E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
-    if (!GetMidLineAxisValue(axis)) {
-        side = E_Dir_None;
-    }
-    const CQZRect box = GetTraceBox(lines, firstCurve);
-    if (box.IsValid()) {
-        TraceOutline(side, axis, box, outId);
-    }
+        double axis = 0.0;
+        E_RemoveLine_Dir side = m_calInfo.m_nHalfSide != 0 ? E_Dir_Bottom : E_Dir_Top;
+        if (!GetMidLineAxisValue(axis)) {
+            side = E_Dir_None;
+        }
+        const CQZRect box = GetTraceBox(lines, firstCurve);
+        if (box.IsValid()) {
+            TraceOutline(side, axis, box, outId);
+        }
+    });
 }
 
 CQZRect CEncircleLine::GetTraceBox(const std::vector<CLineInfo>& lines, int nFirstCurve) const {
@@ -308,7 +297,9 @@ void CEncircleLine::TraceOutline(E_RemoveLine_Dir side, double dAxis, const CQZR
         } else if (side != E_Dir_None) {
             frame.AddLine(dAxis, half.min.y - kAxisOverhang, dAxis, half.max.y + kAxisOverhang);
         }
-        ShowBox(frameBox);
+        // Tracing sees what is on the screen. A program without windows has no view, and traces all
+        // the same; a host that cannot show the box will find no boundary.
+        static_cast<void>(ShowBox(frameBox));
         const CTracedLoops loops(GetSeed(half, side));
         CEncircleTrace::Count("loops", static_cast<size_t>(loops.GetCount()));
         outline = ReadOutline(loops, box, side);

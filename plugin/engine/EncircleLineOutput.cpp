@@ -12,6 +12,7 @@
 #include "CurrentLayerGuard.h"
 #include "EncircleLayers.h"
 #include "EncircleTrace.h"
+#include "EncircleWatch.h"
 #include "EnvelopePolyline.h"
 #include "LayerTools.h"
 #include "LinetypeResolver.h"
@@ -85,6 +86,7 @@ void CEncircleLine::SetLineLayerAndType(AcDbObjectIdArray ids, CString strLayerN
     const CLinetypeResolver resolver(m_calInfo.m_bExcludeDashed);
     const AcDbObjectId layerId = FindLayer(strLayerName);
     for (int i = 0; i < ids.length(); ++i) {
+        CEncircleWatch::Step("prepare", static_cast<size_t>(i), static_cast<size_t>(ids.length()));
         AcDbObjectPointer<AcDbLine> line(ids[i], AcDb::kForWrite);
         // A line that keeps its layer keeps its dashes too: only one that could be given its line
         // type moves.

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "EncircleLayers.h"
+#include "EncircleLine.h"
 #include "EncircleTrace.h"
 #include "EraseEntity.h"
 #include "LayerTools.h"
@@ -106,11 +107,13 @@ bool MoveToLayer(const AcDbObjectId& id, const AcDbObjectId& layerId,
 
 }  // namespace
 
-CEncircleRun::CEncircleRun() : m_layer(kScratchLayer) {
+AcDbObjectId CEncircleRun::s_lastBeforeId;
+
+CEncircleRun::CEncircleRun(CEncircleLine& engine) : m_engine(engine), m_layer(kScratchLayer) {
     // On a layer that was there before, anything may lie; a new one holds only what comes from now
     // on.
     if (m_layer.IsLayerNew()) {
-        m_lastBeforeId = GetLastEntity();
+        s_lastBeforeId = GetLastEntity();
     }
     if (CEncircleWatch::Current() != nullptr) {
         for (const SLayerLinetype& layer : GetLayerLinetypes()) {
@@ -126,7 +129,7 @@ CEncircleRun::~CEncircleRun() {
         return;
     }
     EraseScratch();
-    ShowAllLayers(true);
+    m_engine.SetLayersShow(true);
     if (m_bStopped) {
         for (const AcDbObjectId& id : m_offLayerIds) {
             static_cast<void>(ShowLayer(id, false));
@@ -134,9 +137,10 @@ CEncircleRun::~CEncircleRun() {
     }
     const AcDbObjectId layerId = m_layer.GetLayerId();
     m_layer.Restore();
-    if (m_layer.IsLayerNew() && GetEntitiesOnLayer(layerId, m_lastBeforeId).isEmpty()) {
+    if (m_layer.IsLayerNew() && GetEntitiesOnLayer(layerId, s_lastBeforeId).isEmpty()) {
         EraseEmptyLayer(layerId);
     }
+    s_lastBeforeId.setNull();
 }
 
 AcDbObjectIdArray CEncircleRun::Clone(const AcDbObjectIdArray& pickedIds, bool bKeepLook,
@@ -145,6 +149,8 @@ AcDbObjectIdArray CEncircleRun::Clone(const AcDbObjectIdArray& pickedIds, bool b
     AcDbObjectIdArray taken;
     std::vector<SSpace> spaces;
     for (int i = 0; i < pickedIds.length(); ++i) {
+        CEncircleWatch::Step("clone", static_cast<size_t>(i),
+                             static_cast<size_t>(pickedIds.length()));
         const AcDbObjectId ownerId = picker.Pick(pickedIds[i]);
         if (ownerId.isNull()) {
             continue;
@@ -165,13 +171,20 @@ AcDbObjectIdArray CEncircleRun::Clone(const AcDbObjectIdArray& pickedIds, bool b
     }
     const CLinetypeResolver resolver(bKeepLook);
     AcDbObjectIdArray clones;
+    // All are known before the first question whether to go on: a run that stops erases them.
     for (int i = 0; i < taken.length(); ++i) {
+        const auto clone = cloneOf.find(taken[i]);
+        if (clone != cloneOf.end()) {
+            m_cloneIds.push_back(clone->second);
+        }
+    }
+    for (int i = 0; i < taken.length(); ++i) {
+        CEncircleWatch::Step("clone", static_cast<size_t>(i), static_cast<size_t>(taken.length()));
         const auto clone = cloneOf.find(taken[i]);
         if (clone == cloneOf.end()) {
             CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Unopenable, taken[i]);
             continue;
         }
-        m_cloneIds.push_back(clone->second);
         CEncircleTrace::Made(clone->second, taken[i]);
         if (MoveToLayer(clone->second, m_layer.GetLayerId(), resolver)) {
             clones.append(clone->second);
@@ -185,5 +198,5 @@ void CEncircleRun::EraseScratch() {
     for (const AcDbObjectId& id : m_cloneIds) {
         EraseById(id);
     }
-    EraseOnLayer(m_layer.GetLayerId(), m_lastBeforeId);
+    m_engine.DeleteCloneEnts();
 }

@@ -7,16 +7,23 @@
 #include "EncircleWatch.h"
 #include "StdAfx.h"
 
+class CEncircleLine;
+
 // For its life the scratch layer is the current one. At the end, on every way out, everything on
-// the scratch layer and every clone is erased, all layers are switched on, the former current layer
-// is current again, and a scratch layer that the run has made is gone. After a run that was stopped
+// the scratch layer and every clone is erased and all layers are switched on, by the engine's own
+// passes; the former current layer is current again, and a scratch layer that the run has made is
+// gone. After a run that was stopped
 // the layers are off and on as before.
 class CEncircleRun {
 public:
-    CEncircleRun();
+    explicit CEncircleRun(CEncircleLine& engine);
     ~CEncircleRun();
     CEncircleRun(const CEncircleRun&) = delete;
     CEncircleRun& operator=(const CEncircleRun&) = delete;
+
+    // The newest entity of model space before the run, when the run has made the scratch layer:
+    // nothing on that is older. Null else, and when there is no run.
+    static const AcDbObjectId& GetLastBefore() { return s_lastBeforeId; }
 
     // False when there is no drawing or the scratch layer cannot be used; nothing is changed then.
     bool IsReady() const { return !m_layer.GetLayerId().isNull(); }
@@ -45,8 +52,10 @@ public:
 private:
     void EraseScratch();
 
+    static AcDbObjectId s_lastBeforeId;
+
+    CEncircleLine& m_engine;
     CCurrentLayerGuard m_layer;
-    AcDbObjectId m_lastBeforeId;
     std::vector<AcDbObjectId> m_cloneIds;
     std::vector<AcDbObjectId> m_offLayerIds;  // before the run
     bool m_bStopped = false;

@@ -176,8 +176,9 @@ void CFloors::MakeFloors(const std::vector<SHighest>& nodes) {
         m_low[leaf] = m_high[leaf] = Prove(column, best, m_proofs[column]);
     }
     for (int node = m_nLeaves - 1; node > 0; --node) {
-        m_low[node] = (std::min)(m_low[2 * node], m_low[2 * node + 1]);
-        m_high[node] = (std::max)(m_high[2 * node], m_high[2 * node + 1]);
+        const size_t below = 2 * static_cast<size_t>(node);
+        m_low[node] = (std::min)(m_low[below], m_low[below + 1]);
+        m_high[node] = (std::max)(m_high[below], m_high[below + 1]);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "EncircleTrace.h"
+#include "EncircleWatch.h"
 #include "EraseEntity.h"
 
 namespace {
@@ -23,6 +24,8 @@ std::vector<CLineInfo> MakeWorkingSet(const AcDbObjectIdArray& lineIds) {
     std::vector<CLineInfo> lines;
     lines.reserve(static_cast<size_t>(lineIds.length()));
     for (int i = 0; i < lineIds.length(); ++i) {
+        CEncircleWatch::Step("prepare", static_cast<size_t>(i),
+                             static_cast<size_t>(lineIds.length()));
         CLineInfo line(lineIds[i]);
         if (line.m_id.isNull()) {
             CEncircleTrace::LeftOut(CEncircleTrace::E_LeftOut_Type, lineIds[i]);

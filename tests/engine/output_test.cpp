@@ -130,6 +130,26 @@ TEST(MidLine, HorizontalVerticalSlanted) {
     EXPECT_FALSE(EngineProbe().GetMidLineAxisValue(axis));
 }
 
+TEST(CurvesThroughAPoint, AreOfAnyKind) {
+    TestDrawing d(
+        "L 0,0 10,0 | A 5,0 5 0 180 | S 0,0 3,4 6,-4 10,0 | P 10,0 10,5 0,5 c | T 10,0 ten"
+        " | L 0,1e-3 10,1e-3 | A 5,0 5 0 180 m");
+    const struct {
+        double x, y;
+        const char* through;
+    } cases[] = {{10, 0, "0 1 2 3 6 "}, {10 + 9e-5, 0, "0 1 2 3 6 "}, {10 + 2e-4, 0, ""},
+                 {5, 5, "1 3 6 "},      {5, 5 + 9e-5, "1 3 6 "},      {5, 1e-3, "5 "},
+                 {5, -5, ""},           {0, 0, "0 1 2 6 "},           {5, 1e-4, "0 "}};
+    EngineProbe engine;
+    for (const auto& c : cases) {
+        std::string found;
+        const AcDbObjectIdArray through = engine.IsPointOnArc(d.ids(), AcGePoint3d(c.x, c.y, 7));
+        for (int i = 0; i < through.length(); ++i)
+            found += std::to_string(d.ids().find(through[i])) + " ";
+        EXPECT_EQ(c.through, found) << c.x << "," << c.y;
+    }
+}
+
 TEST(ArcIndex, SameAsTheWalkOverAllArcs) {
     for (unsigned int seed = 1; seed <= 30; ++seed) {
         SCOPED_TRACE(seed);

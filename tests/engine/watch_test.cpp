@@ -84,7 +84,8 @@ TEST(Watch, StopsARunThatLeavesTheDrawingAsItWas) {
             EXPECT_FALSE(off->isOff()) << "a run that ends switches all layers on";
             EXPECT_GT(watch.m_lines, 0u);
             EXPECT_GT(watch.m_meetings, 0u);
-            EXPECT_EQ((std::set<std::string>{"meetings", "nearest", "repeats", "visible"}),
+            EXPECT_EQ((std::set<std::string>{"clone", "meetings", "nearest", "prepare", "repeats",
+                                             "visible"}),
                       watch.m_passes);
             break;
         }
