@@ -40,6 +40,11 @@ public:
     int GetItemCount() const;
     BOOL SetItemText(int nItem, int nSubItem, LPCTSTR lpszText);
     CString GetItemText(int nItem, int nSubItem) const;
+    // The row shown topmost, and how many rows are shown whole.
+    int GetTopIndex() const;
+    int GetCountPerPage() const;
+    // Scrolls as little as needed.
+    BOOL EnsureVisible(int nItem, BOOL bPartialOK);
     BOOL SetItemData(int nItem, DWORD_PTR dwData);
     DWORD_PTR GetItemData(int nItem) const;
 

@@ -3,6 +3,7 @@
 
 #include <type_traits>
 
+#include "atltypes.h"
 #include "host_winuser.h"
 
 class CCmdTarget;
@@ -99,6 +100,21 @@ LRESULT CallFocus(CCmdTarget* target, WPARAM wParam, LPARAM) {
 }
 
 template <class Class, auto handler>
+LRESULT CallMenu(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
+    // Signed: a screen may lie to the left of the main one, and -1,-1 means the keyboard.
+    (static_cast<Class*>(target)->*handler)(
+        WindowOfHandle(reinterpret_cast<HWND>(wParam)),
+        CPoint(static_cast<short>(LOWORD(lParam)), static_cast<short>(HIWORD(lParam))));
+    return 0;
+}
+
+template <class Class, auto handler>
+LRESULT CallSizes(CCmdTarget* target, WPARAM, LPARAM lParam) {
+    (static_cast<Class*>(target)->*handler)(reinterpret_cast<MINMAXINFO*>(lParam));
+    return 0;
+}
+
+template <class Class, auto handler>
 LRESULT CallAnswer(CCmdTarget* target, WPARAM, LPARAM) {
     return static_cast<LRESULT>((static_cast<Class*>(target)->*handler)());
 }
@@ -155,6 +171,10 @@ constexpr AFX_MSGMAP_ENTRY EndOfMap() {
 #define ON_WM_NCDESTROY() HOST_MAP_ENTRY(WM_NCDESTROY, 0, 0, 0, CallPlain, &ThisClass::OnNcDestroy)
 #define ON_WM_CLOSE() HOST_MAP_ENTRY(WM_CLOSE, 0, 0, 0, CallPlain, &ThisClass::OnClose)
 #define ON_WM_SIZE() HOST_MAP_ENTRY(WM_SIZE, 0, 0, 0, CallSize, &ThisClass::OnSize)
+#define ON_WM_CONTEXTMENU() \
+    HOST_MAP_ENTRY(WM_CONTEXTMENU, 0, 0, 0, CallMenu, &ThisClass::OnContextMenu)
+#define ON_WM_GETMINMAXINFO() \
+    HOST_MAP_ENTRY(WM_GETMINMAXINFO, 0, 0, 0, CallSizes, &ThisClass::OnGetMinMaxInfo)
 #define ON_WM_SHOWWINDOW() \
     HOST_MAP_ENTRY(WM_SHOWWINDOW, 0, 0, 0, CallShow, &ThisClass::OnShowWindow)
 #define ON_WM_ENABLE() HOST_MAP_ENTRY(WM_ENABLE, 0, 0, 0, CallFlag, &ThisClass::OnEnable)

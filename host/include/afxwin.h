@@ -185,6 +185,8 @@ protected:
     afx_msg void OnNcDestroy();
     afx_msg void OnClose();
     afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnContextMenu(CWnd* pWnd, CPoint pos);
+    afx_msg void OnGetMinMaxInfo(MINMAXINFO* lpMMI);
     afx_msg void OnShowWindow(BOOL bShow, UINT nStatus);
     afx_msg void OnEnable(BOOL bEnable);
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
@@ -195,6 +197,24 @@ protected:
 
 private:
     friend LRESULT AfxCallWndProc(CWnd*, HWND, UINT, WPARAM, LPARAM);
+};
+
+// A menu that pops up.
+class CMenu : public CObject {
+    DECLARE_DYNAMIC(CMenu)
+public:
+    CMenu() = default;
+    ~CMenu() override;
+
+    BOOL CreatePopupMenu();
+    BOOL DestroyMenu();
+    // nIDNewItem  the command; of a separator any. A grayed item cannot be chosen.
+    BOOL AppendMenu(UINT nFlags, UINT_PTR nIDNewItem = 0, LPCTSTR lpszNewItem = nullptr);
+    // Shows it at a place of the screen. With TPM_RETURNCMD the command that was chosen, 0 for
+    // none; else whether it was shown, the command being sent to the window.
+    BOOL TrackPopupMenu(UINT nFlags, int x, int y, CWnd* pWnd, LPCRECT lpRect = nullptr);
+
+    HMENU m_hMenu = nullptr;
 };
 
 class CButton : public CWnd {
@@ -271,12 +291,23 @@ class CView : public CWnd {
     DECLARE_DYNAMIC(CView)
 };
 
-class CWinApp : public CCmdTarget {
+// Here the one thread that the windows belong to.
+class CWinThread : public CCmdTarget {
+    DECLARE_DYNAMIC(CWinThread)
+public:
+    // As AfxPreTranslateMessage.
+    virtual BOOL PreTranslateMessage(MSG* pMsg);
+
+    CWnd* m_pMainWnd = nullptr;
+};
+
+class CWinApp : public CWinThread {
     DECLARE_DYNAMIC(CWinApp)
 public:
     LPCTSTR m_pszAppName = nullptr;
-    CWnd* m_pMainWnd = nullptr;
 };
+
+CWinThread* AfxGetThread();
 
 CWinApp* AfxGetApp();
 CWnd* AfxGetMainWnd();

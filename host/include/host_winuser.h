@@ -53,6 +53,30 @@ struct NMLISTVIEW {
 typedef NMLISTVIEW* LPNMLISTVIEW;
 typedef NMLISTVIEW NM_LISTVIEW;
 
+// What NM_DBLCLK of a list carries; iItem is -1 beside the rows.
+struct NMITEMACTIVATE {
+    NMHDR hdr;
+    int iItem;
+    int iSubItem;
+    UINT uNewState;
+    UINT uOldState;
+    UINT uChanged;
+    POINT ptAction;
+    LPARAM lParam;
+    UINT uKeyFlags;
+};
+typedef NMITEMACTIVATE* LPNMITEMACTIVATE;
+
+// What WM_GETMINMAXINFO asks for: sizes between which the user may pull a window.
+struct MINMAXINFO {
+    POINT ptReserved;
+    POINT ptMaxSize;
+    POINT ptMaxPosition;
+    POINT ptMinTrackSize;
+    POINT ptMaxTrackSize;
+};
+typedef MINMAXINFO* LPMINMAXINFO;
+
 struct LOGFONT {
     LONG lfHeight;  // below 0: height of a letter in pixels; above: height of a line
     LONG lfWidth;

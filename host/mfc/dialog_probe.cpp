@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "afxcmn.h"
+
 namespace host {
 namespace {
 
@@ -174,6 +176,88 @@ ProbeResult SelectedRows(int dialog, int list, std::vector<int>& rows) {
     rows.clear();
     for (std::size_t i = 0; i < window->list->rows.size(); ++i)
         if (window->list->rows[i].state & LVIS_SELECTED) rows.push_back(static_cast<int>(i) + 1);
+    return {};
+}
+
+namespace {
+
+// A row of a usable list that is there; null and the reason without it.
+Window* FindRow(int dialog, int list, int row, std::wstring& reason) {
+    Window* const window = FindList(dialog, list, reason);
+    if (window == nullptr) return nullptr;
+    const int count = static_cast<int>(window->list->rows.size());
+    if (!window->IsUsable()) {
+        reason = Name(dialog, list) + L" is disabled";
+    } else if (row < 1 || row > count) {
+        reason = Name(dialog, list) + L" has " + std::to_wstring(count) + L" rows, no " +
+                 std::to_wstring(row);
+    } else {
+        return window;
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+ProbeResult DoubleClickRow(int dialog, int list, int row) {
+    std::wstring reason;
+    const Window* const window = FindRow(dialog, list, row, reason);
+    if (window == nullptr) return Refuse(reason);
+    const HWND handle = window->handle;
+    System().SetFocus(handle);
+    SelectListRows(handle, {row - 1});
+    DoubleClickListRow(handle, row - 1);
+    System().DispatchPending();
+    return {};
+}
+
+ProbeResult RightClickRow(int dialog, int list, int row) {
+    std::wstring reason;
+    const Window* const window = FindRow(dialog, list, row, reason);
+    if (window == nullptr) return Refuse(reason);
+    const HWND handle = window->handle;
+    System().SetFocus(handle);
+    if (!(window->list->rows[static_cast<std::size_t>(row - 1)].state & LVIS_SELECTED))
+        SelectListRows(handle, {row - 1});
+    System().Send(handle, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle), MAKELPARAM(0, 0));
+    System().DispatchPending();
+    return {};
+}
+
+ProbeResult ScrollToRow(int dialog, int list, int row) {
+    std::wstring reason;
+    const Window* const window = FindRow(dialog, list, row, reason);
+    if (window == nullptr) return Refuse(reason);
+    CListCtrl control;
+    control.m_hWnd = window->handle;
+    control.EnsureVisible(row - 1, FALSE);
+    control.m_hWnd = nullptr;
+    return {};
+}
+
+ProbeResult TopRow(int dialog, int list, int& row) {
+    std::wstring reason;
+    const Window* const window = FindList(dialog, list, reason);
+    if (window == nullptr) return Refuse(reason);
+    row = window->list->top + 1;
+    return {};
+}
+
+ProbeResult ResizeDialog(int dialog, int width, int height) {
+    std::wstring reason;
+    const Window* const window = FindUsable(dialog, reason);
+    if (window == nullptr) return Refuse(reason);
+    if (!window->Has(WS_THICKFRAME)) return Refuse(Name(dialog) + L" has a fixed size");
+    PullToSize(window->handle, width, height);
+    System().DispatchPending();
+    return {};
+}
+
+ProbeResult PlaceOf(int dialog, int control, RECT& place) {
+    std::wstring reason;
+    const Window* const window = FindControl(dialog, control, reason);
+    if (window == nullptr) return Refuse(reason);
+    place = window->bounds;
     return {};
 }
 

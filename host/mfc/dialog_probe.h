@@ -45,6 +45,20 @@ ProbeResult ListRows(int dialog, int list, std::vector<std::vector<std::wstring>
 ProbeResult SelectRows(int dialog, int list, const std::vector<int>& rows);
 ProbeResult SelectedRows(int dialog, int list, std::vector<int>& rows);
 
+// A double click on a row.
+ProbeResult DoubleClickRow(int dialog, int list, int row);
+// The right button on a row, which is selected by it unless it already was; the menu that comes is
+// UserAnswers' to answer.
+ProbeResult RightClickRow(int dialog, int list, int row);
+// Scrolls until the row is shown.
+ProbeResult ScrollToRow(int dialog, int list, int row);
+// The row shown topmost.
+ProbeResult TopRow(int dialog, int list, int& row);
+// Pulls the frame of the dialog; refused when that is fixed.
+ProbeResult ResizeDialog(int dialog, int width, int height);
+// Place and size of a control in its dialog, in pixels.
+ProbeResult PlaceOf(int dialog, int control, RECT& place);
+
 // The close box in the caption; refused without one.
 ProbeResult CloseDialog(int dialog);
 // The Escape key.

@@ -9,7 +9,8 @@
 IMPLEMENT_DYNAMIC(CFrameWnd, CWnd)
 IMPLEMENT_DYNAMIC(CMDIFrameWnd, CFrameWnd)
 IMPLEMENT_DYNAMIC(CView, CWnd)
-IMPLEMENT_DYNAMIC(CWinApp, CCmdTarget)
+IMPLEMENT_DYNAMIC(CWinThread, CCmdTarget)
+IMPLEMENT_DYNAMIC(CWinApp, CWinThread)
 
 namespace {
 
@@ -74,6 +75,8 @@ CDocument* acedGetAcadDoc() { return nullptr; }
 CWinApp* acedGetAcadWinApp() { return &All().app; }
 
 CWinApp* AfxGetApp() { return &All().app; }
+CWinThread* AfxGetThread() { return AfxGetApp(); }
+BOOL CWinThread::PreTranslateMessage(MSG* pMsg) { return AfxPreTranslateMessage(pMsg); }
 CWnd* AfxGetMainWnd() { return acedGetAcadFrame(); }
 LPCTSTR AfxGetAppName() { return All().app.m_pszAppName; }
 

@@ -16,6 +16,9 @@ using host::WindowSystem;
 namespace {
 
 constexpr int kDefaultColumnWidth = 50;  // pixels
+// A row, and the headings above, where no display says otherwise; pixels.
+constexpr int kRowHeight = 18;
+constexpr int kHeaderHeight = 22;
 
 const wchar_t* TextOf(LPCTSTR text) { return text == nullptr ? L"" : text; }
 
@@ -82,6 +85,18 @@ void SetState(HWND handle, int row, UINT state, UINT mask) {
     ChangeState(handle, row, state, mask);
 }
 
+int RowsOfPage(HWND handle) {
+    RECT client = {};
+    ::GetClientRect(handle, &client);
+    return (std::max)(1, static_cast<int>(client.bottom - kHeaderHeight) / kRowHeight);
+}
+
+// What the rows that are left allow.
+void LimitTop(HWND handle) {
+    ListState& list = *FindList(handle)->list;
+    list.top = (std::max)(0, (std::min)(list.top, RowCount(handle) - RowsOfPage(handle)));
+}
+
 void Changed(HWND handle, WindowChange change) {
     WindowSystem::Get().Changed(*FindList(handle), change);
 }
@@ -94,6 +109,16 @@ void host::SelectListRows(HWND list, const std::vector<int>& rows) {
             ChangeState(list, i, 0, LVIS_SELECTED);
     for (const int row : rows) SetState(list, row, LVIS_SELECTED, LVIS_SELECTED);
     if (!rows.empty()) SetState(list, rows.back(), LVIS_FOCUSED, LVIS_FOCUSED);
+}
+
+void host::DoubleClickListRow(HWND list, int row) {
+    const Window* const window = FindList(list);
+    if (window == nullptr || window->parent == nullptr) return;
+    NMITEMACTIVATE notice = {};
+    notice.hdr = {list, static_cast<UINT_PTR>(window->id), NM_DBLCLK};
+    notice.iItem = row;
+    WindowSystem::Get().Send(window->parent->handle, WM_NOTIFY, notice.hdr.idFrom,
+                             reinterpret_cast<LPARAM>(&notice));
 }
 
 int CListCtrl::InsertColumn(int nCol, LPCTSTR lpszColumnHeading, int nFormat, int nWidth, int) {
@@ -165,6 +190,7 @@ BOOL CListCtrl::DeleteItem(int nItem) {
     if (FindRow(m_hWnd, nItem) == nullptr) return FALSE;
     ListState& list = *FindList(m_hWnd)->list;
     list.rows.erase(list.rows.begin() + nItem);
+    LimitTop(m_hWnd);
     Changed(m_hWnd, WindowChange::kRows);
     return TRUE;
 }
@@ -173,6 +199,7 @@ BOOL CListCtrl::DeleteAllItems() {
     Window* const window = FindList(m_hWnd);
     if (window == nullptr) return FALSE;
     window->list->rows.clear();
+    window->list->top = 0;
     Changed(m_hWnd, WindowChange::kRows);
     return TRUE;
 }
@@ -194,6 +221,21 @@ CString CListCtrl::GetItemText(int nItem, int nSubItem) const {
     if (row == nullptr || nSubItem < 0 || static_cast<std::size_t>(nSubItem) >= row->texts.size())
         return CString();
     return row->texts[static_cast<std::size_t>(nSubItem)].c_str();
+}
+
+int CListCtrl::GetTopIndex() const {
+    const Window* const window = FindList(m_hWnd);
+    return window == nullptr ? 0 : window->list->top;
+}
+
+int CListCtrl::GetCountPerPage() const { return FindList(m_hWnd) ? RowsOfPage(m_hWnd) : 0; }
+
+BOOL CListCtrl::EnsureVisible(int nItem, BOOL) {
+    if (FindRow(m_hWnd, nItem) == nullptr) return FALSE;
+    int& top = FindList(m_hWnd)->list->top;
+    top = (std::max)(nItem - RowsOfPage(m_hWnd) + 1, (std::min)(top, nItem));
+    Changed(m_hWnd, WindowChange::kRows);
+    return TRUE;
 }
 
 BOOL CListCtrl::SetItemData(int nItem, DWORD_PTR dwData) {

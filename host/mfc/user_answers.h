@@ -15,6 +15,8 @@ public:
 
     // A message box is shown: the number of the button pressed (IDOK and so on).
     virtual int box(const BoxRequest& request) = 0;
+    // A menu pops up: the item that is chosen, 0 for none.
+    virtual int menu(const MenuRequest&) { return 0; }
     // A chooser is shown: the path, or nothing when it is cancelled.
     virtual std::optional<std::wstring> nextFile(const ChooserRequest& request) = 0;
     virtual std::optional<std::wstring> nextFolder(const ChooserRequest& request) = 0;

@@ -1,4 +1,5 @@
 // The Windows functions, on the host's windows.
+#include <algorithm>
 #include <climits>
 
 #include "host/mfc/window_system.h"
@@ -50,6 +51,22 @@ BOOL MoveWindow(HWND hWnd, int x, int y, int width, int height, BOOL) {
     if (before.Width() != width || before.Height() != height)
         System().Send(hWnd, WM_SIZE, 0, MAKELPARAM(width, height));
     return TRUE;
+}
+
+void host::PullToSize(HWND handle, int width, int height) {
+    const Window* window = Find(handle);
+    if (window == nullptr) return;
+    MINMAXINFO limits = {};
+    limits.ptMaxTrackSize = {SHRT_MAX, SHRT_MAX};
+    System().Send(handle, WM_GETMINMAXINFO, 0, reinterpret_cast<LPARAM>(&limits));
+    window = Find(handle);
+    if (window == nullptr) return;
+    const auto limit = [](int wanted, LONG least, LONG most) {
+        return (std::max)(static_cast<int>(least), (std::min)(wanted, static_cast<int>(most)));
+    };
+    ::MoveWindow(handle, window->bounds.left, window->bounds.top,
+                 limit(width, limits.ptMinTrackSize.x, limits.ptMaxTrackSize.x),
+                 limit(height, limits.ptMinTrackSize.y, limits.ptMaxTrackSize.y), TRUE);
 }
 
 HWND SetFocus(HWND hWnd) { return System().SetFocus(hWnd); }

@@ -41,6 +41,7 @@ struct ListState {
     std::vector<ListColumn> columns;
     std::vector<ListRow> rows;
     DWORD extendedStyle = 0;
+    int top = 0;  // the row shown topmost
 };
 
 struct ProgressState {

@@ -27,6 +27,16 @@ struct ChooserRequest {
     bool asksBeforeOverwriting = false;
 };
 
+struct MenuItem {
+    int id;  // 0: a line between groups
+    std::wstring text;
+    bool isEnabled;
+};
+struct MenuRequest {
+    std::vector<MenuItem> items;
+    POINT place = {0, 0};  // on the screen
+};
+
 // A driver follows the model: it is told what changed and posts what the user does (PostInput of
 // window_system.h); it never calls a handler itself. Windows are named to it by reference for the
 // length of the call only. The default does nothing, which is the driver without a display.
@@ -49,6 +59,8 @@ public:
 
     // The button that was pressed. Without a display the first one that the type offers.
     virtual int ShowBox(const BoxRequest& request);
+    // The item that was chosen; 0 for none, as without a display.
+    virtual int ShowMenu(const MenuRequest&) { return 0; }
     // The path; nothing when the user cancelled.
     virtual std::optional<std::wstring> ChooseFile(const ChooserRequest&) { return {}; }
     virtual std::optional<std::wstring> ChooseFolder(const ChooserRequest&) { return {}; }

@@ -54,6 +54,11 @@ LRESULT AnyProcedure(Window& window, UINT message, WPARAM wParam, LPARAM lParam)
         case WM_CLOSE:
             System().Destroy(window.handle);
             return 0;
+        case WM_CONTEXTMENU:
+            // Asked of the one that it lies in.
+            return window.parent == nullptr
+                       ? 0
+                       : System().Send(window.parent->handle, message, wParam, lParam);
         default:
             return 0;
     }

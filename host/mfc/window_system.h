@@ -104,6 +104,11 @@ LRESULT DefaultProcedure(HWND handle, UINT message, WPARAM wParam, LPARAM lParam
 
 // Selects exactly these rows, as a user does; rows count from 0.
 void SelectListRows(HWND list, const std::vector<int>& rows);
+// Tells the parent that a row was clicked twice; -1: beside the rows.
+void DoubleClickListRow(HWND list, int row);
+// Pulls a window to a size in pixels as far as it lets itself be pulled. The window may be gone
+// afterwards.
+void PullToSize(HWND window, int width, int height);
 // Puts a text into an edit box, as a user does.
 void TypeText(HWND edit, const std::wstring& text);
 // Moves the focus to the next or previous control of a dialog.

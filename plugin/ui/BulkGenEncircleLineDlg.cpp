@@ -1,6 +1,8 @@
 #include "StdAfx.h"
 #include "BulkGenEncircleLineDlg.h"
 
+#include <algorithm>
+
 #include "KnifeDiagramFactory.h"
 #include "ModuleDialogs.h"
 
@@ -9,6 +11,10 @@ IMPLEMENT_DYNAMIC(CBulkGenEncircleLineDlg, CDialogEx)
 BEGIN_MESSAGE_MAP(CBulkGenEncircleLineDlg, CDialogEx)
 ON_MESSAGE(WM_ACAD_KEEPFOCUS, &CBulkGenEncircleLineDlg::OnAcadKeepFocus)
 ON_WM_DESTROY()
+ON_WM_SIZE()
+ON_WM_GETMINMAXINFO()
+ON_WM_CONTEXTMENU()
+ON_NOTIFY(NM_DBLCLK, IDC_BULK_TOOLS, &CBulkGenEncircleLineDlg::OnToolDoubleClicked)
 ON_NOTIFY(LVN_ITEMCHANGED, IDC_BULK_TASKS, &CBulkGenEncircleLineDlg::OnTaskSelectionChanged)
 ON_BN_CLICKED(IDC_BULK_NEW_TASK, &CBulkGenEncircleLineDlg::OnNewTask)
 ON_BN_CLICKED(IDC_BULK_RUN_TASKS, &CBulkGenEncircleLineDlg::OnRunTasks)
@@ -27,6 +33,22 @@ ON_BN_CLICKED(IDC_BULK_DELETE_TOOL_ENVELOPES, &CBulkGenEncircleLineDlg::OnDelete
 END_MESSAGE_MAP()
 
 namespace {
+
+// The tool grid takes the height, both grids the width, and the buttons stay beside them.
+std::vector<SAnchor> GetAnchors() {
+    std::vector<SAnchor> anchors = {{IDC_BULK_TASK_GROUP, false, true, false},
+                                    {IDC_BULK_TASKS, false, true, false},
+                                    {IDC_BULK_TOOL_GROUP, false, true, true},
+                                    {IDC_BULK_TOOLS, false, true, true}};
+    for (const int nButton :
+         {IDC_BULK_NEW_TASK, IDC_BULK_RUN_TASKS, IDC_BULK_DELETE_TASKS, IDC_BULK_EXPORT_TASKS,
+          IDC_BULK_PARAMS, IDC_BULK_DELETE_TASK_ENVELOPES, IDC_BULK_ADD_TOOLS,
+          IDC_BULK_DELETE_TOOLS, IDC_BULK_COMPUTE, IDC_BULK_EXPORT_TOOLS, IDC_BULK_HIGHLIGHT_TOOLS,
+          IDC_BULK_HIGHLIGHT_ENVELOPES, IDC_BULK_CLEAR_HIGHLIGHT, IDC_BULK_DELETE_TOOL_ENVELOPES}) {
+        anchors.push_back({nButton, true, false, false});
+    }
+    return anchors;
+}
 
 template <class T>
 std::vector<CString> MakeRow(size_t nIndex, const T& item) {
@@ -59,8 +81,21 @@ BOOL CBulkGenEncircleLineDlg::OnInitDialog() {
     CDialogEx::OnInitDialog();
     m_taskGrid.SetColumns(_T("序号;任务名称;执行状态;导出状态"), _T("12;37;25;25"));
     m_toolGrid.SetColumns(_T("序号;刀具名称;执行状态;导出状态"), _T("10;49;20;20"));
+    m_layout.Start(*this, GetAnchors());
     Refresh(acdbHostApplicationServices()->workingDatabase());
     return TRUE;
+}
+
+void CBulkGenEncircleLineDlg::OnSize(UINT nType, int cx, int cy) {
+    CDialogEx::OnSize(nType, cx, cy);
+    m_layout.Resize(*this, cx, cy);
+    m_taskGrid.FitColumns();
+    m_toolGrid.FitColumns();
+}
+
+void CBulkGenEncircleLineDlg::OnGetMinMaxInfo(MINMAXINFO* pInfo) {
+    CDialogEx::OnGetMinMaxInfo(pInfo);
+    m_layout.Limit(*pInfo);
 }
 
 LRESULT CBulkGenEncircleLineDlg::OnAcadKeepFocus(WPARAM, LPARAM) { return TRUE; }
@@ -107,7 +142,24 @@ void CBulkGenEncircleLineDlg::fillTaskGrid() {
 }
 
 void CBulkGenEncircleLineDlg::fillToolGrid(const BatchTask& task) {
+    std::vector<Adesk::UInt64> selected;
+    if (task.serial == m_nShownTask) {
+        selected = GetSelectedTools();
+    } else {
+        // Another task's rows: neither selection nor scrolling means anything there.
+        m_toolGrid.SetRows({});
+    }
     m_toolGrid.SetRows(MakeRows(task.tools));
+    m_nShownTask = task.serial;
+    m_shownTools.clear();
+    std::vector<int> rows;
+    for (const BatchTool& tool : task.tools) {
+        if (std::find(selected.begin(), selected.end(), tool.serial) != selected.end()) {
+            rows.push_back(static_cast<int>(m_shownTools.size()));
+        }
+        m_shownTools.push_back(tool.serial);
+    }
+    selectRows(m_toolGrid, rows);
 }
 
 std::vector<int> CBulkGenEncircleLineDlg::selectedRows(const CGridCtrl& grid) const {
@@ -121,12 +173,13 @@ void CBulkGenEncircleLineDlg::selectRows(CGridCtrl& grid, const std::vector<int>
 }
 
 void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<int>& taskRows) {
-    const std::vector<int> toolRows = selectedRows(m_toolGrid);
     fillTaskGrid();
     selectRows(m_taskGrid, taskRows);
-    m_toolGrid.SetRows({});
-    ShowTaskOfSelection();
-    selectRows(m_toolGrid, toolRows);
+    if (!ShowTaskOfSelection()) {
+        m_toolGrid.SetRows({});
+        m_shownTools.clear();
+        m_nShownTask = 0;
+    }
 }
 
 void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<STaskKey>& tasks) {
@@ -142,12 +195,13 @@ void CBulkGenEncircleLineDlg::RefillGrids(const std::vector<STaskKey>& tasks) {
     RefillGrids(rows);
 }
 
-void CBulkGenEncircleLineDlg::ShowTaskOfSelection() {
+bool CBulkGenEncircleLineDlg::ShowTaskOfSelection() {
     std::vector<int> rows = selectedRows(m_taskGrid);
     const BatchTask* const pTask = rows.empty() ? nullptr : FindShownTask(rows.front());
     if (pTask != nullptr) {
         fillToolGrid(*pTask);
     }
+    return pTask != nullptr;
 }
 
 void CBulkGenEncircleLineDlg::OnTaskSelectionChanged(NMHDR*, LRESULT* pResult) {
@@ -187,12 +241,9 @@ BatchTask* CBulkGenEncircleLineDlg::AskOneTask() {
 }
 
 std::vector<Adesk::UInt64> CBulkGenEncircleLineDlg::AskTools(const BatchTask& task) {
-    std::vector<Adesk::UInt64> tools;
-    for (const int nRow : selectedRows(m_toolGrid)) {
-        if (nRow >= 0 && static_cast<size_t>(nRow) < task.tools.size()) {
-            tools.push_back(task.tools[static_cast<size_t>(nRow)].serial);
-        }
-    }
+    // What the grid shows may be another task's: nothing of that is meant.
+    const std::vector<Adesk::UInt64> tools =
+        task.serial == m_nShownTask ? GetSelectedTools() : std::vector<Adesk::UInt64>();
     if (tools.empty()) {
         AfxMessageBox(_T("请选择刀具数据"));
     }

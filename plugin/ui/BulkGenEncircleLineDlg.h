@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "BatchTaskList.h"
+#include "DialogLayout.h"
 #include "TaskKey.h"
 #include "GridCtrl/GridCtrl.h"
 #include "res/resource.h"
@@ -33,6 +34,8 @@ protected:
 
     afx_msg LRESULT OnAcadKeepFocus(WPARAM, LPARAM);
     afx_msg void OnDestroy();
+    afx_msg void OnSize(UINT nType, int cx, int cy);
+    afx_msg void OnGetMinMaxInfo(MINMAXINFO* pInfo);
     afx_msg void OnTaskSelectionChanged(NMHDR* pNotify, LRESULT* pResult);
 
     // Tasks (BulkTaskHandlers.cpp)
@@ -52,6 +55,11 @@ protected:
     afx_msg void OnHighlightEnvelopes();
     afx_msg void OnClearHighlight();
     afx_msg void OnDeleteToolEnvelopes();
+
+    // Rows of tools by mouse (BulkToolMenu.cpp): a double click shows the tool on the whole screen;
+    // the menu does so, too, renames the tool, or moves it up or down among the others.
+    afx_msg void OnToolDoubleClicked(NMHDR* pNotify, LRESULT* pResult);
+    afx_msg void OnContextMenu(CWnd* pWnd, CPoint point);
     DECLARE_MESSAGE_MAP()
 
 private:
@@ -61,11 +69,13 @@ private:
     void selectRows(CGridCtrl& grid, const std::vector<int>& rows);
 
     // Refills the task grid, selects the rows again, and refills the tool grid with the first
-    // selected task, its own selection kept when the task is the same.
+    // selected task. When that is the one shown before, the tools that were selected stay selected,
+    // wherever they are now, and the grid stays scrolled as it is.
     void RefillGrids(const std::vector<int>& taskRows);
     // The same, the rows being those that the tasks have now.
     void RefillGrids(const std::vector<STaskKey>& tasks);
-    void ShowTaskOfSelection();
+    // False when no task is selected.
+    bool ShowTaskOfSelection();
 
     // The selected tasks, from the first row to the last; empty after the message when there are
     // none.
@@ -76,6 +86,10 @@ private:
     std::vector<Adesk::UInt64> AskTools(const BatchTask& task);
     // What the tool buttons need: one task and some tools; false after the message.
     bool AskTaskAndTools(STaskKey& task, std::vector<Adesk::UInt64>& tools);
+    // Of the selected rows of tools.
+    std::vector<Adesk::UInt64> GetSelectedTools() const;
+    void ZoomToTool(Adesk::UInt64 nSerial) const;
+    void RenameTool(const STaskKey& key, Adesk::UInt64 nSerial);
     // Highlights of each selected tool what the operation names.
     void HighlightSelected(void (BatchTool::*pHighlight)(bool) const);
     // The list that is shown; null without a drawing.
@@ -94,8 +108,11 @@ private:
                   const ACHAR* pUndoName, const ACHAR* pDone, const ACHAR* pFailed,
                   Operation operation);
 
-    AcDbDatabase* m_pShown = nullptr;  // whose list the grids show; looked up, never opened
+    AcDbDatabase* m_pShown = nullptr;         // whose list the grids show; looked up, never opened
+    Adesk::UInt64 m_nShownTask = 0;           // whose tools are shown; 0: none's
+    std::vector<Adesk::UInt64> m_shownTools;  // row by row
     CGridCtrl m_taskGrid;
     CGridCtrl m_toolGrid;
+    CDialogLayout m_layout;
     bool m_bFilling = false;  // rows are being replaced: selection changes mean nothing
 };

@@ -68,8 +68,6 @@ void CBulkGenEncircleLineDlg::OnDeleteTools() {
         }
     }
     StoreTaskList(m_pShown);
-    // The rows selected are gone; others that took their places are not meant.
-    m_toolGrid.SelectRows({});
     RefillGrids(std::vector<STaskKey>{key});
 }
 

@@ -96,6 +96,12 @@ void CDialogProgress::Update(int nTotal, int nCurrent, int nFailed, double dFact
     UpdateWindow();
 }
 
+void CDialogProgress::ShowText(const CString& strText, int nPercent) {
+    m_progress.SetPos(nPercent);
+    m_text.SetWindowText(strText);
+    UpdateWindow();
+}
+
 void CDialogProgress::Close() {
     if (!m_bOpen) {
         return;
@@ -122,7 +128,8 @@ void PumpMessages() {
             ::PostQuitMessage(static_cast<int>(msg.wParam));
             return;
         }
-        if (!AfxPreTranslateMessage(&msg)) {
+        // The thread asks the windows from the message's one upwards: Tab and Enter of dialogs.
+        if (!AfxGetThread()->PreTranslateMessage(&msg)) {
             ::TranslateMessage(&msg);
             ::DispatchMessage(&msg);
         }

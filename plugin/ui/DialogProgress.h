@@ -13,6 +13,8 @@ public:
 
     // Shows where the run is. factor multiplies the estimate of the remaining time.
     void Update(int nTotal, int nCurrent, int nFailed, double dFactor);
+    // Shows a text of its own, and a share of 100.
+    void ShowText(const CString& strText, int nPercent);
     // Shows the summary as the last text and destroys the window.
     void Close();
 

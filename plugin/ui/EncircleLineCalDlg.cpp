@@ -14,10 +14,13 @@
 #include "EraseEntity.h"
 #include "FlushGraphics.h"
 #include "HideScope.h"
+#include "LayerState.h"
 #include "LayerTools.h"
 #include "ModuleDialogs.h"
+#include "NumberFields.h"
 #include "PickedTool.h"
 #include "RunReport.h"
+#include "RunWatch.h"
 #include "ToolFrame.h"
 #include "UnlockedLayer.h"
 
@@ -39,16 +42,23 @@ bool IsEnvelope(const AcDbObjectId& id) {
 }
 
 // Envelopes of earlier runs are neither an input nor left behind.
-AcDbObjectIdArray EraseEnvelopes(const AcDbObjectIdArray& ids) {
-    AcDbObjectIdArray kept;
+struct SPicked {
+    AcDbObjectIdArray m_sources;
+    AcDbObjectIdArray m_envelopes;
+};
+
+SPicked TellEnvelopes(const AcDbObjectIdArray& ids) {
+    SPicked picked;
     for (int i = 0; i < ids.length(); ++i) {
-        if (IsEnvelope(ids[i])) {
-            EraseById(ids[i]);
-        } else {
-            kept.append(ids[i]);
-        }
+        (IsEnvelope(ids[i]) ? picked.m_envelopes : picked.m_sources).append(ids[i]);
     }
-    return kept;
+    return picked;
+}
+
+void EraseAll(const AcDbObjectIdArray& ids) {
+    for (int i = 0; i < ids.length(); ++i) {
+        EraseById(ids[i]);
+    }
 }
 
 CString JoinLines(const std::vector<CString>& lines) {
@@ -125,7 +135,7 @@ void CEncircleLineCalDlg::OnByHatch() { RunEnvelope(E_Algorithm_Hatch); }
 void CEncircleLineCalDlg::OnSelectTool() { RunEnvelope(E_Algorithm_Live); }
 
 void CEncircleLineCalDlg::RunEnvelope(E_Algorithm algorithm) {
-    if (!UpdateData(TRUE) || acDocManager->curDocument() == nullptr) {
+    if (RefuseCommas(*this) || !UpdateData(TRUE) || acDocManager->curDocument() == nullptr) {
         return;
     }
     const CStillThere still(*this);
@@ -151,11 +161,38 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
     if (!lock.IsOk()) {
         return;
     }
+    const CLayerState envelopeLayer(kEnvelopeLayer);
     const CUnlockedLayer unlocked(kEnvelopeLayer);
     const bool bLive = algorithm == E_Algorithm_Live;
-    const AcDbObjectIdArray sourceIds = bLive ? EraseEnvelopes(ids) : ids;
+    SPicked picked;
+    if (bLive) {
+        picked = TellEnvelopes(ids);
+    } else {
+        picked.m_sources = ids;
+    }
     // A run that finds nothing must not show an earlier envelope as its own.
     m_resultId.setNull();
+    CRunWatch watch;
+    {
+        const CEncircleWatchScope scope(watch);
+        RunEngine(algorithm, picked.m_sources, watch);
+    }
+    if (watch.IsStopped()) {
+        envelopeLayer.Restore();
+        acutPrintf(_T("\n已取消计算，图形未改变\n"));
+    } else {
+        EraseAll(picked.m_envelopes);
+    }
+    FlushGraphics();
+    const AcDbObjectPointer<AcDbEntity> pResult(m_resultId, AcDb::kForRead);
+    if (bLive && pResult.openStatus() == Acad::eOk) {
+        // A screen effect only.
+        static_cast<void>(pResult->highlight());
+    }
+}
+
+void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
+                                    const CRunWatch& watch) {
     // The axis does not go on the user's layer: that may be locked, and it could not be erased.
     CCurrentLayerGuard layer(kEnvelopeLayer);
     CAxisLine axis(GetEntitiesBox(sourceIds), m_centre.y);
@@ -165,7 +202,7 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
     m_values.WriteTo(info);
     info.m_midLineId = axis.GetId();
     CEncircleLine engine(info);
-    if (bLive) {
+    if (algorithm == E_Algorithm_Live) {
         engine.GetEncircleLine3(sourceIds, m_resultId);
     } else {
         engine.GetEncircleLineByHatch(sourceIds, m_resultId);
@@ -173,14 +210,8 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
     if (!axis.Erase()) {
         acutPrintf(_T("\n临时轴线无法删除\n"));
     }
-    if (m_resultId.isNull()) {
+    if (m_resultId.isNull() && !watch.IsStopped()) {
         acutPrintf(_T("\n未生成包络线：%s\n"), GetNoEnvelopeReason(sourceIds, bAxis).GetString());
-    }
-    FlushGraphics();
-    const AcDbObjectPointer<AcDbEntity> pResult(m_resultId, AcDb::kForRead);
-    if (bLive && pResult.openStatus() == Acad::eOk) {
-        // A screen effect only.
-        static_cast<void>(pResult->highlight());
     }
 }
 
@@ -205,7 +236,7 @@ void CEncircleLineCalDlg::OnExport() {
         if (!IsEnvelope(ids[i]) || !HasVertices(ids[i])) {
             continue;
         }
-        if (!UpdateData(TRUE)) {
+        if (RefuseCommas(*this) || !UpdateData(TRUE)) {
             return;
         }
         const E_ExportResult result = ExportOne(ids[i], frames, failures);

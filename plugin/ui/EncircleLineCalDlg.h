@@ -8,6 +8,8 @@
 #include "EnvelopeExport.h"
 #include "res/resource.h"
 
+class CRunWatch;
+
 // Modeless; hides itself while the user picks in the drawing. Its values live as long as its
 // window.
 class CEncircleLineCalDlg : public CDialogEx {
@@ -35,7 +37,10 @@ private:
 
     // One computation from the selection to the envelope; hides the dialog meanwhile.
     void RunEnvelope(E_Algorithm algorithm);
+    // Esc stops it; the drawing is then as it was.
     void Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids);
+    void RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
+                   const CRunWatch& watch);
     // Derives the axis point from the envelope, revolves and exports it; a failure adds a line.
     E_ExportResult ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
                              std::vector<CString>& failures);

@@ -1,6 +1,9 @@
 #include "StdAfx.h"
 #include "EncircleParaSetDlg.h"
 
+#include "DocumentLock.h"
+#include "NumberFields.h"
+
 IMPLEMENT_DYNAMIC(CEncircleParaSetDlg, CDialogEx)
 
 BEGIN_MESSAGE_MAP(CEncircleParaSetDlg, CDialogEx)
@@ -10,10 +13,14 @@ namespace {
 
 // The diagonal of what the drawing holds; 0 when it holds nothing.
 double GetDrawingSize() {
-    const AcDbDatabase* const pDatabase = acdbHostApplicationServices()->workingDatabase();
+    AcDbDatabase* const pDatabase = acdbHostApplicationServices()->workingDatabase();
     if (pDatabase == nullptr) {
         return 0.0;
     }
+    const CDocumentLock lock(pDatabase);
+    // What the drawing states of its extents may be older than what was drawn since; a host that
+    // does not find them anew leaves the older ones.
+    static_cast<void>(pDatabase->updateExt(true));
     const AcGePoint3d low = pDatabase->extmin();
     const AcGePoint3d high = pDatabase->extmax();
     return low.x <= high.x && low.y <= high.y ? low.distanceTo(high) : 0.0;
@@ -43,7 +50,7 @@ BOOL CEncircleParaSetDlg::OnInitDialog() {
 }
 
 void CEncircleParaSetDlg::OnOK() {
-    if (!UpdateData(TRUE)) {
+    if (RefuseCommas(*this) || !UpdateData(TRUE)) {
         return;
     }
     if (const SValueField* const pFault = m_values.FindFault(GetDrawingSize())) {

@@ -11,18 +11,20 @@ void SetBoth(AcGeTol& tol, double dValue) {
 }
 
 // In the order of the controls.
-const SValueField kFields[] = {
-    {IDC_PARAMS_POINT_TOL, _T("点公差"), &SEncircleValues::m_dPointTol, true, false},
-    {IDC_PARAMS_LINE_TOL, _T("线公差"), &SEncircleValues::m_dLineTol, true, false},
-    {IDC_PARAMS_HORVER_TOL, _T("水平竖直线判断公差"), &SEncircleValues::m_dHorVerTol, true, false},
-    {IDC_PARAMS_ARC_PRECISION, _T("圆弧离散精度"), &SEncircleValues::m_dArcPrecision, false, false},
-    {IDC_PARAMS_SIDE_LENGTH, _T("左右识别长度"), &SEncircleValues::m_dSideLength, false, true},
+const std::vector<SValueField> kFields = {
+    {_T("点公差"), &SEncircleValues::m_dPointTol, IDC_PARAMS_POINT_TOL, true, false},
+    {_T("线公差"), &SEncircleValues::m_dLineTol, IDC_PARAMS_LINE_TOL, true, false},
+    {_T("水平竖直线判断公差"), &SEncircleValues::m_dHorVerTol, IDC_PARAMS_HORVER_TOL, true, false},
+    {_T("圆弧离散精度"), &SEncircleValues::m_dArcPrecision, IDC_PARAMS_ARC_PRECISION, false, false},
+    {_T("左右识别长度"), &SEncircleValues::m_dSideLength, IDC_PARAMS_SIDE_LENGTH, false, true},
 };
 
 // No drawing has numbers from here on; infinity is among them.
 constexpr double kLargest = 1e20;
 
 }  // namespace
+
+const std::vector<SValueField>& GetValueFields() { return kFields; }
 
 SEncircleValues::SEncircleValues() { ReadFrom(CEncircleCalInfo()); }
 

@@ -2,15 +2,17 @@
 // become engine parameters. No window: tests call it directly.
 #pragma once
 
+#include <vector>
+
 #include "EncircleCalInfo.h"
 
 struct SEncircleValues;
 
 // A number among them, under its control's number in both dialogs and with its label there.
 struct SValueField {
-    int m_nControl;
     const ACHAR* m_pLabel;
     double SEncircleValues::*m_pValue;
+    int m_nControl;
     bool m_bTolerance;
     bool m_bMayBeZero;
 };
@@ -41,3 +43,6 @@ struct SEncircleValues {
     // dDrawingSize  of the drawing's diagonal; 0 when it is not known, which allows any
     const SValueField* FindFault(double dDrawingSize) const;
 };
+
+// All of them, in the order of their controls.
+const std::vector<SValueField>& GetValueFields();

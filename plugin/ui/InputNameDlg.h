@@ -1,9 +1,10 @@
-// Asks for the name of a new task.
+// Asks for the name of a new task, or another one for a tool.
 #pragma once
 
 #include "res/resource.h"
 
-// Modal. OK with an empty name says so and keeps the dialog open; a name of blanks is a name.
+// Modal; shows the name that the caller gives. OK with an empty name says so and keeps the dialog
+// open; a name of blanks is a name.
 class CInputNameDlg : public CDialogEx {
     DECLARE_DYNAMIC(CInputNameDlg)
 

@@ -1,6 +1,7 @@
 // Dialogs that are closed while one of their own prompts or choosers waits.
 #include <gtest/gtest.h>
 
+#include <fstream>
 #include <functional>
 
 #include "StdAfx.h"
@@ -15,6 +16,7 @@
 #include "host/mfc/resources.h"
 #include "host/mfc/window_system.h"
 #include "host/solid/revolve.h"
+#include "support/scratch.h"
 #include "support/test_drawing.h"
 
 namespace {
@@ -173,6 +175,32 @@ TEST(Dialogs, StopWhenAnotherDrawingBecomesCurrent) {
         const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(made);
         EXPECT_TRUE(iterator->done()) << "something was drawn there";
     }
+}
+
+// What Create makes and takes back again is deleted once, and the command can be given again.
+TEST(Dialogs, ThatCannotBeMadeAreFreed) {
+    const char* const scripts[] = {
+        "1 DIALOGEX 0, 0, 9, 9\nBEGIN\nEND\n",
+        "188 DIALOGEX 0, 0, 90, 90\nBEGIN\nCONTROL \"\", 7, \"NoSuchClass\", 0, 1, 1, 9, 9\nEND\n",
+    };
+    BusyUser user;
+    std::vector<std::wstring> reports;
+    host::WindowSystem::Get().SetReport(
+        [&reports](const std::wstring& line) { reports.push_back(line); });
+    for (const char* const script : scripts) {
+        const std::string path = test::ScratchFolder() + "broken.rc";
+        std::ofstream(path) << script;
+        host::SetResourceScript(AfxGetInstanceHandle(), host::Widen(path));
+        ShowBulkDialog();
+        EXPECT_TRUE(host::LiveDialogs().empty()) << script;
+    }
+    EXPECT_EQ(2u, reports.size());
+    host::SetResourceScript(AfxGetInstanceHandle(), L"plugin/ui/res/QZEncircleLine.rc");
+    ShowBulkDialog();
+    EXPECT_EQ(1u, host::LiveDialogs().size());
+    ShowBulkDialog();
+    EXPECT_EQ(1u, host::LiveDialogs().size());
+    host::WindowSystem::Get().SetReport([](const std::wstring&) {});
 }
 
 // A centre that was snapped to something with a height lies in the plane all the same.

@@ -64,7 +64,7 @@ void Touch(AcDbObjectId id) {
     AcApDocument* const document = acDocManager->document(id.database());
     EXPECT_EQ(Acad::eOk, acDocManager->lockDocument(document));
     {
-        const AcDbEntityPointer entity(id, AcDb::kForWrite);
+        AcDbEntityPointer entity(id, AcDb::kForWrite);
         EXPECT_EQ(Acad::eOk, entity->setColorIndex(1));
     }
     EXPECT_EQ(Acad::eOk, acDocManager->unlockDocument(document));
@@ -90,6 +90,11 @@ TEST(Module, LivesWithItsDrawings) {
     EXPECT_EQ(Names{"other"}, TasksOf(two));
     for (const AcRx::AppMsgCode message : {AcRx::kLoadDwgMsg, AcRx::kSaveMsg, AcRx::kUnloadAppMsg})
         EXPECT_EQ(AcRx::kRetOK, acrxEntryPoint(message, nullptr));
+    // Loaded again after the unload, nothing is there twice, and nothing is said of it.
+    const size_t said = input.transcript.size();
+    EXPECT_EQ(AcRx::kRetOK, acrxEntryPoint(AcRx::kInitAppMsg, nullptr));
+    EXPECT_EQ(said, input.transcript.size());
+    EXPECT_EQ((Names{"one", "two"}), TasksOf(one));
 
     AcEdCommandStack* const stack = acedRegCmds;
     for (const ACHAR* name : {_T("QzTestToolDesign"), _T("QZTOOLDESIGNProfileAuto3D"),

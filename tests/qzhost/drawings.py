@@ -105,3 +105,20 @@ def tools(folder):
               (20, 150), (40, 5), (1, "three drills"), (100, "AcDbText")]
     write(folder / "framed.dxf", framed)
     write(folder / "plain.dxf", plain)
+
+
+def many_lines(folder, count):
+    """A hatch of short lines over a field, and a layer that is off."""
+    layers = [(0, "SECTION"), (2, "TABLES"), (0, "TABLE"), (2, "LAYER"), (5, "2"), (70, 2)]
+    for handle, name, colour in (("10", "0", 7), ("11", "OFF", -7)):
+        layers += [(0, "LAYER"), (5, handle), (100, "AcDbSymbolTableRecord"),
+                   (100, "AcDbLayerTableRecord"), (2, name), (70, 0), (62, colour), (6, "Continuous")]
+    tags = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1021"), (9, "$HANDSEED"),
+            (5, "100000"), (0, "ENDSEC")]
+    tags += layers + [(0, "ENDTAB"), (0, "ENDSEC"), (0, "SECTION"), (2, "ENTITIES")]
+    for i in range(count):
+        x, y = i % 400, i // 400
+        tags += [(0, "LINE"), (5, "%X" % (0x1000 + i)), (100, "AcDbEntity"), (8, "0"),
+                 (100, "AcDbLine"), (10, x), (20, y), (11, x + 1), (21, y + 1)]
+    tags += [(0, "ENDSEC"), (0, "EOF")]
+    (folder / "many.dxf").write_text("".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")

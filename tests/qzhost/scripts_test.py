@@ -127,6 +127,23 @@ class Scripts(ProgramTest):
     def test_tasks_are_run_by_what_they_are(self):
         self.session("busy_tasks", "framed.dxf", "plain.dxf")
 
+    def test_parameters_outside_their_sense(self):
+        self.session("params", "plain.dxf")
+
+    def test_tools_by_mouse(self):
+        self.session("tool_rows", "plain.dxf")
+        stored = (self.folder / "out.dxf").read_text(encoding="utf-8")
+        self.assertIn("the last", stored)
+
+    def test_a_dialog_that_is_pulled(self):
+        self.session("resize", "plain.dxf")
+
+    def test_a_long_run_is_stopped(self):
+        drawings.many_lines(self.folder, 100000)
+        before = (self.folder / "many.dxf").read_bytes()
+        self.session("stopped", "many.dxf")
+        self.assertEqual(before, (self.folder / "many.dxf").read_bytes())
+
     def test_locked_layers(self):
         drawings.locked(self.folder)
         self.session("locked_layers", "locked.dxf")

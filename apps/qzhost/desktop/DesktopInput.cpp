@@ -12,6 +12,7 @@
 #include "host/ed/prompts.h"
 #include "host/ed/text_compare.h"
 #include "host/mfc/window_system.h"
+#include "rxmfcapi.h"
 
 namespace app {
 
@@ -128,7 +129,12 @@ void DesktopInput::GiveUp() {
 }
 
 bool DesktopInput::Escape() {
-    if (!IsAsking()) return false;
+    if (!IsAsking()) {
+        // A run may look for it in the queue.
+        CWnd* const view = m_driver.IsInHostLoop() ? acedGetAcadDwgView() : nullptr;
+        if (view != nullptr) view->PostMessage(WM_KEYDOWN, VK_ESCAPE);
+        return false;
+    }
     m_answer.kind = Answer::kEscape;
     m_selection.kind = SelectionAnswer::kEscape;
     Done();

@@ -43,9 +43,16 @@ const ScriptRunner::Action ScriptRunner::kActions[] = {
     {L"get", 2, 2, true, &ScriptRunner::DoGet},
     {L"rows", 2, 2, true, &ScriptRunner::DoRows},
     {L"select-rows", 2, kAnyNumber, false, &ScriptRunner::DoSelectRows},
+    {L"double-click", 3, 3, false, &ScriptRunner::DoDoubleClick},
+    {L"menu", 3, kAnyNumber, false, &ScriptRunner::DoMenu},
+    {L"scroll", 3, 3, false, &ScriptRunner::DoScroll},
+    {L"top-row", 2, 2, true, &ScriptRunner::DoTopRow},
+    {L"resize", 3, 3, false, &ScriptRunner::DoResize},
+    {L"place", 2, 2, true, &ScriptRunner::DoPlace},
     {L"close-dialog", 1, 1, false, &ScriptRunner::DoCloseDialog},
     {L"cancel-dialog", 1, 1, false, &ScriptRunner::DoCancelDialog},
     {L"key", 2, 2, false, &ScriptRunner::DoKey},
+    {L"ahead", 1, 1, true, &ScriptRunner::DoAhead},
     {L"later", 1, kAnyNumber, false, &ScriptRunner::DoLater},
     {L"dump", 1, 1, true, &ScriptRunner::DoDump},
     {L"screenshot", 1, kAnyNumber, true, &ScriptRunner::DoScreenshot},
@@ -161,6 +168,68 @@ void ScriptRunner::DoSelectRows(const ScriptLine& line) {
     Check(line, host::SelectRows(numbers[0], numbers[1], rows));
 }
 
+void ScriptRunner::DoDoubleClick(const ScriptLine& line) {
+    std::vector<int> ids;
+    if (ParseNumbers(line, 1, ids)) Check(line, host::DoubleClickRow(ids[0], ids[1], ids[2]));
+}
+
+void ScriptRunner::DoMenu(const ScriptLine& line) {
+    ScriptLine target = line;
+    target.words.resize(4);
+    std::vector<int> ids;
+    if (!ParseNumbers(target, 1, ids)) return;
+    m_menuChoice = line.Rest(4);
+    m_isMenuAwaited = true;
+    Check(line, host::RightClickRow(ids[0], ids[1], ids[2]));
+    if (std::exchange(m_isMenuAwaited, false)) Fail(&line, L"no menu came: " + line.text);
+}
+
+// Without a choice the items are written down, and none is chosen.
+int ScriptRunner::menu(const host::MenuRequest& request) {
+    if (!std::exchange(m_isMenuAwaited, false)) {
+        Fail(nullptr, L"a menu came that no line has opened");
+        return 0;
+    }
+    for (const host::MenuItem& item : request.items) {
+        if (m_menuChoice.empty())
+            m_transcript.Line(item.id == 0 ? L"menu: -"
+                                           : L"menu: " + item.text +
+                                                 (item.isEnabled ? L"" : L" (disabled)"));
+        else if (item.id != 0 && item.isEnabled && item.text == m_menuChoice)
+            return item.id;
+    }
+    if (!m_menuChoice.empty()) Fail(nullptr, L"the menu does not offer " + m_menuChoice);
+    return 0;
+}
+
+void ScriptRunner::DoScroll(const ScriptLine& line) {
+    std::vector<int> ids;
+    if (ParseNumbers(line, 1, ids)) Check(line, host::ScrollToRow(ids[0], ids[1], ids[2]));
+}
+
+void ScriptRunner::DoTopRow(const ScriptLine& line) {
+    std::vector<int> ids;
+    int row = 0;
+    if (!ParseNumbers(line, 1, ids)) return;
+    Check(line, host::TopRow(ids[0], ids[1], row));
+    m_transcript.Line(std::to_wstring(row));
+}
+
+void ScriptRunner::DoResize(const ScriptLine& line) {
+    std::vector<int> ids;
+    if (ParseNumbers(line, 1, ids)) Check(line, host::ResizeDialog(ids[0], ids[1], ids[2]));
+}
+
+void ScriptRunner::DoPlace(const ScriptLine& line) {
+    std::vector<int> ids;
+    RECT place = {};
+    if (!ParseNumbers(line, 1, ids)) return;
+    Check(line, host::PlaceOf(ids[0], ids[1], place));
+    m_transcript.Line(std::to_wstring(place.left) + L" " + std::to_wstring(place.top) + L" " +
+                      std::to_wstring(place.right - place.left) + L" " +
+                      std::to_wstring(place.bottom - place.top));
+}
+
 void ScriptRunner::DoCloseDialog(const ScriptLine& line) {
     std::vector<int> id;
     if (ParseNumbers(line, 1, id)) Check(line, host::CloseDialog(id[0]));
@@ -179,6 +248,17 @@ void ScriptRunner::DoKey(const ScriptLine& line) {
     for (const KeyName& key : kKeys)
         if (line.words[2] == key.name) return Check(line, host::TypeKey(id[0], key.key));
     Fail(&line, L"unknown key: " + line.words[2]);
+}
+
+// A key that is pressed before anybody looks for it: it waits in the queue of window messages.
+void ScriptRunner::DoAhead(const ScriptLine& line) {
+    CWnd* const view = acedGetAcadDwgView();
+    for (const KeyName& key : kKeys)
+        if (view != nullptr && line.words[1] == key.name) {
+            view->PostMessage(WM_KEYDOWN, key.key);
+            return;
+        }
+    Fail(&line, L"unknown key: " + line.words[1]);
 }
 
 // A click that comes while a long run is going on: it waits in the queue of window messages until
@@ -210,6 +290,15 @@ void ScriptRunner::DoDump(const ScriptLine& line) {
         lines = DumpDocuments();
     } else if (what == L"open-objects") {
         lines = DumpLeftovers();
+    } else if (what == L"highlighted") {
+        lines = DumpHighlighted();
+    } else if (what == L"focus") {
+        const CWnd* const focus = CWnd::GetFocus();
+        const CWnd* const top = focus == nullptr ? nullptr : focus->GetTopLevelParent();
+        lines.push_back(top == nullptr ? L"nowhere"
+                        : top == acedGetAcadFrame() || focus == acedGetAcadDwgView()
+                            ? L"drawing"
+                            : L"control " + std::to_wstring(focus->GetDlgCtrlID()));
     } else if (what == L"dialogs") {
         lines = DumpDialogs();
     } else if (what == L"layers" || what == L"entities") {

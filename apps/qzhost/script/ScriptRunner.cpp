@@ -88,8 +88,20 @@ const ScriptLine* ScriptRunner::TakeAnswer(const wchar_t* verb) {
     return nullptr;
 }
 
+// Keys go to whoever has the focus: a dialog that is still there while it prompts takes them, and
+// Enter presses its button again.
+void ScriptRunner::CheckKeys() {
+    const CWnd* const focus = CWnd::GetFocus();
+    if (focus == nullptr) return;
+    const HWND top = focus->GetTopLevelParent()->GetSafeHwnd();
+    for (const host::LiveDialog& dialog : host::LiveDialogs())
+        if (dialog.handle == top)
+            Fail(nullptr, L"keys for this prompt go to dialog " + std::to_wstring(dialog.id));
+}
+
 SelectionAnswer ScriptRunner::Select() {
     SelectionAnswer answer;
+    CheckKeys();
     const ScriptLine* const line = TakeAnswer(L"select");
     if (line == nullptr) return answer;
     m_transcript.Answer(L" < " + line->text);
@@ -130,6 +142,7 @@ bool ScriptRunner::ParseSelection(const ScriptLine& line, SelectionAnswer& answe
 
 Answer ScriptRunner::Point(const host::PointRequest& request) {
     Answer answer;
+    CheckKeys();
     const ScriptLine* const line = TakeAnswer(L"point");
     if (line == nullptr) return answer;
     m_transcript.Answer(L" < " + line->text);
@@ -146,6 +159,7 @@ Answer ScriptRunner::Point(const host::PointRequest& request) {
 
 Answer ScriptRunner::Text(bool) {
     Answer answer;
+    CheckKeys();
     const ScriptLine* const line = TakeAnswer(L"string");
     if (line == nullptr) return answer;
     m_transcript.Answer(L" < " + line->text);

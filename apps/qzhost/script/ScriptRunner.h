@@ -44,6 +44,7 @@ public:
 
     // host::UserAnswers
     int box(const host::BoxRequest& request) override;
+    int menu(const host::MenuRequest& request) override;
     std::optional<std::wstring> nextFile(const host::ChooserRequest& request) override;
     std::optional<std::wstring> nextFolder(const host::ChooserRequest& request) override;
     bool act() override;
@@ -68,6 +69,7 @@ private:
     const ScriptLine* TakeAnswer(const wchar_t* verb);
     std::optional<std::wstring> TakePath(const wchar_t* verb, const host::ChooserRequest& request);
     bool ParseSelection(const ScriptLine& line, host::SelectionAnswer& answer);
+    void CheckKeys();
     bool CheckDocument(const ScriptLine& line);
     void Check(const ScriptLine& line, const host::ProbeResult& result);
     bool ParseNumbers(const ScriptLine& line, size_t from, std::vector<int>& numbers);
@@ -83,9 +85,16 @@ private:
     void DoGet(const ScriptLine& line);
     void DoRows(const ScriptLine& line);
     void DoSelectRows(const ScriptLine& line);
+    void DoDoubleClick(const ScriptLine& line);
+    void DoMenu(const ScriptLine& line);
+    void DoScroll(const ScriptLine& line);
+    void DoTopRow(const ScriptLine& line);
+    void DoResize(const ScriptLine& line);
+    void DoPlace(const ScriptLine& line);
     void DoCloseDialog(const ScriptLine& line);
     void DoCancelDialog(const ScriptLine& line);
     void DoKey(const ScriptLine& line);
+    void DoAhead(const ScriptLine& line);
     void DoLater(const ScriptLine& line);
     void DoDump(const ScriptLine& line);
     void DoScreenshot(const ScriptLine& line);
@@ -95,6 +104,8 @@ private:
     size_t m_next = 0;
     Transcript& m_transcript;
     std::string m_failure;
+    bool m_isMenuAwaited = false;       // a line has clicked for one
+    std::wstring m_menuChoice;          // its item; empty: only look
     bool m_isLater = false;             // a line runs that was to be run later
     std::vector<ScriptLine> m_waiting;  // for the next time that a window is shown anew
 };

@@ -1,9 +1,11 @@
 #include "apps/qzhost/session/DrawingDump.h"
 
+#include <algorithm>
 #include <memory>
 
 #include "arxHeaders.h"
 #include "host/db/build.h"
+#include "host/db/highlight.h"
 #include "host/db/stub.h"
 #include "host/ed/selection_sets.h"
 #include "host/ed/session.h"
@@ -82,6 +84,17 @@ Lines DumpLayers(AcDbDatabase& database) {
     return lines;
 }
 
+namespace {
+
+void AddEntity(const AcDbObjectId& id, Lines& lines) {
+    const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+    if (entity.openStatus() != Acad::eOk) return;
+    lines.push_back(HandleOf(id) + L" " + entity->isA()->name() + L" on " +
+                    NameOf(entity->layerId()) + Particulars(*entity.object()));
+}
+
+}  // namespace
+
 Lines DumpEntities(AcDbDatabase& database) {
     Lines lines;
     const AcDbBlockTableRecordPointer space(acdbSymUtil()->blockModelSpaceId(&database),
@@ -92,11 +105,18 @@ Lines DumpEntities(AcDbDatabase& database) {
     for (; !iterator->done(); iterator->step()) {
         AcDbObjectId id;
         if (iterator->getEntityId(id) != Acad::eOk) continue;
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) continue;
-        lines.push_back(HandleOf(id) + L" " + entity->isA()->name() + L" on " +
-                        NameOf(entity->layerId()) + Particulars(*entity.object()));
+        AddEntity(id, lines);
     }
+    return lines;
+}
+
+Lines DumpHighlighted() {
+    const auto& all = host::HighlightedEntities();
+    std::vector<AcDbObjectId> ids(all.begin(), all.end());
+    std::sort(ids.begin(), ids.end());
+    Lines lines;
+    for (const AcDbObjectId& id : ids) AddEntity(id, lines);
+    if (lines.empty()) lines.push_back(L"none");
     return lines;
 }
 

@@ -27,6 +27,8 @@ Lines DumpLayers(AcDbDatabase& database);
 // Each entity of model space: handle, class, layer, what sets it apart, and its extents to six
 // decimals.
 Lines DumpEntities(AcDbDatabase& database);
+// Each highlighted entity in the same words.
+Lines DumpHighlighted();
 // Each document by its title; the current one is marked.
 Lines DumpDocuments();
 // What no command should leave behind: open objects, held locks and selection sets. "none" when

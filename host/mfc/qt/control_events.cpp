@@ -21,6 +21,11 @@ const KeyName kKeys[] = {{Qt::Key_Return, VK_RETURN, false}, {Qt::Key_Enter, VK_
 
 // The message is handled later, when the shift key may be up again; so the input sets it.
 void PostKey(HWND handle, UINT key, bool isShift) {
+    if (key == VK_ESCAPE) {
+        // As the message itself: a long run looks for it in the queue.
+        WindowSystem::Get().Post(handle, WM_KEYDOWN, key, 0);
+        return;
+    }
     WindowSystem::Get().PostInput(handle, [=] {
         WindowSystem& system = WindowSystem::Get();
         system.SetShiftDown(isShift);

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QFileDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -112,6 +113,22 @@ int QtWindowDriver::ShowBox(const BoxRequest& request) {
         if (button.qt == pressed) return button.id;
     // Closed by its caption: what Escape means.
     return buttons.size() == 1 ? buttons.front().id : IDCANCEL;
+}
+
+int QtWindowDriver::ShowMenu(const MenuRequest& request) {
+    QMenu menu(QApplication::activeWindow());
+    for (const MenuItem& item : request.items) {
+        if (item.id == 0) {
+            menu.addSeparator();
+            continue;
+        }
+        QAction* const action = menu.addAction(ToQt(item.text));
+        action->setEnabled(item.isEnabled);
+        action->setData(item.id);
+    }
+    const QAction* const chosen =
+        menu.exec(QPoint(static_cast<int>(request.place.x), static_cast<int>(request.place.y)));
+    return chosen == nullptr ? 0 : chosen->data().toInt();
 }
 
 std::optional<std::wstring> QtWindowDriver::ChooseFile(const ChooserRequest& request) {

@@ -37,6 +37,7 @@ public:
     void Poll() override;
     bool Wait() override;
     int ShowBox(const BoxRequest& request) override;
+    int ShowMenu(const MenuRequest& request) override;
     std::optional<std::wstring> ChooseFile(const ChooserRequest& request) override;
     std::optional<std::wstring> ChooseFolder(const ChooserRequest& request) override;
     bool Capture(const std::wstring& path, std::wstring& reason) override;

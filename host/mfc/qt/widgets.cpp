@@ -13,6 +13,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QTableWidget>
 #include <algorithm>
@@ -66,6 +67,16 @@ protected:
             window->bounds = CRect(CPoint(corner.x(), corner.y()), before.Size());
         }
         QWidget::moveEvent(event);
+    }
+    // The user pulls the frame: the model follows, and asks the dialog how far.
+    void resizeEvent(QResizeEvent* event) override {
+        const HWND handle = m_handle;
+        const QSize size = event->size();
+        const Window* const window = System().Find(handle);
+        if (window != nullptr && window->Has(WS_THICKFRAME) &&
+            CRect(window->bounds).Size() != CSize(size.width(), size.height()))
+            System().PostInput(handle, [=] { PullToSize(handle, size.width(), size.height()); });
+        QWidget::resizeEvent(event);
     }
 
 private:
@@ -164,6 +175,23 @@ QWidget* MakeList(const Window& control, QWidget* parent) {
             if (safe) SelectListRows(handle, SelectedRowsOf(*safe));
         });
     });
+    QObject::connect(table, &QTableWidget::cellDoubleClicked, table, [handle](int row, int) {
+        System().PostInput(handle, [handle, row] { DoubleClickListRow(handle, row); });
+    });
+    table->setContextMenuPolicy(Qt::CustomContextMenu);
+    QObject::connect(table, &QWidget::customContextMenuRequested, table,
+                     [handle, table](const QPoint& at) {
+                         const QPoint place = table->viewport()->mapToGlobal(at);
+                         System().PostInput(handle, [handle, place] {
+                             System().Send(handle, WM_CONTEXTMENU, reinterpret_cast<WPARAM>(handle),
+                                           MAKELPARAM(place.x(), place.y()));
+                         });
+                     });
+    QObject::connect(table->verticalScrollBar(), &QScrollBar::valueChanged, table,
+                     [handle](int row) {
+                         Window* const window = System().Find(handle);
+                         if (window != nullptr) window->list->top = row;
+                     });
     return table;
 }
 
@@ -286,7 +314,10 @@ void ShowEnabled(QWidget& widget, const Window& window) {
 void ShowPlace(QWidget& widget, const Window& window) {
     const CRect place(window.bounds);
     if (window.parent == nullptr) {
-        widget.setFixedSize(place.Width(), place.Height());
+        if (window.Has(WS_THICKFRAME))
+            widget.resize(place.Width(), place.Height());
+        else
+            widget.setFixedSize(place.Width(), place.Height());
         widget.move(place.left, place.top);
     } else {
         widget.setGeometry(place.left, place.top, place.Width(), place.Height());
@@ -332,6 +363,7 @@ void ShowList(QWidget& widget, const Window& window) {
     auto* const table = qobject_cast<QTableWidget*>(&widget);
     if (table == nullptr) return;
     const QSignalBlocker quiet(table);
+    const QSignalBlocker still(table->verticalScrollBar());
     const ListState& list = *window.list;
     table->setShowGrid((list.extendedStyle & LVS_EX_GRIDLINES) != 0);
     table->setColumnCount(static_cast<int>(list.columns.size()));
@@ -351,6 +383,7 @@ void ShowList(QWidget& widget, const Window& window) {
         }
     }
     ShowSelection(widget, window);
+    table->verticalScrollBar()->setValue(list.top);
 }
 
 void ShowAll(QWidget& widget, const Window& window) {

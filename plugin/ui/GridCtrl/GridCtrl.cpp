@@ -48,25 +48,45 @@ void CGridCtrl::SetColumns(const ACHAR* pHeaders, const ACHAR* pWidths) {
     while (DeleteColumn(0)) {
     }
     SetExtendedStyle(LVS_EX_FULLROWSELECT | LVS_EX_GRIDLINES);
+    const std::vector<CString> headers = SplitText(pHeaders);
+    for (size_t i = 0; i < headers.size(); ++i) {
+        InsertColumn(static_cast<int>(i), headers[i], LVCFMT_LEFT, 0);
+    }
+    m_strWidths = pWidths;
+    m_nColumns = static_cast<int>(headers.size());
+    FitColumns();
+}
+
+void CGridCtrl::FitColumns() {
+    if (GetSafeHwnd() == nullptr || m_nColumns == 0) {
+        return;
+    }
     CRect client;
     GetClientRect(&client);
-    const std::vector<CString> headers = SplitText(pHeaders);
-    const std::vector<int> widths = GetColumnWidths(pWidths, client.Width());
-    for (size_t i = 0; i < headers.size(); ++i) {
-        InsertColumn(static_cast<int>(i), headers[i], LVCFMT_LEFT,
-                     i < widths.size() ? widths[i] : 0);
+    const std::vector<int> widths = GetColumnWidths(m_strWidths, client.Width());
+    for (int i = 0; i < m_nColumns && i < static_cast<int>(widths.size()); ++i) {
+        SetColumnWidth(i, widths[static_cast<size_t>(i)]);
     }
 }
 
 void CGridCtrl::SetRows(const std::vector<std::vector<CString>>& rows) {
-    DeleteAllItems();
-    for (size_t i = 0; i < rows.size(); ++i) {
-        const int nRow = static_cast<int>(i);
-        for (size_t j = 0; j < rows[i].size(); ++j) {
-            if (j == 0) {
-                InsertItem(nRow, rows[i][j]);
-            } else {
-                SetItemText(nRow, static_cast<int>(j), rows[i][j]);
+    if (rows.empty()) {
+        DeleteAllItems();
+    }
+    const int nRows = static_cast<int>(rows.size());
+    while (GetItemCount() > nRows) {
+        DeleteItem(GetItemCount() - 1);
+    }
+    while (GetItemCount() < nRows) {
+        InsertItem(GetItemCount(), _T(""));
+    }
+    for (int nRow = 0; nRow < nRows; ++nRow) {
+        const std::vector<CString>& texts = rows[static_cast<size_t>(nRow)];
+        for (int i = 0; i < static_cast<int>(texts.size()); ++i) {
+            const CString& strText = texts[static_cast<size_t>(i)];
+            // A text that is the same is not painted again.
+            if (GetItemText(nRow, i) != strText) {
+                SetItemText(nRow, i, strText);
             }
         }
     }

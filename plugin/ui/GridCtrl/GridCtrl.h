@@ -14,7 +14,12 @@ public:
     //           pixels; "+" gives the column what the others leave
     void SetColumns(const ACHAR* pHeaders, const ACHAR* pWidths);
 
-    // Replaces all rows; each holds one text a column. The selection is lost.
+    // Gives the columns their shares of the client width as it is now.
+    void FitColumns();
+
+    // Shows these rows, each with one text a column, in place of those there are. Rows that stay
+    // keep their selection, and the grid stays scrolled as far as there are rows; without any row
+    // both are lost.
     void SetRows(const std::vector<std::vector<CString>>& rows);
 
     // Indexes of the selected rows from 0, ascending.
@@ -24,6 +29,10 @@ public:
 
 protected:
     DECLARE_MESSAGE_MAP()
+
+private:
+    CString m_strWidths;
+    int m_nColumns = 0;
 };
 
 // Pixel widths of the columns for a width text; see SetColumns. A text that is no number counts 0.
