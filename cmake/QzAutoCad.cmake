@@ -48,7 +48,7 @@ set_target_properties(QZEncircleLine PROPERTIES PREFIX "" SUFFIX ".arx")
 target_compile_features(QZEncircleLine PRIVATE cxx_std_${QZ_AUTOCAD_STANDARD})
 # The SDK's headers may name libraries themselves.
 target_link_directories(QZEncircleLine PRIVATE ${ARX_SDK}/lib-x64)
-target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/drawn ${plugin}/engine
+target_include_directories(QZEncircleLine PRIVATE ${CMAKE_SOURCE_DIR} ${plugin}/util ${plugin}/drawn ${plugin}/outline ${plugin}/engine
   ${plugin}/batch ${plugin}/ui ${plugin}/entry ${plugin}/ui/res)
 target_include_directories(QZEncircleLine SYSTEM PRIVATE ${ARX_SDK}/inc ${ARX_SDK}/inc-x64)
 # An extension module of MFC, in Unicode; _AFXDLL comes with CMAKE_MFC_FLAG. Windows 10 or later.

@@ -70,7 +70,7 @@ def headers_of(path, root, known):
     text = path.read_text(encoding="utf-8")
     found = set(re.findall(r"#include <(\w+)>", text))
     for name in re.findall(r'#include "([\w./]+)"', text):
-        for folder in [path.parent, root] + [root / "plugin" / f for f in ("util", "drawn", "engine", "batch", "ui", "entry")]:
+        for folder in [path.parent, root] + [root / "plugin" / f for f in ("util", "drawn", "outline", "engine", "batch", "ui", "entry")]:
             if (folder / name).exists():
                 found |= headers_of((folder / name).resolve(), root, known)
                 break

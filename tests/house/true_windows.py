@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Compiles every plug-in source with the true headers of Windows in front of everything.
 
-They come with the cross compiler, and bring what the host's own headers cannot: macros such as hyper,
+They come with the cross compiler, and bring what the host's own headers cannot: macros such as small,
 near, interface, GetObject or LoadString, and Windows' own types, which win over the host's. Nothing is
 linked. Without the cross compiler there is nothing to do, and the test says so.
 """
@@ -21,8 +21,11 @@ FOLDERS = ["plugin/util", "plugin/engine", "plugin/drawn", "plugin/outline", "pl
 FLAGS = (["-std=c++17", "-Wall", "-Wextra", "-Wshadow", "-Werror", "-DUNICODE", "-D_UNICODE",
           "-DWINVER=0x0A00", "-D_WIN32_WINNT=0x0A00", f"-I{ROOT}"]
          + [f"-I{ROOT / folder}" for folder in FOLDERS])
-# The true headers; MFC takes GetCurrentTime back, since CTime has a function of the name.
+# The true headers; MFC takes GetCurrentTime back, since CTime has a function of the name. The cross
+# compiler's leave out three macros that Microsoft's have; its standard headers, which do not bear
+# them, come before.
 TRUE = """#pragma once
+#include <bits/stdc++.h>
 #include <winsock2.h>
 #include <windows.h>
 #include <commctrl.h>
@@ -31,9 +34,12 @@ TRUE = """#pragma once
 #include <shlobj.h>
 #include <tchar.h>
 #undef GetCurrentTime
-#include <cstddef>
-#include <cstdint>
-#include <cwchar>
+#undef small
+#undef min
+#undef max
+#define small char
+#define min(a, b) (((a) < (b)) ? (a) : (b))
+#define max(a, b) (((a) > (b)) ? (a) : (b))
 """
 # What the host's headers bring besides Windows' own names.
 MORE = """#define HOST_MODULE_LOCAL
@@ -60,7 +66,7 @@ def make_headers(folder):
 
 # A name of each kind that only the true headers make something else.
 PROBE = """
-#if !defined(hyper) || !defined(near) || !defined(interface) || !defined(GetObject)
+#if !defined(small) || !defined(min) || !defined(hyper) || !defined(near) || !defined(interface) || !defined(GetObject)
 #error "the true headers are not in front"
 #endif
 """
