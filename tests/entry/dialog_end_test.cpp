@@ -177,6 +177,23 @@ TEST(Dialogs, StopWhenAnotherDrawingBecomesCurrent) {
     }
 }
 
+// It has no axis point, and nothing to export.
+TEST(Dialogs, PassOverAPolylineWithoutVertices) {
+    BusyUser user;
+    user.Draw("P@TempEncircleLine 0,0 5,0");
+    BusyUser::Check(acDocManager->lockDocument(user.document));
+    {
+        AcDbObjectPointer<AcDbPolyline> polyline(user.ids[0], AcDb::kForWrite);
+        ASSERT_EQ(Acad::eOk, polyline.openStatus());
+        polyline->reset(false, 0);
+    }
+    BusyUser::Check(acDocManager->unlockDocument(user.document));
+    ShowCalDialog();
+    user.Press(186, 1025);
+    EXPECT_EQ((std::vector<std::string>{"select", "box"}), user.asked);
+    EXPECT_EQ(std::vector<std::string>{"导出成功"}, user.boxes);
+}
+
 // What Create makes and takes back again is deleted once, and the command can be given again.
 TEST(Dialogs, ThatCannotBeMadeAreFreed) {
     const char* const scripts[] = {

@@ -125,20 +125,23 @@ std::wstring DesktopInput::NameForSaving(const AcApDocument& document) {
 
 void DesktopInput::GiveUp() {
     m_isOver = true;
-    Escape();
+    Cancel();
 }
 
-bool DesktopInput::Escape() {
-    if (!IsAsking()) {
-        // A run may look for it in the queue.
-        CWnd* const view = m_driver.IsInHostLoop() ? acedGetAcadDwgView() : nullptr;
-        if (view != nullptr) view->PostMessage(WM_KEYDOWN, VK_ESCAPE);
-        return false;
-    }
+bool DesktopInput::Cancel() {
+    if (!IsAsking()) return false;
     m_answer.kind = Answer::kEscape;
     m_selection.kind = SelectionAnswer::kEscape;
     Done();
     return true;
+}
+
+bool DesktopInput::Escape() {
+    if (Cancel()) return true;
+    // A run may look for it in the queue.
+    CWnd* const view = m_driver.IsInHostLoop() ? acedGetAcadDwgView() : nullptr;
+    if (view != nullptr) view->PostMessage(WM_KEYDOWN, VK_ESCAPE);
+    return false;
 }
 
 Aim DesktopInput::AimAt(const AcGePoint3d& pointer) {

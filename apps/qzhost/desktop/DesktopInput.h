@@ -29,6 +29,7 @@ public:
     // Each returns false when nothing is asked that it could answer.
     bool Click(const AcGePoint3d& point, bool takesOut = false);
     bool Enter(const std::wstring& text);
+    // With nothing asked a run that goes on may look for the key.
     bool Escape();
     // Takes everything, or nothing, into the set picked beforehand; with nothing asked only.
     void PickAllFirst();
@@ -62,6 +63,8 @@ public:
     }
 
 private:
+    // Answers what is asked with Escape; false when nothing is.
+    bool Cancel();
     enum Kind { kNothing, kSelection, kPoint, kText };
     void Wait(Kind kind);
     void Done() { m_isDone = true; }

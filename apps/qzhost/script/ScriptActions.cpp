@@ -120,7 +120,9 @@ void ScriptRunner::DoClose(const ScriptLine& line) {
         host::Session::Get().Close(*curDoc());
 }
 
+// What is typed as a command goes to the drawing, and so do the answers to its prompts.
 void ScriptRunner::DoCommand(const ScriptLine& line) {
+    if (CWnd* const view = acedGetAcadDwgView()) view->SetFocus();
     if (!host::Session::Get().Execute(line.Rest(1)))
         Fail(&line, L"there is no such command: " + line.text);
 }
