@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "BoxIndex.h"
+#include "EncircleWatch.h"
 #include "LineSplitter.h"
 #include "Meetings.h"
 #include "ProbeCuts.h"
@@ -18,8 +19,11 @@ void CEncircleLine::BreakLines(std::vector<CLineInfo>& lines) {
 void CEncircleLine::BreakLines2(std::vector<CLineInfo>& lines, bool bWithVertical,
                                 bool bShiftRight) {
     const CProbeCuts probes(lines, GetProbeSetup(bWithVertical, bShiftRight));
+    size_t pieces = lines.size();
     for (size_t i = 0; i < lines.size(); ++i) {
         probes.Cut(i, lines[i]);
+        pieces += lines[i].m_breakPts.size();
+        CEncircleWatch::Keep(pieces);
     }
     CLineSplitter::SplitAll(lines);
 }

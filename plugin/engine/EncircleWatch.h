@@ -24,6 +24,12 @@ public:
     // Called at the start of each longer pass and every few thousand records of it. The calls are
     // a few milliseconds apart. False stops the run.
     virtual bool MayGoOn(const char* pPass, size_t nDone, size_t nAll) = 0;
+    // Called when a side sees so many pieces by now, each some fifty bytes, later a record: every
+    // few thousand more of them. False stops the run.
+    virtual bool MayKeep(size_t nPieces) {
+        static_cast<void>(nPieces);
+        return true;
+    }
 
     // The installed watch; null when nobody looks.
     static CEncircleWatch* Current() { return s_pCurrent; }
@@ -33,6 +39,12 @@ public:
     static void Step(const char* pPass, size_t nDone, size_t nAll) {
         if (s_pCurrent != nullptr && nDone % kSteps == 0) {
             Ask(pPass, nDone, nAll);
+        }
+    }
+    // For the passes: tells the watch how many pieces there are by now; like Step().
+    static void Keep(size_t nPieces) {
+        if (s_pCurrent != nullptr && !s_pCurrent->MayKeep(nPieces)) {
+            throw SEncircleStop();
         }
     }
 

@@ -28,6 +28,8 @@ constexpr double kSteadyFactor = 2.0;
 constexpr double kClearTols = 1.35;
 // Near an end with more places than this all is tested.
 constexpr std::ptrdiff_t kMostAtEnd = 64;
+// How many pieces more are told to a watch.
+constexpr size_t kToldPieces = 4096;
 
 double GetScale(const std::vector<CLineInfo>& lines, const CQZRect& extents) {
     double scale = 0.0;
@@ -91,9 +93,15 @@ std::vector<SSeenPiece> CVisibility::See(E_RemoveLine_Dir dir, const CProbeCuts&
 std::vector<SSeenPiece> CVisibility::SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
     Prepare(dir, pProbes);
     Seen seen;
+    size_t kept = 0;
     for (size_t i = 0; i < m_lines.size(); ++i) {
         CEncircleWatch::Step("visible", i, m_lines.size());
         SeeRecord(i, seen);
+        // One record alone may have thousands of pieces.
+        if (seen.size() > kept + kToldPieces) {
+            kept = seen.size();
+            CEncircleWatch::Keep(kept);
+        }
     }
     return seen;
 }

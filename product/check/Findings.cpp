@@ -89,6 +89,11 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                              : measure.half == Half::Lower ? "lower half of the drawing"
                                                            : "upper half of the drawing";
     OutlineFigures figures;
+    if (check.isTangled) {
+        Add(findings, Finding::Kind::Outline, true,
+            "not checked against the contour: its lines cross too often");
+        return figures;
+    }
     if (!check.hasContour) {
         Add(findings, Finding::Kind::Outline, true,
             "the " + half + " encloses no area: the envelope has nothing to be compared with");

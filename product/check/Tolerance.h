@@ -29,6 +29,11 @@ constexpr double kBridgeShare = 0.02;
 // Every pair of loose ends is compared: more of them are a drawing of something else.
 constexpr std::size_t kMostLooseEnds = 2000;
 
+// Pairs of chords that come near one another, for each chord and beside that, up to which a contour
+// is looked for: some seconds. Each chord is near those before and behind it.
+constexpr double kNearPairsOfChord = 4;
+constexpr double kMostNearPairs = 30000;
+
 // Points along a contour at which its distance from another one is measured.
 constexpr double kContourSamples = 4000;
 

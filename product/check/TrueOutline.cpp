@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <tuple>
 
+#include "plane/box.h"
 #include "product/base/Text.h"
 #include "product/check/Farthest.h"
 #include "product/check/Geos.h"
@@ -156,6 +158,40 @@ Gathered Gather(const AcArray<AcDbObjectId>& ids, bool withDashed, double chord)
     return gathered;
 }
 
+// What is drawn on one place again adds nothing to a contour, and much to the cost of noding.
+void DropRepeats(Polylines& lines) {
+    const auto turn = [](Polyline& line) {
+        const Point &a = line.front(), &b = line.back();
+        if (std::tie(b.x, b.y) < std::tie(a.x, a.y)) std::reverse(line.begin(), line.end());
+    };
+    const auto isLess = [](const Polyline& a, const Polyline& b) {
+        return std::lexicographical_compare(
+            a.begin(), a.end(), b.begin(), b.end(),
+            [](const Point& p, const Point& q) { return std::tie(p.x, p.y) < std::tie(q.x, q.y); });
+    };
+    for (Polyline& line : lines) turn(line);
+    std::sort(lines.begin(), lines.end(), isLess);
+    lines.erase(std::unique(lines.begin(), lines.end(),
+                            [&](const Polyline& a, const Polyline& b) {
+                                return !isLess(a, b) && !isLess(b, a);
+                            }),
+                lines.end());
+}
+
+// Noding looks at every pair of chords that come near one another.
+bool IsTangled(const Polylines& lines, double tolerance) {
+    std::vector<plane::Box> boxes;
+    for (const Polyline& line : lines)
+        for (size_t i = 1; i < line.size(); ++i) {
+            boxes.emplace_back();
+            for (const Point& p : {line[i - 1], line[i]}) boxes.back().Add(plane::Point{p.x, p.y});
+        }
+    const double most = kMostNearPairs + kNearPairsOfChord * static_cast<double>(boxes.size());
+    double pairs = 0;
+    plane::ForEachMeetingPair(boxes, tolerance, [&](size_t, size_t) { return ++pairs <= most; });
+    return pairs > most;
+}
+
 Polylines HalfOf(const Polylines& lines, const AxisFrame& frame, double tolerance) {
     Polylines half;
     for (const Polyline& line : lines) {
@@ -181,7 +217,10 @@ OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Ha
     });
     if (rough.IsEmpty()) return check;
     const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
-    const Gathered gathered = Gather(ids, withDashed, chord);
+    Gathered gathered = Gather(ids, withDashed, chord);
+    DropRepeats(gathered.contour);
+    check.isTangled = IsTangled(gathered.contour, tolerance);
+    if (check.isTangled) return check;
     // From the middle of the tool on: GEOS sees small numbers wherever the drawing lies.
     const Point middle{(rough.low.x + rough.high.x) / 2, (rough.low.y + rough.high.y) / 2};
     const AxisFrame frame(axis, middle, half == Half::Lower);

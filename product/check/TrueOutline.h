@@ -27,6 +27,9 @@ struct Deviation {
 struct OutlineCheck {
     // The half that was asked for encloses an area. Without one there is nothing to compare.
     bool hasContour = false;
+    // The lines come near one another so often that finding a contour would take minutes: nothing
+    // was looked at.
+    bool isTangled = false;
     bool hasOtherHalf = false;
     std::optional<Deviation> envelope;  // from the contour; none without envelope or contour
     std::optional<Deviation> halves;    // the other half, mirrored, from this one
@@ -46,7 +49,8 @@ struct OutlineCheck {
 // withDashed dashed and centre lines are part of the outline
 // envelope   a closed ring; empty: none
 // tolerance  points closer than this are one; what is told is good to about that
-// cost       O(n log n) for n chords, for each half; the distance between samples of a contour is a
+// cost       O(n log n) for n chords, for each half, and linear in the pairs of them that come near
+//            one another, up to a budget; the distance between samples of a contour is a
 //            4000th of its length
 OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Half half,
                           bool withDashed, const std::vector<Vertex>& envelope, double tolerance);

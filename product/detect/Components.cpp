@@ -1,8 +1,10 @@
 #include "product/detect/Components.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numeric>
+#include <tuple>
 
 namespace product::detect {
 namespace {
@@ -26,6 +28,12 @@ struct Chord {
     int stroke;
     Point a, b;
     double left, right, low, high;
+
+    std::array<double, 4> Place() const {
+        const bool isFromA = std::tie(a.x, a.y) <= std::tie(b.x, b.y);
+        return isFromA ? std::array<double, 4>{a.x, a.y, b.x, b.y}
+                       : std::array<double, 4>{b.x, b.y, a.x, a.y};
+    }
 };
 
 std::vector<Chord> ChordsOf(const Sheet& sheet, const std::vector<char>& use) {
@@ -39,7 +47,7 @@ std::vector<Chord> ChordsOf(const Sheet& sheet, const std::vector<char>& use) {
                               std::max(p[k - 1].y, p[k].y)});
     }
     std::sort(chords.begin(), chords.end(),
-              [](const Chord& a, const Chord& b) { return a.left < b.left; });
+              [](const Chord& a, const Chord& b) { return a.Place() < b.Place(); });
     return chords;
 }
 
@@ -68,6 +76,11 @@ std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char
     std::vector<int> open;
     for (size_t i = 0; i < chords.size(); ++i) {
         const Chord& chord = chords[i];
+        // What is drawn on the same place again touches what the first one touches.
+        if (i > 0 && chord.Place() == chords[i - 1].Place()) {
+            groups.Join(chord.stroke, chords[i - 1].stroke);
+            continue;
+        }
         size_t kept = 0;
         for (const int k : open) {
             const Chord& other = chords[k];

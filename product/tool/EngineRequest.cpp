@@ -6,7 +6,6 @@
 
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
-#include "product/tool/Crossings.h"
 
 namespace product {
 namespace {
@@ -55,22 +54,6 @@ std::string EntityName(const AcDbObjectId& id) {
         acdbSymUtil()->getSymbolName(name, reference->blockTableRecord()) != Acad::eOk)
         return "entity " + handle;
     return "block '" + ToUtf8(name) + "' (reference " + handle + ")";
-}
-
-// Each crossing cuts two lines in two.
-void CheckCrossings(const AcArray<AcDbObjectId>& picked, double limit) {
-    // Counted far enough to say by how much it is too much.
-    constexpr double kTold = 10;
-    if (static_cast<double>(picked.length()) * picked.length() <= limit) return;
-    const double crossings = CountCrossings(picked, kTold * limit);
-    const double lines = picked.length() + 2 * crossings;
-    if (lines > limit)
-        throw Failure(
-            Fault::Request,
-            Format("the lines that were picked cross %.0f times or more, which breaks "
-                   "them into %.0f lines",
-                   crossings, lines) +
-                Format(", more than %.0f; pick less by --window, or raise --limit", limit));
 }
 
 void CheckSegments(const Selection& selection, const ToolParameters& parameters) {
@@ -144,7 +127,6 @@ void CheckRequest(const Selection& selection, const ToolParameters& parameters,
         CheckLengths(parameters, size);
     CheckPieces(selection.ids, parameters.limit);
     if (!isExact) CheckSegments(selection, parameters);
-    if (!isExact) CheckCrossings(selection.ids, parameters.limit);
     if (!axis) return;
     if (axis->IsLevel())
         CheckAxis(axis->from, box, size, warnings);

@@ -19,17 +19,16 @@
 #include "product/check/TrueOutline.h"
 #include "product/detect/ReadSheet.h"
 #include "product/picture/SolidPicture.h"
-#include "product/tool/Crossings.h"
 #include "product/tool/EngineRequest.h"
 #include "product/tool/ExactRun.h"
+#include "product/tool/LimitWatch.h"
 #include "product/tool/ToolName.h"
 #include "product/tool/ToolPicture.h"
 
 namespace product {
 namespace {
 
-constexpr int kPageSolidWidth = 560;      // pixels
-constexpr double kMostCrossings = 50000;  // of lines, for the check of the contour
+constexpr int kPageSolidWidth = 560;  // pixels
 
 using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
@@ -168,8 +167,10 @@ void ToolRunner::DrawEnvelope(const ToolRequest& request, ToolRun& run) {
     run.envelopesErased = EraseEnvelopes(run.selection.envelopes);
     EraseFormer(request.formerEnvelope);
     const auto start = std::chrono::steady_clock::now();
+    LimitWatch watch(request.parameters.limit);
     {
         const CEncircleTraceScope listen(run.trace);
+        const CEncircleWatchScope watched(watch);
         std::optional<CAxisLine> line;
         if (request.SeesAxis()) {
             // Not on the current layer: that may be locked, and the line could not be erased again.
@@ -182,6 +183,7 @@ void ToolRunner::DrawEnvelope(const ToolRequest& request, ToolRun& run) {
         CEncircleLine engine(info);
         (engine.*pipeline)(run.selection.ids, run.envelopeId);
     }
+    if (!watch.Reason().empty()) throw Failure(Fault::Request, watch.Reason());
     run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -230,13 +232,7 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
         AddAxisFindings(*heights, *request.axis, review.findings);
         CompareWithExact(request, run, review.findings);
     }
-    // Noding a grid takes minutes; what was not looked at is told.
-    const bool isTangled = CountCrossings(run.selection.ids, kMostCrossings) >= kMostCrossings;
-    if (isTangled)
-        review.findings.push_back({Finding::Kind::Outline, false,
-                                   "not checked against the contour: its lines cross too often",
-                                   std::nullopt});
-    if (parameters.algorithm != Algorithm::Second && request.axis && !isTangled) {
+    if (parameters.algorithm != Algorithm::Second && request.axis) {
         const OutlineCheck check = CheckOutline(run.selection.ids, *request.axis, parameters.half,
                                                 parameters.includeDashed, run.envelope.vertices,
                                                 PointTolerance(run, parameters));

@@ -84,8 +84,8 @@ ROOMS = {
     "product/check": (
         "looks at the drawing by means of its own; shares no more with the engine than the record "
         "of what it did and the names of its layers",
-        "product/base product/detect plugin/util plugin/drawn plugin/outline plugin/engine host/include "
-        "host/geos"),
+        "product/base product/detect plane plugin/util plugin/drawn plugin/outline plugin/engine "
+        "host/include host/geos"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
         "plane product/base plugin/util plugin/drawn host/include host/solid"),

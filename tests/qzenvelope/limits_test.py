@@ -70,7 +70,19 @@ DRAWINGS = {
     "deeper than the stack": (drawing(insert("B60000"), chain(60000, insert)), 0, r"length"),
     "a grid": (
         drawing("".join(line(0, i, 1500, i) + line(i, 0, i, 1500) for i in range(1500))), 2,
-        r"cross 2\d{6} times or more.*raise --limit"),
+        r"cross 22\d{5} times.*raise --limit"),
+    "a grid of two blocks": (
+        drawing(insert("A") + insert("B"),
+                block("A", "".join(line(0, i, 1500, i) for i in range(1500))) +
+                block("B", "".join(line(i, 0, i, 1500) for i in range(1500)))), 2,
+        r"cross 22\d{5} times.*raise --limit"),
+    "a line drawn over and over": (drawing(line(0, 0, 10, 5) * 20000 + line(10, 5, 20, 5)), 0,
+                                   "length"),
+    "a grid that nobody wants to be checked": (
+        drawing("".join(line(0, i, 200, i) + line(i, 0, i, 200) for i in range(200))), 0,
+        r"not checked against the contour"),
+    "a zigzag": (drawing(spline([(i, 50 - 100 * (i % 2)) for i in range(1000)])), 2,
+                 r"one side sees the lines that were picked in \d+ pieces or more.*raise --limit"),
     "deep, and a block inside itself": (
         drawing(insert("B900"), chain(900, lambda name: insert(name) + insert("B899"))), None, ""),
 }

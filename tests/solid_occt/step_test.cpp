@@ -23,6 +23,14 @@
 #include "host/solid/sat_topology.h"
 #include "solid/outlines.h"
 
+#if defined(__SANITIZE_ADDRESS__)
+// The kernel's reader keeps tables of its own to the end of the process.
+extern "C" const char* __lsan_default_suppressions();
+extern "C" const char* __lsan_default_suppressions() {
+    return "leak:libTKernel\nleak:libTKXSBase\n";
+}
+#endif
+
 using namespace host::solid;
 
 namespace {

@@ -35,6 +35,8 @@ CommandLine::CommandLine(QWidget* parent)
 }
 
 bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
+        return QWidget::eventFilter(watched, event);
     const auto* const key = static_cast<QKeyEvent*>(event);
     // With nothing typed there is nothing of the line's own to take back or to erase.
     if (event->type() == QEvent::ShortcutOverride && m_edit->text().isEmpty()) {
