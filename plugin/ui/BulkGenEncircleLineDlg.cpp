@@ -242,8 +242,10 @@ BatchTask* CBulkGenEncircleLineDlg::AskOneTask() {
 
 std::vector<Adesk::UInt64> CBulkGenEncircleLineDlg::AskTools(const BatchTask& task) {
     // What the grid shows may be another task's: nothing of that is meant.
-    const std::vector<Adesk::UInt64> tools =
-        task.serial == m_nShownTask ? GetSelectedTools() : std::vector<Adesk::UInt64>();
+    std::vector<Adesk::UInt64> tools;
+    if (task.serial == m_nShownTask) {
+        tools = GetSelectedTools();
+    }
     if (tools.empty()) {
         AfxMessageBox(_T("请选择刀具数据"));
     }
