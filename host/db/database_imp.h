@@ -31,29 +31,29 @@ public:
     }
 
 private:
-    static constexpr size_t kChunk = 1024;
+    static constexpr size_t kChunk = 1024;  // stubs at a time
     std::vector<std::unique_ptr<Stub[]>> m_chunks;
-    size_t m_used = kChunk;
+    size_t m_used = kChunk;  // of the last chunk
 };
 
 // Stubs by handle. Handles are mostly dense, so they live in pages found by a hash; neighbours cost
 // an index.
 class HandleTable {
 public:
-    Stub* Find(Adesk::UInt64 handle) const;
-    void Insert(Adesk::UInt64 handle, Stub* stub);
+    Stub* Find(Adesk::UInt64 handle) const;         // null when there is none; O(1)
+    void Insert(Adesk::UInt64 handle, Stub* stub);  // replaces; 0 is no handle
     size_t Size() const { return m_size; }
     // Rising by handle.
     std::vector<Stub*> All() const;
 
 private:
-    static constexpr int kPageBits = 9;
+    static constexpr int kPageBits = 9;  // 512 handles a page
     static constexpr size_t kPageSize = size_t(1) << kPageBits;
     using Page = std::unique_ptr<Stub*[]>;
     Stub** PageOf(Adesk::UInt64 handle) const;
 
     std::unordered_map<Adesk::UInt64, Page> m_pages;
-    mutable Adesk::UInt64 m_lastKey = ~Adesk::UInt64(0);
+    mutable Adesk::UInt64 m_lastKey = ~Adesk::UInt64(0);  // the page that was asked last
     mutable Stub** m_lastPage = nullptr;
     size_t m_size = 0;
 };
@@ -67,7 +67,7 @@ public:
     std::unique_ptr<AcDbObject> Take(Stub& stub);
 
 private:
-    static constexpr size_t kListed = 16;
+    static constexpr size_t kListed = 16;  // in the list at most
     std::vector<std::pair<Stub*, std::unique_ptr<AcDbObject>>> m_list;
     std::unordered_map<Stub*, std::unique_ptr<AcDbObject>> m_more;
 };
@@ -75,25 +75,25 @@ private:
 struct DatabaseImp {
     explicit DatabaseImp(AcDbDatabase& owner) : db(&owner) {}
 
-    AcDbDatabase* db;
-    StubArena arena;
-    HandleTable handles;
-    HeaderVars header;
-    Stub* roots[static_cast<int>(Root::kCount)] = {};
+    AcDbDatabase* db;                                  // whose inside this is
+    StubArena arena;                                   // owns all stubs
+    HandleTable handles;                               // of everything resident
+    HeaderVars header;                                 // what section HEADER holds
+    Stub* roots[static_cast<int>(Root::kCount)] = {};  // tables and the first dictionary
     AcDbObjectId layerZero, byLayer, byBlock, continuous, modelSpace, paperSpace;
     AcDbObjectId groupDictionary, layoutDictionary;
-    std::vector<AcDbDatabaseReactor*> reactors;
-    std::unique_ptr<DrawingSource> source;
-    WriteGuard* guard = nullptr;
-    std::wstring file;
+    std::vector<AcDbDatabaseReactor*> reactors;  // not owned, in order
+    std::unique_ptr<DrawingSource> source;       // unread objects; null for a new drawing
+    WriteGuard* guard = nullptr;                 // asks for locks; null: none needed
+    std::wstring file;                           // of the last read or save
     AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT;
-    size_t openCount = 0;
-    bool modified = false;
+    size_t openCount = 0;       // objects open now, for reports
+    bool modified = false;      // since the last save
     std::vector<Stub*> erased;  // since the last purge; may hold stubs un-erased meanwhile
     SnapshotStore snapshots;
 
     Stub* NewStub(AcRxClass* cls, Stub* owner, Adesk::UInt16 flags);
-    Adesk::UInt64 TakeHandle();
+    Adesk::UInt64 TakeHandle();  // the next free one
     Acad::ErrorStatus MayWrite() const {
         return guard == nullptr ? Acad::eOk : guard->MayWrite(*db);
     }
@@ -110,11 +110,11 @@ struct DatabaseImp {
 
 // Rarely used parts of an object.
 struct ObjectExtras {
-    resbuf* xdata = nullptr;
+    resbuf* xdata = nullptr;  // one chain of all applications; owned
     AcDbObjectId extensionDictionary;
-    AcDbObjectId owner;  // setOwnerId of a non-resident object
-    std::vector<AcDbObjectId> reactorIds;
-    std::vector<AcDbObjectReactor*> reactors;
+    AcDbObjectId owner;                        // setOwnerId of a non-resident object
+    std::vector<AcDbObjectId> reactorIds;      // persistent ones
+    std::vector<AcDbObjectReactor*> reactors;  // transient ones; not owned
 
     ObjectExtras() = default;
     ObjectExtras(const ObjectExtras&) = delete;

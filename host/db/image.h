@@ -25,10 +25,10 @@ protected:
 
 private:
     friend struct host::Access;
-    AcGePoint3d m_origin;
-    AcGeVector3d m_u{1.0, 0.0, 0.0};
-    AcGeVector3d m_v{0.0, 1.0, 0.0};
-    double m_width = 1.0;  // pixels
+    AcGePoint3d m_origin;             // lower left corner of the picture
+    AcGeVector3d m_u{1.0, 0.0, 0.0};  // along one pixel to the right
+    AcGeVector3d m_v{0.0, 1.0, 0.0};  // up
+    double m_width = 1.0;             // pixels
     double m_height = 1.0;
     std::vector<AcGePoint2d> m_boundary;  // two corners of a rectangle, or a polygon; empty: all
 };

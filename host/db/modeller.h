@@ -20,7 +20,7 @@ public:
                                     std::shared_ptr<const Shape>& moved) const = 0;
     // New entities without properties; the caller's.
     virtual Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const = 0;
-    virtual Acad::ErrorStatus Area(double& area) const = 0;
+    virtual Acad::ErrorStatus Area(double& area) const = 0;  // of faces; eNotApplicable for solids
     virtual Acad::ErrorStatus Volume(double& volume) const = 0;
     // The shape as drawings up to R2010 hold it: lines of plain SAT text, version 4.0, each ending
     // with \n. Empty for a shape that has no such form.

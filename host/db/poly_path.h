@@ -41,7 +41,7 @@ public:
     }
     const std::vector<PolySegment>& Segments() const { return m_segments; }
     bool IsStraight(size_t index) const { return m_segments[index].bulge == 0.0; }
-    BulgeArc ArcOf(size_t index) const;
+    BulgeArc ArcOf(size_t index) const;  // of a segment that is not straight
 
     Acad::ErrorStatus PointAt(double param, AcGePoint3d& point) const;
     Acad::ErrorStatus DerivAt(double param, AcGeVector3d& derivative) const;
@@ -60,8 +60,8 @@ public:
 private:
     // Splits a parameter into a segment and a fraction; eInvalidInput outside the range.
     Acad::ErrorStatus Locate(double param, size_t& index, double& fraction) const;
-    double Length(size_t index) const;
-    AcGePoint3d At(size_t index, double fraction) const;
+    double Length(size_t index) const;                    // of a segment, drawing units
+    AcGePoint3d At(size_t index, double fraction) const;  // arcs by their angle
     // Fraction of the nearest point of a segment.
     double Nearest(size_t index, const AcGePoint3d& point) const;
     double NearestParam(const AcGePoint3d& point, double& distance) const;

@@ -11,7 +11,7 @@ namespace host::dxf {
 class CanonicalTag {
 public:
     explicit CanonicalTag(const Source& source) : source_(source) {}
-    void SetStyle(const WriteStyle& style);
+    void SetStyle(const WriteStyle& style);  // how this program writes into that file
 
     // Whether the file's tag is what that one, of the same code, would be written as.
     bool IsLike(const Tag& there, const TagBuffer& buffer, const OutTag& tag);
@@ -19,9 +19,9 @@ public:
     const TagBuffer& Of(const Tag& there);
 
 private:
-    const Source& source_;
+    const Source& source_;  // whose tags are asked about
     const WriteStyle* style_ = nullptr;
-    std::unique_ptr<TagBuffer> buffer_;
+    std::unique_ptr<TagBuffer> buffer_;  // of one tag, used again
 };
 
 }  // namespace host::dxf

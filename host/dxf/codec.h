@@ -10,8 +10,8 @@
 namespace host::dxf {
 
 struct Codec {
-    const char* dxfName;
-    AcRxClass* (*type)();
+    const char* dxfName;   // group 0
+    AcRxClass* (*type)();  // exactly this class
     // Reads or writes what the class itself stores; handle, owner, common properties and extended
     // data are not its affair.
     void (*fields)(FieldIo& io, AcDbObject& object);
@@ -30,14 +30,14 @@ void EntityFields(FieldIo& io, AcDbObject& object);
 AcCmEntityColor ColorOfGroups(std::int64_t index, std::int64_t rgb, Adesk::UInt16 absent);
 
 // Tables of codecs, one a source file.
-const std::vector<Codec>& CurveCodecs();
-const std::vector<Codec>& PolylineCodecs();
-const std::vector<Codec>& TextCodecs();
-const std::vector<Codec>& DimensionCodecs();
-const std::vector<Codec>& ShapeCodecs();
-const std::vector<Codec>& HatchCodecs();
-const std::vector<Codec>& TableCodecs();
-const std::vector<Codec>& ObjectCodecs();
+const std::vector<Codec>& CurveCodecs();      // LINE, ARC, CIRCLE, ELLIPSE, SPLINE, RAY ...
+const std::vector<Codec>& PolylineCodecs();   // LWPOLYLINE, POLYLINE, VERTEX
+const std::vector<Codec>& TextCodecs();       // TEXT, MTEXT, ATTRIB, ATTDEF
+const std::vector<Codec>& DimensionCodecs();  // DIMENSION, LEADER
+const std::vector<Codec>& ShapeCodecs();      // POINT, SOLID, 3DFACE, INSERT, 3DSOLID ...
+const std::vector<Codec>& HatchCodecs();      // HATCH
+const std::vector<Codec>& TableCodecs();      // LAYER, LTYPE, STYLE ...
+const std::vector<Codec>& ObjectCodecs();     // DICTIONARY, XRECORD, GROUP, LAYOUT
 
 // Adapts a function on the class to one on objects: Fields<AcDbLine, LineFields>.
 template <class T, void (*Function)(FieldIo&, T&)>

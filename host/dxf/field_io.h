@@ -63,22 +63,22 @@ public:
     // Whether the record states the group; always true for writing.
     virtual bool Has(int code) = 0;
 
-    void OptReal(int code, double& value, double absent);
+    void OptReal(int code, double& value, double absent);  // the same for values with a default
     void OptAngle(int code, double& radians, double absent);
     void OptText(int code, std::wstring& value, const std::wstring& absent);
     void OptNamed(int code, Root table, AcDbObjectId& id, AcDbObjectId absent);
-    void Vector(int code, AcGeVector3d& vector);
+    void Vector(int code, AcGeVector3d& vector);  // three groups, not moved by any plane
     template <class T>
-    void IntAs(int code, T& value) {
+    void IntAs(int code, T& value) {  // A whole number of another type; cut to it when read
         std::int64_t number = static_cast<std::int64_t>(value);
         Int(code, number);
         if (AsReader() != nullptr) value = static_cast<T>(number);
     }
     template <class T>
-    void OptInt(int code, T& value, T absent) {
+    void OptInt(int code, T& value, T absent) {  // the same with a default
         if (AsWriter() == nullptr || value != absent) IntAs(code, value);
     }
-    void Bool(int code, bool& value);
+    void Bool(int code, bool& value);  // 0 or 1
     void OptBool(int code, bool& value, bool absent) {
         if (AsWriter() == nullptr || value != absent) Bool(code, value);
     }
@@ -105,7 +105,7 @@ public:
 
 private:
     FieldIo& io_;
-    int code_;
+    int code_;  // the group
     std::int64_t mask_ = 0, value_ = 0;
 };
 

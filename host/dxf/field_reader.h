@@ -34,16 +34,16 @@ public:
     void Point(int code, AcGePoint2d& point) override;
     void OcsPoint(int code, AcGePoint3d& point, const AcGeVector3d& normal) override;
     void Normal(AcGeVector3d& normal) override;
-    void Angle(int code, double& radians) override;
+    void Angle(int code, double& radians) override;  // from degrees
     void Named(int code, Root table, AcDbObjectId& id) override;
-    void Handle(int code, AcDbObjectId& id) override;
+    void Handle(int code, AcDbObjectId& id) override;  // null for one that no object has
     bool Has(int code) override { return Find(code) != nullptr; }
     void Flags(int code, std::int64_t, std::int64_t& value) override { Int(code, value); }
 
     // The body tags of the current subclass, in order, for lists; all body tags of a record without
     // subclass marks.
     std::vector<Tag> ScopeTags() const;
-    const RecordTags& tags() const { return tags_; }
+    const RecordTags& tags() const { return tags_; }  // all of the record's
     const Lookup& lookup() const { return lookup_; }
 
     double RealOf(const Tag& tag) const { return lookup_.source.Real(tag); }

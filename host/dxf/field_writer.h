@@ -32,16 +32,16 @@ public:
     };
     FieldWriter(TagBuffer& out, const Options& options)
         : FieldIo(out.style().version), out_(out), options_(options) {}
-    FieldWriter* AsWriter() override { return this; }
+    FieldWriter* AsWriter() override { return this; }  // this one
 
-    void Subclass(const char* name) override;
+    void Subclass(const char* name) override;  // writes the mark, where there are marks
     void Real(int code, double& value) override { out_.PutReal(code, value); }
     void Int(int code, std::int64_t& value) override { out_.PutInt(code, value); }
     void Text(int code, std::wstring& value) override { PutText(code, value); }
     void Point(int code, AcGePoint3d& point) override { PutPoint(code, point); }
     void Point(int code, AcGePoint2d& point) override { PutPoint(code, point); }
     void OcsPoint(int code, AcGePoint3d& point, const AcGeVector3d& normal) override;
-    void Normal(AcGeVector3d& normal) override;
+    void Normal(AcGeVector3d& normal) override;  // left out when it is +z
     void Angle(int code, double& radians) override { PutAngle(code, radians); }
     void Named(int code, Root table, AcDbObjectId& id) override;
     void Handle(int code, AcDbObjectId& id) override { PutId(code, id); }
@@ -54,17 +54,17 @@ public:
     void PutReal(int code, double value) { out_.PutReal(code, value); }
     void PutInt(int code, std::int64_t value) { out_.PutInt(code, value); }
     void PutText(int code, std::wstring_view text);
-    void PutRaw(int code, std::string_view text) { out_.PutText(code, text); }
-    void PutPoint(int code, const AcGePoint3d& point);
-    void PutPoint(int code, const AcGePoint2d& point);
-    void PutAngle(int code, double radians);
+    void PutRaw(int code, std::string_view text) { out_.PutText(code, text); }  // encoded already
+    void PutPoint(int code, const AcGePoint3d& point);                          // three tags
+    void PutPoint(int code, const AcGePoint2d& point);                          // two tags
+    void PutAngle(int code, double radians);                                    // in degrees
     // Handle of an object; "0" for null or erased ones.
     void PutId(int code, AcDbObjectId id);
     // Handle of an object that a list names. Erased ones are written only as the file has them.
     void PutMember(int code, AcDbObjectId id);
     // The tags are to be compared with those of the file.
     bool AsInFile() const { return options_.originalNames != nullptr; }
-    std::wstring NameOf(AcDbObjectId record) const;
+    std::wstring NameOf(AcDbObjectId record) const;  // empty for null
     // Whether a container should name the object.
     bool IsNamed(AcDbObjectId id) const;
 
@@ -74,9 +74,9 @@ public:
     const std::vector<Stub*>& references() const { return references_; }
 
 private:
-    TagBuffer& out_;
-    Options options_;
-    std::vector<Stub*> references_;
+    TagBuffer& out_;                 // receives everything
+    Options options_;                // of this record
+    std::vector<Stub*> references_;  // in the order in which they came up
 };
 
 }  // namespace host::dxf

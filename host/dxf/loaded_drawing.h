@@ -15,7 +15,7 @@
 namespace host::dxf {
 
 // An entry of a dictionary as it stands in the file.
-struct NamedHandle {
+struct NamedHandle {        // bytes of the file
     std::string_view name;  // not decoded
     std::uint64_t handle = 0;
     bool hard = false;  // it owns what it names (group 360)
@@ -26,7 +26,7 @@ std::vector<NamedHandle> EntriesOf(const FieldReader& io);
 
 constexpr std::size_t kNoIndex = static_cast<std::size_t>(-1);
 
-class LoadedDrawing : public DrawingSource {
+class LoadedDrawing : public DrawingSource {  // the source of the database's objects
 public:
     LoadedDrawing(const AcDbDatabase& db, std::unique_ptr<Source> source)
         : source_(std::move(source)),
@@ -50,14 +50,14 @@ public:
     // From the mark SECTION, TABLE or BLOCK to the one that ends it; when that is missing, end is
     // the first record behind. Ends of sections are those of the file's own marks.
     struct Span {
-        std::string name;
+        std::string name;  // of the section, table or block
         std::size_t begin = 0, end = 0;
         bool closed = true;  // the record at end is the mark
     };
-    std::vector<Span> sections;
-    std::vector<Span> tables;
+    std::vector<Span> sections;  // in the order of the file
+    std::vector<Span> tables;    // of section TABLES
     struct Block {
-        Span span;
+        Span span;               // from BLOCK to ENDBLK
         Stub* record = nullptr;  // of the block table
     };
     std::vector<Block> blocks;
@@ -70,7 +70,7 @@ public:
     Names names;
 
 private:
-    std::unique_ptr<Source> source_;
+    std::unique_ptr<Source> source_;  // bytes and places of tags
     Lookup lookup_;
 
 public:

@@ -12,7 +12,7 @@ namespace host::dxf {
 
 // The names as they stand in the file. A record renamed since is still found under its old name,
 // since that is what the unread entities say.
-class Names {
+class Names {  // by table
 public:
     // The first record of a name wins, as in the table itself.
     void Add(Root table, const std::wstring& name, Stub& record);
@@ -27,10 +27,10 @@ public:
 
 private:
     struct Table {
-        std::unordered_map<std::wstring, Stub*> byName;
+        std::unordered_map<std::wstring, Stub*> byName;  // by folded name
         mutable std::unordered_map<std::string, Stub*> byBytes;
     };
-    std::array<Table, static_cast<std::size_t>(Root::kCount)> tables_;
+    std::array<Table, static_cast<std::size_t>(Root::kCount)> tables_;  // by kind of table
     std::unordered_map<const Stub*, std::wstring> originals_;
 };
 

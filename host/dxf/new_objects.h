@@ -14,7 +14,7 @@
 
 namespace host::dxf {
 
-class NewObjects {
+class NewObjects {  // one for each writing
 public:
     NewObjects(const AcDbDatabase& db, const LoadedDrawing* drawing, const WriteStyle& style,
                Report& report);
@@ -31,8 +31,8 @@ public:
     std::vector<const Stub*> blocks;        // block records to be written whole
     bool complete = false;  // everything a drawing needs is written, asked for or not
 
-    bool Any() const { return any_; }
-    bool handles() const { return handles_; }
+    bool Any() const { return any_; }          // there is something new
+    bool handles() const { return handles_; }  // records get group 5
     // The file has no handles, but what is stored now may refer to objects by them: every entity is
     // to get its own.
     bool TurnsHandlesOn() const { return turnsHandlesOn_; }
@@ -53,39 +53,39 @@ public:
     void AppendMerged(const Stub& stub, std::size_t base, bool copy, std::string& out);
 
 private:
-    bool IsUnwritable(const Stub& stub) const;
-    bool IsImplied(const Stub& stub) const;
+    bool IsUnwritable(const Stub& stub) const;  // of a class that files cannot hold
+    bool IsImplied(const Stub& stub) const;     // stands in its owner's record already
     void RequireNamed(const std::vector<Stub*>& references);
-    bool OnSheet(const Stub& stub) const;
+    bool OnSheet(const Stub& stub) const;  // lies in a paper space
     const Stub* ModelSpace() const;
-    void Collect();
-    bool IsTooNew(const Stub& stub) const;
-    bool IsWanted(const Stub& stub) const;
-    void Require(const Stub* stub);
-    void WriteStub(const Stub& stub);
+    void Collect();                         // all stubs without a record, by handle
+    bool IsTooNew(const Stub& stub) const;  // a class that the file's version has not
+    bool IsWanted(const Stub& stub) const;  // written even when nothing refers to it
+    void Require(const Stub* stub);         // puts it into the queue, once
+    void WriteStub(const Stub& stub);       // what stands for it, by its kind
     void WriteRecord(const Stub& stub);
     void WriteEntity(const Stub& stub, std::string& out);
     void WriteOlder(const Stub& stub, const AcDbEntity& entity, std::string& out);
     void WriteForm(const AcDbEntity& form, RecordHead head, const Stub& original, std::string& out);
-    void RequireTable(Root table);
+    void RequireTable(Root table);  // the table that a record needs
     std::string WholeRecord(const Stub& stub, const std::string& name);
-    void Check(const TagBuffer& buffer, const Stub& stub);
+    void Check(const TagBuffer& buffer, const Stub& stub);  // no number that is none
     void LayerDefaults(FieldWriter::Options& options) const;
     static Root TableOf(const Stub& record, const AcDbDatabase& db);
 
     const AcDbDatabase& db_;
-    const LoadedDrawing* drawing_;
-    const WriteStyle& style_;
-    Report& report_;
+    const LoadedDrawing* drawing_;  // null: never read
+    const WriteStyle& style_;       // version, form, code page
+    Report& report_;                // what could not be written
     bool handles_ = true, turnsHandlesOn_ = false, any_ = false;
     std::uint64_t nextHandle_;
     // Of the record that is being merged; kept for their memory.
     RecordTags mergedTags_;
     TagBuffer mergedBefore_, mergedAfter_;
     std::unique_ptr<RecordMerger> merger_;
-    std::vector<Stub*> known_, references_;
-    std::vector<const Stub*> queue_;
-    std::set<const Stub*> written_;
+    std::vector<Stub*> known_, references_;  // kept for their memory
+    std::vector<const Stub*> queue_;         // required and not written yet
+    std::set<const Stub*> written_;          // or in the queue
     std::set<Root> tables_;
     std::string badObject_;
     mutable std::uint64_t plotStyle_ = 0, material_ = 0;

@@ -12,7 +12,7 @@ namespace host::dxf {
 
 // The tables by their names in files.
 const std::map<std::string, Root, std::less<>>& Tables();
-AcRxClass* TableRecordClass(Root table);
+AcRxClass* TableRecordClass(Root table);  // of the records of that table
 
 // Records of the sections BLOCKS, ENTITIES and OBJECTS, asked for in the order of the file: a
 // vertex is one of the polyline before it. Unknown ones get the class of unknown entities or
@@ -20,17 +20,17 @@ AcRxClass* TableRecordClass(Root table);
 class RecordClasses {
 public:
     explicit RecordClasses(const Source& source) : source_(source) {}
-    AcRxClass* OfEntity(std::size_t record);
-    AcRxClass* OfObject(std::size_t record);
+    AcRxClass* OfEntity(std::size_t record);  // of sections BLOCKS and ENTITIES
+    AcRxClass* OfObject(std::size_t record);  // of section OBJECTS
     // An arrayed insert of more cells than can be meant; it is taken for a single one.
     bool IsHugeArray(std::size_t record) const;
 
 private:
     std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const;
-    AcRxClass* PolylineClass(std::size_t record) const;
-    AcRxClass* VertexClass() const;
-    AcRxClass* InsertClass(std::size_t record) const;
-    AcRxClass* DimensionClass(std::size_t record) const;
+    AcRxClass* PolylineClass(std::size_t record) const;   // 2D, 3D, or a mesh, by group 70
+    AcRxClass* VertexClass() const;                       // as the polyline before it
+    AcRxClass* InsertClass(std::size_t record) const;     // single or arrayed
+    AcRxClass* DimensionClass(std::size_t record) const;  // by group 70
     AcRxClass* KnownClass(std::uint16_t type, bool entity);
 
     const Source& source_;

@@ -12,7 +12,7 @@ namespace host::dxf {
 
 class RecordEdits {
 public:
-    void Clear() {
+    void Clear() {  // forgets all changes; the memory is used again
         edits_.clear();
         texts_.clear();
     }
@@ -21,14 +21,14 @@ public:
     template <class Append>
     void Replace(std::size_t begin, std::size_t end, Append append) {
         const std::size_t text = texts_.size();
-        append(texts_);
+        append(texts_);  // at its end
         edits_.push_back({begin, end, text, texts_.size()});
     }
     template <class Append>
-    void Insert(std::size_t at, Append append) {
+    void Insert(std::size_t at, Append append) {  // adds bytes without taking any away
         Replace(at, at, append);
     }
-    void Remove(std::size_t begin, std::size_t end) {
+    void Remove(std::size_t begin, std::size_t end) {  // takes bytes away
         Replace(begin, end, [](std::string&) {});
     }
 
@@ -43,20 +43,20 @@ public:
         if (!std::is_sorted(edits_.begin(), edits_.end(), before))
             std::stable_sort(edits_.begin(), edits_.end(), before);
         for (const Edit& edit : edits_) {
-            if (edit.begin > begin) out += source.View(begin, edit.begin);
+            if (edit.begin > begin) out += source.View(begin, edit.begin);  // what stays as it is
             out.append(texts_, edit.text, edit.textEnd - edit.text);
             begin = (std::max)(begin, edit.end);
         }
-        out += source.View(begin, end);
+        out += source.View(begin, end);  // behind the last change
     }
 
 private:
     struct Edit {
-        std::size_t begin, end;
+        std::size_t begin, end;     // in the file; equal for an insertion
         std::size_t text, textEnd;  // in texts_
     };
-    std::vector<Edit> edits_;
-    std::string texts_;
+    std::vector<Edit> edits_;  // in the order they were made, until Apply
+    std::string texts_;        // all new bytes, one behind another
 };
 
 }  // namespace host::dxf

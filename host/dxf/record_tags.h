@@ -16,7 +16,7 @@ enum class Area : std::uint8_t {
 };
 
 struct PlacedTag {
-    Tag tag;
+    Tag tag;  // as it stands in the file
     Area area = Area::kBody;
     std::uint16_t scope = 0;  // index into RecordTags::scopes
 };
@@ -31,18 +31,18 @@ struct Scope {
 
 // Points into the source.
 struct RecordTags {
-    RecordTags() = default;
+    RecordTags() = default;  // to be read into
     RecordTags(const Source& source, std::size_t record) { Read(source, record); }
     // In place of what it held; the memory is used again.
     void Read(const Source& source, std::size_t record);
 
-    bool HasMarks() const;
+    bool HasMarks() const;  // has subclasses
     // Index of the n-th (from 0) subclass of that name, or -1.
     int FindScope(std::string_view name, int n = 0) const;
     std::string_view ScopeName(const PlacedTag& placed) const { return scopes[placed.scope].name; }
 
-    std::vector<PlacedTag> tags;
-    std::vector<Scope> scopes;
+    std::vector<PlacedTag> tags;  // in the order of the file
+    std::vector<Scope> scopes;    // the head first
 };
 
 // Codes whose tags in an XRECORD's data would start something anywhere else.

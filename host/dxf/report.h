@@ -14,7 +14,7 @@ public:
     struct Note {
         std::string kind;                 // "entity on an undeclared layer"
         std::vector<std::string> places;  // "line 120: LINE 2F on layer \"AXIS\""
-        std::size_t count = 0;
+        std::size_t count = 0;            // all of them
     };
 
     // kind   what is wrong, the same words each time
@@ -29,10 +29,10 @@ public:
     // One line a kept place, one more for the number left out.
     std::vector<std::string> Lines() const;
 
-    static constexpr std::size_t kPlacesKept = 5;
+    static constexpr std::size_t kPlacesKept = 5;  // of each kind
 
 private:
-    std::vector<Note> notes_;
+    std::vector<Note> notes_;  // by first coming up
 };
 
 }  // namespace host::dxf

@@ -18,12 +18,12 @@
 namespace host::dxf {
 
 enum class Form : std::uint8_t {
-    kText,
+    kText,         // lines; every version
     kBinaryShort,  // group codes of one byte, 255 leads in two more: up to R12
     kBinaryWide    // group codes of two bytes: R13 and later
 };
 
-struct Tag {
+struct Tag {  // points into the file's bytes
     int code = 0;
     std::string_view
         value;  // text: the line without its end; binary: string, number's bytes or chunk
@@ -32,7 +32,7 @@ struct Tag {
 };
 
 // What tells one text file's layout from another's; new tags follow it.
-struct TextLayout {
+struct TextLayout {  // of text files alone
     std::string lineEnd = "\n";
     bool padded = true;  // codes right-aligned in three columns, integers in six or nine
 };
@@ -78,7 +78,7 @@ enum TypeNumber : std::uint16_t {
 
 // One file, not changed after it was scanned. Tags of a record are read on demand; the scan has
 // made sure that they can be.
-class Source {
+class Source {  // shared by all who read
 public:
     // What stands where a record begins, noted by the scan so that building needs no second look.
     struct Record {
@@ -92,21 +92,21 @@ public:
         bool paperSpace = false;                         // group 67
     };
 
-    FileBytes bytes;
-    FileInfo info;
-    TextLayout layout;
-    std::unique_ptr<TextCodec> codec;
-    std::vector<Record> records;
+    FileBytes bytes;                   // as they are on the disk
+    FileInfo info;                     // version, form, code page
+    TextLayout layout;                 // of a text file
+    std::unique_ptr<TextCodec> codec;  // from and to the code page
+    std::vector<Record> records;       // in the order of the file
     // Values of group 0, each once; those of TypeNumber first, whether the file has them or not.
     std::vector<std::string> types = {"SECTION", "ENDSEC", "EOF",       "TABLE",   "ENDTAB",
                                       "BLOCK",   "ENDBLK", "POLYLINE",  "VERTEX",  "SEQEND",
                                       "INSERT",  "ATTRIB", "DIMENSION", "DIMSTYLE"};
     std::size_t end = 0;  // behind the last record; what follows is kept as it is
 
-    std::string_view View(std::size_t begin, std::size_t stop) const {
+    std::string_view View(std::size_t begin, std::size_t stop) const {  // bytes, as they stand
         return bytes.View().substr(begin, stop - begin);
     }
-    std::size_t RecordEnd(std::size_t record) const {
+    std::size_t RecordEnd(std::size_t record) const {  // where the next one begins
         return record + 1 < records.size() ? records[record + 1].begin : end;
     }
     const std::string& Type(std::size_t record) const { return types[records[record].type]; }
@@ -129,7 +129,7 @@ public:
 };
 
 // Walks the tags of a scanned record: TagWalker w(source, record); while (w.Next(tag)) ...
-class TagWalker {
+class TagWalker {  // in either form
 public:
     TagWalker(const Source& source, std::size_t record)
         : TagWalker(source, source.records[record].begin, source.RecordEnd(record)) {}

@@ -23,15 +23,15 @@ struct WriteStyle {
 // turning numbers into text.
 struct OutTag {
     enum class Held : std::uint8_t { kText, kReal, kInt, kHandle, kChunk };
-    int code = 0;
-    Held held = Held::kText;
-    Area area = Area::kBody;
-    std::uint16_t scope = 0;
+    int code = 0;                    // group code
+    Held held = Held::kText;         // which of the members below counts
+    Area area = Area::kBody;         // which part of the record it belongs to
+    std::uint16_t scope = 0;         // number of its subclass
     std::uint16_t list = 0;          // tags of one list are only right together; 0: none
     std::size_t begin = 0, end = 0;  // of a text or chunk, in TagBuffer's texts
-    double real = 0.0;
-    std::int64_t number = 0;  // of a whole number, or a handle's bits
-    std::int64_t mask = 0;    // bits of a flag group that the class knows; 0: the whole value
+    double real = 0.0;               // of a real
+    std::int64_t number = 0;         // of a whole number, or a handle's bits
+    std::int64_t mask = 0;  // bits of a flag group that the class knows; 0: the whole value
 };
 
 class TagBuffer {
@@ -42,10 +42,10 @@ public:
 
     // The raw value as it stands in a file: a string already encoded.
     void PutText(int code, std::string_view text);
-    void PutReal(int code, double value);
-    void PutInt(int code, std::int64_t value);
-    void PutHandle(int code, std::uint64_t handle);
-    void PutChunk(int code, std::string_view bytes);
+    void PutReal(int code, double value);             // a number that is none is noted
+    void PutInt(int code, std::int64_t value);        // of the size that the code has
+    void PutHandle(int code, std::uint64_t handle);   // hexadecimal capitals
+    void PutChunk(int code, std::string_view bytes);  // hexadecimal pairs in text files
     void PutFlags(int code, std::int64_t mask, std::int64_t value);
 
     // Following tags stand in this place.
@@ -65,8 +65,8 @@ public:
     void EndList();
     struct List {
         std::vector<int> extraCodes;
-        bool rest = false;
-        bool entries = false;
+        bool rest = false;     // claims everything else of its scope
+        bool entries = false;  // made by BeginEntries
         std::uint16_t scope = 0;
         std::size_t first = 0, last = 0;  // its tags, from first to before last
     };
@@ -96,10 +96,10 @@ public:
     bool HasBadReal() const { return badReal_; }
 
 private:
-    OutTag& Add(int code, OutTag::Held held);
+    OutTag& Add(int code, OutTag::Held held);  // a new tag at the end
 
     const WriteStyle& style_;
-    std::string texts_;
+    std::string texts_;  // of all texts and chunks, one behind another
     std::vector<OutTag> tags_;
     // The first so many are in use; the others wait with their memory.
     std::vector<std::string> scopes_;
@@ -107,7 +107,7 @@ private:
     std::size_t scopeCount_ = 0, listCount_ = 0;
     std::uint16_t scope_ = 0, list_ = 0;
     Area area_ = Area::kBody;
-    bool badReal_ = false;
+    bool badReal_ = false;  // see HasBadReal
 };
 
 // Whether reals that are written so would read the same in the file.

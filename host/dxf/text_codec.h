@@ -51,15 +51,15 @@ public:
     // Decode(Encode(s)) == s for every s without zero characters and surrogates.
     std::string Encode(std::wstring_view text) const;
 
-    Mode mode() const { return mode_; }
+    Mode mode() const { return mode_; }  // as given
 
 private:
-    std::u32string DecodeCharset(std::string_view bytes) const;
-    std::u32string DecodePage(std::string_view bytes) const;
-    bool ReplaceMultibyteEscape(const std::u32string& text, std::size_t& i,
+    std::u32string DecodeCharset(std::string_view bytes) const;  // by mode, without escapes
+    std::u32string DecodePage(std::string_view bytes) const;     // by the code page
+    bool ReplaceMultibyteEscape(const std::u32string& text, std::size_t& i,  // \M+nXXXX at a place
                                 std::u32string& out) const;
-    void EncodeOne(char32_t c, std::string& out) const;
-    CharsetConverter& EscapePage(int number) const;
+    void EncodeOne(char32_t c, std::string& out) const;  // one character, escaped where needed
+    CharsetConverter& EscapePage(int number) const;      // of the n in \M+n
 
     Mode mode_;
     // Loaded on first use; decoding a string is no change of the codec that a caller could see.

@@ -7,12 +7,12 @@
 
 namespace host::dxf {
 
-enum class Step { kTag, kEnd, kFault };
+enum class Step { kTag, kEnd, kFault };  // a tag was cut; nothing is left; see fault()
 
 // Text files: a line with the code, a line with the value. Eol is '\n', or '\r' for files of old
 // Macs; carriage returns before '\n' belong to the line end.
 template <char Eol>
-class TextTokens {
+class TextTokens {  // over bytes that stay where they are
 public:
     TextTokens(std::string_view bytes, std::size_t begin, std::size_t stop)
         : base_(bytes.data()), p_(base_ + begin), stop_(base_ + stop) {}
@@ -25,13 +25,13 @@ public:
         const char* p = p_;
         while (p != stop_ && (*p == ' ' || *p == '\t')) ++p;
         if (p == stop_) return Step::kEnd;
-        bool negative = *p == '-';
+        bool negative = *p == '-';  // codes of extended entity data in memory
         if (negative) ++p;
         int code = 0;
         const char* digits = p;
         while (p != stop_ && *p >= '0' && *p <= '9' && p - digits < 6)
-            code = code * 10 + (*p++ - '0');
-        if (p == digits) return NoCode(start);
+            code = code * 10 + (*p++ - '0');    // six digits are more than any code has
+        if (p == digits) return NoCode(start);  // no digit: the end of the file, or no DXF
         while (p != stop_ && (*p == ' ' || *p == '\t' || (Eol == '\n' && *p == '\r'))) ++p;
         if (p == stop_) return Fault("the file ends after a group code, its value is missing");
         if (*p != Eol) return NoCode(start);
@@ -39,14 +39,14 @@ public:
         if (tag.code < kLowestCode || tag.code > kHighestCode) return NoCode(start);
         ++p;
         if (p == stop_) return Fault("the file ends after a group code, its value is missing");
-        const char* end =
+        const char* end =  // the value runs to the end of its line
             static_cast<const char*>(std::memchr(p, Eol, static_cast<std::size_t>(stop_ - p)));
         const char* next = end != nullptr ? end + 1 : stop_;
-        if (end == nullptr) end = stop_;
-        if (Eol == '\n')
+        if (end == nullptr) end = stop_;  // the last line of a file may lack its end
+        if (Eol == '\n')                  // of "\r\n", and of "\r\r\n" as mail makes it
             while (end != p && end[-1] == '\r') --end;
         tag.value = std::string_view(p, static_cast<std::size_t>(end - p));
-        tag.begin = static_cast<std::size_t>(start - base_);
+        tag.begin = static_cast<std::size_t>(start - base_);  // where the code's line begins
         p_ = next;
         tag.end = position();
         return Step::kTag;
@@ -66,28 +66,28 @@ private:
         return Step::kEnd;
     }
 
-    const char *base_, *p_, *stop_;
+    const char *base_, *p_, *stop_;  // the file, the next byte, the end
     const char* fault_ = nullptr;
 };
 
 // Binary files; Wide tells the two forms of the group code apart.
 template <bool Wide>
-class BinaryTokens {
+class BinaryTokens {  // over bytes that stay where they are
 public:
     BinaryTokens(std::string_view bytes, std::size_t begin, std::size_t stop)
         : bytes_(bytes), position_(begin), stop_(stop) {}
 
-    std::size_t position() const { return position_; }
+    std::size_t position() const { return position_; }  // in the file, behind the last tag
     const char* fault() const { return fault_; }
 
-    Step Next(Tag& tag) {
+    Step Next(Tag& tag) {  // as of text files
         if (position_ == stop_) return Step::kEnd;
         std::size_t at = position_;
         if (!ReadCode(at, tag.code)) return Fault("the file ends within a group code");
         if (tag.code < 0) return Fault("the group code is not known");
-        std::size_t length = 0, skip = 0;
+        std::size_t length = 0, skip = 0;  // of the value, and of its end mark
         switch (KindOf(tag.code)) {
-            case ValueKind::kText:
+            case ValueKind::kText:  // A string up to its zero
             case ValueKind::kHandle: {
                 const std::size_t zero = bytes_.find('\0', at);
                 if (zero == std::string_view::npos || zero >= stop_)
@@ -96,7 +96,7 @@ public:
                 skip = 1;
                 break;
             }
-            case ValueKind::kReal:
+            case ValueKind::kReal:  // numbers as the processor of a PC holds them, lowest byte
             case ValueKind::kInt64:
                 length = 8;
                 break;
@@ -109,7 +109,7 @@ public:
             case ValueKind::kBool:
                 length = 1;
                 break;
-            case ValueKind::kChunk:
+            case ValueKind::kChunk:  // A length in one byte, then so many
                 if (at == stop_) return Fault("the file ends within a value");
                 length = static_cast<unsigned char>(bytes_[at]);
                 ++at;
@@ -134,7 +134,7 @@ private:
             return true;
         }
         if (!Wide) ++at;
-        if (stop_ - at < 2) return false;
+        if (stop_ - at < 2) return false;  // cut off
         code = static_cast<std::int16_t>(byte(at) | byte(at + 1) << 8);
         at += 2;
         return true;
@@ -144,8 +144,8 @@ private:
         return Step::kFault;
     }
 
-    std::string_view bytes_;
-    std::size_t position_, stop_;
+    std::string_view bytes_;       // the whole file
+    std::size_t position_, stop_;  // the next byte, and behind the last
     const char* fault_ = nullptr;
 };
 
@@ -158,9 +158,9 @@ void ForEachTag(const Source& source, std::size_t begin, std::size_t stop, Use u
     };
     const std::string_view bytes = source.bytes.View();
     if (source.info.form == Form::kBinaryShort)
-        walk(BinaryTokens<false>(bytes, begin, stop));
+        walk(BinaryTokens<false>(bytes, begin, stop));  // up to R12
     else if (source.info.form == Form::kBinaryWide)
-        walk(BinaryTokens<true>(bytes, begin, stop));
+        walk(BinaryTokens<true>(bytes, begin, stop));  // R13 and later
     else if (source.layout.lineEnd == "\r")
         walk(TextTokens<'\r'>(bytes, begin, stop));
     else

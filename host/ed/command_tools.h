@@ -29,7 +29,7 @@ Acad::ErrorStatus AddCopy(AcDbDatabase& database, std::unique_ptr<AcDbEntity> en
 // The outlines of the entities, thinned out when they are many, as they look after the matrix.
 class DragOutline {
 public:
-    explicit DragOutline(const SelectionSet& entities);
+    explicit DragOutline(const SelectionSet& entities);  // O(curves of the entities), once
     std::vector<Piece> After(const AcGeMatrix3d& matrix) const;
 
 private:
@@ -39,22 +39,22 @@ private:
 // Transforms them all; what refuses is counted and told.
 CommandEnd TransformAll(const SelectionSet& entities, const AcGeMatrix3d& matrix);
 
-void Say(const std::wstring& line);
+void Say(const std::wstring& line);  // a line to the command line's history
 
 // The commands, by file.
-CommandEnd DrawLine(AcApDocument* document);
-CommandEnd DrawPolyline(AcApDocument* document);
-CommandEnd DrawArc(AcApDocument* document);
-CommandEnd MoveEntities(AcApDocument* document);
+CommandEnd DrawLine(AcApDocument* document);      // LINE: segments until Enter, Close or Undo
+CommandEnd DrawPolyline(AcApDocument* document);  // PLINE: one polyline of lines and arcs
+CommandEnd DrawArc(AcApDocument* document);       // ARC: through three points
+CommandEnd MoveEntities(AcApDocument* document);  // MOVE: from one point to another
 CommandEnd RotateEntities(AcApDocument* document);
 CommandEnd ScaleEntities(AcApDocument* document);
 CommandEnd MirrorEntities(AcApDocument* document);
-CommandEnd Zoom(AcApDocument* document);
-CommandEnd Pan(AcApDocument* document);
-CommandEnd Regenerate(AcApDocument* document);
+CommandEnd Zoom(AcApDocument* document);        // ZOOM: all, extents, window, previous, or a factor
+CommandEnd Pan(AcApDocument* document);         // PAN: moves the view
+CommandEnd Regenerate(AcApDocument* document);  // REGEN: draws anew
 CommandEnd MeasureDistance(AcApDocument* document);
-CommandEnd TellPoint(AcApDocument* document);
-CommandEnd ListEntities(AcApDocument* document);
-CommandEnd Layer(AcApDocument* document);
+CommandEnd TellPoint(AcApDocument* document);     // ID: coordinates of a point
+CommandEnd ListEntities(AcApDocument* document);  // LIST: what picked entities are
+CommandEnd Layer(AcApDocument* document);         // -LAYER: layers by prompts
 
 }  // namespace host

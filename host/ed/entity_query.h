@@ -18,11 +18,11 @@ namespace host {
 
 // What takes an entity out of a query.
 struct QueryRules {
-    bool skipFrozen = false;
-    bool skipLocked = false;
-    bool skipOff = false;
-    bool skipInvisible = false;
-    bool allSpaces = false;  // every layout, not only the current space
+    bool skipFrozen = false;     // on a frozen layer
+    bool skipLocked = false;     // on a locked one
+    bool skipOff = false;        // on one that is off
+    bool skipInvisible = false;  // by its own switch
+    bool allSpaces = false;      // every layout, not only the current space
 
     static QueryRules Displayed() { return {true, false, true, true, false}; }
     static QueryRules ModeAll() { return {true, true, false, false, false}; }
@@ -59,7 +59,7 @@ class EntityFilter {
 public:
     // Nothing for a chain with another code. A null chain lets everything pass.
     static std::optional<EntityFilter> FromChain(const resbuf* chain);
-    bool Passes(AcDbObjectId id) const;
+    bool Passes(AcDbObjectId id) const;  // opens the entity for reading
 
 private:
     struct Condition {

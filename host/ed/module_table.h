@@ -10,10 +10,10 @@
 namespace host {
 
 struct Module {
-    std::wstring name;  // base name of the file
-    void* library = nullptr;
-    AcRx::AppRetCode (*entry)(AcRx::AppMsgCode, void*) = nullptr;
-    bool isLocked = true;
+    std::wstring name;        // base name of the file
+    void* library = nullptr;  // of the system's loader; never closed
+    AcRx::AppRetCode (*entry)(AcRx::AppMsgCode, void*) = nullptr;  // acrxEntryPoint
+    bool isLocked = true;                                          // against unloading
     bool isMdiAware = false;
 
     // What the module gets as its application identifier.
@@ -24,12 +24,12 @@ struct Module {
 // In the order of loading; entries are never taken out, since modules stay mapped.
 class ModuleTable {
 public:
-    static ModuleTable& Get();
+    static ModuleTable& Get();  // the only one
 
     // Maps a file. Null and a reason when it is no module.
     Module* Load(const std::wstring& path, std::wstring& reason);
-    Module* FindByName(const std::wstring& name) const;
-    Module* FindById(const void* id) const;
+    Module* FindByName(const std::wstring& name) const;  // without case; null for none
+    Module* FindById(const void* id) const;              // null for none
     // To every module, in the order of loading.
     void SendAll(AcRx::AppMsgCode message) const;
 

@@ -11,10 +11,10 @@ namespace host {
 template <class Reactor>
 class ReactorList {
 public:
-    void Add(Reactor* reactor) {
+    void Add(Reactor* reactor) {  // null and a second time change nothing
         if (reactor != nullptr && !Has(reactor)) m_reactors.push_back(reactor);
     }
-    void Remove(Reactor* reactor) {
+    void Remove(Reactor* reactor) {  // harmless for one that is not there
         m_reactors.erase(std::remove(m_reactors.begin(), m_reactors.end(), reactor),
                          m_reactors.end());
     }
@@ -29,7 +29,7 @@ private:
     bool Has(const Reactor* reactor) const {
         return std::find(m_reactors.begin(), m_reactors.end(), reactor) != m_reactors.end();
     }
-    std::vector<Reactor*> m_reactors;
+    std::vector<Reactor*> m_reactors;  // not owned
 };
 
 }  // namespace host

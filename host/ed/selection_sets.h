@@ -18,7 +18,7 @@ using SelectionSet = std::vector<AcDbObjectId>;
 bool NewSelectionSet(SelectionSet entities, ads_name name);
 // Null for a name that is no set's.
 SelectionSet* FindSelectionSet(const ads_name name);
-bool FreeSelectionSet(const ads_name name);
-int SelectionSetCount();
+bool FreeSelectionSet(const ads_name name);  // false for a name that is no set's
+int SelectionSetCount();                     // in use now
 
 }  // namespace host

@@ -30,13 +30,13 @@ public:
     // Who answers prompts; null: nobody, every prompt is cancelled. Kept, not owned.
     void SetInput(UserInput* input) { m_input = input; }
     UserInput* Input() const { return m_input; }
-    void Print(const std::wstring& text) const;
+    void Print(const std::wstring& text) const;  // to the input's history, or nowhere
 
     // --- documents ---
     const std::vector<std::unique_ptr<AcApDocument>>& Documents() const { return m_documents; }
-    AcApDocument* Current() const { return m_current; }
-    AcApDocument* Find(const AcDbDatabase* database) const;
-    bool IsOpen(const AcApDocument* document) const;
+    AcApDocument* Current() const { return m_current; }      // null without a document
+    AcApDocument* Find(const AcDbDatabase* database) const;  // null for a side database
+    bool IsOpen(const AcApDocument* document) const;         // safe for a pointer that is stale
 
     // Reads a DXF file into a new document and makes it current. Prints the reader's notes; on
     // failure prints its message and returns null, with nothing changed.
@@ -54,7 +54,7 @@ public:
     // Closes without saving; the next document becomes current.
     void Close(AcApDocument& document);
     void CloseAll();
-    void MakeCurrent(AcApDocument* document);
+    void MakeCurrent(AcApDocument* document);  // null: none; tells the reactors
 
     // --- contexts ---
     // Null: the application context.
@@ -74,7 +74,7 @@ public:
     bool Execute(const std::wstring& line);
     // Runs what sendStringToExecute has queued for idle documents.
     void RunQueued();
-    bool HasQueued() const;
+    bool HasQueued() const;  // something is left to run
     // Objects left open and locks left held, in all documents.
     Leftovers FindLeftovers() const;
 
@@ -92,10 +92,10 @@ private:
     UserInput* m_input = nullptr;
     std::vector<std::unique_ptr<AcApDocument>> m_documents;
     AcApDocument* m_current = nullptr;
-    std::vector<AcApDocument*> m_contexts;
+    std::vector<AcApDocument*> m_contexts;  // innermost last; null: the application
     ReactorList<AcApDocManagerReactor> m_documentReactors;
     ReactorList<AcRxEventReactor> m_eventReactors;
-    int m_newDrawings = 0;
+    int m_newDrawings = 0;  // for their titles
     std::wstring m_saveFailure;
     int m_unknownCommands = 0;  // since the start
     bool m_isRunningQueue = false;

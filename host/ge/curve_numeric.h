@@ -14,7 +14,7 @@ using CurveEval = std::function<AcGePoint3d(double param, int count, AcGeVector3
 
 // Length of a smooth piece, to about 1e-11 of itself: Gauss-Legendre with 12 nodes, halved until a
 // whole and its halves agree.
-double SmoothLength(const CurveEval& curve, double from, double to);
+double SmoothLength(const CurveEval& curve, double from, double to);  // from <= to
 
 // The parameter in [breaks.first(), breaks.last()] of the point closest to p. Between two breaks
 // the curve is smooth and is tried at samples + 1 places; every place that is nearer than its
@@ -24,6 +24,6 @@ double NearestParam(const CurveEval& curve, const AcGeDoubleArray& breaks, int s
 
 // Appends what lies behind from up to to, halving until the chord is within eps of the curve.
 void AppendByChord(const CurveEval& curve, double from, double to, double eps,
-                   AcGePoint3dArray& pts, AcGeDoubleArray& params);
+                   AcGePoint3dArray& pts, AcGeDoubleArray& params);  // sixteen halvings at most
 
 }  // namespace host

@@ -18,10 +18,10 @@ constexpr double kBeyondEnd = 1e-10;
 
 // A straight piece start + t * dir; lower and upper say whether it ends at t = 0 and at t = 1.
 struct Straight {
-    AcGePoint3d start;
-    AcGeVector3d dir;
-    bool lower;
-    bool upper;
+    AcGePoint3d start;  // at t = 0
+    AcGeVector3d dir;   // to t = 1; its length is the unit of t
+    bool lower;         // ends at t = 0
+    bool upper;         // ends at t = 1
 };
 
 // Unit vectors u and v of both: |u - v| < tol or |u + v| < tol. Needs lengths above 0.
@@ -52,13 +52,13 @@ inline bool Crossing(const Straight& a, const Straight& b, const AcGeTol& tol, d
     const double c = a.dir.x * b.dir.y - a.dir.y * b.dir.x;
     if (c == 0.0) return CrossingInSpace(a, b, tol, t);
     const AcGeVector3d w = b.start - a.start;
-    const double ta = (w.x * b.dir.y - w.y * b.dir.x) / c;
+    const double ta = (w.x * b.dir.y - w.y * b.dir.x) / c;  // the place on a
     const double lengthA = a.dir.length();
     if (!IsWithin(a, ta, lengthA, tol.equalPoint())) return false;
-    const double tb = (w.x * a.dir.y - w.y * a.dir.x) / c;
+    const double tb = (w.x * a.dir.y - w.y * a.dir.x) / c;  // the place on b
     const double lengthB = b.dir.length();
     if (!IsWithin(b, tb, lengthB, tol.equalPoint())) return false;
-    const double za = a.start.z + ta * a.dir.z;
+    const double za = a.start.z + ta * a.dir.z;  // heights there
     const double zb = b.start.z + tb * b.dir.z;
     if (!(std::fabs(za - zb) <= tol.equalPoint())) return false;
     if (AreParallel(a.dir, lengthA, b.dir, lengthB, tol.equalVector())) return false;

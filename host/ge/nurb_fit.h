@@ -10,7 +10,7 @@ namespace host {
 // at chord-length parameters. A tangent is a unit vector, or zero for curvature 0 at that end.
 // O(n). Piegl and Tiller, The NURBS Book, 9.2.
 void FitCubic(const AcGePoint3dArray& points, const AcGeVector3d& startTangent,
-              const AcGeVector3d& endTangent, AcGeDoubleArray& knots,
+              const AcGeVector3d& endTangent, AcGeDoubleArray& knots,  // both arrays are replaced
               AcGePoint3dArray& controlPoints);
 
 }  // namespace host

@@ -9,9 +9,9 @@ namespace host {
 
 // A closed walk along pieces, each in its direction or against it. Counter-clockwise.
 struct FaceLoop {
-    struct Step {
+    struct Step {  // one piece of the walk
         size_t piece;
-        bool isForward;
+        bool isForward;  // as the curve runs
     };
     std::vector<Step> steps;
 };

@@ -11,6 +11,6 @@
 namespace host {
 
 // Why GEOS cannot be used; empty when it can. Loads it.
-const std::string& GeosFault();
+const std::string& GeosFault();  // ends with the system's own message; the same text at every call
 
 }  // namespace host

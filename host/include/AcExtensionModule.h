@@ -17,7 +17,7 @@ public:
     HINSTANCE ModuleResourceInstance() const;
 
 private:
-    HINSTANCE m_hInstance = nullptr;
+    HINSTANCE m_hInstance = nullptr;  // null: the module that holds the object
 };
 
 namespace host {
@@ -44,5 +44,5 @@ public:
     CAcModuleResourceOverride& operator=(const CAcModuleResourceOverride&) = delete;
 
 private:
-    HINSTANCE m_before;
+    HINSTANCE m_before;  // put back at the end
 };

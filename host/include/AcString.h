@@ -11,25 +11,25 @@ public:
     AcString() = default;
     AcString(const ACHAR* text) : m_text(text ? text : ACRX_T("")) {}
     AcString(const ACHAR* text, unsigned int length) : m_text(text, length) {}
-    explicit AcString(ACHAR ch) : m_text(1, ch) {}
-    AcString(const char* utf8);
+    explicit AcString(ACHAR ch) : m_text(1, ch) {}  // one character
+    AcString(const char* utf8);                     // bytes that are no UTF-8 give U+FFFD each
 
     operator const ACHAR*() const { return m_text.c_str(); }
     const ACHAR* kACharPtr() const { return m_text.c_str(); }
     const ACHAR* constPtr() const { return m_text.c_str(); }
     const ACHAR* kwszPtr() const { return m_text.c_str(); }
-    bool isEmpty() const { return m_text.empty(); }
+    bool isEmpty() const { return m_text.empty(); }  // true without a character
     unsigned int length() const { return static_cast<unsigned int>(m_text.size()); }
-    AcString& setEmpty() {
+    AcString& setEmpty() {  // keeps the room that the text had
         m_text.clear();
         return *this;
     }
 
-    AcString& operator=(const ACHAR* text) {
+    AcString& operator=(const ACHAR* text) {  // A null pointer empties it
         m_text = text ? text : ACRX_T("");
         return *this;
     }
-    AcString& operator+=(const ACHAR* text) {
+    AcString& operator+=(const ACHAR* text) {  // at the end; O(length of the added text) on average
         m_text += text;
         return *this;
     }
@@ -47,8 +47,8 @@ public:
     // The position, or -1.
     int find(const ACHAR* text) const;
     AcString substr(int start, int count) const;  // a negative count means all the rest
-    AcString& makeUpper();
-    AcString& makeLower();
+    AcString& makeUpper();  // single letters only; some languages' rules need more
+    AcString& makeLower();  // likewise
 
     // Microsoft's rules, as CString::Format.
     AcString& format(const ACHAR* fmt, ...);

@@ -1,4 +1,4 @@
 #pragma once
 
-#include "acadstrc.h"
+#include "acadstrc.h"  // the C-style interface under its older name
 #include "adesk.h"

@@ -12,7 +12,7 @@
 
 // Stands for the SDK's element reallocation policy: elements are always moved one by one here.
 template <class T>
-class AcArrayObjectReallocator {};
+class AcArrayObjectReallocator {};  // named only: one policy for all
 
 // Indices are not checked, as in the SDK's release build; a wrong one is undefined.
 //
@@ -22,14 +22,14 @@ class AcArrayObjectReallocator {};
 // Unlike AutoCAD, physicalLength() after an append can therefore be more than length +
 // growLength().
 template <class T, class R = AcArrayObjectReallocator<T>>
-class AcArray {
+class AcArray {  // of values that can be copied
 public:
     explicit AcArray(int physicalLength = 0, int growLength = 8) : m_grow(growLength) {
         setPhysicalLength(physicalLength);
     }
     AcArray(const AcArray& other) : m_grow(other.m_grow) { append(other); }
-    AcArray(AcArray&& other) noexcept { swapWith(other); }
-    ~AcArray() { release(); }
+    AcArray(AcArray&& other) noexcept { swapWith(other); }  // takes the storage over
+    ~AcArray() { release(); }                               // ends every element
 
     // Assignment takes the elements, and keeps this array's own grow length.
     AcArray& operator=(const AcArray& other) {
@@ -39,7 +39,7 @@ public:
         }
         return *this;
     }
-    AcArray& operator=(AcArray&& other) noexcept {
+    AcArray& operator=(AcArray&& other) noexcept {  // this one's elements end
         if (this != &other) {
             release();
             m_data = nullptr;
@@ -50,22 +50,22 @@ public:
     }
 
     // Same length and equal elements in the same places.
-    bool operator==(const AcArray& other) const {
+    bool operator==(const AcArray& other) const {  // O(n)
         return m_length == other.m_length && std::equal(begin(), end(), other.begin());
     }
     bool operator!=(const AcArray& other) const { return !(*this == other); }
 
-    int length() const { return m_length; }
+    int length() const { return m_length; }  // elements that are there; logicalLength says the same
     int logicalLength() const { return m_length; }
-    int physicalLength() const { return m_capacity; }
+    int physicalLength() const { return m_capacity; }  // elements that there is room for
     int growLength() const { return m_grow; }
-    bool isEmpty() const { return m_length == 0; }
+    bool isEmpty() const { return m_length == 0; }  // no elements
 
     T& operator[](int i) { return m_data[i]; }
     const T& operator[](int i) const { return m_data[i]; }
     T& at(int i) { return m_data[i]; }
     const T& at(int i) const { return m_data[i]; }
-    AcArray& setAt(int i, const T& value) {
+    AcArray& setAt(int i, const T& value) {  // i must exist
         m_data[i] = value;
         return *this;
     }
@@ -92,11 +92,11 @@ public:
         std::rotate(begin() + i, end() - 1, end());
         return *this;
     }
-    AcArray& removeAt(int i) { return removeSubArray(i, i); }
+    AcArray& removeAt(int i) { return removeSubArray(i, i); }  // O(n): those behind it move up
     // Removes the elements from first to last, both included. The rest keeps its order.
     AcArray& removeSubArray(int first, int last);
-    AcArray& removeFirst() { return removeAt(0); }
-    AcArray& removeLast() { return removeAt(m_length - 1); }
+    AcArray& removeFirst() { return removeAt(0); }            // O(n)
+    AcArray& removeLast() { return removeAt(m_length - 1); }  // O(1); the array must not be empty
     // Keeps the storage.
     AcArray& removeAll() {
         std::destroy(begin(), end());
@@ -134,11 +134,11 @@ public:
         return *this;
     }
 
-    AcArray& reverse() {
+    AcArray& reverse() {  // last element first
         std::reverse(begin(), end());
         return *this;
     }
-    AcArray& swap(int i, int j) {
+    AcArray& swap(int i, int j) {  // both must exist
         using std::swap;
         if (i != j) swap(m_data[i], m_data[j]);
         return *this;
@@ -146,14 +146,14 @@ public:
 
     const T* asArrayPtr() const { return m_data; }
     T* asArrayPtr() { return m_data; }
-    T* begin() { return m_data; }
+    T* begin() { return m_data; }  // for range loops, which the SDK's class has too
     T* end() { return m_data + m_length; }
     const T* begin() const { return m_data; }
     const T* end() const { return m_data + m_length; }
 
 private:
     template <class V>
-    int emplaceLast(V&& value) {
+    int emplaceLast(V&& value) {  // constructs in place, or in new storage when the old is full
         if (m_length < m_capacity) {
             new (m_data + m_length) T(std::forward<V>(value));
         } else {
@@ -164,11 +164,11 @@ private:
         }
         return m_length++;
     }
-    int grownLength(int more) const {
+    int grownLength(int more) const {  // the room after `more` elements were added
         const int byRule = m_grow >= 0 ? m_grow : static_cast<int>(-m_grow * (m_length / 100.0));
         return m_length + (std::max)({more, byRule, m_length / 2});
     }
-    void release() {
+    void release() {  // ends the elements and gives the storage back
         std::destroy(begin(), end());
         if (m_data) std::allocator<T>().deallocate(m_data, static_cast<std::size_t>(m_capacity));
     }
@@ -179,10 +179,10 @@ private:
         std::swap(m_grow, other.m_grow);
     }
 
-    T* m_data = nullptr;
-    int m_length = 0;
+    T* m_data = nullptr;  // storage of m_capacity elements
+    int m_length = 0;     // of them alive
     int m_capacity = 0;
-    int m_grow = 8;
+    int m_grow = 8;  // elements, or percent when negative
 };
 
 template <class T, class R>
@@ -218,16 +218,16 @@ AcArray<T, R>& AcArray<T, R>::setLogicalLength(int length) {
 template <class T, class R>
 AcArray<T, R>& AcArray<T, R>::setPhysicalLength(int length) {
     if (length == m_capacity) return *this;
-    T* data = nullptr;
-    int kept = 0;
+    T* data = nullptr;  // stays null for length 0
+    int kept = 0;       // what fits moves over, the rest ends
     if (length > 0) {
         kept = (std::min)(m_length, length);
         data = std::allocator<T>().allocate(static_cast<std::size_t>(length));
         std::uninitialized_move(begin(), begin() + kept, data);
     }
-    release();
-    m_data = data;
+    release();      // what did not fit ends here
+    m_data = data;  // the new storage
     m_length = kept;
-    m_capacity = (std::max)(length, 0);
+    m_capacity = (std::max)(length, 0);  // below 0 counts as 0
     return *this;
 }

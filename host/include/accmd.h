@@ -9,12 +9,12 @@ class AcEdUIContext;
 typedef void (*AcRxFunctionPtr)();
 
 #define ACRX_CMD_MODAL 0x00000000
-#define ACRX_CMD_TRANSPARENT 0x00000001
-#define ACRX_CMD_USEPICKSET 0x00000002
-#define ACRX_CMD_REDRAW 0x00000004
-#define ACRX_CMD_NOHISTORY 0x00800000
-#define ACRX_CMD_DOCREADLOCK 0x00080000
-#define ACRX_CMD_SESSION 0x00200000
+#define ACRX_CMD_TRANSPARENT 0x00000001  // may run amid another
+#define ACRX_CMD_USEPICKSET 0x00000002   // keeps what was picked before it
+#define ACRX_CMD_REDRAW 0x00000004       // keeps that picked afterwards
+#define ACRX_CMD_NOHISTORY 0x00800000    // Enter does not repeat it
+#define ACRX_CMD_DOCREADLOCK 0x00080000  // locks its document for reading only
+#define ACRX_CMD_SESSION 0x00200000      // runs in the application's context, without a lock
 
 #define ACED_REGISTERED_COMMANDS ACRX_T("ACAD_REGISTERED_COMMANDS")
 #define acedRegCmds AcEdCommandStack::cast(acrxSysRegistry()->at(ACED_REGISTERED_COMMANDS))
@@ -29,8 +29,8 @@ public:
 
     const ACHAR* globalName() const { return m_globalName; }
     const ACHAR* localName() const { return m_localName; }
-    Adesk::Int32 commandFlags() const { return m_flags; }
-    AcRxFunctionPtr functionAddr() const { return m_function; }
+    Adesk::Int32 commandFlags() const { return m_flags; }        // as registered
+    AcRxFunctionPtr functionAddr() const { return m_function; }  // never null
 
 private:
     ACHAR* m_globalName = nullptr;
@@ -44,17 +44,17 @@ private:
 class AcEdCommandIterator : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcEdCommandIterator);
-    virtual bool done() const = 0;
-    virtual bool next() = 0;
-    virtual const AcEdCommand* command() const = 0;
-    virtual const ACHAR* commandGroup() const = 0;
+    virtual bool done() const = 0;                   // true behind the last command
+    virtual bool next() = 0;                         // false when there is none left
+    virtual const AcEdCommand* command() const = 0;  // null at the end
+    virtual const ACHAR* commandGroup() const = 0;   // of the present command
 };
 
 // All registered commands. Names and groups compare without case; the newest group is asked first.
 class AcEdCommandStack : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcEdCommandStack);
-    AcEdCommandStack();
+    AcEdCommandStack();  // made once, by the host, when the editor starts
     ~AcEdCommandStack() override;
 
     // Makes the group when it is new. eInvalidInput for null or empty names or a null function,

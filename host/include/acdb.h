@@ -10,7 +10,7 @@ enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 enum Visibility { kVisible = 0, kInvisible = 1 };
 
 // Hundredths of a millimetre, or one of the three negative states.
-enum LineWeight {
+enum LineWeight {  // Of group 370. Kept and written back; the desktop draws hairlines.
     kLnWt000 = 0,
     kLnWt005 = 5,
     kLnWt009 = 9,
@@ -35,50 +35,50 @@ enum LineWeight {
     kLnWt158 = 158,
     kLnWt200 = 200,
     kLnWt211 = 211,
-    kLnWtByLayer = -1,
-    kLnWtByBlock = -2,
-    kLnWtByLwDefault = -3
+    kLnWtByLayer = -1,     // of the entity's layer
+    kLnWtByBlock = -2,     // of the reference that the block is shown by
+    kLnWtByLwDefault = -3  // the host's usual one
 };
 
 // Drawing file versions; the marks in the file are AC1009 (kDHL_1009) to AC1032.
 enum AcDbDwgVersion {
-    kDHL_Unknown = 254,
-    kDHL_1009 = 16,
-    kDHL_1012 = 19,
-    kDHL_1014 = 21,
-    kDHL_1015 = 23,
-    kDHL_1018 = 25,
-    kDHL_1021 = 27,
-    kDHL_1024 = 29,
-    kDHL_1027 = 31,
-    kDHL_1032 = 33,
+    kDHL_Unknown = 254,  // no drawing was read
+    kDHL_1009 = 16,      // R11 and R12; no handles in many files
+    kDHL_1012 = 19,      // R13
+    kDHL_1014 = 21,      // R14
+    kDHL_1015 = 23,      // 2000 to 2002; text in the code page of the header
+    kDHL_1018 = 25,      // 2004 to 2006
+    kDHL_1021 = 27,      // 2007 to 2009; UTF-8 from here on
+    kDHL_1024 = 29,      // 2010 to 2012
+    kDHL_1027 = 31,      // 2013 to 2017
+    kDHL_1032 = 33,      // 2018 and later
     kDHL_CURRENT = kDHL_1032
 };
 
 // Group 70 of POLYLINE and VERTEX decide these.
 enum Poly2dType {
-    k2dSimplePoly = 0,
-    k2dFitCurvePoly = 1,
-    k2dQuadSplinePoly = 2,
-    k2dCubicSplinePoly = 3
+    k2dSimplePoly = 0,      // as drawn
+    k2dFitCurvePoly = 1,    // arcs through the vertices
+    k2dQuadSplinePoly = 2,  // chords along a quadratic spline
+    k2dCubicSplinePoly = 3  // along a cubic one
 };
 enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };
 enum Vertex2dType {
-    k2dVertex = 0,
-    k2dSplineCtlVertex = 1,
-    k2dSplineFitVertex = 2,
-    k2dCurveFitVertex = 3
+    k2dVertex = 0,           // a vertex as drawn
+    k2dSplineCtlVertex = 1,  // frame of the spline; not drawn
+    k2dSplineFitVertex = 2,  // made by the spline; drawn
+    k2dCurveFitVertex = 3    // made by the curve fit; drawn
 };
 enum Vertex3dType { k3dSimpleVertex = 0, k3dControlVertex = 1, k3dFitVertex = 2 };
 
 // Group 72 and 73 of TEXT.
 enum TextHorzMode {
-    kTextLeft = 0,
-    kTextCenter = 1,
+    kTextLeft = 0,    // the position alone places it
+    kTextCenter = 1,  // these need the alignment point
     kTextRight = 2,
-    kTextAlign = 3,
-    kTextMid = 4,
-    kTextFit = 5
+    kTextAlign = 3,  // stretched between both points, height with it
+    kTextMid = 4,    // middle of the text's box
+    kTextFit = 5     // stretched, the height stays
 };
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 
@@ -93,7 +93,7 @@ enum DuplicateRecordCloning {
     kDrcUnmangleName = 5
 };
 
-enum DeepCloneType {
+enum DeepCloneType {  // Why objects are cloned. Only kDcObjects happens here.
     kDcCopy = 0,
     kDcExplode = 1,
     kDcBlock = 2,

@@ -15,13 +15,13 @@ class DocumentTable;
 
 namespace AcAp {
 enum DocLockMode {
-    kNone = 0x00,
-    kAutoWrite = 0x01,
-    kNotLocked = 0x02,
-    kWrite = 0x04,
-    kProtectedAutoWrite = 0x14,
-    kRead = 0x20,
-    kXWrite = 0x40
+    kNone = 0x00,                // no lock at all
+    kAutoWrite = 0x01,           // what commands take
+    kNotLocked = 0x02,           // an answer only, never asked for
+    kWrite = 0x04,               // what dialogs take to change a drawing
+    kProtectedAutoWrite = 0x14,  // as kAutoWrite, and nobody may follow
+    kRead = 0x20,                // look only; others may read, too
+    kXWrite = 0x40               // nobody else, not even readers
 };
 }  // namespace AcAp
 
@@ -29,20 +29,20 @@ enum DocLockMode {
 class AcApDocument : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcApDocument);
-    AcApDocument();
+    AcApDocument();  // made and deleted by the manager alone
     ~AcApDocument() override;
 
-    AcDbDatabase* database() const;
+    AcDbDatabase* database() const;  // lives as long as the document
     // Full path, or the name of a drawing that has not been saved yet. Valid until the next save.
     const ACHAR* fileName() const;
-    const ACHAR* docTitle() const;
+    const ACHAR* docTitle() const;  // the file's name without its folder
     // The strongest lock that others hold; with includeMyLocks also the caller's.
     AcAp::DocLockMode lockMode(bool includeMyLocks = false) const;
     AcAp::DocLockMode myLockMode() const;
     // No command is active in the document.
     bool isQuiescent() const;
-    bool isReadOnly() const;
-    AcTransactionManager* transactionManager() const;
+    bool isReadOnly() const;                           // the file could not be opened for writing
+    AcTransactionManager* transactionManager() const;  // for flushing graphics; see actrans.h
 
     host::DocumentImp& imp() const { return *m_imp; }
 
@@ -54,9 +54,9 @@ private:
 class AcApDocumentIterator : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcApDocumentIterator);
-    virtual bool done() const = 0;
-    virtual void step() = 0;
-    virtual AcApDocument* document() = 0;
+    virtual bool done() const = 0;         // true behind the last document
+    virtual void step() = 0;               // nothing at the end
+    virtual AcApDocument* document() = 0;  // null at the end
 };
 
 // Hears of documents. documentBecameCurrent comes with null when the last document closes.
@@ -74,12 +74,12 @@ public:
     virtual void documentLockModeChangeVetoed(AcApDocument*, const ACHAR*) {}
     virtual void documentLockModeChanged(AcApDocument*, AcAp::DocLockMode, AcAp::DocLockMode,
                                          AcAp::DocLockMode, const ACHAR*) {}
-    virtual void documentBecameCurrent(AcApDocument*) {}
+    virtual void documentBecameCurrent(AcApDocument*) {}  // null when the last document has closed
     virtual void documentToBeActivated(AcApDocument*) {}
     virtual void documentToBeDeactivated(AcApDocument*) {}
     virtual void documentActivationModified(bool) {}
     virtual void documentActivated(AcApDocument*) {}
-    virtual void documentTitleUpdated(AcApDocument*) {}
+    virtual void documentTitleUpdated(AcApDocument*) {}  // after a save under another name
 };
 
 // The documents of the session. Code runs in the context of a document (registered commands) or of
@@ -90,17 +90,17 @@ public:
 
     // Null without a document.
     AcApDocument* curDocument() const;
-    AcApDocument* mdiActiveDocument() const;
+    AcApDocument* mdiActiveDocument() const;  // that the user works in
     // Null for a side database.
     AcApDocument* document(const AcDbDatabase* database) const;
     // The caller deletes it.
     AcApDocumentIterator* newAcApDocumentIterator();
-    int documentCount() const;
+    int documentCount() const;  // open ones
     bool isApplicationContext() const;
 
     // Pointer kept, not owned; called in the order of addition.
     void addReactor(AcApDocManagerReactor* reactor);
-    void removeReactor(AcApDocManagerReactor* reactor);
+    void removeReactor(AcApDocManagerReactor* reactor);  // harmless for one that was never added
 
     // Nested calls count; each success wants one unlock. eInvalidInput for null or an unknown
     // document; eLockConflict when another context holds an excluding lock.
@@ -128,6 +128,6 @@ public:
     Acad::ErrorStatus executeInApplicationContext(void (*function)(void*), void* data) const;
 };
 
-AcApDocManager* acDocManagerPtr();
+AcApDocManager* acDocManagerPtr();  // the only one; never null
 #define acDocManager acDocManagerPtr()
-AcApDocument* curDoc();
+AcApDocument* curDoc();  // short for acDocManager->curDocument()

@@ -25,10 +25,10 @@ public:
     virtual void commandFailed(const ACHAR*) {}
     virtual void unknownCommand(const ACHAR*, AcDbVoidPtrArray*) {}
     virtual void beginClose(AcDbDatabase*) {}
-    virtual void beginQuit() {}
+    virtual void beginQuit() {}  // of AutoCAD; never called here
     virtual void sysVarWillChange(const ACHAR*) {}
     virtual void sysVarChanged(const ACHAR*, bool) {}
-    virtual void pickfirstModified() {}
+    virtual void pickfirstModified() {}  // likewise
 };
 
 // The editor service. Pointers of reactors are kept, not owned; they are called in the order in
@@ -36,8 +36,8 @@ public:
 class AcEditor : public AcRxService {
 public:
     ACRX_DECLARE_MEMBERS(AcEditor);
-    void addReactor(AcRxEventReactor* reactor);
-    void removeReactor(AcRxEventReactor* reactor);
+    void addReactor(AcRxEventReactor* reactor);     // a second time changes nothing
+    void removeReactor(AcRxEventReactor* reactor);  // harmless for one that was never added
 };
 
 // Draws the windows of the drawing again. No data changes.

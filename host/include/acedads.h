@@ -41,7 +41,7 @@ int acedGetString(int cronly, const ACHAR* prompt, AcString& result);
 // Rules for the next input only: RSG_NONULL asks again instead of taking Enter.
 int acedInitGet(int bits, const ACHAR* keywords);
 
-int acedPrompt(const ACHAR* text);
+int acedPrompt(const ACHAR* text);  // writes a text to the command line and asks nothing
 
 // System variables known here: CLAYER, INSUNITS, DWGNAME, DWGPREFIX, DWGTITLED, DBMOD, CMDNAMES,
 // CMDACTIVE. RTERROR for another name; acedSetVar also for a read-only one. Texts in an answer are

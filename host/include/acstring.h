@@ -1,3 +1,3 @@
 #pragma once
 
-#include "AcString.h"
+#include "AcString.h"  // the older name of AcString.h

@@ -8,7 +8,7 @@ typedef wchar_t ACHAR;
 #define ACRX_T(text) HOST_WIDEN(text)
 
 namespace Adesk {
-typedef std::int8_t Int8;
+typedef std::int8_t Int8;  // numbers of a fixed width
 typedef std::int16_t Int16;
 typedef std::int32_t Int32;
 typedef std::int64_t Int64;
@@ -16,12 +16,12 @@ typedef std::uint8_t UInt8;
 typedef std::uint16_t UInt16;
 typedef std::uint32_t UInt32;
 typedef std::uint64_t UInt64;
-typedef std::intptr_t IntPtr;
+typedef std::intptr_t IntPtr;  // numbers that a pointer fits into
 typedef std::uintptr_t UIntPtr;
 typedef std::intptr_t LongPtr;
 typedef std::uintptr_t ULongPtr;
-typedef std::intptr_t IntDbId;
-typedef std::intptr_t GsMarker;
+typedef std::intptr_t IntDbId;   // an identifier as a number
+typedef std::intptr_t GsMarker;  // a part of what is drawn; kept as a number only
 
 typedef bool Boolean;
 enum : bool { kFalse = false, kTrue = true };

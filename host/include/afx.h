@@ -4,7 +4,7 @@
 #include "atlstr.h"
 #include "host_wintypes.h"
 
-#ifdef NDEBUG
+#ifdef NDEBUG  // Checks of the debug build. VERIFY evaluates its condition in both builds.
 #define ASSERT(condition) ((void)0)
 #define VERIFY(condition) ((void)(condition))
 #else
@@ -12,21 +12,21 @@
 #define ASSERT(condition) assert(condition)
 #define VERIFY(condition) assert(condition)
 #endif
-#define TRACE(...) ((void)0)
-#define AFXAPI __stdcall
+#define TRACE(...) ((void)0)  // says nothing here; arguments are not evaluated
+#define AFXAPI __stdcall      // the calling convention; means nothing but on 32-bit Windows
 
 class CObject;
 
 // What a class made with DECLARE_DYNAMIC knows about itself.
 struct CRuntimeClass {
-    LPCSTR m_lpszClassName;
-    int m_nObjectSize;
-    CObject* (*m_pfnCreateObject)();  // null unless DECLARE_DYNCREATE
-    const CRuntimeClass* m_pBaseClass;
+    LPCSTR m_lpszClassName;             // as in the source
+    int m_nObjectSize;                  // bytes
+    CObject* (*m_pfnCreateObject)();    // null unless DECLARE_DYNCREATE
+    const CRuntimeClass* m_pBaseClass;  // null at the root
 
     // A new object the caller owns, or null when the class cannot be made by name.
     CObject* CreateObject() const { return m_pfnCreateObject ? m_pfnCreateObject() : nullptr; }
-    BOOL IsDerivedFrom(const CRuntimeClass* base) const;
+    BOOL IsDerivedFrom(const CRuntimeClass* base) const;  // TRUE for the class itself, too
 };
 
 // Root of the MFC classes; not copyable.
@@ -37,7 +37,7 @@ public:
     virtual ~CObject() = default;
 
     virtual CRuntimeClass* GetRuntimeClass() const;
-    BOOL IsKindOf(const CRuntimeClass* pClass) const;
+    BOOL IsKindOf(const CRuntimeClass* pClass) const;  // of the class or derived from it
 
     static CRuntimeClass classCObject;
 
@@ -73,18 +73,18 @@ public:                                     \
 // A point in time in whole seconds since 1970-01-01 UTC. Readings by calendar are local time.
 class CTime {
 public:
-    CTime() = default;
-    CTime(std::int64_t time) : m_time(time) {}
+    CTime() = default;                          // the beginning of 1970
+    CTime(std::int64_t time) : m_time(time) {}  // seconds
     // Local calendar time; month 1..12, day 1..31.
     CTime(int year, int month, int day, int hour, int minute, int second);
 
-    static CTime GetCurrentTime();
-    std::int64_t GetTime() const { return m_time; }
+    static CTime GetCurrentTime();                   // of the system's clock
+    std::int64_t GetTime() const { return m_time; }  // seconds
 
     int GetYear() const;
-    int GetMonth() const;
-    int GetDay() const;
-    int GetHour() const;
+    int GetMonth() const;  // 1..12
+    int GetDay() const;    // 1..31
+    int GetHour() const;   // 0..23
     int GetMinute() const;
     int GetSecond() const;
     // By strftime's letters: %Y-%m-%d %H:%M:%S.

@@ -11,15 +11,15 @@ class CDataExchange {
 public:
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate);
 
-    BOOL m_bSaveAndValidate;  // TRUE: controls to members
-    CWnd* m_pDlgWnd;
-    HWND m_hWndLastControl = nullptr;
-    BOOL m_bEditLastControl = FALSE;
+    BOOL m_bSaveAndValidate;           // TRUE: controls to members
+    CWnd* m_pDlgWnd;                   // whose controls are meant
+    HWND m_hWndLastControl = nullptr;  // the one that Fail puts the focus on
+    BOOL m_bEditLastControl = FALSE;   // whether it is an edit box
 
     // The control an exchange is about to use; throws CNotSupportedException* when the dialog has
     // none of that number.
     HWND PrepareCtrl(int nIDC);
-    HWND PrepareEditCtrl(int nIDC);
+    HWND PrepareEditCtrl(int nIDC);  // the same for an edit box, whose text Fail selects
     // Puts the focus on the last control, selects the text of an edit box, and ends the exchange
     // with a CUserException*. Members exchanged before keep their new values.
     [[noreturn]] void Fail();
@@ -30,7 +30,7 @@ public:
 void DDX_Text(CDataExchange* pDX, int nIDC, double& value);
 // As for double, whole numbers of 32 bits.
 void DDX_Text(CDataExchange* pDX, int nIDC, int& value);
-void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
+void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);  // any text passes
 // 0, 1 or 2; any other value loads as 0.
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 // Index of the checked button in the group that begins at nIDC, -1 for none. The group ends before

@@ -18,10 +18,10 @@ public:
 
     INT_PTR DoModal() override;  // IDOK or IDCANCEL
     CString GetPathName() const { return m_path; }
-    CString GetFileName() const;   // with extension
-    CString GetFileTitle() const;  // without
-    CString GetFileExt() const;    // without the point
-    CString GetFolderPath() const;
+    CString GetFileName() const;    // with extension
+    CString GetFileTitle() const;   // without
+    CString GetFileExt() const;     // without the point
+    CString GetFolderPath() const;  // without a separator at the end, except for a root
 
     OPENFILENAME m_ofn = {};
 
@@ -29,13 +29,13 @@ protected:
     CString m_path;
 
 private:
-    BOOL m_bOpen;
+    BOOL m_bOpen;  // FALSE: to save
     CString m_defaultExtension;
     CString m_fileName;
     CString m_filter;
 };
 
-class CFolderPickerDialog : public CFileDialog {
+class CFolderPickerDialog : public CFileDialog {  // The same for folders. Files are not shown.
     DECLARE_DYNAMIC(CFolderPickerDialog)
 public:
     explicit CFolderPickerDialog(LPCTSTR lpszFolder = nullptr, DWORD dwFlags = 0,

@@ -6,12 +6,12 @@
 
 // Fills the record; always TRUE for a real module handle.
 BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule);
-void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll = FALSE);
+void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll = FALSE);  // empties the record
 
 // Makes the module's resources known; the look-up here needs no such list, so it only keeps the
 // handle.
 class CDynLinkLibrary : public CObject {
 public:
     explicit CDynLinkLibrary(AFX_EXTENSION_MODULE& state, BOOL bSystem = FALSE);
-    HMODULE m_hModule;
+    HMODULE m_hModule;  // as the record has it
 };

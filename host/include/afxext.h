@@ -4,7 +4,7 @@
 #include "afxwin.h"
 
 struct AFX_EXTENSION_MODULE {
-    BOOL bInitialized;
-    HMODULE hModule;
-    HMODULE hResource;
+    BOOL bInitialized;  // between AfxInit and AfxTerm
+    HMODULE hModule;    // the library
+    HMODULE hResource;  // where its resources lie: the same
 };

@@ -6,14 +6,14 @@
 #include "atltypes.h"
 #include "host_winuser.h"
 
-class CCmdTarget;
+class CCmdTarget;  // of afxwin.h
 class CWnd;
-struct AFX_MSGMAP_ENTRY;
+struct AFX_MSGMAP_ENTRY;  // see below
 
 // What a command handler is called with; pNotify is null but for notifications.
-struct AFX_NOTIFY {
-    LRESULT* pResult;
-    NMHDR* pNMHDR;
+struct AFX_NOTIFY {    // of WM_NOTIFY
+    LRESULT* pResult;  // what the sender gets
+    NMHDR* pNMHDR;     // who sent it, and why
 };
 
 // Calls one handler of one class. The message's words as they came; for WM_NOTIFY lParam points to
@@ -21,23 +21,23 @@ struct AFX_NOTIFY {
 typedef LRESULT (*AFX_PMSG)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);
 
 struct AFX_MSGMAP_ENTRY {
-    UINT nMessage;
-    UINT nCode;  // control code; of a WM_NOTIFY the lower 16 bits of its code
-    UINT nID;
-    UINT nLastID;
-    AFX_PMSG pfn;  // null ends the table
+    UINT nMessage;  // WM_...
+    UINT nCode;     // control code; of a WM_NOTIFY the lower 16 bits of its code
+    UINT nID;       // of the control or command
+    UINT nLastID;   // of a range, else the same
+    AFX_PMSG pfn;   // null ends the table
 };
 
-struct AFX_MSGMAP {
+struct AFX_MSGMAP {                        // the lines of one class, and the way to its base's
     const AFX_MSGMAP* (*pfnGetBaseMap)();  // null at the root
-    const AFX_MSGMAP_ENTRY* lpEntries;
+    const AFX_MSGMAP_ENTRY* lpEntries;     // searched from the first on
 };
 
 // The callers behind the macros. A handler of another signature does not compile.
-namespace host {
+namespace host {  // not for plug-ins
 
 template <class Class, auto handler>
-LRESULT CallPlain(CCmdTarget* target, WPARAM, LPARAM) {
+LRESULT CallPlain(CCmdTarget* target, WPARAM, LPARAM) {  // void f()
     static_assert(std::is_void_v<decltype((static_cast<Class*>(target)->*handler)())>,
                   "afx_msg void f()");
     (static_cast<Class*>(target)->*handler)();
@@ -79,7 +79,7 @@ LRESULT CallShow(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
 }
 
 template <class Class, auto handler>
-LRESULT CallFlag(CCmdTarget* target, WPARAM wParam, LPARAM) {
+LRESULT CallFlag(CCmdTarget* target, WPARAM wParam, LPARAM) {  // void f(BOOL)
     (static_cast<Class*>(target)->*handler)(static_cast<BOOL>(wParam));
     return 0;
 }
@@ -91,7 +91,7 @@ LRESULT CallKey(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 
-CWnd* WindowOfHandle(HWND hWnd);
+CWnd* WindowOfHandle(HWND hWnd);  // the object of a handle; null for none
 
 template <class Class, auto handler>
 LRESULT CallFocus(CCmdTarget* target, WPARAM wParam, LPARAM) {

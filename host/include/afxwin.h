@@ -27,10 +27,10 @@ typedef __POSITION* POSITION;
 class CException : public CObject {
     DECLARE_DYNAMIC(CException)
 public:
-    virtual CString GetText() const = 0;
+    virtual CString GetText() const = 0;  // what the user is told
     // Shows the text in a message box.
     int ReportError(UINT nType = MB_OK);
-    void Delete() { delete this; }
+    void Delete() { delete this; }  // catchers call it; never delete by hand
 };
 
 // The user was told already: ends an operation quietly.
@@ -67,7 +67,7 @@ class CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 public:
     ~CGdiObject() override { DeleteObject(); }
-    HGDIOBJ GetSafeHandle() const { return m_hObject; }
+    HGDIOBJ GetSafeHandle() const { return m_hObject; }  // null when nothing was created
     // Windows that still use it are shown in the font of the display.
     BOOL DeleteObject();
 
@@ -81,7 +81,7 @@ public:
     BOOL CreateFontIndirect(const LOGFONT* lpLogFont);
     // nPointSize in tenths of a point.
     BOOL CreatePointFont(int nPointSize, LPCTSTR lpszFaceName, CDC* pDC = nullptr);
-    int GetLogFont(LOGFONT* pLogFont) const;
+    int GetLogFont(LOGFONT* pLogFont) const;  // bytes written; 0 without a font
     operator HFONT() const { return static_cast<HFONT>(m_hObject); }
     // The object of a handle; for a font that no CFont made one that the host keeps.
     static CFont* FromHandle(HFONT hFont);
@@ -99,63 +99,63 @@ public:
     // The object attached to a handle, else one that the host keeps as long as the window lives;
     // null for no window.
     static CWnd* FromHandle(HWND hWnd);
-    static CWnd* FromHandlePermanent(HWND hWnd);
-    static CWnd* GetFocus();
-    static CWnd* GetActiveWindow();
+    static CWnd* FromHandlePermanent(HWND hWnd);  // only objects that were attached; null else
+    static CWnd* GetFocus();                      // null when no window of the host has it
+    static CWnd* GetActiveWindow();               // the top-level window in front
     // Unlike in Windows the object must not be null.
     HWND GetSafeHwnd() const { return m_hWnd; }
-    BOOL Attach(HWND hWndNew);
-    HWND Detach();
+    BOOL Attach(HWND hWndNew);  // FALSE when either has another one already
+    HWND Detach();              // the handle, which lives on
     // Attach and detach, with PreSubclassWindow called in between.
     BOOL SubclassWindow(HWND hWnd);
-    BOOL SubclassDlgItem(UINT nID, CWnd* pParent);
-    HWND UnsubclassWindow();
+    BOOL SubclassDlgItem(UINT nID, CWnd* pParent);  // the same for a control by number
+    HWND UnsubclassWindow();                        // the messages go their former way
 
     // WM_DESTROY, WM_NCDESTROY, PostNcDestroy: the object may be gone afterwards.
     virtual BOOL DestroyWindow();
-    BOOL ShowWindow(int nCmdShow);
-    BOOL IsWindowVisible() const;
-    BOOL EnableWindow(BOOL bEnable = TRUE);
-    BOOL IsWindowEnabled() const;
+    BOOL ShowWindow(int nCmdShow);           // TRUE when it was shown before
+    BOOL IsWindowVisible() const;            // it and all that it lies in
+    BOOL EnableWindow(BOOL bEnable = TRUE);  // TRUE when it was disabled before
+    BOOL IsWindowEnabled() const;            // its own state only
     // Takes what the display waits for, so that the window shows its present state.
     void UpdateWindow();
-    void Invalidate(BOOL bErase = TRUE);
-    DWORD GetStyle() const;
-    DWORD GetExStyle() const;
+    void Invalidate(BOOL bErase = TRUE);  // asks the display to show it again
+    DWORD GetStyle() const;               // WS_ and the control's own bits
+    DWORD GetExStyle() const;             // WS_EX_
 
-    CWnd* SetFocus();
-    BOOL SetForegroundWindow();
-    void BringWindowToTop();
+    CWnd* SetFocus();            // the one that had it; null when none had
+    BOOL SetForegroundWindow();  // brings the top-level window to the front
+    void BringWindowToTop();     // likewise, without the focus
     // In the middle of its owner, else of the screen.
     void CenterWindow(CWnd* pAlternateOwner = nullptr);
     void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE);
     void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
     BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags);
-    void GetWindowRect(LPRECT lpRect) const;  // screen pixels
-    void GetClientRect(LPRECT lpRect) const;  // from 0,0
-    void ClientToScreen(LPRECT lpRect) const;
+    void GetWindowRect(LPRECT lpRect) const;   // screen pixels
+    void GetClientRect(LPRECT lpRect) const;   // from 0,0
+    void ClientToScreen(LPRECT lpRect) const;  // moves a rectangle by the window's place
     void ScreenToClient(LPRECT lpRect) const;
 
-    CWnd* GetParent() const;
-    CWnd* GetOwner() const;
-    CWnd* GetTopLevelParent() const;
-    CWnd* GetDlgItem(int nID) const;
-    int GetDlgCtrlID() const;
+    CWnd* GetParent() const;          // of a top-level window its owner
+    CWnd* GetOwner() const;           // null without one
+    CWnd* GetTopLevelParent() const;  // itself when it is one
+    CWnd* GetDlgItem(int nID) const;  // a child by number; null for none
+    int GetDlgCtrlID() const;         // 0 for a top-level window
     CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
 
     void SetWindowText(LPCTSTR lpszString);
     void GetWindowText(CString& rString) const;
     int GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const;
-    int GetWindowTextLength() const;
+    int GetWindowTextLength() const;  // without the end mark
     void SetDlgItemText(int nID, LPCTSTR lpszString);
     int GetDlgItemText(int nID, CString& rString) const;
     void SetDlgItemInt(int nID, UINT nValue, BOOL bSigned = TRUE);
     UINT GetDlgItemInt(int nID, BOOL* lpTrans = nullptr, BOOL bSigned = TRUE) const;
-    void CheckDlgButton(int nIDButton, UINT nCheck);
+    void CheckDlgButton(int nIDButton, UINT nCheck);  // 0, 1 or 2
     UINT IsDlgButtonChecked(int nIDButton) const;
     void CheckRadioButton(int nIDFirst, int nIDLast, int nIDCheck);
     void SetFont(CFont* pFont, BOOL bRedraw = TRUE);
-    CFont* GetFont() const;
+    CFont* GetFont() const;  // null: the display's own
 
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
@@ -166,7 +166,7 @@ public:
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
 
     virtual BOOL PreTranslateMessage(MSG* pMsg);
-    virtual void PreSubclassWindow();
+    virtual void PreSubclassWindow();  // the window is attached, and nothing was sent to it yet
 
 protected:
     virtual void DoDataExchange(CDataExchange* pDX);
@@ -175,7 +175,7 @@ protected:
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
-    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);  // WM_NOTIFY, likewise
     // The last thing that happens to the object of a destroyed window: the place for delete this.
     virtual void PostNcDestroy();
     // The message that is being handled goes on to the window's own procedure.
@@ -217,12 +217,12 @@ public:
     HMENU m_hMenu = nullptr;
 };
 
-class CButton : public CWnd {
+class CButton : public CWnd {  // A push button, check box or radio button, by its style
     DECLARE_DYNAMIC(CButton)
 public:
-    int GetCheck() const;
-    void SetCheck(int nCheck);
-    void Click();  // as by the user
+    int GetCheck() const;       // 0 off, 1 on, 2 between
+    void SetCheck(int nCheck);  // sends nothing
+    void Click();               // as by the user
 };
 
 class CEdit : public CWnd {
@@ -230,15 +230,15 @@ class CEdit : public CWnd {
 public:
     // 0, -1 selects all.
     void SetSel(int nStartChar, int nEndChar, BOOL bNoScroll = FALSE);
-    void GetSel(int& nStartChar, int& nEndChar) const;
-    BOOL SetReadOnly(BOOL bReadOnly = TRUE);
+    void GetSel(int& nStartChar, int& nEndChar) const;  // equal when nothing is selected
+    BOOL SetReadOnly(BOOL bReadOnly = TRUE);            // users cannot change it; programs can
 };
 
-class CStatic : public CWnd {
+class CStatic : public CWnd {  // A text or a frame beside controls. No pictures.
     DECLARE_DYNAMIC(CStatic)
 };
 
-class CDialog : public CWnd {
+class CDialog : public CWnd {  // A window made of a template in a module's resource script
     DECLARE_DYNAMIC(CDialog)
 public:
     CDialog() = default;
@@ -257,16 +257,16 @@ public:
     virtual BOOL OnInitDialog();
     // Control that Enter presses when no other button has the focus.
     void SetDefID(UINT nID);
-    DWORD GetDefID() const;
-    void NextDlgCtrl() const;
+    DWORD GetDefID() const;    // its number, and DC_HASDEFID above
+    void NextDlgCtrl() const;  // moves the focus as Tab does
     void PrevDlgCtrl() const;
-    void GotoDlgCtrl(CWnd* pWndCtrl);
+    void GotoDlgCtrl(CWnd* pWndCtrl);  // to a control, its text selected
 
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
     virtual void OnOK();
-    virtual void OnCancel();
+    virtual void OnCancel();  // esc and the close box: ends with IDCANCEL
     afx_msg LRESULT HandleInitDialog(WPARAM, LPARAM);
     DECLARE_MESSAGE_MAP()
 
@@ -284,10 +284,10 @@ private:
 class CFrameWnd : public CWnd {
     DECLARE_DYNAMIC(CFrameWnd)
 };
-class CMDIFrameWnd : public CFrameWnd {
+class CMDIFrameWnd : public CFrameWnd {  // the same under the name that acedGetAcadFrame has
     DECLARE_DYNAMIC(CMDIFrameWnd)
 };
-class CView : public CWnd {
+class CView : public CWnd {  // the window of the drawing, to put the focus on
     DECLARE_DYNAMIC(CView)
 };
 
@@ -304,7 +304,7 @@ public:
 class CWinApp : public CWinThread {
     DECLARE_DYNAMIC(CWinApp)
 public:
-    LPCTSTR m_pszAppName = nullptr;
+    LPCTSTR m_pszAppName = nullptr;  // title of message boxes
 };
 
 CWinThread* AfxGetThread();
@@ -316,10 +316,10 @@ LPCTSTR AfxGetAppName();
 // dialog.
 HINSTANCE AfxGetResourceHandle();
 void AfxSetResourceHandle(HINSTANCE hInstResource);
-HINSTANCE AfxGetInstanceHandle();
+HINSTANCE AfxGetInstanceHandle();  // the program itself, not the module that asks
 // Lets the windows from the message's one upwards look at it first; TRUE: it is dealt with.
 BOOL AfxPreTranslateMessage(MSG* pMsg);
 // Shows the text with the host's name as title; the number of the button that was pressed.
 int AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = 0);
-[[noreturn]] void AfxThrowUserException();
+[[noreturn]] void AfxThrowUserException();  // ends an exchange whose user was told

@@ -60,7 +60,7 @@
 #include "accmd.h"
 #include "aced.h"
 #include "acedads.h"
-#include "acdocman.h"
+#include "acdocman.h"  // documents
 #include "actrans.h"
 
 #include "AcExtensionModule.h"

@@ -1,3 +1,3 @@
 #pragma once
 
-#include "cstringt.h"
+#include "cstringt.h"  // the name under which CString is found without windows

@@ -3,21 +3,21 @@
 
 #include "host_winuser.h"
 
-class CSize : public SIZE {
+class CSize : public SIZE {  // width and height
 public:
-    CSize() : SIZE{0, 0} {}
+    CSize() : SIZE{0, 0} {}  // nothing
     CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
-    CSize(SIZE size) : SIZE(size) {}
+    CSize(SIZE size) : SIZE(size) {}  // from the plain record
     BOOL operator==(SIZE size) const { return cx == size.cx && cy == size.cy; }
     BOOL operator!=(SIZE size) const { return !(*this == size); }
 };
 
-class CPoint : public POINT {
+class CPoint : public POINT {  // A place; x to the right, y down
 public:
-    CPoint() : POINT{0, 0} {}
+    CPoint() : POINT{0, 0} {}  // the corner of its parent
     CPoint(int initX, int initY) : POINT{initX, initY} {}
-    CPoint(POINT point) : POINT(point) {}
-    void Offset(int xOffset, int yOffset) {
+    CPoint(POINT point) : POINT(point) {}    // from the plain record
+    void Offset(int xOffset, int yOffset) {  // moves it
         x += xOffset;
         y += yOffset;
     }
@@ -26,26 +26,26 @@ public:
 };
 
 // Right and bottom lie outside.
-class CRect : public RECT {
+class CRect : public RECT {  // left, top, right, bottom
 public:
-    CRect() : RECT{0, 0, 0, 0} {}
+    CRect() : RECT{0, 0, 0, 0} {}  // empty
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
-    CRect(const RECT& rect) : RECT(rect) {}
+    CRect(const RECT& rect) : RECT(rect) {}  // from the plain record
     CRect(POINT point, SIZE size) : RECT{point.x, point.y, point.x + size.cx, point.y + size.cy} {}
 
-    operator LPRECT() { return this; }
+    operator LPRECT() { return this; }  // for functions that take the plain record
     operator LPCRECT() const { return this; }
-    int Width() const { return right - left; }
+    int Width() const { return right - left; }  // below 0 when the sides stand crosswise
     int Height() const { return bottom - top; }
     CSize Size() const { return CSize(Width(), Height()); }
     CPoint TopLeft() const { return CPoint(left, top); }
     CPoint CenterPoint() const { return CPoint((left + right) / 2, (top + bottom) / 2); }
-    BOOL IsRectEmpty() const { return right <= left || bottom <= top; }
-    BOOL PtInRect(POINT point) const {
+    BOOL IsRectEmpty() const { return right <= left || bottom <= top; }  // no pixel lies inside
+    BOOL PtInRect(POINT point) const {  // left and top belong to it
         return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
     }
     void SetRect(int l, int t, int r, int b) { *this = CRect(l, t, r, b); }
-    void OffsetRect(int x, int y) {
+    void OffsetRect(int x, int y) {  // moves it, its size stays
         left += x;
         right += x;
         top += y;
@@ -58,8 +58,8 @@ public:
         top -= y;
         bottom += y;
     }
-    void DeflateRect(int x, int y) { InflateRect(-x, -y); }
-    BOOL operator==(const RECT& rect) const {
+    void DeflateRect(int x, int y) { InflateRect(-x, -y); }  // inwards on all sides
+    BOOL operator==(const RECT& rect) const {                // all four sides
         return left == rect.left && top == rect.top && right == rect.right && bottom == rect.bottom;
     }
     BOOL operator!=(const RECT& rect) const { return !(*this == rect); }

@@ -17,34 +17,34 @@ class CStringT;
 template <>
 class CStringT<wchar_t, void> {
 public:
-    typedef wchar_t XCHAR;
-    typedef const wchar_t* PCXSTR;
-    typedef wchar_t* PXSTR;
+    typedef wchar_t XCHAR;          // an element
+    typedef const wchar_t* PCXSTR;  // text to read
+    typedef wchar_t* PXSTR;         // text to write
 
-    CStringT() noexcept;
-    CStringT(const CStringT& other) noexcept;
-    CStringT(CStringT&& other) noexcept;
-    CStringT(PCXSTR text);  // a null pointer gives the empty text
+    CStringT() noexcept;                       // the empty text; allocates nothing
+    CStringT(const CStringT& other) noexcept;  // shares the buffer
+    CStringT(CStringT&& other) noexcept;       // the other one is empty then
+    CStringT(PCXSTR text);                     // a null pointer gives the empty text
     // Unlike Windows, narrow text is UTF-8 whatever the system's code page; bytes that are not give
     // U+FFFD each.
     CStringT(const char* text);
-    explicit CStringT(wchar_t ch, int count = 1);
-    CStringT(PCXSTR text, int length);
+    explicit CStringT(wchar_t ch, int count = 1);  // so many times
+    CStringT(PCXSTR text, int length);             // may hold zeros
     ~CStringT();
 
     CStringT& operator=(const CStringT& other) noexcept;
     CStringT& operator=(CStringT&& other) noexcept;
-    CStringT& operator=(PCXSTR text);
+    CStringT& operator=(PCXSTR text);  // null empties it
     CStringT& operator=(const char* text);
-    CStringT& operator=(wchar_t ch);
+    CStringT& operator=(wchar_t ch);  // one character
 
-    int GetLength() const noexcept;
+    int GetLength() const noexcept;  // elements before the end mark; O(1)
     bool IsEmpty() const noexcept { return GetLength() == 0; }
-    void Empty() noexcept;
+    void Empty() noexcept;  // gives the buffer back
     XCHAR GetAt(int i) const { return m_pszData[i]; }
     XCHAR operator[](int i) const { return m_pszData[i]; }
-    void SetAt(int i, XCHAR ch);
-    PCXSTR GetString() const noexcept { return m_pszData; }
+    void SetAt(int i, XCHAR ch);                             // 0 <= i < GetLength()
+    PCXSTR GetString() const noexcept { return m_pszData; }  // valid until the text changes
     operator PCXSTR() const noexcept { return m_pszData; }
     void SetString(PCXSTR text) { *this = text; }
     void SetString(PCXSTR text, int length);
@@ -53,23 +53,23 @@ public:
     // ReleaseBuffer, where -1 means up to the first 0.
     PXSTR GetBuffer(int minLength = 0);
     PXSTR GetBufferSetLength(int length);
-    void ReleaseBuffer(int newLength = -1);
+    void ReleaseBuffer(int newLength = -1);  // the pointer is no longer valid
     void ReleaseBufferSetLength(int newLength) { ReleaseBuffer(newLength); }
-    void Preallocate(int length) { GetBuffer(length); }
-    void FreeExtra() {}
+    void Preallocate(int length) { GetBuffer(length); }  // room for growth without moving
+    void FreeExtra() {}                                  // does nothing: room is kept
 
-    CStringT Left(int count) const;
-    CStringT Right(int count) const;
-    CStringT Mid(int first) const { return Mid(first, GetLength()); }
-    CStringT Mid(int first, int count) const;
+    CStringT Left(int count) const;                                    // the first ones
+    CStringT Right(int count) const;                                   // the last ones
+    CStringT Mid(int first) const { return Mid(first, GetLength()); }  // all from a place on
+    CStringT Mid(int first, int count) const;                          // cut to the text
     CStringT SpanIncluding(PCXSTR set) const;
     CStringT SpanExcluding(PCXSTR set) const;
 
     // The position, or -1. A search of the empty text finds it at start.
     int Find(PCXSTR text, int start = 0) const;
-    int Find(XCHAR ch, int start = 0) const;
-    int ReverseFind(XCHAR ch) const;
-    int FindOneOf(PCXSTR set) const;
+    int Find(XCHAR ch, int start = 0) const;  // the first place, or -1
+    int ReverseFind(XCHAR ch) const;          // the last place
+    int FindOneOf(PCXSTR set) const;          // the first place of any of the set
 
     // Less than, equal to or greater than 0. CompareNoCase lower-cases single characters; Collate
     // does the same as Compare: this host has no collation of its own.
@@ -80,44 +80,44 @@ public:
 
     CStringT& operator+=(const CStringT& other);
     CStringT& operator+=(PCXSTR text);
-    CStringT& operator+=(wchar_t ch);
+    CStringT& operator+=(wchar_t ch);  // one character
     void Append(PCXSTR text) { *this += text; }
     void Append(PCXSTR text, int length);
     void Append(const CStringT& other) { *this += other; }
-    void AppendChar(XCHAR ch) { *this += ch; }
+    void AppendChar(XCHAR ch) { *this += ch; }  // the same by name
 
     // Microsoft's format rules: %s and %c are wide, %S, %hs, %C narrow; %d %i %u %x %X %o with h,
     // l, ll, I32, I64, I, z, j, t; %f %e %g %a with the C library's meaning, always a decimal
     // point; %p, %%; flags, width, precision, both also as *. %n is refused. Arguments may be this
     // text.
     void Format(PCXSTR format, ...);
-    void Format(UINT formatId, ...);
+    void Format(UINT formatId, ...);  // the format is a string resource of the current module
     void FormatV(PCXSTR format, va_list args);
-    void AppendFormat(PCXSTR format, ...);
+    void AppendFormat(PCXSTR format, ...);  // behind the present text
     void AppendFormat(UINT formatId, ...);
     void AppendFormatV(PCXSTR format, va_list args);
 
     // Return how many were replaced or removed; Insert and Delete the new length.
-    int Replace(XCHAR oldChar, XCHAR newChar);
-    int Replace(PCXSTR oldText, PCXSTR newText);
-    int Remove(XCHAR ch);
-    int Insert(int i, XCHAR ch);
+    int Replace(XCHAR oldChar, XCHAR newChar);    // every one of them
+    int Replace(PCXSTR oldText, PCXSTR newText);  // from the left, without overlaps
+    int Remove(XCHAR ch);                         // every one of them
+    int Insert(int i, XCHAR ch);                  // before that place
     int Insert(int i, PCXSTR text);
-    int Delete(int i, int count = 1);
+    int Delete(int i, int count = 1);  // from that place on
 
-    CStringT& MakeUpper();
+    CStringT& MakeUpper();  // single letters, as CompareNoCase sees them
     CStringT& MakeLower();
-    CStringT& MakeReverse();
-    CStringT& Truncate(int length);
+    CStringT& MakeReverse();         // last element first
+    CStringT& Truncate(int length);  // longer texts are cut, shorter ones stay
 
     // Without arguments blanks go (space, tab, line ends), else the given characters.
     CStringT& Trim() { return TrimRight().TrimLeft(); }
     CStringT& Trim(XCHAR ch) { return TrimRight(ch).TrimLeft(ch); }
     CStringT& Trim(PCXSTR set) { return TrimRight(set).TrimLeft(set); }
-    CStringT& TrimLeft();
+    CStringT& TrimLeft();  // at the beginning only
     CStringT& TrimLeft(XCHAR ch);
     CStringT& TrimLeft(PCXSTR set);
-    CStringT& TrimRight();
+    CStringT& TrimRight();  // at the end only
     CStringT& TrimRight(XCHAR ch);
     CStringT& TrimRight(PCXSTR set);
 
@@ -130,17 +130,17 @@ public:
     BOOL LoadString(UINT id);
 
 private:
-    void Assign(PCXSTR text, int length);
-    void MakeRoom(int length);
-    void Release() noexcept;
+    void Assign(PCXSTR text, int length);  // text may lie in this buffer
+    void MakeRoom(int length);             // a buffer of its own with that much room
+    void Release() noexcept;               // one sharer less; the last frees
 
     PXSTR m_pszData;  // behind a header that holds the count of sharers, the length and the room
 };
 
-typedef CStringT<wchar_t> CStringW;
+typedef CStringT<wchar_t> CStringW;  // both builds' names: there is no narrow build here
 typedef CStringW CString;
 
-CString operator+(const CString& a, const CString& b);
+CString operator+(const CString& a, const CString& b);  // the two one behind the other, O(length)
 CString operator+(const CString& a, const wchar_t* b);
 CString operator+(const wchar_t* a, const CString& b);
 CString operator+(const CString& a, wchar_t b);

@@ -31,14 +31,14 @@ struct ExtrasDeleter {
 class AcDbObjectReactor {
 public:
     virtual ~AcDbObjectReactor() = default;
-    virtual void cancelled(const AcDbObject*) {}
-    virtual void copied(const AcDbObject*, const AcDbObject*) {}
-    virtual void erased(const AcDbObject*, bool) {}
-    virtual void goodbye(const AcDbObject*) {}
-    virtual void openedForModify(const AcDbObject*) {}
-    virtual void modified(const AcDbObject*) {}
-    virtual void unappended(const AcDbObject*) {}
-    virtual void objectClosed(AcDbObjectId) {}
+    virtual void cancelled(const AcDbObject*) {}                  // its open ended by cancel()
+    virtual void copied(const AcDbObject*, const AcDbObject*) {}  // never called here
+    virtual void erased(const AcDbObject*, bool) {}               // false when it came back
+    virtual void goodbye(const AcDbObject*) {}                    // its memory goes; the last call
+    virtual void openedForModify(const AcDbObject*) {}  // before the first change of an open
+    virtual void modified(const AcDbObject*) {}         // after a changed object was closed
+    virtual void unappended(const AcDbObject*) {}       // never called here
+    virtual void objectClosed(AcDbObjectId) {}          // whatever was done to it
 };
 
 // Base of everything a drawing stores. An object without identifier is its maker's, to change and
@@ -86,18 +86,18 @@ public:
     // identifier stays valid. eNotOpenForWrite, eWasErased, eWasNotErased, eNotInDatabase.
     Acad::ErrorStatus erase(bool erasing = true);
 
-    bool isErased() const;
-    bool isEraseStatusToggled() const;
-    bool isReadEnabled() const;
-    bool isWriteEnabled() const;
-    bool isNotifyEnabled() const;
+    bool isErased() const;              // by erase(); its data are still there
+    bool isEraseStatusToggled() const;  // during this open
+    bool isReadEnabled() const;         // open for read or write
+    bool isWriteEnabled() const;        // open for write
+    bool isNotifyEnabled() const;       // open for a reactor's look
     // Changed since this open.
     bool isModified() const;
     // Appended during this open.
     bool isNewObject() const;
-    bool isNotifying() const;
-    bool isUndoing() const { return false; }
-    bool isAProxy() const;
+    bool isNotifying() const;                 // reactors hear of it at this moment
+    bool isUndoing() const { return false; }  // undo puts whole states back, not step by step
+    bool isAProxy() const;                    // of a class that this host does not know
 
     // Extended data of one application, or of all for null: a new chain that begins with code 1001,
     // to be freed by acutRelRb; null when there is none.
@@ -115,7 +115,7 @@ public:
     // eKeyNotFound.
     Acad::ErrorStatus addPersistentReactor(AcDbObjectId reactor);
     Acad::ErrorStatus removePersistentReactor(AcDbObjectId reactor);
-    bool hasPersistentReactor(AcDbObjectId reactor) const;
+    bool hasPersistentReactor(AcDbObjectId reactor) const;  // open for read is enough
 
     // Checks of the open mode; a failure is a broken invariant and stops the program.
     void assertReadEnabled() const;

@@ -7,9 +7,9 @@
 // Angles in radians. Only the defaults are modelled; other values make the revolve refuse.
 class AcDbRevolveOptions {
 public:
-    double draftAngle() const { return m_draft; }
+    double draftAngle() const { return m_draft; }  // of the side faces; 0: none
     void setDraftAngle(double angle) { m_draft = angle; }
-    double twistAngle() const { return m_twist; }
+    double twistAngle() const { return m_twist; }  // along the way; 0: none
     void setTwistAngle(double angle) { m_twist = angle; }
     bool closeToAxis() const { return m_closeToAxis; }
     void setCloseToAxis(bool close) { m_closeToAxis = close; }

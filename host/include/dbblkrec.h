@@ -12,8 +12,8 @@ class EntityList;
 // A block definition, model space and paper spaces included: an ordered list of entities.
 class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);
-    AcDbBlockTableRecord();
+    ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord);  // in files: BLOCK_RECORD and BLOCK
+    AcDbBlockTableRecord();  // A new definition without a name; add it to the block table
     ~AcDbBlockTableRecord() override;
 
     // Makes a new entity resident, with a new handle, at the end of the list. The record must be
@@ -29,18 +29,18 @@ public:
                                   bool skipDeleted = true) const;
 
     bool isLayout() const { return !m_layoutId.isNull() || m_space; }
-    AcDbObjectId getLayoutId() const { return m_layoutId; }
+    AcDbObjectId getLayoutId() const { return m_layoutId; }  // null for a definition
     Acad::ErrorStatus setLayoutId(AcDbObjectId layout);
-    bool isAnonymous() const { return m_anonymous; }
+    bool isAnonymous() const { return m_anonymous; }  // named by the host, as "*U1"
     bool isFromExternalReference() const { return m_xref; }
     bool isFromOverlayReference() const { return m_overlay; }
-    AcGePoint3d origin() const { return m_origin; }
+    AcGePoint3d origin() const { return m_origin; }  // base point, group 10 of BLOCK
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
-    ACHAR* comments() const;
+    ACHAR* comments() const;  // group 4; a copy for acutDelString
     Acad::ErrorStatus setComments(const ACHAR* text);
     bool explodable() const { return m_explodable; }
     Acad::ErrorStatus setExplodable(bool explodable);
-    bool hasAttributeDefinitions() const;
+    bool hasAttributeDefinitions() const;  // O(entities)
     // References to this block that are not erased; nested ones' insertions only when !directOnly.
     // O(all entities of the drawing).
     Acad::ErrorStatus getBlockReferenceIds(AcDbObjectIdArray& ids, bool directOnly = true,
@@ -74,15 +74,15 @@ public:
 };
 class AcDbBlockTable : public host::TypedSymbolTable<AcDbBlockTableRecord, AcDbBlockTableIterator> {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbBlockTable);
+    ACRX_DECLARE_MEMBERS(AcDbBlockTable);  // in files: TABLE BLOCK_RECORD
 };
 
 class AcDbBlockTableRecordIterator {
 public:
     AcDbBlockTableRecordIterator(const host::EntityList& list, bool atBeginning, bool skipDeleted);
-    void start(bool atBeginning = true, bool skipDeleted = true);
-    bool done() const;
-    void step(bool forward = true, bool skipDeleted = true);
+    void start(bool atBeginning = true, bool skipDeleted = true);  // at the first, or the last
+    bool done() const;  // behind the last, or before the first
+    void step(bool forward = true, bool skipDeleted = true);  // towards the end, or back
     Acad::ErrorStatus getEntityId(AcDbObjectId& id) const;
     Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
                                 bool openErased = false) const;

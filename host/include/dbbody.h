@@ -13,7 +13,7 @@ class Shape;
 // Shapes are immutable and shared between clones.
 class ModelledEntity : public AcDbEntity {
 public:
-    bool isNull() const { return m_shape == nullptr && !m_stored; }
+    bool isNull() const { return m_shape == nullptr && !m_stored; }  // holds no geometry at all
 
 protected:
     friend struct Access;
@@ -28,7 +28,7 @@ protected:
 
 class AcDbBody : public host::ModelledEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbBody);
+    ACRX_DECLARE_MEMBERS(AcDbBody);  // in files: BODY
     AcDbBody() = default;
 
     // Writes or reads solids, regions and bodies as SAT text. The entities are open for read; what

@@ -8,28 +8,28 @@
 class AcCmEntityColor {
 public:
     enum ColorMethod {
-        kByLayer = 0xC0,
-        kByBlock = 0xC1,
-        kByColor = 0xC2,
-        kByACI = 0xC3,
-        kNone = 0xC8
+        kByLayer = 0xC0,  // that of the entity's layer
+        kByBlock = 0xC1,  // that of the reference around it
+        kByColor = 0xC2,  // red, green, blue: group 420
+        kByACI = 0xC3,    // an index: group 62
+        kNone = 0xC8      // not drawn
     };
     enum ACIcolorMethod {
-        kACIbyBlock = 0,
+        kACIbyBlock = 0,  // the numbers of group 62
         kACIRed = 1,
         kACIYellow = 2,
         kACIGreen = 3,
         kACICyan = 4,
         kACIBlue = 5,
         kACIMagenta = 6,
-        kACIforeground = 7,
+        kACIforeground = 7,  // black on white, white on black
         kACIbyLayer = 256,
         kACInone = 257
     };
 
     AcCmEntityColor() = default;
     explicit AcCmEntityColor(ColorMethod method) : m_value(Adesk::UInt32(method) << 24) {}
-    AcCmEntityColor(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {
+    AcCmEntityColor(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {  // 0..255 each
         m_value = Adesk::UInt32(kByColor) << 24 | Adesk::UInt32(red) << 16 |
                   Adesk::UInt32(green) << 8 | Adesk::UInt32(blue);
     }
@@ -53,7 +53,7 @@ public:
     bool isByACI() const { return colorMethod() == kByACI; }
     bool isNone() const { return colorMethod() == kNone; }
 
-    Adesk::UInt32 color() const { return m_value; }
+    Adesk::UInt32 color() const { return m_value; }  // method and value in one number
     bool operator==(const AcCmEntityColor& other) const { return m_value == other.m_value; }
     bool operator!=(const AcCmEntityColor& other) const { return m_value != other.m_value; }
 
@@ -64,8 +64,8 @@ protected:
 
 // The colour class of the interface. Names of colour books are not kept here; a drawing that has
 // them keeps them in its file.
-class AcCmColor : public AcCmEntityColor {
+class AcCmColor : public AcCmEntityColor {  // the same as a value that calls take
 public:
-    AcCmColor() = default;
+    AcCmColor() = default;  // ByLayer
     AcCmColor(const AcCmEntityColor& color) : AcCmEntityColor(color) {}
 };

@@ -14,9 +14,9 @@ class AcDbCurve : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbCurve);
 
-    virtual bool isClosed() const;
-    virtual bool isPeriodic() const;
-    virtual Acad::ErrorStatus getStartParam(double& param) const;
+    virtual bool isClosed() const;    // ends where it starts
+    virtual bool isPeriodic() const;  // closed, and parameters go round
+    virtual Acad::ErrorStatus getStartParam(double& param) const;  // the range of the parameter
     virtual Acad::ErrorStatus getEndParam(double& param) const;
     virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
     virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;

@@ -13,8 +13,8 @@ class AcDbDictionaryIterator;
 // the order in which they were made. Look-up costs O(1).
 class AcDbDictionary : public AcDbObject {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbDictionary);
-    AcDbDictionary();
+    ACRX_DECLARE_MEMBERS(AcDbDictionary);  // in files: DICTIONARY
+    AcDbDictionary();                      // empty
     ~AcDbDictionary() override;
 
     // eKeyNotFound; failures of opening; the caller closes.
@@ -23,9 +23,9 @@ public:
     // eKeyNotFound.
     Acad::ErrorStatus nameAt(AcDbObjectId id, AcString& name) const;
     Acad::ErrorStatus nameAt(AcDbObjectId id, ACHAR*& name) const;
-    bool has(const ACHAR* name) const;
-    bool has(AcDbObjectId id) const;
-    Adesk::UInt32 numEntries() const;
+    bool has(const ACHAR* name) const;  // erased entries do not count
+    bool has(AcDbObjectId id) const;    // of this very dictionary
+    Adesk::UInt32 numEntries() const;   // without erased ones
 
     // Puts a new object under a name; an entry of that name is erased. The dictionary must be open
     // for write and resident; the object becomes resident and stays open for write. eInvalidInput
@@ -38,8 +38,8 @@ public:
     // eKeyNotFound, eDuplicateKey.
     bool setName(const ACHAR* oldName, const ACHAR* newName);
 
-    bool isTreatElementsAsHard() const { return m_hard; }
-    void setTreatElementsAsHard(bool hard);
+    bool isTreatElementsAsHard() const { return m_hard; }  // group 280: purging keeps the entries
+    void setTreatElementsAsHard(bool hard);                // open for write, else the program stops
     AcDb::DuplicateRecordCloning mergeStyle() const { return m_mergeStyle; }
     void setMergeStyle(AcDb::DuplicateRecordCloning style);
 
@@ -59,8 +59,8 @@ private:
         std::wstring name;
         AcDbObjectId id;
     };
-    const Entry* find(const ACHAR* name) const;
-    void eraseEntry(size_t index);
+    const Entry* find(const ACHAR* name) const;  // null when there is none
+    void eraseEntry(size_t index);               // erases its object, too
 
     std::vector<Entry> m_entries;  // in the order they were made; removed ones have a null id
     std::unordered_map<std::wstring, size_t> m_byName;  // folded name to index
@@ -72,10 +72,10 @@ private:
 class AcDbDictionaryIterator {
 public:
     explicit AcDbDictionaryIterator(const AcDbDictionary& dictionary);
-    const ACHAR* name() const;
+    const ACHAR* name() const;  // as it was spelled
     AcDbObjectId objectId() const;
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead);
-    bool done() const;
+    bool done() const;  // behind the last entry
     // False at the end.
     bool next();
 

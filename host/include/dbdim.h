@@ -14,15 +14,15 @@ public:
     // Null when there is no block.
     AcDbObjectId dimBlockId() const { return m_blockId; }
     Acad::ErrorStatus setDimBlockId(AcDbObjectId block);
-    AcDbObjectId dimensionStyle() const { return m_style; }
+    AcDbObjectId dimensionStyle() const { return m_style; }  // group 3
     Acad::ErrorStatus setDimensionStyle(AcDbObjectId style);
     AcGePoint3d textPosition() const;  // WCS
-    ACHAR* dimensionText() const;
+    ACHAR* dimensionText() const;      // group 1; empty: the measurement; "<>" stands for it
     double measurement() const { return m_measurement; }
     AcGeVector3d normal() const { return m_normal; }
-    double elevation() const { return m_textPosition.z; }
-    double textRotation() const { return m_textRotation; }
-    double horizontalRotation() const { return m_horizontalRotation; }
+    double elevation() const { return m_textPosition.z; }   // of the plane along the normal
+    double textRotation() const { return m_textRotation; }  // group 53, against the dimension line
+    double horizontalRotation() const { return m_horizontalRotation; }  // group 51
     bool isPlanar() const override { return true; }
 
 protected:
@@ -41,25 +41,25 @@ protected:
 
 private:
     AcDbObjectId m_blockId;
-    AcDbObjectId m_style;
+    AcDbObjectId m_style;  // null: Standard
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
-    AcGePoint3d m_points[kNumSlots];
-    AcGePoint3d m_textPosition;  // OCS, group 11
-    double m_measurement = 0.0;
+    AcGePoint3d m_points[kNumSlots];  // WCS
+    AcGePoint3d m_textPosition;       // OCS, group 11
+    double m_measurement = 0.0;       // as the file has it; not computed again
     double m_textRotation = 0.0;
     double m_horizontalRotation = 0.0;
-    double m_rotation = 0.0;  // of the dimension line, group 50
-    double m_oblique = 0.0;   // group 52
-    std::wstring m_text;
+    double m_rotation = 0.0;       // of the dimension line, group 50
+    double m_oblique = 0.0;        // group 52
+    std::wstring m_text;           // group 1
     Adesk::UInt8 m_used = 0;       // bit per slot
     Adesk::Int16 m_typeFlags = 0;  // group 70 without the type
 };
 
 class AcDbRotatedDimension : public AcDbDimension {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbRotatedDimension);
+    ACRX_DECLARE_MEMBERS(AcDbRotatedDimension);  // in files: DIMENSION, type 0
     AcDbRotatedDimension() = default;
-    double rotation() const;
+    double rotation() const;  // of the dimension line, radians
     AcGePoint3d xLine1Point() const { return definitionPoint(kFirst); }
     Acad::ErrorStatus setXLine1Point(const AcGePoint3d& p) { return setDefinitionPoint(kFirst, p); }
     AcGePoint3d xLine2Point() const { return definitionPoint(kSecond); }
@@ -74,9 +74,9 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
-class AcDbAlignedDimension : public AcDbDimension {
+class AcDbAlignedDimension : public AcDbDimension {  // A length along its two points
 public:
-    ACRX_DECLARE_MEMBERS(AcDbAlignedDimension);
+    ACRX_DECLARE_MEMBERS(AcDbAlignedDimension);  // in files: DIMENSION, type 1
     AcDbAlignedDimension() = default;
     AcGePoint3d xLine1Point() const { return definitionPoint(kFirst); }
     Acad::ErrorStatus setXLine1Point(const AcGePoint3d& p) { return setDefinitionPoint(kFirst, p); }
@@ -94,33 +94,33 @@ public:
 
 class AcDb2LineAngularDimension : public AcDbDimension {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb2LineAngularDimension);
+    ACRX_DECLARE_MEMBERS(AcDb2LineAngularDimension);  // in files: DIMENSION, type 2
     AcDb2LineAngularDimension() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
-class AcDb3PointAngularDimension : public AcDbDimension {
+class AcDb3PointAngularDimension : public AcDbDimension {  // an angle at a corner; likewise
 public:
-    ACRX_DECLARE_MEMBERS(AcDb3PointAngularDimension);
+    ACRX_DECLARE_MEMBERS(AcDb3PointAngularDimension);  // in files: DIMENSION, type 5
     AcDb3PointAngularDimension() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
-class AcDbRadialDimension : public AcDbDimension {
+class AcDbRadialDimension : public AcDbDimension {  // A radius
 public:
-    ACRX_DECLARE_MEMBERS(AcDbRadialDimension);
+    ACRX_DECLARE_MEMBERS(AcDbRadialDimension);  // in files: DIMENSION, type 4
     AcDbRadialDimension() = default;
-    AcGePoint3d center() const { return definitionPoint(kDimLine); }
-    AcGePoint3d chordPoint() const { return definitionPoint(kThird); }
+    AcGePoint3d center() const { return definitionPoint(kDimLine); }    // of the arc, group 10
+    AcGePoint3d chordPoint() const { return definitionPoint(kThird); }  // on the arc, group 15
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
-class AcDbDiametricDimension : public AcDbDimension {
+class AcDbDiametricDimension : public AcDbDimension {  // A diameter
 public:
-    ACRX_DECLARE_MEMBERS(AcDbDiametricDimension);
+    ACRX_DECLARE_MEMBERS(AcDbDiametricDimension);  // in files: DIMENSION, type 3
     AcDbDiametricDimension() = default;
     AcGePoint3d farChordPoint() const { return definitionPoint(kDimLine); }
     AcGePoint3d chordPoint() const { return definitionPoint(kThird); }
@@ -128,11 +128,11 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
-class AcDbOrdinateDimension : public AcDbDimension {
+class AcDbOrdinateDimension : public AcDbDimension {  // A coordinate counted from an origin
 public:
-    ACRX_DECLARE_MEMBERS(AcDbOrdinateDimension);
+    ACRX_DECLARE_MEMBERS(AcDbOrdinateDimension);  // in files: DIMENSION, type 6
     AcDbOrdinateDimension() = default;
-    AcGePoint3d origin() const { return definitionPoint(kDimLine); }
+    AcGePoint3d origin() const { return definitionPoint(kDimLine); }  // group 10
     AcGePoint3d definingPoint() const { return definitionPoint(kFirst); }
     AcGePoint3d leaderEndPoint() const { return definitionPoint(kSecond); }
     AcRxObject* clone() const override;
@@ -141,7 +141,7 @@ public:
 
 class AcDbArcDimension : public AcDbDimension {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbArcDimension);
+    ACRX_DECLARE_MEMBERS(AcDbArcDimension);  // in files: ARC_DIMENSION
     AcDbArcDimension() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

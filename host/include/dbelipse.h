@@ -7,25 +7,25 @@
 // counter-clockwise about the normal. Everything is WCS.
 class AcDbEllipse : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbEllipse);
+    ACRX_DECLARE_MEMBERS(AcDbEllipse);  // in files: ELLIPSE
     AcDbEllipse() = default;
     AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
                 const AcGeVector3d& majorAxis, double radiusRatio, double startAngle = 0.0,
                 double endAngle = 6.28318530717958647692);
 
-    AcGePoint3d center() const { return m_center; }
+    AcGePoint3d center() const { return m_center; }  // group 10
     Acad::ErrorStatus setCenter(const AcGePoint3d& center);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     AcGeVector3d majorAxis() const { return m_major; }
-    AcGeVector3d minorAxis() const;
-    double radiusRatio() const { return m_ratio; }
+    AcGeVector3d minorAxis() const;                 // normal x major, times the ratio
+    double radiusRatio() const { return m_ratio; }  // group 40
     // eInvalidInput outside (0, 1].
     Acad::ErrorStatus setRadiusRatio(double ratio);
-    double startAngle() const { return m_start; }
+    double startAngle() const { return m_start; }  // group 41, a parameter in radians
     Acad::ErrorStatus setStartAngle(double angle);
-    double endAngle() const { return m_end; }
+    double endAngle() const { return m_end; }  // group 42
     Acad::ErrorStatus setEndAngle(double angle);
-    double startParam() const { return m_start; }
+    double startParam() const { return m_start; }  // the same as the angle
     double endParam() const { return m_end; }
     // eInvalidInput for a zero axis, a ratio outside (0, 1], axes that are not perpendicular.
     Acad::ErrorStatus set(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
@@ -33,12 +33,12 @@ public:
                           double startAngle = 0.0, double endAngle = 6.28318530717958647692);
     bool isPlanar() const override { return true; }
 
-    bool isClosed() const override;
+    bool isClosed() const override;  // a full turn within 1e-10
     bool isPeriodic() const override { return true; }
     Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
-    Acad::ErrorStatus reverseCurve() override;
+    Acad::ErrorStatus getArea(double& area) const override;  // of an elliptical arc with its chord
+    Acad::ErrorStatus reverseCurve() override;  // turns the normal round; the shape stays
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

@@ -6,28 +6,28 @@
 
 #include "dbcurve.h"
 
-class AcDbObjectIterator;
+class AcDbObjectIterator;  // of dbpoly.h
 
 // A straight segment. normal() is the extrusion direction of the thickness.
-class AcDbLine : public AcDbCurve {
+class AcDbLine : public AcDbCurve {  // LINE
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLine);
-    AcDbLine() = default;
+    ACRX_DECLARE_MEMBERS(AcDbLine);  // in files: LINE
+    AcDbLine() = default;            // both ends at the origin
     AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) : m_start(start), m_end(end) {}
 
-    AcGePoint3d startPoint() const { return m_start; }
-    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
-    AcGePoint3d endPoint() const { return m_end; }
+    AcGePoint3d startPoint() const { return m_start; }          // group 10, WCS
+    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);  // may equal the other end
+    AcGePoint3d endPoint() const { return m_end; }              // group 11, WCS
     Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
-    double thickness() const { return m_thickness; }
+    double thickness() const { return m_thickness; }  // group 39; kept, and not drawn
     Acad::ErrorStatus setThickness(double thickness);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
-    Acad::ErrorStatus reverseCurve() override;
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;  // always eOk
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;    // always eOk
+    Acad::ErrorStatus reverseCurve() override;                           // exchanges the ends
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,                  // an AcGeLineSeg3d
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
 
     AcRxObject* clone() const override;
@@ -39,43 +39,43 @@ protected:
 
 private:
     friend struct host::Access;
-    AcGePoint3d m_start;
-    AcGePoint3d m_end;
+    AcGePoint3d m_start;  // WCS
+    AcGePoint3d m_end;    // WCS
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_thickness = 0.0;
 };
 
 // Part of a circle, counter-clockwise about its normal from startAngle to endAngle, both measured
 // in the OCS of the normal and kept in [0, 2 pi). The centre is WCS.
-class AcDbArc : public AcDbCurve {
+class AcDbArc : public AcDbCurve {  // ARC
 public:
-    ACRX_DECLARE_MEMBERS(AcDbArc);
-    AcDbArc() = default;
+    ACRX_DECLARE_MEMBERS(AcDbArc);  // in files: ARC
+    AcDbArc() = default;            // radius 0 at the origin
     AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
     AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
             double endAngle);
 
-    AcGePoint3d center() const { return m_center; }
-    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
-    double radius() const { return m_radius; }
+    AcGePoint3d center() const { return m_center; }          // group 10
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);  // WCS
+    double radius() const { return m_radius; }               // group 40
     // eInvalidInput for a negative radius.
     Acad::ErrorStatus setRadius(double radius);
-    double startAngle() const { return m_startAngle; }
-    Acad::ErrorStatus setStartAngle(double angle);
-    double endAngle() const { return m_endAngle; }
-    Acad::ErrorStatus setEndAngle(double angle);
+    double startAngle() const { return m_startAngle; }  // group 50, which is in degrees there
+    Acad::ErrorStatus setStartAngle(double angle);      // radians; brought into [0, 2 pi)
+    double endAngle() const { return m_endAngle; }      // group 51, likewise
+    Acad::ErrorStatus setEndAngle(double angle);        // radians; brought into [0, 2 pi)
     // In (0, 2 pi]; equal angles mean a full turn.
     double totalAngle() const;
-    double length() const { return m_radius * totalAngle(); }
-    double thickness() const { return m_thickness; }
+    double length() const { return m_radius * totalAngle(); }  // drawing units
+    double thickness() const { return m_thickness; }           // group 39
     Acad::ErrorStatus setThickness(double thickness);
     AcGeVector3d normal() const { return m_normal; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isPlanar() const override { return true; }
 
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,  // an AcGeCircArc3d
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
+    Acad::ErrorStatus getArea(double& area) const override;  // of the segment between arc and chord
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -88,36 +88,36 @@ protected:
 
 private:
     friend struct host::Access;
-    AcGePoint3d m_center;
+    AcGePoint3d m_center;  // WCS
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_radius = 0.0;
-    double m_startAngle = 0.0;
+    double m_startAngle = 0.0;  // in [0, 2 pi), radians
     double m_endAngle = 0.0;
     double m_thickness = 0.0;
 };
 
 class AcDbCircle : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbCircle);
-    AcDbCircle() = default;
+    ACRX_DECLARE_MEMBERS(AcDbCircle);  // in files: CIRCLE
+    AcDbCircle() = default;            // radius 0 at the origin
     AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
 
-    AcGePoint3d center() const { return m_center; }
+    AcGePoint3d center() const { return m_center; }  // group 10, kept in WCS
     Acad::ErrorStatus setCenter(const AcGePoint3d& center);
-    double radius() const { return m_radius; }
-    Acad::ErrorStatus setRadius(double radius);
-    double circumference() const;
-    double thickness() const { return m_thickness; }
+    double radius() const { return m_radius; }  // group 40; setting a negative one is eInvalidInput
+    Acad::ErrorStatus setRadius(double radius);       // eInvalidInput for a negative one
+    double circumference() const;                     // drawing units
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isPlanar() const override { return true; }
 
     bool isClosed() const override { return true; }
     bool isPeriodic() const override { return true; }
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,  // A full AcGeCircArc3d
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;
+    Acad::ErrorStatus getArea(double& area) const override;  // of the disc
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -136,21 +136,21 @@ private:
     double m_thickness = 0.0;
 };
 
-class AcDbPoint : public AcDbEntity {
+class AcDbPoint : public AcDbEntity {  // POINT. Its mark, chosen by PDMODE, is not modelled.
 public:
-    ACRX_DECLARE_MEMBERS(AcDbPoint);
-    AcDbPoint() = default;
+    ACRX_DECLARE_MEMBERS(AcDbPoint);  // in files: POINT
+    AcDbPoint() = default;            // at the origin
     explicit AcDbPoint(const AcGePoint3d& position) : m_position(position) {}
 
-    AcGePoint3d position() const { return m_position; }
+    AcGePoint3d position() const { return m_position; }  // group 10, WCS
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
-    double thickness() const { return m_thickness; }
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     // Angle of the point's mark against the OCS x axis.
     double ecsRotation() const { return m_rotation; }
-    Acad::ErrorStatus setEcsRotation(double angle);
+    Acad::ErrorStatus setEcsRotation(double angle);  // radians
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -171,40 +171,40 @@ private:
 // rotation is measured in the OCS.
 class AcDbText : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbText);
-    AcDbText() = default;
+    ACRX_DECLARE_MEMBERS(AcDbText);  // in files: TEXT
+    AcDbText() = default;            // empty, height 0
     AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = AcDbObjectId(),
-             double height = 0, double rotation = 0);
+             double height = 0, double rotation = 0);  // height 0: that of the style
 
-    AcGePoint3d position() const { return m_position; }
+    AcGePoint3d position() const { return m_position; }  // group 10: left end of the base line
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
     AcGePoint3d alignmentPoint() const { return m_alignment; }
-    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
-    AcGeVector3d normal() const { return m_normal; }
+    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);  // WCS
+    AcGeVector3d normal() const { return m_normal; }                // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
-    double thickness() const { return m_thickness; }
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    double oblique() const { return m_oblique; }
-    Acad::ErrorStatus setOblique(double angle);
-    double rotation() const { return m_rotation; }
-    Acad::ErrorStatus setRotation(double angle);
-    double height() const { return m_height; }
-    Acad::ErrorStatus setHeight(double height);
-    double widthFactor() const { return m_widthFactor; }
-    Acad::ErrorStatus setWidthFactor(double factor);
+    double oblique() const { return m_oblique; }          // group 51: slant of the letters, radians
+    Acad::ErrorStatus setOblique(double angle);           // radians
+    double rotation() const { return m_rotation; }        // group 50: of the base line, radians
+    Acad::ErrorStatus setRotation(double angle);          // radians
+    double height() const { return m_height; }            // group 40: of capitals
+    Acad::ErrorStatus setHeight(double height);           // eInvalidInput unless positive
+    double widthFactor() const { return m_widthFactor; }  // group 41
+    Acad::ErrorStatus setWidthFactor(double factor);      // eInvalidInput unless positive
     // Copy for acutDelString, or the text itself, owned by the object.
-    ACHAR* textString() const;
+    ACHAR* textString() const;  // group 1, with its %% codes
     const ACHAR* textStringConst() const { return m_text.c_str(); }
-    Acad::ErrorStatus setTextString(const ACHAR* text);
-    AcDbObjectId textStyle() const { return m_style; }
+    Acad::ErrorStatus setTextString(const ACHAR* text);  // eInvalidInput for null
+    AcDbObjectId textStyle() const { return m_style; }   // group 7; null: Standard
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
-    bool isMirroredInX() const { return m_mirroredX; }
-    Acad::ErrorStatus mirrorInX(bool mirrored);
-    bool isMirroredInY() const { return m_mirroredY; }
-    Acad::ErrorStatus mirrorInY(bool mirrored);
-    AcDb::TextHorzMode horizontalMode() const { return m_horizontal; }
+    bool isMirroredInX() const { return m_mirroredX; }  // backwards, bit 2 of group 71
+    Acad::ErrorStatus mirrorInX(bool mirrored);         // backwards
+    bool isMirroredInY() const { return m_mirroredY; }  // upside down, bit 4
+    Acad::ErrorStatus mirrorInY(bool mirrored);         // upside down
+    AcDb::TextHorzMode horizontalMode() const { return m_horizontal; }  // group 72
     Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
-    AcDb::TextVertMode verticalMode() const { return m_vertical; }
+    AcDb::TextVertMode verticalMode() const { return m_vertical; }  // group 73
     Acad::ErrorStatus setVerticalMode(AcDb::TextVertMode mode);
     // True when the position alone places the text: left, on the base line.
     bool isDefaultAlignment() const;
@@ -221,14 +221,14 @@ protected:
 private:
     friend struct host::Access;
     AcGePoint3d m_position;
-    AcGePoint3d m_alignment;
+    AcGePoint3d m_alignment;  // WCS
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_thickness = 0.0;
-    double m_oblique = 0.0;
+    double m_oblique = 0.0;  // radians
     double m_rotation = 0.0;
     double m_height = 0.0;
-    double m_widthFactor = 1.0;
-    std::wstring m_text;
+    double m_widthFactor = 1.0;  // 1: as the font has it
+    std::wstring m_text;         // without an end of line
     AcDbObjectId m_style;
     AcDb::TextHorzMode m_horizontal = AcDb::kTextLeft;
     AcDb::TextVertMode m_vertical = AcDb::kTextBase;
@@ -244,9 +244,9 @@ public:
     // runs 0, 1, 3, 2.
     Acad::ErrorStatus getPointAt(Adesk::UInt16 index, AcGePoint3d& point) const;
     Acad::ErrorStatus setPointAt(Adesk::UInt16 index, const AcGePoint3d& point);
-    double thickness() const { return m_thickness; }
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isPlanar() const override { return true; }
 
@@ -256,16 +256,16 @@ protected:
 
 private:
     friend struct Access;
-    AcGePoint3d m_points[4];
+    AcGePoint3d m_points[4];  // WCS
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
-    double m_thickness = 0.0;
+    double m_thickness = 0.0;  // along the normal
 };
 }  // namespace host
 
 // A filled triangle or quadrangle; no solid body (that is AcDb3dSolid).
 class AcDbSolid : public host::FourCorners {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbSolid);
+    ACRX_DECLARE_MEMBERS(AcDbSolid);  // in files: SOLID
     AcDbSolid() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -273,7 +273,7 @@ public:
 
 class AcDbTrace : public host::FourCorners {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbTrace);
+    ACRX_DECLARE_MEMBERS(AcDbTrace);  // in files: TRACE
     AcDbTrace() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -282,14 +282,14 @@ public:
 // 3DFACE: a triangle or quadrangle in space, corners in order, edges that may be hidden.
 class AcDbFace : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbFace);
-    AcDbFace() = default;
+    ACRX_DECLARE_MEMBERS(AcDbFace);  // in files: 3DFACE
+    AcDbFace() = default;            // all corners at the origin
 
     Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& point) const;
     Acad::ErrorStatus setVertexAt(Adesk::UInt16 index, const AcGePoint3d& point);
     Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const;
-    Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);
-    Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);
+    Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);    // eInvalidIndex beyond 3
+    Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);  // eInvalidIndex beyond 3
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -307,16 +307,16 @@ private:
 // A window of a paper space.
 class AcDbViewport : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbViewport);
+    ACRX_DECLARE_MEMBERS(AcDbViewport);  // in files: VIEWPORT
     AcDbViewport() = default;
 
-    AcGePoint3d centerPoint() const { return m_center; }
+    AcGePoint3d centerPoint() const { return m_center; }  // group 10, in paper space
     Acad::ErrorStatus setCenterPoint(const AcGePoint3d& center);
-    double width() const { return m_width; }
-    Acad::ErrorStatus setWidth(double width);
-    double height() const { return m_height; }
-    Acad::ErrorStatus setHeight(double height);
-    Adesk::Int16 number() const { return m_number; }
+    double width() const { return m_width; }          // group 40
+    Acad::ErrorStatus setWidth(double width);         // drawing units of the paper
+    double height() const { return m_height; }        // group 41
+    Acad::ErrorStatus setHeight(double height);       // drawing units of the paper
+    Adesk::Int16 number() const { return m_number; }  // group 69; -1: not shown
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -336,7 +336,7 @@ private:
 // Ends the vertices of a heavy polyline and the attributes of a block reference.
 class AcDbSequenceEnd : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);
+    ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);  // in files: SEQEND
     AcDbSequenceEnd() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

@@ -8,7 +8,7 @@
 // A 64-bit number; 0 is no handle. Text form: hexadecimal capitals without leading zeros.
 class AcDbHandle {
 public:
-    enum { kStrSiz = 17 };
+    enum { kStrSiz = 17 };  // characters of the text form, its end mark included
 
     constexpr AcDbHandle() = default;
     constexpr AcDbHandle(Adesk::UInt64 value) : m_value(value) {}
@@ -16,11 +16,11 @@ public:
     // or more than 16.
     explicit AcDbHandle(const ACHAR* hex);
 
-    bool isNull() const { return m_value == 0; }
+    bool isNull() const { return m_value == 0; }  // 0 names nothing
     void setNull() { m_value = 0; }
-    Adesk::UInt32 low() const { return static_cast<Adesk::UInt32>(m_value); }
+    Adesk::UInt32 low() const { return static_cast<Adesk::UInt32>(m_value); }  // lower 32 bits
     Adesk::UInt32 high() const { return static_cast<Adesk::UInt32>(m_value >> 32); }
-    AcDbHandle& increment() {
+    AcDbHandle& increment() {  // the next number
         ++m_value;
         return *this;
     }
@@ -32,12 +32,12 @@ public:
         return getIntoAsciiBuffer(buffer, N);
     }
 
-    operator Adesk::UInt64() const { return m_value; }
+    operator Adesk::UInt64() const { return m_value; }  // the number itself
     bool operator==(const AcDbHandle& other) const { return m_value == other.m_value; }
     bool operator!=(const AcDbHandle& other) const { return m_value != other.m_value; }
     bool operator<(const AcDbHandle& other) const { return m_value < other.m_value; }
     bool operator>(const AcDbHandle& other) const { return m_value > other.m_value; }
 
 private:
-    Adesk::UInt64 m_value = 0;
+    Adesk::UInt64 m_value = 0;  // 0: none
 };

@@ -12,16 +12,16 @@ struct HatchData;
 // The loops lie in the plane of the normal at the elevation.
 class AcDbHatch : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbHatch);
-    AcDbHatch();
+    ACRX_DECLARE_MEMBERS(AcDbHatch);  // in files: HATCH
+    AcDbHatch();                      // without loops
     ~AcDbHatch() override;
 
-    const ACHAR* patternName() const;
-    bool isSolidFill() const;
-    double patternScale() const;
-    double patternAngle() const;
-    int numLoops() const;
-    double elevation() const;
+    const ACHAR* patternName() const;  // group 2; "SOLID" fills
+    bool isSolidFill() const;          // group 70
+    double patternScale() const;       // group 41
+    double patternAngle() const;       // group 52, radians
+    int numLoops() const;              // group 91
+    double elevation() const;          // z of group 10
     AcGeVector3d normal() const;
     bool isPlanar() const override { return true; }
 

@@ -16,19 +16,19 @@ struct Stub;
 // database is gone. A plain pointer-sized value; comparing and copying cost nothing.
 class AcDbObjectId {
 public:
-    static const AcDbObjectId kNull;
+    static const AcDbObjectId kNull;  // names nothing
 
-    constexpr AcDbObjectId() = default;
+    constexpr AcDbObjectId() = default;  // null
     explicit constexpr AcDbObjectId(host::Stub* stub) : m_stub(stub) {}
 
     bool isNull() const { return m_stub == nullptr; }
-    void setNull() { m_stub = nullptr; }
+    void setNull() { m_stub = nullptr; }  // names nothing afterwards
 
     // True when the object is there, erased or not.
     bool isValid() const;
 
     // True when the object is erased, or its database is gone; false for null.
-    bool isErased() const;
+    bool isErased() const;  // what is erased is still there, and may come back
     bool isEffectivelyErased() const;
 
     // True when the object is in memory, not only known by its place in a file.
@@ -39,7 +39,7 @@ public:
     AcDbHandle nonForwardedHandle() const { return handle(); }
 
     // Null for null and when the database is gone.
-    AcDbDatabase* database() const;
+    AcDbDatabase* database() const;  // O(1)
 
     // Class of the object, known without opening it; null for null.
     AcRxClass* objectClass() const;
@@ -60,10 +60,10 @@ public:
         return *this;
     }
 
-    host::Stub* stub() const { return m_stub; }
+    host::Stub* stub() const { return m_stub; }  // for the host's own rooms
 
 private:
-    host::Stub* m_stub = nullptr;
+    host::Stub* m_stub = nullptr;  // where the database keeps the object
 };
 
 template <>

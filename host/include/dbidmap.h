@@ -11,7 +11,7 @@ class AcDbDatabase;
 // One object (key) and its clone (value).
 class AcDbIdPair {
 public:
-    AcDbIdPair() = default;
+    AcDbIdPair() = default;  // an empty pair: set its key, then ask
     AcDbIdPair(const AcDbObjectId& key, const AcDbObjectId& value, bool cloned, bool primary = true,
                bool ownerXlated = true)
         : m_key(key),
@@ -20,14 +20,14 @@ public:
           m_primary(primary),
           m_ownerXlated(ownerXlated) {}
 
-    AcDbObjectId key() const { return m_key; }
-    AcDbObjectId value() const { return m_value; }
-    bool isCloned() const { return m_cloned; }
+    AcDbObjectId key() const { return m_key; }      // the original
+    AcDbObjectId value() const { return m_value; }  // its clone; null when there is none
+    bool isCloned() const { return m_cloned; }      // the value was made by this operation
     // False for objects that were cloned along with their owner.
     bool isPrimary() const { return m_primary; }
     bool isOwnerXlated() const { return m_ownerXlated; }
 
-    void setKey(const AcDbObjectId& key) { m_key = key; }
+    void setKey(const AcDbObjectId& key) { m_key = key; }  // what compute() looks for
     void setValue(const AcDbObjectId& value) { m_value = value; }
     void setCloned(bool cloned) { m_cloned = cloned; }
     void setPrimary(bool primary) { m_primary = primary; }
@@ -36,8 +36,8 @@ public:
 private:
     AcDbObjectId m_key;
     AcDbObjectId m_value;
-    bool m_cloned = false;
-    bool m_primary = false;
+    bool m_cloned = false;   // by this operation
+    bool m_primary = false;  // asked for itself
     bool m_ownerXlated = false;
 };
 
@@ -45,16 +45,16 @@ private:
 class AcDbIdMapping {
 public:
     AcDbIdMapping() = default;
-    AcDbIdMapping(const AcDbIdMapping&) = delete;
+    AcDbIdMapping(const AcDbIdMapping&) = delete;  // the operation fills this very one
     AcDbIdMapping& operator=(const AcDbIdMapping&) = delete;
 
     // Completes the pair with the key set; false, pair untouched, when the key is not mapped.
     bool compute(AcDbIdPair& pair) const;
     // Adds or replaces; true when the key was there.
     bool assign(const AcDbIdPair& pair);
-    bool del(const AcDbObjectId& key);
+    bool del(const AcDbObjectId& key);  // false when the key was not there
 
-    AcDbDatabase* destDb() const { return m_destDb; }
+    AcDbDatabase* destDb() const { return m_destDb; }  // the drawing of the clones
     Acad::ErrorStatus destDb(AcDbDatabase*& db) const {
         db = m_destDb;
         return Acad::eOk;
@@ -64,7 +64,7 @@ public:
 
 private:
     friend class AcDbIdMappingIter;
-    std::unordered_map<AcDbObjectId, AcDbIdPair> m_pairs;
+    std::unordered_map<AcDbObjectId, AcDbIdPair> m_pairs;  // by key
     AcDbDatabase* m_destDb = nullptr;
 };
 
@@ -74,8 +74,8 @@ public:
     explicit AcDbIdMappingIter(const AcDbIdMapping& mapping)
         : m_mapping(mapping), m_at(mapping.m_pairs.begin()) {}
 
-    void start() { m_at = m_mapping.m_pairs.begin(); }
-    bool done() const { return m_at == m_mapping.m_pairs.end(); }
+    void start() { m_at = m_mapping.m_pairs.begin(); }             // at the first pair again
+    bool done() const { return m_at == m_mapping.m_pairs.end(); }  // behind the last pair
     bool next() {
         if (!done()) ++m_at;
         return !done();

@@ -7,14 +7,14 @@
 
 class AcDbLayout : public AcDbObject {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLayout);
+    ACRX_DECLARE_MEMBERS(AcDbLayout);  // in files: LAYOUT
     AcDbLayout() = default;
 
     Acad::ErrorStatus getLayoutName(const ACHAR*& name) const;
     Acad::ErrorStatus setLayoutName(const ACHAR* name);
     AcDbObjectId getBlockTableRecordId() const { return m_blockId; }
     Acad::ErrorStatus setBlockTableRecordId(AcDbObjectId block);
-    int getTabOrder() const { return m_tabOrder; }
+    int getTabOrder() const { return m_tabOrder; }  // group 71; 0 is model space
     Acad::ErrorStatus setTabOrder(int order);
 
     AcRxObject* clone() const override;

@@ -8,18 +8,18 @@
 // Vertices are WCS. A path drawn as a spline runs through its vertices.
 class AcDbLeader : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLeader);
+    ACRX_DECLARE_MEMBERS(AcDbLeader);  // in files: LEADER
     AcDbLeader() = default;
 
-    int numVertices() const { return static_cast<int>(m_vertices.size()); }
-    AcGePoint3d vertexAt(int index) const;
+    int numVertices() const { return static_cast<int>(m_vertices.size()); }  // group 76
+    AcGePoint3d vertexAt(int index) const;  // group 10; the origin for a wrong index
     // Always appended; false for a point equal to the last one.
     bool appendVertex(const AcGePoint3d& point);
-    bool setVertexAt(int index, const AcGePoint3d& point);
-    bool hasArrowHead() const { return m_arrow; }
-    bool isSplined() const { return m_splined; }
-    AcGeVector3d normal() const { return m_normal; }
-    AcDbObjectId dimensionStyle() const { return m_style; }
+    bool setVertexAt(int index, const AcGePoint3d& point);   // false for a wrong index
+    bool hasArrowHead() const { return m_arrow; }            // group 71
+    bool isSplined() const { return m_splined; }             // group 72
+    AcGeVector3d normal() const { return m_normal; }         // group 210, unit
+    AcDbObjectId dimensionStyle() const { return m_style; }  // group 3: size of the arrow
     bool isPlanar() const override { return true; }
 
     Acad::ErrorStatus getStartParam(double& param) const override;

@@ -33,7 +33,7 @@ struct DatabaseImp;
 // An axis-parallel box in drawing units. Default: empty, its minimum above its maximum.
 class AcDbExtents {
 public:
-    AcDbExtents();
+    AcDbExtents();  // an empty box
     AcDbExtents(const AcGePoint3d& min, const AcGePoint3d& max) : m_min(min), m_max(max) {}
 
     const AcGePoint3d& minPoint() const { return m_min; }
@@ -41,9 +41,9 @@ public:
 
     // eInvalidInput, nothing changed, unless min <= max in every coordinate.
     Acad::ErrorStatus set(const AcGePoint3d& min, const AcGePoint3d& max);
-    void addPoint(const AcGePoint3d& point);
+    void addPoint(const AcGePoint3d& point);  // grows to hold it
     // An empty box adds nothing.
-    void addExt(const AcDbExtents& box);
+    void addExt(const AcDbExtents& box);  // grows to hold it, too
     // Grows the box to hold its copy moved by vec.
     void expandBy(const AcGeVector3d& vec);
     // Box of the moved corners.
@@ -51,11 +51,11 @@ public:
 
 private:
     AcGePoint3d m_min;
-    AcGePoint3d m_max;
+    AcGePoint3d m_max;  // highest corner
 };
 
 // A part of an object inside nested block references. Only whole objects are told apart here.
-class AcDbFullSubentPath {
+class AcDbFullSubentPath {  // highlighting takes one; paths into blocks are kept and not followed
 public:
     AcDbFullSubentPath() = default;
     const AcDbObjectIdArray& objectIds() const { return m_ids; }
@@ -71,17 +71,17 @@ extern const AcDbFullSubentPath kNullSubent;
 // Common properties of an entity made by its constructor: no layer, no linetype, colour ByLayer,
 // visible, linetype scale 1, weight ByLayer. Appending fills in the current layer and linetype.
 // All lengths are in drawing units, all angles in radians. Setters need write: eNotOpenForWrite.
-class AcDbEntity : public AcDbObject {
+class AcDbEntity : public AcDbObject {  // whatever is drawn
 public:
     ACRX_DECLARE_MEMBERS(AcDbEntity);
 
     // Block table record (or owning entity) that holds the entity; null when non-resident.
-    AcDbObjectId blockId() const;
+    AcDbObjectId blockId() const;  // O(1); open for read
 
-    AcCmColor color() const { return AcCmColor(m_color); }
+    AcCmColor color() const { return AcCmColor(m_color); }  // as stated, group 62 or 420
     virtual Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true,
                                        AcDbDatabase* db = nullptr);
-    Adesk::UInt16 colorIndex() const { return m_color.colorIndex(); }
+    Adesk::UInt16 colorIndex() const { return m_color.colorIndex(); }  // 0 ByBlock, 256 ByLayer
     AcCmEntityColor entityColor() const { return m_color; }
     // eInvalidInput above 257.
     virtual Acad::ErrorStatus setColorIndex(Adesk::UInt16 index, bool doSubents = true);
@@ -90,7 +90,7 @@ public:
     // the entity has a layer.
     ACHAR* layer() const;
     Acad::ErrorStatus layer(AcString& name) const;
-    AcDbObjectId layerId() const { return m_layerId; }
+    AcDbObjectId layerId() const { return m_layerId; }  // group 8; null before it has one
     // Names are looked up, without case, in the entity's database, for a non-resident entity in the
     // working one: eKeyNotFound, eDeletedEntry; eWrongObjectType for an identifier that is no
     // layer; eWrongDatabase. A hidden layer, unless allowed, is ignored with eOk. doSubents takes
@@ -108,14 +108,14 @@ public:
     virtual Acad::ErrorStatus setLinetype(const ACHAR* name, bool doSubents = true);
     virtual Acad::ErrorStatus setLinetype(AcDbObjectId linetype, bool doSubents = true);
 
-    double linetypeScale() const { return m_linetypeScale; }
+    double linetypeScale() const { return m_linetypeScale; }  // group 48, times that of the drawing
     // eInvalidInput unless positive.
     virtual Acad::ErrorStatus setLinetypeScale(double scale, bool doSubents = true);
 
-    AcDb::Visibility visibility() const { return AcDb::Visibility(m_visibility); }
+    AcDb::Visibility visibility() const { return AcDb::Visibility(m_visibility); }  // group 60
     virtual Acad::ErrorStatus setVisibility(AcDb::Visibility visibility, bool doSubents = true);
 
-    AcDb::LineWeight lineWeight() const { return AcDb::LineWeight(m_lineWeight); }
+    AcDb::LineWeight lineWeight() const { return AcDb::LineWeight(m_lineWeight); }  // group 370
     virtual Acad::ErrorStatus setLineWeight(AcDb::LineWeight weight, bool doSubents = true);
 
     // Layer, colour, linetype, linetype scale and weight from the database's current settings; null
@@ -154,7 +154,7 @@ public:
                                     Adesk::GsMarker otherMarker = 0) const;
 
     // Asks for the entity to be drawn again.
-    Acad::ErrorStatus draw();
+    Acad::ErrorStatus draw();  // at the next flush
     Acad::ErrorStatus recordGraphicsModified(bool setModified = true);
 
     // True when the entity lies in a plane; for circles and the like that of their normal.
@@ -178,7 +178,7 @@ private:
     AcDbObjectId m_linetypeId;
     double m_linetypeScale = 1.0;
     AcCmEntityColor m_color;
-    Adesk::Int16 m_lineWeight = AcDb::kLnWtByLayer;
+    Adesk::Int16 m_lineWeight = AcDb::kLnWtByLayer;  // hundredths of a millimetre, or a state
     Adesk::UInt8 m_visibility = AcDb::kVisible;
 };
 
@@ -213,10 +213,10 @@ class AcDbDatabase : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDatabase);
     enum OpenMode {
-        kForReadAndReadShare = 1,
-        kForReadAndWriteNoShare = 2,
-        kForReadAndAllShare = 3,
-        kTryForReadShare = 4
+        kForReadAndReadShare = 1,     // others may read
+        kForReadAndWriteNoShare = 2,  // nobody else
+        kForReadAndAllShare = 3,      // others may write; the usual one
+        kTryForReadShare = 4          // the first, else the third
     };
 
     // buildDefaultDrawing  true: the tables, records and dictionaries of an empty drawing (layer 0,
@@ -236,11 +236,11 @@ public:
     Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
     Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table,
                                         AcDb::OpenMode mode = AcDb::kForRead);
-    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table,
+    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table,  // styles of dimensions
                                        AcDb::OpenMode mode = AcDb::kForRead);
     Acad::ErrorStatus getUCSTable(AcDbUCSTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
     Acad::ErrorStatus getViewTable(AcDbViewTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
-    Acad::ErrorStatus getViewportTable(AcDbViewportTable*& table,
+    Acad::ErrorStatus getViewportTable(AcDbViewportTable*& table,  // arrangements of the screen
                                        AcDb::OpenMode mode = AcDb::kForRead);
     Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
@@ -267,42 +267,42 @@ public:
     AcDbObjectId viewportTableId() const;
     AcDbObjectId namedObjectsDictionaryId() const;
     AcDbObjectId groupDictionaryId() const;
-    AcDbObjectId layoutDictionaryId() const;
+    AcDbObjectId layoutDictionaryId() const;  // where the layouts lie
     // The block record new entities go to: model space unless a layout is current.
     AcDbObjectId currentSpaceId() const;
 
-    AcDbObjectId layerZero() const;
-    AcDbObjectId byLayerLinetype() const;
-    AcDbObjectId byBlockLinetype() const;
-    AcDbObjectId continuousLinetype() const;
+    AcDbObjectId layerZero() const;           // the layer "0"
+    AcDbObjectId byLayerLinetype() const;     // what entities follow their layers by
+    AcDbObjectId byBlockLinetype() const;     // what they follow their references by
+    AcDbObjectId continuousLinetype() const;  // no gaps
 
     // Current settings. Setters change a header variable: they need the document's lock
     // (eLockViolation) and tell the reactors.
-    AcDbObjectId clayer() const;
+    AcDbObjectId clayer() const;  // CLAYER: of new entities
     // eNullObjectId; eWrongObjectType; eWasErased; eWrongDatabase; a frozen layer is refused with
     // eInvalidInput. Layers that are off or locked may be current.
     Acad::ErrorStatus setClayer(AcDbObjectId layer);
-    AcDbObjectId celtype() const;
-    Acad::ErrorStatus setCeltype(AcDbObjectId linetype);
-    AcCmColor cecolor() const;
+    AcDbObjectId celtype() const;                         // CELTYPE: of new entities
+    Acad::ErrorStatus setCeltype(AcDbObjectId linetype);  // null and erased ones are refused
+    AcCmColor cecolor() const;                            // CECOLOR
     Acad::ErrorStatus setCecolor(const AcCmColor& color);
-    double celtscale() const;
+    double celtscale() const;  // CELTSCALE
     Acad::ErrorStatus setCeltscale(double scale);
-    AcDb::LineWeight celweight() const;
-    Acad::ErrorStatus setCelweight(AcDb::LineWeight weight);
-    AcDbObjectId textstyle() const;
-    AcDbObjectId dimstyle() const;
-    double ltscale() const;
-    AcDb::UnitsValue insunits() const;
-    Acad::ErrorStatus setInsunits(AcDb::UnitsValue units);
-    AcGePoint3d insbase() const;
+    AcDb::LineWeight celweight() const;                       // CELWEIGHT
+    Acad::ErrorStatus setCelweight(AcDb::LineWeight weight);  // for new entities
+    AcDbObjectId textstyle() const;                           // TEXTSTYLE
+    AcDbObjectId dimstyle() const;                            // DIMSTYLE
+    double ltscale() const;                                   // LTSCALE: of all line types
+    AcDb::UnitsValue insunits() const;                        // INSUNITS: what one drawing unit is
+    Acad::ErrorStatus setInsunits(AcDb::UnitsValue units);    // scales nothing
+    AcGePoint3d insbase() const;  // INSBASE: base point when inserted elsewhere
 
-    AcDbHandle handseed() const;
-    AcGePoint3d extmin() const;
-    AcGePoint3d extmax() const;
+    AcDbHandle handseed() const;  // HANDSEED: the next free handle
+    AcGePoint3d extmin() const;   // EXTMIN as last stored; see updateExt
+    AcGePoint3d extmax() const;   // EXTMAX
     // Recomputes extmin and extmax from the visible entities of model space. Needs the lock.
     Acad::ErrorStatus updateExt(bool doBestFit = false);
-    Adesk::Int32 approxNumObjects() const;
+    Adesk::Int32 approxNumObjects() const;  // erased ones included
 
     // Clones objects of one owner into an owner of the same database.
     // ids        eWrongDatabase or eInvalidInput when they are not of one owner; empty: eOk
@@ -322,8 +322,8 @@ public:
 
     // eNoDatabase-like refusal (eNotApplicable) for a drawing without file.
     Acad::ErrorStatus getFilename(const ACHAR*& name) const;
-    const ACHAR* originalFileName() const;
-    AcDb::AcDbDwgVersion originalFileVersion() const;
+    const ACHAR* originalFileName() const;             // that was read; empty for a new drawing
+    AcDb::AcDbDwgVersion originalFileVersion() const;  // of that file
 
     // Unlike AutoCAD, reads DXF only, text or binary. Into a database made with
     // buildDefaultDrawing = false. eFileNotFound, eFileAccessErr, eBadDxfSequence, ...
@@ -331,7 +331,7 @@ public:
                                   bool allowCPConversion = false,
                                   const wchar_t* password = nullptr);
     // Ends lazy loading: every object is in memory afterwards.
-    Acad::ErrorStatus closeInput(bool closeFile = true);
+    Acad::ErrorStatus closeInput(bool closeFile = true);  // O(objects not read yet)
     Acad::ErrorStatus dxfIn(const ACHAR* dxfName, const ACHAR* logName = nullptr);
     // Writes text DXF. precision 16 gives every digit.
     Acad::ErrorStatus dxfOut(const ACHAR* fileName, const int precision = 16,

@@ -7,25 +7,25 @@
 
 // Holds one opened object, or a new one that belongs to no database and is then deleted.
 template <class T>
-class AcDbObjectPointer {
+class AcDbObjectPointer {  // the way to open anything
 public:
-    AcDbObjectPointer() = default;
+    AcDbObjectPointer() = default;  // holds nothing
     AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
-        m_status = acdbOpenObject(m_object, id, mode, openErased);
+        m_status = acdbOpenObject(m_object, id, mode, openErased);  // the object is null on failure
     }
-    AcDbObjectPointer(AcDbObjectPointer&& other) noexcept
+    AcDbObjectPointer(AcDbObjectPointer&& other) noexcept  // the other one holds nothing afterwards
         : m_object(other.m_object), m_status(other.m_status) {
-        other.m_object = nullptr;
+        other.m_object = nullptr;  // it closes nothing any more
         other.m_status = Acad::eNullObjectPointer;
     }
     AcDbObjectPointer(const AcDbObjectPointer&) = delete;
     AcDbObjectPointer& operator=(const AcDbObjectPointer&) = delete;
-    ~AcDbObjectPointer() { Drop(); }
+    ~AcDbObjectPointer() { Drop(); }  // what was held is closed first, whatever becomes of the rest
 
     // A pointer that is const gives an object that is.
-    const T* object() const { return m_object; }
+    const T* object() const { return m_object; }  // null when nothing is held
     T* object() { return m_object; }
-    const T* operator->() const { return m_object; }
+    const T* operator->() const { return m_object; }  // the same; must hold something
     T* operator->() { return m_object; }
     operator const T*() const { return m_object; }
     operator T*() { return m_object; }
@@ -44,7 +44,7 @@ public:
     Acad::ErrorStatus acquire(T*& object) {
         Drop();
         m_object = object;
-        object = nullptr;
+        object = nullptr;  // the pointer's from now on
         m_status = m_object != nullptr ? Acad::eOk : Acad::eNullObjectPointer;
         return m_status;
     }
@@ -53,7 +53,7 @@ public:
     Acad::ErrorStatus release(T*& object) {
         if (m_object == nullptr) return Acad::eNullObjectPointer;
         object = m_object;
-        m_object = nullptr;
+        m_object = nullptr;  // the caller closes or deletes it
         m_status = Acad::eNullObjectPointer;
         return Acad::eOk;
     }
@@ -78,26 +78,26 @@ public:
     }
 
 private:
-    void Drop() {
+    void Drop() {  // closes a resident object, deletes one that is in no drawing
         if (m_object == nullptr) return;
         if (m_object->objectId().isNull())
-            delete m_object;
+            delete m_object;  // in no drawing
         else
             static_cast<void>(m_object->close());  // fails only when the object is closed already
         m_object = nullptr;
         m_status = Acad::eNullObjectPointer;
     }
 
-    T* m_object = nullptr;
-    Acad::ErrorStatus m_status = Acad::eNullObjectPointer;
+    T* m_object = nullptr;                                  // open, or new and in no drawing
+    Acad::ErrorStatus m_status = Acad::eNullObjectPointer;  // what openStatus() tells
 };
 
-typedef AcDbObjectPointer<AcDbEntity> AcDbEntityPointer;
-typedef AcDbObjectPointer<AcDbDictionary> AcDbDictionaryPointer;
-typedef AcDbObjectPointer<AcDbBlockTable> AcDbBlockTablePointer;
-typedef AcDbObjectPointer<AcDbBlockTableRecord> AcDbBlockTableRecordPointer;
-typedef AcDbObjectPointer<AcDbLayerTable> AcDbLayerTablePointer;
-typedef AcDbObjectPointer<AcDbLayerTableRecord> AcDbLayerTableRecordPointer;
+typedef AcDbObjectPointer<AcDbEntity> AcDbEntityPointer;  // the usual ones by their own names
+typedef AcDbObjectPointer<AcDbDictionary> AcDbDictionaryPointer;              // named objects
+typedef AcDbObjectPointer<AcDbBlockTable> AcDbBlockTablePointer;              // definitions
+typedef AcDbObjectPointer<AcDbBlockTableRecord> AcDbBlockTableRecordPointer;  // one definition
+typedef AcDbObjectPointer<AcDbLayerTable> AcDbLayerTablePointer;              // all layers
+typedef AcDbObjectPointer<AcDbLayerTableRecord> AcDbLayerTableRecordPointer;  // a layer
 typedef AcDbObjectPointer<AcDbLinetypeTable> AcDbLinetypeTablePointer;
 typedef AcDbObjectPointer<AcDbLinetypeTableRecord> AcDbLinetypeTableRecordPointer;
 typedef AcDbObjectPointer<AcDbRegAppTable> AcDbRegAppTablePointer;

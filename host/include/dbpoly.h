@@ -7,21 +7,21 @@
 #include "gedblar.h"
 
 // Visits owned entities: vertices of a polyline, attributes of a block reference.
-class AcDbObjectIterator {
+class AcDbObjectIterator {  // see vertexIterator and attributeIterator
 public:
     explicit AcDbObjectIterator(const std::vector<AcDbObjectId>& ids) : m_ids(ids) { skip(true); }
 
-    void start(bool atBeginning = true, bool skipDeleted = true);
-    bool done() const { return m_at >= m_ids.size(); }
-    void step(bool backwards = false, bool skipDeleted = true);
+    void start(bool atBeginning = true, bool skipDeleted = true);  // at the first, or the last
+    bool done() const { return m_at >= m_ids.size(); }  // also at the start of an empty one
+    void step(bool backwards = false, bool skipDeleted = true);  // towards the end, or back
     AcDbObjectId objectId() const { return done() ? AcDbObjectId() : m_ids[m_at]; }
     // The owned entity of an owner that no database has yet; null when it has identifiers.
     AcDbEntity* entity() const { return nullptr; }
 
 private:
-    void skip(bool skipDeleted);
-    std::vector<AcDbObjectId> m_ids;
-    size_t m_at = 0;
+    void skip(bool skipDeleted);      // passes over erased ones
+    std::vector<AcDbObjectId> m_ids;  // a copy: owners may change meanwhile
+    size_t m_at = 0;                  // place in the list
 };
 
 namespace host {
@@ -30,16 +30,16 @@ namespace host {
 // entities that are not erased; assigning leaves them alone, so that taking back a change of the
 // owner does not touch them.
 struct OwnedEntities {
-    std::vector<AcDbObjectId> ids;
-    std::vector<std::unique_ptr<AcDbEntity>> fresh;
-    AcDbObjectId sequenceEnd;
+    std::vector<AcDbObjectId> ids;                   // once resident
+    std::vector<std::unique_ptr<AcDbEntity>> fresh;  // before that
+    AcDbObjectId sequenceEnd;                        // null when the file has none
 
     OwnedEntities() = default;
     OwnedEntities(const OwnedEntities& other);
     OwnedEntities& operator=(const OwnedEntities&) { return *this; }
     // Makes the fresh ones resident below the owner, which is resident; adds a sequence end.
     void Settle(AcDbEntity& owner, bool always);
-    void AllIds(AcDbObjectIdArray& out) const;
+    void AllIds(AcDbObjectIdArray& out) const;  // erased ones and the sequence end, too
     // The entities that are not erased, loaded without opening them.
     std::vector<const AcDbEntity*> Live() const;
 };
@@ -57,46 +57,46 @@ protected:
 // Vertex of a 2D polyline; the position is an OCS point whose z is the elevation.
 class AcDb2dVertex : public AcDbVertex {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb2dVertex);
-    AcDb2dVertex() = default;
+    ACRX_DECLARE_MEMBERS(AcDb2dVertex);  // in files: VERTEX
+    AcDb2dVertex() = default;            // at the origin
     explicit AcDb2dVertex(const AcGePoint3d& position, double bulge = 0, double startWidth = 0,
                           double endWidth = 0, double tangent = 0);
 
-    AcDb::Vertex2dType vertexType() const { return m_type; }
-    AcGePoint3d position() const { return m_position; }
+    AcDb::Vertex2dType vertexType() const { return m_type; }  // bits of group 70
+    AcGePoint3d position() const { return m_position; }       // group 10
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
-    double bulge() const { return m_bulge; }
-    Acad::ErrorStatus setBulge(double bulge);
-    double startWidth() const { return m_startWidth; }
-    Acad::ErrorStatus setStartWidth(double width);
-    double endWidth() const { return m_endWidth; }
-    Acad::ErrorStatus setEndWidth(double width);
-    double tangent() const { return m_tangent; }
-    Acad::ErrorStatus setTangent(double angle);
-    bool isTangentUsed() const { return m_tangentUsed; }
+    double bulge() const { return m_bulge; }              // group 42, of the segment that leaves it
+    Acad::ErrorStatus setBulge(double bulge);             // tan(angle / 4)
+    double startWidth() const { return m_startWidth; }    // group 40
+    Acad::ErrorStatus setStartWidth(double width);        // drawing units
+    double endWidth() const { return m_endWidth; }        // group 41
+    Acad::ErrorStatus setEndWidth(double width);          // drawing units
+    double tangent() const { return m_tangent; }          // group 50, radians, for curve fits
+    Acad::ErrorStatus setTangent(double angle);           // radians
+    bool isTangentUsed() const { return m_tangentUsed; }  // bit 2 of group 70
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 private:
     friend struct host::Access;
-    AcGePoint3d m_position;
-    double m_bulge = 0.0;
-    double m_startWidth = 0.0;
+    AcGePoint3d m_position;     // OCS
+    double m_bulge = 0.0;       // tan(angle / 4), counter-clockwise positive
+    double m_startWidth = 0.0;  // drawing units
     double m_endWidth = 0.0;
-    double m_tangent = 0.0;
-    AcDb::Vertex2dType m_type = AcDb::k2dVertex;
-    bool m_tangentUsed = false;
+    double m_tangent = 0.0;                       // radians
+    AcDb::Vertex2dType m_type = AcDb::k2dVertex;  // what made the vertex
+    bool m_tangentUsed = false;                   // the curve fit keeps it
 };
 
-class AcDb3dPolylineVertex : public AcDbVertex {
+class AcDb3dPolylineVertex : public AcDbVertex {  // vertex of a 3D polyline, WCS
 public:
-    ACRX_DECLARE_MEMBERS(AcDb3dPolylineVertex);
+    ACRX_DECLARE_MEMBERS(AcDb3dPolylineVertex);  // in files: VERTEX with bit 32 of group 70
     AcDb3dPolylineVertex() = default;
     explicit AcDb3dPolylineVertex(const AcGePoint3d& position) : m_position(position) {}
 
-    AcDb::Vertex3dType vertexType() const { return m_type; }
-    AcGePoint3d position() const { return m_position; }
+    AcDb::Vertex3dType vertexType() const { return m_type; }  // bits of group 70
+    AcGePoint3d position() const { return m_position; }       // group 10
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
 
     AcRxObject* clone() const override;
@@ -104,7 +104,7 @@ public:
 
 private:
     friend struct host::Access;
-    AcGePoint3d m_position;
+    AcGePoint3d m_position;  // WCS
     AcDb::Vertex3dType m_type = AcDb::k3dSimpleVertex;
 };
 
@@ -115,8 +115,8 @@ class PolyPath;
 // A non-resident polyline owns its vertices as objects; appending it makes them resident.
 class HeavyPolyline : public AcDbCurve {
 public:
-    bool isClosed() const override { return m_closed; }
-    Acad::ErrorStatus makeClosed();
+    bool isClosed() const override { return m_closed; }  // bit 1 of group 70
+    Acad::ErrorStatus makeClosed();  // one more segment from the last vertex to the first, or none
     Acad::ErrorStatus makeOpen();
     // Vertices as stored, control vertices included. The caller deletes the iterator. Only for
     // resident polylines: a non-resident one's iterator is empty.
@@ -149,7 +149,7 @@ protected:
 
 private:
     OwnedEntities m_owned;
-    bool m_closed = false;
+    bool m_closed = false;  // a segment from the last vertex to the first
 };
 }  // namespace host
 
@@ -157,19 +157,19 @@ private:
 // beside the control vertices, and only those are drawn.
 class AcDb2dPolyline : public host::HeavyPolyline {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
-    AcDb2dPolyline() = default;
+    ACRX_DECLARE_MEMBERS(AcDb2dPolyline);  // in files: POLYLINE
+    AcDb2dPolyline() = default;            // without vertices
     AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation = 0.,
                    bool closed = false, double defaultStartWidth = 0, double defaultEndWidth = 0,
                    const AcGeDoubleArray* bulges = nullptr,
                    const AcGePoint3dArray* splineFitVertices = nullptr);
 
-    AcDb::Poly2dType polyType() const { return m_type; }
-    double elevation() const { return m_elevation; }
+    AcDb::Poly2dType polyType() const { return m_type; }  // bits of groups 70 and 75
+    double elevation() const { return m_elevation; }      // z of group 10
     Acad::ErrorStatus setElevation(double elevation);
-    double thickness() const { return m_thickness; }
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    AcGeVector3d normal() const { return m_normal; }
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     double defaultStartWidth() const { return m_startWidth; }
     double defaultEndWidth() const { return m_endWidth; }
@@ -182,7 +182,7 @@ public:
     Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
     // WCS point of a vertex.
     AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
-    Acad::ErrorStatus getArea(double& area) const override;
+    Acad::ErrorStatus getArea(double& area) const override;  // as for light polylines
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -194,23 +194,23 @@ protected:
 private:
     friend struct host::Access;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
-    double m_elevation = 0.0;
+    double m_elevation = 0.0;  // of all vertices, OCS
     double m_thickness = 0.0;
-    double m_startWidth = 0.0;
+    double m_startWidth = 0.0;  // of vertices that state none
     double m_endWidth = 0.0;
     AcDb::Poly2dType m_type = AcDb::k2dSimplePoly;
 };
 
 class AcDb3dPolyline : public host::HeavyPolyline {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb3dPolyline);
-    AcDb3dPolyline() = default;
+    ACRX_DECLARE_MEMBERS(AcDb3dPolyline);  // in files: POLYLINE with bit 8 of group 70
+    AcDb3dPolyline() = default;            // without vertices
     AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, bool closed = false);
 
-    AcDb::Poly3dType polyType() const { return m_type; }
+    AcDb::Poly3dType polyType() const { return m_type; }  // bits of groups 70 and 75
     Acad::ErrorStatus openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id,
                                  AcDb::OpenMode mode, bool openErased = false) const;
-    Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);
+    Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);  // likewise
     Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex);
 
     AcRxObject* clone() const override;

@@ -6,16 +6,16 @@
 
 #include "dbents.h"
 
-class AcDbProxyEntity : public AcDbEntity {
+class AcDbProxyEntity : public AcDbEntity {  // what stands for an entity of an unknown class
 public:
     ACRX_DECLARE_MEMBERS(AcDbProxyEntity);
-    const ACHAR* originalDxfName() const;
+    const ACHAR* originalDxfName() const;  // as in the file
 
 protected:
     AcDbProxyEntity() = default;
 };
 
-class AcDbProxyObject : public AcDbObject {
+class AcDbProxyObject : public AcDbObject {  // what stands for an object that is no entity
 public:
     ACRX_DECLARE_MEMBERS(AcDbProxyObject);
     const ACHAR* originalDxfName() const;
@@ -42,9 +42,9 @@ protected:
 
 private:
     friend struct host::Access;
-    AcRxClass* m_type;
-    host::OwnedEntities m_owned;
-    AcDbExtents m_extents;
+    AcRxClass* m_type;            // made for the class name of the file
+    host::OwnedEntities m_owned;  // what follows it up to its SEQEND
+    AcDbExtents m_extents;        // empty: unknown
 };
 
 // An unknown object that is no entity.

@@ -7,9 +7,9 @@ namespace host {
 // A base point and a unit direction. Extents are eInvalidExtents: nothing bounds them.
 class UnboundedLine : public AcDbCurve {
 public:
-    AcGePoint3d basePoint() const { return m_base; }
+    AcGePoint3d basePoint() const { return m_base; }  // group 10, WCS
     Acad::ErrorStatus setBasePoint(const AcGePoint3d& point);
-    AcGeVector3d unitDir() const { return m_direction; }
+    AcGeVector3d unitDir() const { return m_direction; }  // group 11
     // Made unit; eInvalidInput for a zero vector.
     Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
     // No geometry object: getAcGeCurve answers eNotImplementedYet, ends and lengths likewise.
@@ -25,16 +25,16 @@ protected:
 
 private:
     friend struct Access;
-    AcGePoint3d m_base;
-    AcGeVector3d m_direction{1.0, 0.0, 0.0};
+    AcGePoint3d m_base;                       // WCS
+    AcGeVector3d m_direction{1.0, 0.0, 0.0};  // unit
 };
 }  // namespace host
 
-class AcDbRay : public host::UnboundedLine {
+class AcDbRay : public host::UnboundedLine {  // RAY: begins at its base point
 public:
-    ACRX_DECLARE_MEMBERS(AcDbRay);
+    ACRX_DECLARE_MEMBERS(AcDbRay);  // in files: RAY
     AcDbRay() = default;
-    Acad::ErrorStatus getStartParam(double& param) const override;
+    Acad::ErrorStatus getStartParam(double& param) const override;  // 0, and the base point
     Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -43,13 +43,13 @@ protected:
     double firstParam() const override { return 0.0; }
 };
 
-class AcDbXline : public host::UnboundedLine {
+class AcDbXline : public host::UnboundedLine {  // XLINE: without end on both sides
 public:
-    ACRX_DECLARE_MEMBERS(AcDbXline);
+    ACRX_DECLARE_MEMBERS(AcDbXline);  // in files: XLINE
     AcDbXline() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
-    double firstParam() const override;
+    double firstParam() const override;  // minus infinity
 };

@@ -5,7 +5,7 @@
 
 class AcDbRegion : public host::ModelledEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbRegion);
+    ACRX_DECLARE_MEMBERS(AcDbRegion);  // in files: REGION
     AcDbRegion() = default;
 
     // One region for each closed coplanar loop of the curves, which stay the caller's. The regions

@@ -7,7 +7,7 @@
 
 class AcDb3dSolid : public host::ModelledEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb3dSolid);
+    ACRX_DECLARE_MEMBERS(AcDb3dSolid);  // in files: 3DSOLID
     AcDb3dSolid() = default;
 
     // Turns a closed planar curve or a region about an axis in its plane that it touches or leaves

@@ -5,7 +5,7 @@
 
 class AcDbSurface : public host::ModelledEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbSurface);
+    ACRX_DECLARE_MEMBERS(AcDbSurface);  // in files: SURFACE and its kin
     AcDbSurface() = default;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

@@ -18,7 +18,7 @@ public:
     const ACHAR* linetypeByLayerName() const { return ACRX_T("ByLayer"); }
     const ACHAR* linetypeByBlockName() const { return ACRX_T("ByBlock"); }
     const ACHAR* linetypeContinuousName() const { return ACRX_T("Continuous"); }
-    bool isBlockModelSpaceName(const ACHAR* name) const;
+    bool isBlockModelSpaceName(const ACHAR* name) const;  // without case
     bool isBlockPaperSpaceName(const ACHAR* name) const;
 
     // Identifiers by name; eKeyNotFound.

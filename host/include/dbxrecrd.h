@@ -5,7 +5,7 @@
 
 class AcDbXrecord : public AcDbObject {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbXrecord);
+    ACRX_DECLARE_MEMBERS(AcDbXrecord);  // in files: XRECORD
     AcDbXrecord();
     ~AcDbXrecord() override;
 
@@ -16,9 +16,9 @@ public:
     // 1000..1071; others eInvalidResBuf, the old content then stays. eNotOpenForWrite.
     Acad::ErrorStatus setFromRbChain(const resbuf& chain, AcDbDatabase* auxDb = nullptr);
 
-    bool isXlateReferences() const { return m_xlate; }
+    bool isXlateReferences() const { return m_xlate; }  // identifiers in it move with clones
     Acad::ErrorStatus setXlateReferences(bool translate);
-    AcDb::DuplicateRecordCloning mergeStyle() const { return m_mergeStyle; }
+    AcDb::DuplicateRecordCloning mergeStyle() const { return m_mergeStyle; }  // group 280
     void setMergeStyle(AcDb::DuplicateRecordCloning style);
 
     AcRxObject* clone() const override;
@@ -31,9 +31,9 @@ protected:
 private:
     AcDbXrecord(const AcDbXrecord& other);
     AcDbXrecord& operator=(const AcDbXrecord& other);
-    resbuf* m_chain = nullptr;
+    resbuf* m_chain = nullptr;  // owned; null when empty
     AcDb::DuplicateRecordCloning m_mergeStyle = AcDb::kDrcIgnore;
-    bool m_xlate = true;
+    bool m_xlate = true;  // hard and soft references are translated
 };
 
 // Visits the values of a record; the nodes stay the record's.
@@ -44,7 +44,7 @@ public:
     AcDbXrecordIterator(const AcDbXrecordIterator&) = delete;
     AcDbXrecordIterator& operator=(const AcDbXrecordIterator&) = delete;
     void start() { m_at = m_head; }
-    bool done() const { return m_at == nullptr; }
+    bool done() const { return m_at == nullptr; }  // behind the last value
     bool next() {
         if (m_at != nullptr) m_at = m_at->rbnext;
         return m_at != nullptr;
@@ -53,6 +53,6 @@ public:
     Acad::ErrorStatus getCurResbuf(resbuf& value, AcDbDatabase* db = nullptr) const;
 
 private:
-    resbuf* m_head = nullptr;
+    resbuf* m_head = nullptr;  // owned
     resbuf* m_at = nullptr;
 };

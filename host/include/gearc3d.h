@@ -5,7 +5,7 @@
 
 // Parameter = angle in radians from refVec, counter-clockwise as seen against the normal; the
 // interval is [startAng, endAng]. A full circle runs over 2 pi.
-class AcGeCircArc3d : public AcGeCurve3d {
+class AcGeCircArc3d : public AcGeCurve3d {  // A circle or a part of it in space
 public:
     AcGeCircArc3d() : AcGeCircArc3d(AcGePoint3d::kOrigin, AcGeVector3d::kZAxis, 1.0) {}
     // A circle; refVec is the x axis the arbitrary axis rule gives the normal.
@@ -16,18 +16,18 @@ public:
     // From p1 through p2 to p3, angles from p1. Points in a line leave a circle of radius 0 at p1.
     AcGeCircArc3d(const AcGePoint3d& p1, const AcGePoint3d& p2, const AcGePoint3d& p3);
 
-    AcGePoint3d center() const { return m_center; }
-    AcGeVector3d normal() const { return m_normal; }
-    AcGeVector3d refVec() const { return m_refVec; }
-    double radius() const { return m_radius; }
-    double startAng() const { return m_startAng; }
-    double endAng() const { return m_endAng; }
-    AcGePoint3d startPoint() const { return eval(m_startAng, 0, nullptr); }
+    AcGePoint3d center() const { return m_center; }   // of the circle
+    AcGeVector3d normal() const { return m_normal; }  // unit; the arc turns about it
+    AcGeVector3d refVec() const { return m_refVec; }  // unit; where angle 0 lies
+    double radius() const { return m_radius; }        // drawing units
+    double startAng() const { return m_startAng; }    // radians from refVec
+    double endAng() const { return m_endAng; }        // not below startAng
+    AcGePoint3d startPoint() const { return eval(m_startAng, 0, nullptr); }  // at startAng
     AcGePoint3d endPoint() const { return eval(m_endAng, 0, nullptr); }
 
     AcGeCircArc3d& setCenter(const AcGePoint3d& center);
     AcGeCircArc3d& setRadius(double radius);
-    AcGeCircArc3d& setAngles(double startAng, double endAng);
+    AcGeCircArc3d& setAngles(double startAng, double endAng);  // kept as given
 
 protected:
     AcGe::EntityId kind() const override { return AcGe::kCircArc3d; }

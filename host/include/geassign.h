@@ -9,16 +9,16 @@ static_assert(sizeof(AcGePoint3d) == 3 * sizeof(double) &&
               "points are nothing but their coordinates");
 
 // The same memory under another type: writing through the reference changes the array.
-inline AcGePoint2d& asPnt2d(const double* p) {
+inline AcGePoint2d& asPnt2d(const double* p) {  // the first two, or all three, of the numbers
     return *reinterpret_cast<AcGePoint2d*>(const_cast<double*>(p));
 }
-inline AcGePoint3d& asPnt3d(const double* p) {
+inline AcGePoint3d& asPnt3d(const double* p) {  // three numbers
     return *reinterpret_cast<AcGePoint3d*>(const_cast<double*>(p));
 }
-inline AcGeVector2d& asVec2d(const double* p) {
+inline AcGeVector2d& asVec2d(const double* p) {  // two numbers
     return *reinterpret_cast<AcGeVector2d*>(const_cast<double*>(p));
 }
-inline AcGeVector3d& asVec3d(const double* p) {
+inline AcGeVector3d& asVec3d(const double* p) {  // three numbers
     return *reinterpret_cast<AcGeVector3d*>(const_cast<double*>(p));
 }
 inline double* asDblArray(const AcGePoint2d& p) { return const_cast<double*>(&p.x); }

@@ -10,16 +10,16 @@ public:
     AcGeBoundBlock3d() = default;  // the origin alone
     AcGeBoundBlock3d(const AcGePoint3d& p, const AcGePoint3d& q) { set(p, q); }
 
-    AcGePoint3d minPoint() const { return m_min; }
+    AcGePoint3d minPoint() const { return m_min; }  // lowest corner
     AcGePoint3d maxPoint() const { return m_max; }
     void getMinMaxPoints(AcGePoint3d& lower, AcGePoint3d& upper) const {
         lower = m_min;
         upper = m_max;
     }
-    AcGeBoundBlock3d& set(const AcGePoint3d& p, const AcGePoint3d& q);
-    AcGeBoundBlock3d& extend(const AcGePoint3d& p);
-    AcGeBoundBlock3d& swell(double distance);
-    bool contains(const AcGePoint3d& p) const;
+    AcGeBoundBlock3d& set(const AcGePoint3d& p, const AcGePoint3d& q);  // corners in any order
+    AcGeBoundBlock3d& extend(const AcGePoint3d& p);                     // grows to hold the point
+    AcGeBoundBlock3d& swell(double distance);                           // outwards on all sides
+    bool contains(const AcGePoint3d& p) const;                          // the border belongs to it
     bool isDisjoint(const AcGeBoundBlock3d& other) const;
 
 protected:

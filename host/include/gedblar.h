@@ -2,4 +2,4 @@
 
 #include "acarray.h"
 
-typedef AcArray<double> AcGeDoubleArray;
+typedef AcArray<double> AcGeDoubleArray;  // numbers: parameters, knots, weights

@@ -7,9 +7,9 @@ class AcGeCircArc3d;
 
 // Point = center + majorRadius * cos(t) * majorAxis + minorRadius * sin(t) * minorAxis; the
 // interval is [startAng, endAng] of t, radians (not the angle of the point, save on a circle).
-class AcGeEllipArc3d : public AcGeCurve3d {
+class AcGeEllipArc3d : public AcGeCurve3d {  // an ellipse or a part of it in space
 public:
-    AcGeEllipArc3d();
+    AcGeEllipArc3d();  // the unit circle in the XY plane
     // A circular arc as an ellipse with equal radii.
     AcGeEllipArc3d(const AcGeCircArc3d& arc);
     // minorAxis need not be at right angles to majorAxis; it is turned so.
@@ -19,13 +19,13 @@ public:
                    const AcGeVector3d& minorAxis, double majorRadius, double minorRadius,
                    double startAng, double endAng);
 
-    AcGePoint3d center() const { return m_center; }
-    AcGeVector3d majorAxis() const { return m_majorAxis; }
+    AcGePoint3d center() const { return m_center; }         // of the ellipse
+    AcGeVector3d majorAxis() const { return m_majorAxis; }  // unit
     AcGeVector3d minorAxis() const { return m_minorAxis; }
     AcGeVector3d normal() const { return m_majorAxis.crossProduct(m_minorAxis); }
-    double majorRadius() const { return m_majorRadius; }
+    double majorRadius() const { return m_majorRadius; }  // drawing units
     double minorRadius() const { return m_minorRadius; }
-    double startAng() const { return m_startAng; }
+    double startAng() const { return m_startAng; }  // the parameter, radians
     double endAng() const { return m_endAng; }
     AcGePoint3d startPoint() const { return eval(m_startAng, 0, nullptr); }
     AcGePoint3d endPoint() const { return eval(m_endAng, 0, nullptr); }

@@ -13,7 +13,7 @@ class AcGeEntity3d {
 public:
     virtual ~AcGeEntity3d() = default;
 
-    AcGe::EntityId type() const { return kind(); }
+    AcGe::EntityId type() const { return kind(); }  // the class, as a number
     // Also true for the bases: a segment is a kLinearEnt3d, a kCurve3d and a kEntity3d.
     bool isKindOf(AcGe::EntityId entType) const;
     // A new object the caller deletes.
@@ -25,10 +25,10 @@ public:
         return *this;
     }
     AcGeEntity3d& translateBy(const AcGeVector3d& v);
-    AcGeEntity3d& rotateBy(double angle, const AcGeVector3d& axis);
+    AcGeEntity3d& rotateBy(double angle, const AcGeVector3d& axis);  // about the origin, radians
     AcGeEntity3d& rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& centre);
-    AcGeEntity3d& mirror(const AcGePlane& plane);
-    AcGeEntity3d& scaleBy(double factor);
+    AcGeEntity3d& mirror(const AcGePlane& plane);  // at a plane
+    AcGeEntity3d& scaleBy(double factor);          // from the origin
     AcGeEntity3d& scaleBy(double factor, const AcGePoint3d& centre);
 
     // The same kind, and the same defining data within tol.

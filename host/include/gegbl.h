@@ -22,7 +22,7 @@ enum EntityId {
 };
 }  // namespace AcGe
 
-struct AcGeContext {
+struct AcGeContext {  // the tolerance that stands where none is given
     // The default argument of all tests. Mutable; set it only while no other thread computes.
-    static AcGeTol gTol;
+    static AcGeTol gTol;  // 1e-10 and 1e-10 at first
 };

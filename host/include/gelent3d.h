@@ -55,8 +55,8 @@ public:
 
     // Unit vector; zero when the entity has no length.
     AcGeVector3d direction() const { return m_straight.dir.normal(); }
-    AcGePoint3d pointOnLine() const { return m_straight.start; }
-    void getLine(AcGeLine3d& line) const;
+    AcGePoint3d pointOnLine() const { return m_straight.start; }  // the start
+    void getLine(AcGeLine3d& line) const;                         // the same line without ends
 
 protected:
     AcGeLinearEnt3d(const AcGePoint3d& start, const AcGeVector3d& dir, const AcGePoint3d& end,
@@ -78,6 +78,6 @@ protected:
     AcGeBoundBlock3d box() const override;
     bool liesInPlane(AcGePlane& plane, const AcGeTol& tol) const override;
 
-    host::Straight m_straight;
-    AcGePoint3d m_end;
+    host::Straight m_straight;  // start, direction, and which ends it has
+    AcGePoint3d m_end;          // as given, to the last digit
 };

@@ -10,7 +10,7 @@ public:
     AcGeLine3d(const AcGePoint3d& p, const AcGeVector3d& v)
         : AcGeLinearEnt3d(p, v, p + v, false, false) {}
     AcGeLine3d(const AcGePoint3d& p, const AcGePoint3d& q)
-        : AcGeLinearEnt3d(p, q - p, q, false, false) {}
+        : AcGeLinearEnt3d(p, q - p, q, false, false) {}  // through two points; they should be apart
 
     AcGeLine3d& set(const AcGePoint3d& p, const AcGeVector3d& v) {
         return *this = AcGeLine3d(p, v);

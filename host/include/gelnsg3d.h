@@ -8,7 +8,7 @@ public:
     // From the origin to (1, 0, 0).
     AcGeLineSeg3d() : AcGeLineSeg3d(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis) {}
     AcGeLineSeg3d(const AcGePoint3d& p, const AcGePoint3d& q)
-        : AcGeLinearEnt3d(p, q - p, q, true, true) {}
+        : AcGeLinearEnt3d(p, q - p, q, true, true) {}  // both ends are kept to the last digit
     AcGeLineSeg3d(const AcGePoint3d& p, const AcGeVector3d& v)
         : AcGeLinearEnt3d(p, v, p + v, true, true) {}
 
@@ -19,11 +19,11 @@ public:
         return *this = AcGeLineSeg3d(p, v);
     }
 
-    AcGePoint3d startPoint() const { return m_straight.start; }
+    AcGePoint3d startPoint() const { return m_straight.start; }  // as given
     AcGePoint3d endPoint() const { return m_end; }
     AcGePoint3d midPoint() const { return m_straight.start + m_straight.dir * 0.5; }
     using AcGeCurve3d::length;
-    double length() const { return m_straight.dir.length(); }
+    double length() const { return m_straight.dir.length(); }  // drawing units
     // The point that divides start to end as (1 - blendCoeff) to blendCoeff.
     AcGePoint3d baryComb(double blendCoeff) const { return at(blendCoeff); }
 

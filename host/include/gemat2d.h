@@ -21,12 +21,12 @@ public:
     static AcGeMatrix2d rotation(double angle, const AcGePoint2d& centre = AcGePoint2d::kOrigin);
     static AcGeMatrix2d scaling(double factor, const AcGePoint2d& centre = AcGePoint2d::kOrigin);
 
-    AcGeMatrix2d operator*(const AcGeMatrix2d& m) const;
+    AcGeMatrix2d operator*(const AcGeMatrix2d& m) const;  // this one acts last
     AcGeMatrix2d& preMultBy(const AcGeMatrix2d& left) { return *this = left * *this; }
     AcGeMatrix2d& postMultBy(const AcGeMatrix2d& right) { return *this = *this * right; }
-    AcGeVector2d operator*(const AcGeVector2d& v) const;
+    AcGeVector2d operator*(const AcGeVector2d& v) const;  // vectors do not move
     AcGePoint2d operator*(const AcGePoint2d& p) const;
-    double det() const;
+    double det() const;  // of the 2 by 2 part: area's factor
     // Of a singular matrix: the identity.
     AcGeMatrix2d inverse() const;
     bool isEqualTo(const AcGeMatrix2d& m, const AcGeTol& tol = AcGeContext::gTol) const;

@@ -22,10 +22,10 @@ public:
     AcGeMatrix3d& setToRotation(double angle, const AcGeVector3d& axis,
                                 const AcGePoint3d& centre = AcGePoint3d::kOrigin);
     AcGeMatrix3d& setToScaling(double factor, const AcGePoint3d& centre = AcGePoint3d::kOrigin);
-    AcGeMatrix3d& setToMirroring(const AcGePlane& plane);
+    AcGeMatrix3d& setToMirroring(const AcGePlane& plane);  // at a plane, a point or a line
     AcGeMatrix3d& setToMirroring(const AcGePoint3d& point);
     AcGeMatrix3d& setToMirroring(const AcGeLine3d& line);
-    static AcGeMatrix3d translation(const AcGeVector3d& v);
+    static AcGeMatrix3d translation(const AcGeVector3d& v);  // the same as new matrices
     static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
                                  const AcGePoint3d& centre = AcGePoint3d::kOrigin);
     static AcGeMatrix3d scaling(double factor, const AcGePoint3d& centre = AcGePoint3d::kOrigin);
@@ -33,22 +33,22 @@ public:
     static AcGeMatrix3d mirroring(const AcGePoint3d& point);
     static AcGeMatrix3d mirroring(const AcGeLine3d& line);
 
-    AcGeMatrix3d operator*(const AcGeMatrix3d& m) const;
+    AcGeMatrix3d operator*(const AcGeMatrix3d& m) const;  // this one acts last
     AcGeMatrix3d& operator*=(const AcGeMatrix3d& m) { return *this = *this * m; }
     AcGeMatrix3d& preMultBy(const AcGeMatrix3d& left) { return *this = left * *this; }
     AcGeMatrix3d& postMultBy(const AcGeMatrix3d& right) { return *this = *this * right; }
     AcGeMatrix3d& setToProduct(const AcGeMatrix3d& a, const AcGeMatrix3d& b) {
         return *this = a * b;
     }
-    AcGePoint3d operator*(const AcGePoint3d& p) const;
-    AcGeVector3d operator*(const AcGeVector3d& v) const;
+    AcGePoint3d operator*(const AcGePoint3d& p) const;    // the point's image
+    AcGeVector3d operator*(const AcGeVector3d& v) const;  // vectors do not move
 
     double det() const;  // of the 3 by 3 part: affine maps only
-    bool isSingular(const AcGeTol& tol = AcGeContext::gTol) const;
+    bool isSingular(const AcGeTol& tol = AcGeContext::gTol) const;  // no way back
     // Of a singular matrix: the identity.
     AcGeMatrix3d inverse() const;
     AcGeMatrix3d& invert() { return *this = inverse(); }
-    AcGeMatrix3d transpose() const;
+    AcGeMatrix3d transpose() const;  // rows for columns
 
     // Uniform scale and right angles between the axes; relative to the scale, by equalVector.
     bool isUniScaledOrtho(const AcGeTol& tol = AcGeContext::gTol) const;

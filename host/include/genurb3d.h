@@ -29,13 +29,13 @@ public:
                     bool endTangentDefined = true, const AcGeTol& fitTol = AcGeContext::gTol);
 
     int degree() const { return m_degree; }
-    int order() const { return m_degree + 1; }
+    int order() const { return m_degree + 1; }  // degree + 1
     int numControlPoints() const { return m_points.length(); }
     AcGePoint3d controlPointAt(int i) const { return m_points[i]; }
     int numKnots() const { return m_knots.length(); }
     double knotAt(int i) const { return m_knots[i]; }
     const AcGeKnotVector& knots() const { return m_knots; }
-    double startParam() const { return domain().lowerBound(); }
+    double startParam() const { return domain().lowerBound(); }  // ends of the interval
     double endParam() const { return domain().upperBound(); }
     AcGePoint3d startPoint() const { return eval(startParam(), 0, nullptr); }
     AcGePoint3d endPoint() const { return eval(endParam(), 0, nullptr); }
@@ -69,9 +69,9 @@ private:
                const AcGeDoubleArray& weights, bool isPeriodic);
 
     int m_degree = 1;
-    bool m_periodic = false;
+    bool m_periodic = false;  // as it was made
     AcGeKnotVector m_knots;
-    AcGePoint3dArray m_points;
-    AcGeDoubleArray m_weights;
+    AcGePoint3dArray m_points;  // control points
+    AcGeDoubleArray m_weights;  // empty: all 1
     AcGePoint3dArray m_fitPoints;
 };

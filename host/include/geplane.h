@@ -9,8 +9,8 @@
 // uAxis x vAxis.
 class AcGePlanarEnt : public AcGeEntity3d {
 public:
-    AcGePoint3d pointOnPlane() const { return m_origin; }
-    AcGeVector3d normal() const { return m_normal; }
+    AcGePoint3d pointOnPlane() const { return m_origin; }  // the origin of its axes
+    AcGeVector3d normal() const { return m_normal; }       // unit
     void getCoordSystem(AcGePoint3d& origin, AcGeVector3d& uAxis, AcGeVector3d& vAxis) const;
     // a x + b y + c z + d = 0
     void getCoefficients(double& a, double& b, double& c, double& d) const;
@@ -20,7 +20,7 @@ public:
                        const AcGeTol& tol = AcGeContext::gTol) const {
         return line.intersectWith(*this, out, tol);
     }
-    AcGePoint3d closestPointTo(const AcGePoint3d& p) const;
+    AcGePoint3d closestPointTo(const AcGePoint3d& p) const;  // the foot of the perpendicular
     bool isParallelTo(const AcGePlanarEnt& plane, const AcGeTol& tol = AcGeContext::gTol) const;
     bool isParallelTo(const AcGeLinearEnt3d& line, const AcGeTol& tol = AcGeContext::gTol) const;
     bool isCoplanarTo(const AcGePlanarEnt& plane, const AcGeTol& tol = AcGeContext::gTol) const;
@@ -35,10 +35,10 @@ protected:
     double signedDistance(const AcGePoint3d& p) const;
 
     AcGePoint3d m_origin;
-    AcGeVector3d m_uAxis, m_vAxis, m_normal;
+    AcGeVector3d m_uAxis, m_vAxis, m_normal;  // unit, at right angles
 };
 
-class AcGePlane : public AcGePlanarEnt {
+class AcGePlane : public AcGePlanarEnt {  // A plane, without borders
 public:
     AcGePlane();  // the XY plane
     // Axes by the arbitrary axis rule.
@@ -47,7 +47,7 @@ public:
     AcGePlane(const AcGePoint3d& origin, const AcGeVector3d& uAxis, const AcGeVector3d& vAxis);
     AcGePlane(const AcGePoint3d& uPoint, const AcGePoint3d& origin, const AcGePoint3d& vPoint);
 
-    static const AcGePlane kXYPlane;
+    static const AcGePlane kXYPlane;  // planes of the axes, through the origin
     static const AcGePlane kYZPlane;
     static const AcGePlane kZXPlane;
 

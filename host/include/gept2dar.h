@@ -3,4 +3,4 @@
 #include "acarray.h"
 #include "gepnt2d.h"
 
-typedef AcArray<AcGePoint2d> AcGePoint2dArray;
+typedef AcArray<AcGePoint2d> AcGePoint2dArray;  // points of the plane, in order

@@ -3,4 +3,4 @@
 #include "acarray.h"
 #include "gepnt3d.h"
 
-typedef AcArray<AcGePoint3d> AcGePoint3dArray;
+typedef AcArray<AcGePoint3d> AcGePoint3dArray;  // points in space, in order

@@ -5,7 +5,7 @@
 // A line with a beginning and no end.
 class AcGeRay3d : public AcGeLinearEnt3d {
 public:
-    AcGeRay3d() : AcGeRay3d(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis) {}
+    AcGeRay3d() : AcGeRay3d(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis) {}  // the positive x axis
     AcGeRay3d(const AcGePoint3d& p, const AcGeVector3d& v)
         : AcGeLinearEnt3d(p, v, p + v, true, false) {}
     AcGeRay3d(const AcGePoint3d& p, const AcGePoint3d& q)

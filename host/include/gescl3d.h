@@ -5,7 +5,7 @@
 
 class AcGeMatrix3d;
 
-class AcGeScale3d {
+class AcGeScale3d {  // what block references are scaled by; a negative factor mirrors
 public:
     double sx = 1.0, sy = 1.0, sz = 1.0;
 
@@ -13,7 +13,7 @@ public:
     explicit constexpr AcGeScale3d(double factor) : sx(factor), sy(factor), sz(factor) {}
     constexpr AcGeScale3d(double x, double y, double z) : sx(x), sy(y), sz(z) {}
 
-    static const AcGeScale3d kIdentity;
+    static const AcGeScale3d kIdentity;  // (1, 1, 1)
 
     AcGeScale3d& set(double x, double y, double z) {
         sx = x;
@@ -27,7 +27,7 @@ public:
     AcGeScale3d operator*(double s) const { return {sx * s, sy * s, sz * s}; }
     // No factor may be 0.
     AcGeScale3d inverse() const { return {1.0 / sx, 1.0 / sy, 1.0 / sz}; }
-    void getMatrix(AcGeMatrix3d& m) const;
+    void getMatrix(AcGeMatrix3d& m) const;  // about the origin
 
     // All three of the same size within equalVector, whatever the signs.
     bool isProportional(const AcGeTol& tol = AcGeContext::gTol) const;

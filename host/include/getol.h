@@ -6,7 +6,7 @@
 // equalPoint   absolute, drawing units: points this close are the same (not strict)
 // equalVector  unit vectors that differ by less are parallel; vectors that differ by no more are
 // equal
-class AcGeTol {
+class AcGeTol {  // handed to every test; the default is AcGeContext::gTol
 public:
     constexpr AcGeTol() = default;
 
@@ -16,6 +16,6 @@ public:
     void setEqualVector(double value) { m_vector = value; }
 
 private:
-    double m_point = 1e-10;
-    double m_vector = 1e-10;
+    double m_point = 1e-10;   // drawing units
+    double m_vector = 1e-10;  // of unit vectors
 };

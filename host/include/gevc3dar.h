@@ -3,4 +3,4 @@
 #include "acarray.h"
 #include "gevec3d.h"
 
-typedef AcArray<AcGeVector3d> AcGeVector3dArray;
+typedef AcArray<AcGeVector3d> AcGeVector3dArray;  // vectors in space, in order

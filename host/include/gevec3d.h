@@ -9,17 +9,17 @@ class AcGePoint3d;
 class AcGeMatrix3d;
 class AcGePlanarEnt;
 
-class AcGeVector3d {
+class AcGeVector3d {  // A direction with a length
 public:
-    double x = 0.0, y = 0.0, z = 0.0;
+    double x = 0.0, y = 0.0, z = 0.0;  // drawing units
 
-    constexpr AcGeVector3d() = default;
+    constexpr AcGeVector3d() = default;  // no length
     constexpr AcGeVector3d(double xx, double yy, double zz) : x(xx), y(yy), z(zz) {}
 
     static const AcGeVector3d kIdentity;  // the zero vector: neutral for addition
-    static const AcGeVector3d kXAxis;
-    static const AcGeVector3d kYAxis;
-    static const AcGeVector3d kZAxis;
+    static const AcGeVector3d kXAxis;     // (1, 0, 0)
+    static const AcGeVector3d kYAxis;     // (0, 1, 0)
+    static const AcGeVector3d kZAxis;     // (0, 0, 1)
 
     AcGeVector3d& set(double xx, double yy, double zz) {
         x = xx;
@@ -39,22 +39,22 @@ public:
     AcGeVector3d& operator/=(double s) { return *this = *this / s; }
     AcGeVector3d& operator+=(const AcGeVector3d& v) { return *this = *this + v; }
     AcGeVector3d& operator-=(const AcGeVector3d& v) { return *this = *this - v; }
-    AcGeVector3d& negate() { return *this = -*this; }
+    AcGeVector3d& negate() { return *this = -*this; }  // turns it round
 
     double dotProduct(const AcGeVector3d& v) const { return x * v.x + y * v.y + z * v.z; }
     AcGeVector3d crossProduct(const AcGeVector3d& v) const {
         return {y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x};
     }
-    double lengthSqrd() const { return x * x + y * y + z * z; }
+    double lengthSqrd() const { return x * x + y * y + z * z; }  // no root: for comparing
     double length() const { return std::sqrt(x * x + y * y + z * z); }
     // Of a zero vector: the zero vector.
     AcGeVector3d normal() const {
         const double len = length();
         return len > 0.0 ? AcGeVector3d(x / len, y / len, z / len) : AcGeVector3d();
     }
-    AcGeVector3d& normalize() { return *this = normal(); }
+    AcGeVector3d& normalize() { return *this = normal(); }  // to length 1
     AcGeVector3d& setToLength(double len) { return *this = normal() * len; }
-    AcGePoint3d asPoint() const;
+    AcGePoint3d asPoint() const;  // from the origin
 
     // A unit vector at right angles to this one: the x axis the arbitrary axis rule gives this
     // vector as a normal (DXF reference). Of a zero vector: the x axis.
@@ -70,17 +70,17 @@ public:
     double angleTo(const AcGeVector3d& v, const AcGeVector3d& refAxis) const;
 
     AcGeVector3d& rotateBy(double angle, const AcGeVector3d& axis);
-    AcGeVector3d& mirror(const AcGeVector3d& planeNormal);
+    AcGeVector3d& mirror(const AcGeVector3d& planeNormal);  // at the plane with that normal
     // Translation does not act on vectors.
     AcGeVector3d& transformBy(const AcGeMatrix3d& m);
 
     bool isEqualTo(const AcGeVector3d& v, const AcGeTol& tol = AcGeContext::gTol) const {
         return (*this - v).length() <= tol.equalVector();
     }
-    bool isZeroLength(const AcGeTol& tol = AcGeContext::gTol) const {
+    bool isZeroLength(const AcGeTol& tol = AcGeContext::gTol) const {  // no longer than equalVector
         return length() <= tol.equalVector();
     }
-    bool isUnitLength(const AcGeTol& tol = AcGeContext::gTol) const {
+    bool isUnitLength(const AcGeTol& tol = AcGeContext::gTol) const {  // within equalVector of 1
         return std::fabs(length() - 1.0) <= tol.equalVector();
     }
     // With unit vectors u and v: |u - v| < equalVector or |u + v| < equalVector (strict). False

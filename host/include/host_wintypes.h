@@ -7,7 +7,7 @@
 #include <cstdint>
 
 #ifndef TRUE
-#define TRUE 1
+#define TRUE 1  // A BOOL has 32 bits; anything but 0 is true
 #endif
 #ifndef FALSE
 #define FALSE 0
@@ -20,71 +20,71 @@
 #define HOST_DECLSPEC_dllimport __attribute__((visibility("default")))
 #define HOST_DECLSPEC_noreturn __attribute__((noreturn))
 #define HOST_DECLSPEC_noinline __attribute__((noinline))
-#define HOST_DECLSPEC_novtable
+#define HOST_DECLSPEC_novtable  // A hint to Microsoft's compiler alone
 #define HOST_DECLSPEC_selectany __attribute__((weak))
 #define HOST_DECLSPEC_align(n) __attribute__((aligned(n)))
 #define __declspec(x) HOST_DECLSPEC_##x
-#define __stdcall
+#define __stdcall  // calling conventions differ on 32-bit Windows only
 #define __cdecl
 #define HOST_MODULE_LOCAL __attribute__((visibility("hidden")))  // each module has its own
 #else
 #define HOST_MODULE_LOCAL
 #endif
 
-#define CALLBACK __stdcall
-#define WINAPI __stdcall
+#define CALLBACK __stdcall  // functions that the system calls
+#define WINAPI __stdcall    // functions of the system
 #define APIENTRY __stdcall
 #define PASCAL __stdcall
 
-typedef int BOOL;
+typedef int BOOL;  // TRUE or FALSE
 typedef int INT;
-typedef unsigned int UINT;
+typedef unsigned int UINT;  // 32 bits on both systems
 typedef char CHAR;
-typedef wchar_t WCHAR;
-typedef wchar_t TCHAR;
+typedef wchar_t WCHAR;  // 16 bits on Windows only
+typedef wchar_t TCHAR;  // there is no narrow build
 typedef short SHORT;
 typedef unsigned short USHORT;
 typedef float FLOAT;
-typedef unsigned char BYTE;
-typedef std::uint16_t WORD;
-typedef std::uint32_t DWORD;
-typedef std::int32_t LONG;
+typedef unsigned char BYTE;   // 8 bits
+typedef std::uint16_t WORD;   // 16 bits
+typedef std::uint32_t DWORD;  // 32 bits
+typedef std::int32_t LONG;    // 32 bits, unlike this machine's long
 typedef std::uint32_t ULONG;
 typedef std::int64_t LONGLONG;
 typedef std::uint64_t ULONGLONG;
-typedef std::intptr_t INT_PTR;
+typedef std::intptr_t INT_PTR;  // numbers as wide as a pointer
 typedef std::uintptr_t UINT_PTR;
 typedef std::intptr_t LONG_PTR;
 typedef std::uintptr_t ULONG_PTR;
 typedef std::uintptr_t DWORD_PTR;
-typedef UINT_PTR WPARAM;
-typedef LONG_PTR LPARAM;
-typedef LONG_PTR LRESULT;
-typedef LONG HRESULT;
-typedef DWORD COLORREF;
+typedef UINT_PTR WPARAM;   // a message's first word
+typedef LONG_PTR LPARAM;   // its second
+typedef LONG_PTR LRESULT;  // its answer
+typedef LONG HRESULT;      // below 0: failed
+typedef DWORD COLORREF;    // see RGB
 typedef WORD ATOM;
 
-typedef void* LPVOID;
-typedef const void* LPCVOID;
+typedef void* LPVOID;         // LP: a pointer to
+typedef const void* LPCVOID;  // LPC: to what is not changed
 typedef DWORD* LPDWORD;
-typedef char* LPSTR;
+typedef char* LPSTR;  // narrow text
 typedef const char* LPCSTR;
-typedef wchar_t* LPWSTR;
+typedef wchar_t* LPWSTR;  // wide text
 typedef const wchar_t* LPCWSTR;
-typedef TCHAR* LPTSTR;
+typedef TCHAR* LPTSTR;  // the build's own text
 typedef const TCHAR* LPCTSTR;
 
 #define DECLARE_HANDLE(name) \
     struct name##__;         \
     typedef struct name##__* name
-typedef void* HANDLE;
+typedef void* HANDLE;  // of anything
 typedef void* HGDIOBJ;
-DECLARE_HANDLE(HWND);
-DECLARE_HANDLE(HINSTANCE);
+DECLARE_HANDLE(HWND);       // a window
+DECLARE_HANDLE(HINSTANCE);  // a module
 typedef HINSTANCE HMODULE;
-DECLARE_HANDLE(HDC);
-DECLARE_HANDLE(HFONT);
-DECLARE_HANDLE(HPEN);
+DECLARE_HANDLE(HDC);    // something to draw on: only named here
+DECLARE_HANDLE(HFONT);  // a font
+DECLARE_HANDLE(HPEN);   // these are only named here
 DECLARE_HANDLE(HBRUSH);
 DECLARE_HANDLE(HBITMAP);
 DECLARE_HANDLE(HRGN);
@@ -106,14 +106,14 @@ DECLARE_HANDLE(HRSRC);
                            (static_cast<DWORD>(static_cast<BYTE>(g)) << 8) | \
                            (static_cast<DWORD>(static_cast<BYTE>(b)) << 16)))
 
-#define DLL_PROCESS_DETACH 0
+#define DLL_PROCESS_DETACH 0  // why DllMain is called; this host calls none
 #define DLL_PROCESS_ATTACH 1
 #define DLL_THREAD_ATTACH 2
 #define DLL_THREAD_DETACH 3
-#define MAX_PATH 260
+#define MAX_PATH 260  // elements of a path's buffer; longer ones are refused
 #define UNREFERENCED_PARAMETER(p) (void)(p)
 
-#define afx_msg
-#define AFX_EXT_CLASS __declspec(dllexport)
+#define afx_msg                              // marks handlers for the reader
+#define AFX_EXT_CLASS __declspec(dllexport)  // marks what other modules may use
 #define AFX_EXT_API __declspec(dllexport)
 #define AFX_EXT_DATA __declspec(dllexport)

@@ -6,15 +6,15 @@
 #include "host_winconst.h"
 #include "host_wintypes.h"
 
-struct POINT {
+struct POINT {  // in pixels; x to the right, y down
     LONG x;
     LONG y;
 };
-struct SIZE {
+struct SIZE {  // in pixels
     LONG cx;
     LONG cy;
 };
-struct RECT {
+struct RECT {  // in pixels; right and bottom lie outside
     LONG left;
     LONG top;
     LONG right;
@@ -24,31 +24,31 @@ typedef POINT* LPPOINT;
 typedef RECT* LPRECT;
 typedef const RECT* LPCRECT;
 
-struct MSG {
-    HWND hwnd;
-    UINT message;
-    WPARAM wParam;
+struct MSG {        // A message on its way
+    HWND hwnd;      // null: to the whole program
+    UINT message;   // WM_ number
+    WPARAM wParam;  // what they hold depends on the message
     LPARAM lParam;
     DWORD time;  // milliseconds since the host started
     POINT pt;    // always 0,0: this host keeps no pointer position
 };
 typedef MSG* LPMSG;
 
-struct NMHDR {
-    HWND hwndFrom;
-    UINT_PTR idFrom;
-    UINT code;
+struct NMHDR {        // what every notification begins with
+    HWND hwndFrom;    // the control
+    UINT_PTR idFrom;  // its number
+    UINT code;        // what happened
 };
 // What LVN_ITEMCHANGED carries.
 struct NMLISTVIEW {
     NMHDR hdr;
-    int iItem;
-    int iSubItem;
-    UINT uNewState;
-    UINT uOldState;
-    UINT uChanged;
+    int iItem;       // row, from 0
+    int iSubItem;    // column; 0 for the row itself
+    UINT uNewState;  // LVIS_ bits afterwards
+    UINT uOldState;  // and before
+    UINT uChanged;   // LVIF_STATE
     POINT ptAction;
-    LPARAM lParam;
+    LPARAM lParam;  // the row's data
 };
 typedef NMLISTVIEW* LPNMLISTVIEW;
 typedef NMLISTVIEW NM_LISTVIEW;
@@ -77,60 +77,60 @@ struct MINMAXINFO {
 };
 typedef MINMAXINFO* LPMINMAXINFO;
 
-struct LOGFONT {
-    LONG lfHeight;  // below 0: height of a letter in pixels; above: height of a line
-    LONG lfWidth;
-    LONG lfEscapement;
+struct LOGFONT {        // A font by its description
+    LONG lfHeight;      // below 0: height of a letter in pixels; above: height of a line
+    LONG lfWidth;       // 0: as the height wants it
+    LONG lfEscapement;  // tenths of a degree; not looked at
     LONG lfOrientation;
-    LONG lfWeight;
-    BYTE lfItalic;
+    LONG lfWeight;  // 400 normal, 700 bold
+    BYTE lfItalic;  // 0 or 1, as the next two
     BYTE lfUnderline;
     BYTE lfStrikeOut;
-    BYTE lfCharSet;
+    BYTE lfCharSet;  // the rest is kept and not looked at
     BYTE lfOutPrecision;
     BYTE lfClipPrecision;
     BYTE lfQuality;
     BYTE lfPitchAndFamily;
-    WCHAR lfFaceName[LF_FACESIZE];
+    WCHAR lfFaceName[LF_FACESIZE];  // the family's name
 };
 
 // Of the many members of the original only those that the choosers read.
 struct OPENFILENAME {
     DWORD lStructSize;
-    HWND hwndOwner;
+    HWND hwndOwner;  // disabled meanwhile
     LPCTSTR
     lpstrFilter;  // pairs of name and pattern, each with an end mark, a further one at the end
     DWORD nFilterIndex;  // from 1
-    LPTSTR lpstrFile;
+    LPTSTR lpstrFile;    // the name offered; receives the chosen one
     DWORD nMaxFile;
-    LPCTSTR lpstrInitialDir;
-    LPCTSTR lpstrTitle;  // must live until DoModal returns
+    LPCTSTR lpstrInitialDir;  // null: the working folder
+    LPCTSTR lpstrTitle;       // must live until DoModal returns
     DWORD Flags;
     LPCTSTR lpstrDefExt;
 };
 
-BOOL IsWindow(HWND hWnd);
-BOOL IsWindowVisible(HWND hWnd);  // it and everything it lies in
-BOOL IsWindowEnabled(HWND hWnd);  // its own state only
-BOOL IsChild(HWND hWndParent, HWND hWnd);
-BOOL DestroyWindow(HWND hWnd);
+BOOL IsWindow(HWND hWnd);                    // TRUE until it is destroyed
+BOOL IsWindowVisible(HWND hWnd);             // it and everything it lies in
+BOOL IsWindowEnabled(HWND hWnd);             // its own state only
+BOOL IsChild(HWND hWndParent, HWND hWnd);    // at any depth
+BOOL DestroyWindow(HWND hWnd);               // with all that lies in it
 BOOL ShowWindow(HWND hWnd, int nCmdShow);    // whether it was shown before
 BOOL EnableWindow(HWND hWnd, BOOL bEnable);  // whether it was disabled before
 BOOL UpdateWindow(HWND hWnd);
 BOOL MoveWindow(HWND hWnd, int x, int y, int width, int height, BOOL bRepaint);
 HWND SetFocus(HWND hWnd);  // the one that had the focus; null when hWnd cannot take it
-HWND GetFocus();
+HWND GetFocus();           // null when no window of the host has it
 HWND GetActiveWindow();
 BOOL SetForegroundWindow(HWND hWnd);
 HWND GetParent(HWND hWnd);  // of a top-level window: its owner
 HWND GetWindow(HWND hWnd, UINT uCmd);
-HWND GetDlgItem(HWND hDlg, int nIDDlgItem);
-int GetDlgCtrlID(HWND hWnd);
+HWND GetDlgItem(HWND hDlg, int nIDDlgItem);  // null when there is none
+int GetDlgCtrlID(HWND hWnd);                 // 0 for a top-level window
 HWND GetNextDlgTabItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
 HWND GetNextDlgGroupItem(HWND hDlg, HWND hCtl, BOOL bPrevious);
-BOOL GetClientRect(HWND hWnd, LPRECT lpRect);
-BOOL GetWindowRect(HWND hWnd, LPRECT lpRect);
-int GetWindowTextLength(HWND hWnd);
+BOOL GetClientRect(HWND hWnd, LPRECT lpRect);  // from 0,0
+BOOL GetWindowRect(HWND hWnd, LPRECT lpRect);  // on the screen
+int GetWindowTextLength(HWND hWnd);            // without the end mark
 int GetWindowText(HWND hWnd, LPTSTR lpString, int nMaxCount);
 BOOL SetWindowText(HWND hWnd, LPCTSTR lpString);
 
@@ -138,7 +138,7 @@ BOOL SetWindowText(HWND hWnd, LPCTSTR lpString);
 LRESULT SendMessage(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam);
 // Puts the message at the end of the queue; FALSE when there is no such window.
 BOOL PostMessage(HWND hWnd, UINT Msg, WPARAM wParam, LPARAM lParam);
-void PostQuitMessage(int nExitCode);
+void PostQuitMessage(int nExitCode);  // ends the innermost message loop
 
 // The next message of a window (null: of any) within a range of numbers (0, 0: all). Waiting input
 // of the display is taken into the queue first when the queue is empty. FALSE: there is none.
@@ -162,8 +162,8 @@ DWORD GetFileAttributes(LPCTSTR lpFileName);  // FILE_ATTRIBUTE_DIRECTORY or _NO
 // Folder for files of passing use, with a separator at its end; its length without the end mark, or
 // the room needed when nBufferLength is too little.
 DWORD GetTempPath(DWORD nBufferLength, LPTSTR lpBuffer);
-DWORD GetCurrentProcessId();
-ULONGLONG GetTickCount64();  // milliseconds since some moment in the past
+DWORD GetCurrentProcessId();  // the system's number
+ULONGLONG GetTickCount64();   // milliseconds since some moment in the past
 
 // The module that holds an address (flag FROM_ADDRESS), or one by file name; PIN keeps it mapped
 // for good. Unlike Windows, only by address or for the program itself (null).

@@ -10,10 +10,10 @@ public:
     static AcRxClass* cast(const AcRxObject* object);
     AcRxClass* isA() const override;
 
-    const ACHAR* name() const { return m_name; }
+    const ACHAR* name() const { return m_name; }  // as in the source
     // Name in DXF files ("LINE"); null for classes without one.
     const ACHAR* dxfName() const { return m_dxfName; }
-    AcRxClass* myParent() const { return m_parent; }
+    AcRxClass* myParent() const { return m_parent; }  // null for AcRxObject
 
     // True for the class itself too. O(depth).
     bool isDerivedFrom(const AcRxClass* other) const {
@@ -30,10 +30,10 @@ private:
                                    const ACHAR* dxfName);
     AcRxClass() = default;
 
-    const ACHAR* m_name = nullptr;
+    const ACHAR* m_name = nullptr;  // kept by the maker
     const ACHAR* m_dxfName = nullptr;
     AcRxClass* m_parent = nullptr;
-    AcRxObject* (*m_create)() = nullptr;
+    AcRxObject* (*m_create)() = nullptr;  // null for abstract classes
 };
 
 // Makes and registers a class; the strings must outlive the program's use of it.

@@ -22,7 +22,7 @@ public:
     AcRxObject* remove(const ACHAR* key);
 
     bool has(const ACHAR* key) const { return at(key) != nullptr; }
-    Adesk::UInt32 numEntries() const;
+    Adesk::UInt32 numEntries() const;  // O(1)
 
 private:
     std::map<std::wstring, AcRxObject*> m_entries;

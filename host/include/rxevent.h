@@ -9,8 +9,8 @@ class AcRxEventReactor : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcRxEventReactor);
 
-    virtual void dwgFileOpened(AcDbDatabase*, ACHAR*) {}
-    virtual void endDwgOpen(const ACHAR*, AcDbDatabase*) {}
+    virtual void dwgFileOpened(AcDbDatabase*, ACHAR*) {}     // of AutoCAD; never called here
+    virtual void endDwgOpen(const ACHAR*, AcDbDatabase*) {}  // likewise
 
     // A drawing file is about to be written: changes made here are saved. saveComplete or abortSave
     // follows.

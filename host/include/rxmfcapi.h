@@ -3,7 +3,7 @@
 
 #include "host_wintypes.h"
 
-class CDocument;
+class CDocument;  // only named here: this host makes none
 class CMDIFrameWnd;
 class CView;
 class CWinApp;
@@ -17,5 +17,5 @@ CView* acedGetAcadDwgView();
 bool acedPostCommandPrompt();
 // Always null: this host's documents are no MFC documents.
 CDocument* acedGetAcadDoc();
-CWinApp* acedGetAcadWinApp();
-HINSTANCE acedGetAcadResourceInstance();
+CWinApp* acedGetAcadWinApp();             // the program; never null
+HINSTANCE acedGetAcadResourceInstance();  // the host's own resources: none

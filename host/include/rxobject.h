@@ -11,7 +11,7 @@ class AcRxObject {
 public:
     virtual ~AcRxObject();
 
-    static AcRxClass* desc();
+    static AcRxClass* desc();  // the root's description
     static AcRxObject* cast(const AcRxObject* object) { return const_cast<AcRxObject*>(object); }
 
     // The class of the object.

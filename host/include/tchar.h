@@ -5,7 +5,7 @@
 
 #include "host_wintypes.h"
 
-#define _T(text) HOST_WIDEN(text)
+#define _T(text) HOST_WIDEN(text)  // A text of the build's own characters. All three mean the same.
 #define _TEXT(text) HOST_WIDEN(text)
 #define TEXT(text) HOST_WIDEN(text)
 #define HOST_WIDEN(text) L##text

@@ -8,8 +8,8 @@
 
 namespace host {
 
-HFONT MakeFont(const LOGFONT& description);
-void DropFont(HFONT handle);
+HFONT MakeFont(const LOGFONT& description);  // a handle that is never used again
+void DropFont(HFONT handle);                 // harmless for one that is gone
 // Null when there is no such font.
 const LOGFONT* FindFont(HFONT handle);
 LOGFONT DescribeFont(double points, const std::wstring& face, int weight, bool isItalic);

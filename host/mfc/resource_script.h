@@ -11,7 +11,7 @@
 
 namespace host {
 
-struct ControlTemplate {
+struct ControlTemplate {       // one control of a dialog, as the script has it
     std::wstring windowClass;  // lower case: "button", "edit", "static", "syslistview32" ...
     std::wstring text;
     int id = 0;
@@ -22,12 +22,12 @@ struct ControlTemplate {
 };
 
 struct DialogTemplate {
-    int id = 0;
+    int id = 0;       // as code knows it
     RECT place = {};  // dialog units
     DWORD style = 0;
     DWORD exStyle = 0;
-    std::wstring caption;
-    double fontPoints = 8;
+    std::wstring caption;   // title
+    double fontPoints = 8;  // the display's own font is shown
     std::wstring fontFace = L"System";
     int fontWeight = FW_NORMAL;
     bool isItalic = false;
@@ -35,9 +35,9 @@ struct DialogTemplate {
     int line = 0;
 };
 
-struct ResourceScript {
+struct ResourceScript {  // what one module brings along
     std::map<int, DialogTemplate> dialogs;
-    std::map<UINT, std::wstring> strings;
+    std::map<UINT, std::wstring> strings;  // by number, for CString::LoadString
 };
 
 // What is wrong and where: "QZ.rc(12): ..."; empty when nothing is.

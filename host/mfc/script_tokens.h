@@ -11,16 +11,16 @@ namespace host {
 
 struct ScriptToken {
     enum Kind { kName, kNumber, kText, kSign, kEnd };
-    Kind kind = kEnd;
-    std::wstring text;  // name, contents of a text, or the sign
-    std::int64_t number = 0;
-    int line = 0;
-    std::wstring file;
+    Kind kind = kEnd;         // what it is
+    std::wstring text;        // name, contents of a text, or the sign
+    std::int64_t number = 0;  // of a kNumber
+    int line = 0;             // from 1, in the file below
+    std::wstring file;        // as the include names it
 };
 
 // Thrown inside the reader; its text is a ScriptFault.
 struct ScriptError {
-    std::wstring text;
+    std::wstring text;  // the fault, ready to be shown
 };
 [[noreturn]] void FailAt(const ScriptToken& token, const std::wstring& why);
 [[noreturn]] void FailAt(const std::wstring& file, int line, const std::wstring& why);
@@ -36,6 +36,6 @@ std::vector<ScriptToken> PreprocessScript(const std::wstring& text, const std::w
 // The value of a name of the Windows headers (styles, languages, ids); nothing for other names.
 std::optional<std::int64_t> FindScriptName(const std::wstring& name);
 
-bool EqualsIgnoringCase(const std::wstring& a, const wchar_t* b);
+bool EqualsIgnoringCase(const std::wstring& a, const wchar_t* b);  // simple lower-casing of both
 
 }  // namespace host

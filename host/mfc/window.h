@@ -13,24 +13,24 @@ enum class WindowKind { kDialog, kButton, kEdit, kStatic, kProgress, kList, kFra
 
 // What a display has to show anew.
 enum class WindowChange {
-    kText,
-    kCheck,
-    kShown,
-    kEnabled,
-    kBounds,
+    kText,     // title or contents
+    kCheck,    // state of a button
+    kShown,    // shown or hidden
+    kEnabled,  // takes input, or not
+    kBounds,   // place or size
     kFont,
-    kFocus,    // the window got it
-    kColumns,  // of a list
-    kRows,     // of a list, with their selection
-    kSelection,
+    kFocus,      // the window got it
+    kColumns,    // of a list
+    kRows,       // of a list, with their selection
+    kSelection,  // of an edit box
     kProgress,
-    kRaised
+    kRaised  // brought to the front
 };
 
 struct ListColumn {
     std::wstring text;
-    int format;
-    int width;  // pixels
+    int format;  // LVCFMT_LEFT: the only one that is shown
+    int width;   // pixels
 };
 struct ListRow {
     std::vector<std::wstring> texts;  // shorter than the columns: the rest is empty
@@ -40,14 +40,14 @@ struct ListRow {
 struct ListState {
     std::vector<ListColumn> columns;
     std::vector<ListRow> rows;
-    DWORD extendedStyle = 0;
-    int top = 0;  // the row shown topmost
+    DWORD extendedStyle = 0;  // LVS_EX_ bits
+    int top = 0;              // the row shown topmost
 };
 
 struct ProgressState {
     int low = 0;
     int high = 100;
-    int position = 0;
+    int position = 0;  // within low and high
     int step = 10;
 };
 
@@ -57,7 +57,7 @@ struct Window {
     Window(const Window&) = delete;
     Window& operator=(const Window&) = delete;
 
-    HWND handle = nullptr;
+    HWND handle = nullptr;  // never used again
     WindowKind kind = WindowKind::kDialog;
     int id = 0;       // of a control its number, of a dialog that of its template
     DWORD style = 0;  // WS_VISIBLE and WS_DISABLED are the present state
@@ -83,15 +83,15 @@ struct Window {
     // Edit box
     int selectionStart = 0;
     int selectionEnd = 0;
-    std::unique_ptr<ListState> list;
-    ProgressState progress;
+    std::unique_ptr<ListState> list;  // of lists alone
+    ProgressState progress;           // of progress bars
 
-    bool Has(DWORD bits) const { return (style & bits) == bits; }
+    bool Has(DWORD bits) const { return (style & bits) == bits; }  // all of these bits
     UINT ButtonType() const { return style & BS_TYPEMASK; }
-    bool IsRadio() const;
+    bool IsRadio() const;  // told by the style, as Windows does
     bool IsCheckBox() const;
     bool IsPushButton() const;
-    Window& TopLevel();
+    Window& TopLevel();  // the dialog that it lies in, or itself
     const Window& TopLevel() const { return const_cast<Window*>(this)->TopLevel(); }
     // Neither it nor anything it lies in is hidden (disabled).
     bool IsShown() const;

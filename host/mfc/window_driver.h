@@ -12,15 +12,15 @@ namespace host {
 
 struct BoxRequest {
     std::wstring text;
-    std::wstring title;
-    UINT type = MB_OK;
+    std::wstring title;  // of the box
+    UINT type = MB_OK;   // MB_ bits
 };
 
 // Name and pattern, as shown in a chooser: {"SAT (*.sat)", "*.sat"}.
 typedef std::pair<std::wstring, std::wstring> FileFilter;
 
 struct ChooserRequest {
-    bool isSave = false;
+    bool isSave = false;  // a file to be written
     std::wstring title;
     std::wstring start;  // file name or folder to begin with
     std::vector<FileFilter> filters;

@@ -20,7 +20,7 @@ namespace host {
 // across one, only its handle.
 class WindowSystem {
 public:
-    static WindowSystem& Get();
+    static WindowSystem& Get();  // the only one
 
     // --- who shows, who answers, who reports ---
     // Null: no display. A new driver is told of the windows there are. Kept, not owned.
@@ -36,8 +36,8 @@ public:
     void Report(const std::wstring& line) const { m_report(line); }
 
     // --- windows ---
-    Window* Find(HWND handle) const;
-    Window& Make(WindowKind kind, Window* parent);
+    Window* Find(HWND handle) const;                // null for one that is gone
+    Window& Make(WindowKind kind, Window* parent);  // known to nobody but the caller as yet
     // Makes a window that is complete known to the display.
     void Announce(const Window& window) { m_driver->Created(window); }
     // Owned windows first; then WM_DESTROY to it and its children, WM_NCDESTROY to the children and
@@ -50,7 +50,7 @@ public:
     bool Enable(HWND handle, bool enable);  // whether it was disabled before
     // The previous holder; null, and nothing changed, when the window cannot take it.
     HWND SetFocus(HWND handle);
-    HWND Focus() const { return m_focus; }
+    HWND Focus() const { return m_focus; }  // null: no window has it
     // Gives the focus to the control that had it last.
     void Activate(HWND handle);
     void Changed(const Window& window, WindowChange change) const {
@@ -59,27 +59,27 @@ public:
 
     // --- messages ---
     LRESULT Send(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
-    bool Post(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
+    bool Post(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);  // false for no window
     // What a user did to a window; runs when its turn comes, unless the window is gone or disabled
     // by then.
     void PostInput(HWND handle, std::function<void()> input);
-    void PostQuit(int code);
+    void PostQuit(int code);  // WM_QUIT behind everything that waits
     // The next message of a window (null: of any) within a range (0, 0: all).
     bool Take(MSG& message, HWND handle, UINT first, UINT last, bool remove);
-    LRESULT Dispatch(const MSG& message);
+    LRESULT Dispatch(const MSG& message);  // to the window that it names
     // Handles everything that waits.
     void DispatchPending();
     // Lets the script or the display go on; false when neither can.
     bool WaitForInput();
 
-    bool IsShiftDown() const { return m_isShiftDown; }
+    bool IsShiftDown() const { return m_isShiftDown; }  // as the driver or a script says
     void SetShiftDown(bool down) { m_isShiftDown = down; }
 
 private:
     WindowSystem();
     void SendToChildren(HWND handle, UINT message);
-    void Remove(HWND handle);
-    void LoseFocus(HWND handle);
+    void Remove(HWND handle);     // from the list, at the end of its life
+    void LoseFocus(HWND handle);  // gives it to the owner, or to nobody
 
     WindowDriver m_noDisplay;
     WindowDriver* m_driver = &m_noDisplay;

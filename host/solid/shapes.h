@@ -17,26 +17,26 @@ public:
     Acad::ErrorStatus Extents(AcDbExtents& extents) const override;
     Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,
                             std::shared_ptr<const Shape>& moved) const override;
-    Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;
-    Acad::ErrorStatus Area(double& area) const override;
-    Acad::ErrorStatus Volume(double& volume) const override;
-    std::string StoredText() const override;
+    Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;  // eNotApplicable
+    Acad::ErrorStatus Area(double& area) const override;                 // eNotApplicable
+    Acad::ErrorStatus Volume(double& volume) const override;  // by Pappus, exact for lines and arcs
+    std::string StoredText() const override;                  // for drawings up to R2010
 
 private:
     Profile profile_;
 };
 
-class RegionShape : public Shape {
+class RegionShape : public Shape {  // A face inside one outline, without holes
 public:
     RegionShape(Outline outline, double area) : outline_(std::move(outline)), area_(area) {}
     const Outline& GetOutline() const { return outline_; }
 
     Acad::ErrorStatus Extents(AcDbExtents& extents) const override;
-    Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,
+    Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,  // any uniform map
                             std::shared_ptr<const Shape>& moved) const override;
     // Lines and arcs along the outline.
     Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;
-    Acad::ErrorStatus Area(double& area) const override;
+    Acad::ErrorStatus Area(double& area) const override;  // as computed when it was made
     Acad::ErrorStatus Volume(double&) const override { return Acad::eNotApplicable; }
 
 private:

@@ -23,25 +23,25 @@ public:
 
     // Begin("LINE").Word("''").Ref(3).Ref(4).End() gives the entity's number.
     StepEntities& Begin(const char* type);
-    StepEntities& Word(const char* word);
-    StepEntities& Ref(int entity);
-    StepEntities& Refs(const std::vector<int>& entities);
-    StepEntities& Number(double value);
+    StepEntities& Word(const char* word);                  // as it stands
+    StepEntities& Ref(int entity);                         // "#12"
+    StepEntities& Refs(const std::vector<int>& entities);  // "(#1,#2)"
+    StepEntities& Number(double value);                    // not scaled
     StepEntities& Length(double value) { return Number(value * factor_); }
     int End();
     // An entity of several types, its text between the brackets.
     int Complex(const std::string& types);
 
     int Point(const AcGePoint3d& point);
-    int Direction(const AcGeVector3d& vector);  // made unit
-    int Placement(int origin, int axis, int first);
+    int Direction(const AcGeVector3d& vector);       // made unit
+    int Placement(int origin, int axis, int first);  // axis and first direction at a point
     int Vertex(const AcGePoint3d& point);
     int Line(const AcGePoint3d& from, const AcGePoint3d& to);
     int Circle(int placement, double radius);
     // An arc of a profile as a rational spline, exactly the same points.
     int Arc(const Frame& frame, const Piece& arc);
-    int Edge(int from, int to, int curve);
-    int Oriented(int edge, bool forward);
+    int Edge(int from, int to, int curve);  // between two vertices on a curve
+    int Oriented(int edge, bool forward);   // forward: as its curve runs
     int Face(const std::vector<int>& bounds, int surface, bool sameSense);
 
     void Text(const std::string& text) { text_ += text; }
@@ -49,7 +49,7 @@ public:
     std::string Finish();
 
 private:
-    void Comma();
+    void Comma();  // between arguments
     void Triple(double x, double y, double z);
 
     double factor_;

@@ -15,8 +15,8 @@ struct StepOptions {
 
 // A unit that STEP files have. The system's own have a prefix, the others are so many millimetres.
 struct StepUnit {
-    int unitsValue;
-    const char* kernelName;
+    int unitsValue;            // number of INSUNITS
+    const char* kernelName;    // as the kernel's library calls it
     double factor;             // from drawing units to the file's
     const char* prefix;        // of the metre: ".MILLI.", "$" for none; null for the others
     const char* name = "";     // of the others
@@ -56,7 +56,7 @@ inline char32_t NextCodePoint(const std::string& text, std::size_t& at) {
     const auto byte = [&](std::size_t i) {
         return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u;
     };
-    const unsigned first = byte(at++);
+    const unsigned first = byte(at++);  // how many bytes follow is told by the first one
     const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
     char32_t code = more == 0 ? first : first & (0x3Fu >> more);
     for (int i = 0; i < more; ++i) {

@@ -29,24 +29,24 @@ public:
 
 private:
     struct SBlock {
-        double m_dSum = 0.0;
-        bool m_bDone = false;
+        double m_dSum = 0.0;   // so far
+        bool m_bDone = false;  // false while it is being summed, too
     };
     struct SStep {
-        AcDbObjectId m_blockId;
+        AcDbObjectId m_blockId;  // being summed
         std::vector<AcDbObjectId> m_ids;
-        size_t m_nNext = 0;
+        size_t m_nNext = 0;  // of the ids
     };
 
-    double OfBlock(const AcDbObjectId& blockId);
-    bool Enter(const AcDbObjectId& blockId);
+    double OfBlock(const AcDbObjectId& blockId);  // the sum of a block's entities
+    bool Enter(const AcDbObjectId& blockId);      // false when it is done or being summed
     // Adds one entity to its block, or enters the block that it refers to and returns false.
     bool Take(const AcDbObjectId& id, SBlock& sum);
 
-    CFigure m_figure;
-    CShare m_share;
-    std::map<AcDbObjectId, SBlock> m_blocks;
-    std::vector<SStep> m_path;
+    CFigure m_figure;                         // of an entity
+    CShare m_share;                           // of a reference
+    std::map<AcDbObjectId, SBlock> m_blocks;  // each looked at once
+    std::vector<SStep> m_path;                // of blocks in blocks
     bool m_bCycle = false;
 };
 

@@ -10,25 +10,25 @@
 
 // A box in the XY plane.
 struct SFlatBox {
-    double m_dMinX;
+    double m_dMinX;  // drawing units
     double m_dMinY;
-    double m_dMaxX;
+    double m_dMaxX;  // not below the least
     double m_dMaxY;
 
-    static SFlatBox Of(const AcGePoint3d& p, const AcGePoint3d& q) {
+    static SFlatBox Of(const AcGePoint3d& p, const AcGePoint3d& q) {  // of two points in any order
         return {(std::min)(p.x, q.x), (std::min)(p.y, q.y), (std::max)(p.x, q.x),
                 (std::max)(p.y, q.y)};
     }
-    void Unite(const SFlatBox& other) {
+    void Unite(const SFlatBox& other) {  // grows to hold the other
         m_dMinX = (std::min)(m_dMinX, other.m_dMinX);
         m_dMinY = (std::min)(m_dMinY, other.m_dMinY);
         m_dMaxX = (std::max)(m_dMaxX, other.m_dMaxX);
         m_dMaxY = (std::max)(m_dMaxY, other.m_dMaxY);
     }
-    SFlatBox Padded(double pad) const {
+    SFlatBox Padded(double pad) const {  // wider on all four sides
         return {m_dMinX - pad, m_dMinY - pad, m_dMaxX + pad, m_dMaxY + pad};
     }
-    bool Holds(const SFlatBox& other) const {
+    bool Holds(const SFlatBox& other) const {  // the border counts
         return m_dMinX <= other.m_dMinX && other.m_dMaxX <= m_dMaxX && m_dMinY <= other.m_dMinY &&
                other.m_dMaxY <= m_dMaxY;
     }
@@ -74,7 +74,7 @@ public:
     void Grow(int item, const AcGePoint3d& pt);
 
 private:
-    static constexpr size_t kFanOut = 8;
+    static constexpr size_t kFanOut = 8;  // boxes of a node
 
     struct STree {
         std::vector<int> m_items;                     // in the order of the curve
@@ -82,15 +82,15 @@ private:
         size_t Top() const { return m_levels.size() - 1; }
     };
     struct SPlace {
-        std::uint32_t m_nTree;
-        std::uint32_t m_nIndex;
+        std::uint32_t m_nTree;   // which of the trees holds the item
+        std::uint32_t m_nIndex;  // and where among its boxes
     };
 
     void AddTree(const std::vector<SFlatBox>& boxes, std::vector<int> items);
 
     template <class Enter, class Use>
     static bool VisitNodes(const STree& tree, size_t level, size_t first, const Enter& enter,
-                           const Use& use);
+                           const Use& use);  // goes down from a node's first child on
     template <class Use>
     static void JoinWithin(const STree& tree, size_t level, size_t a, size_t b, double pad,
                            const Use& use);
@@ -103,8 +103,8 @@ private:
         return (std::min)((node + 1) * kFanOut, tree.m_levels[level - 1].size());
     }
 
-    std::vector<STree> m_trees;  // from the largest boxes to the smallest, none empty
-    std::vector<SPlace> m_places;
+    std::vector<STree> m_trees;    // from the largest boxes to the smallest, none empty
+    std::vector<SPlace> m_places;  // of each item
 };
 
 template <class Enter, class Use>
@@ -113,7 +113,7 @@ bool CBoxIndex::VisitNodes(const STree& tree, size_t level, size_t first, const 
     const std::vector<SFlatBox>& boxes = tree.m_levels[level];
     const size_t last = (std::min)(first + kFanOut, boxes.size());
     for (size_t i = first; i < last; ++i) {
-        if (!enter(boxes[i])) {
+        if (!enter(boxes[i])) {  // no box below it can be wanted either
             continue;
         }
         if (level == 0 ? use(tree.m_items[i])
@@ -134,7 +134,7 @@ bool CBoxIndex::Visit(const Enter& enter, const Use& use) const {
 template <class Use>
 void CBoxIndex::JoinWithin(const STree& tree, size_t level, size_t a, size_t b, double pad,
                            const Use& use) {
-    if (level == 0) {
+    if (level == 0) {  // two leaves that touch
         if (a != b) {
             use(tree.m_items[a], tree.m_items[b]);
         }
@@ -160,10 +160,10 @@ void CBoxIndex::JoinTrees(const STree& large, size_t levelA, size_t a, const STr
                           const Use& use) {
     const SFlatBox& boxA = large.m_levels[levelA][a];
     const SFlatBox& boxB = little.m_levels[levelB][b];
-    if (!boxA.Touches(boxB, pad)) {
+    if (!boxA.Touches(boxB, pad)) {  // nothing in the one touches anything in the other
         return;
     }
-    if (levelA > 0 && levelA >= levelB) {
+    if (levelA > 0 && levelA >= levelB) {  // the higher node is opened, so that both shrink alike
         for (size_t i = a * kFanOut; i < LastChild(large, levelA, a); ++i) {
             JoinTrees(large, levelA - 1, i, little, levelB, b, pad, mayMeet, use);
         }

@@ -55,8 +55,8 @@ private:
     static AcDbObjectId s_lastBeforeId;
 
     CEncircleLine& m_engine;
-    CCurrentLayerGuard m_layer;
-    std::vector<AcDbObjectId> m_cloneIds;
+    CCurrentLayerGuard m_layer;               // the scratch layer, and the one before
+    std::vector<AcDbObjectId> m_cloneIds;     // erased at the end
     std::vector<AcDbObjectId> m_offLayerIds;  // before the run
-    bool m_bStopped = false;
+    bool m_bStopped = false;                  // by the watch
 };

@@ -28,17 +28,17 @@ public:
         E_LeftOut_Count
     };
     struct SLeftOut {
-        E_LeftOut m_reason;
-        CString m_strWhat;
-        int m_nCount = 0;
+        E_LeftOut m_reason;              // why
+        CString m_strWhat;               // what: see the reasons
+        int m_nCount = 0;                // how often
         std::vector<CString> m_handles;  // the first few picked entities concerned
     };
     // A straight bridge between two neighbours of a chain that do not meet.
     struct SGap {
-        E_RemoveLine_Dir m_side;
-        AcGePoint3d m_from;
+        E_RemoveLine_Dir m_side;  // the side whose chain it belongs to
+        AcGePoint3d m_from;       // its ends, WCS
         AcGePoint3d m_to;
-        double m_dLength;
+        double m_dLength;  // drawing units
     };
 
     // The installed trace; null when nobody listens.

@@ -77,15 +77,15 @@ private:
     void DescendFrom(int node, int first, int last, int from, int to, const SSight& sight,
                      const Use& use) const;
 
-    const std::vector<SSight>* m_pSights = nullptr;
-    const SCutPlaces* m_pPlaces = nullptr;
-    int m_nCount = 0;
-    int m_nLeaves = 0;
-    std::vector<double> m_edges;
-    std::vector<char> m_cutAcross;
-    std::vector<int> m_guide;  // edges below each of as many equal steps
-    double m_dGuideStep = 0.0;
-    std::vector<SProof> m_proofs;
+    const std::vector<SSight>* m_pSights = nullptr;  // of the run; not owned
+    const SCutPlaces* m_pPlaces = nullptr;           // likewise
+    int m_nCount = 0;                                // columns
+    int m_nLeaves = 0;                               // of the tree: a power of two
+    std::vector<double> m_edges;                     // of the columns, rising; one more than these
+    std::vector<char> m_cutAcross;                   // of each column: something crosses it
+    std::vector<int> m_guide;                        // edges below each of as many equal steps
+    double m_dGuideStep = 0.0;                       // between two entries of the guide
+    std::vector<SProof> m_proofs;                    // who made the floor of a column
     std::vector<double> m_low;   // of a tree's node the lowest floor, the leaves at m_nLeaves
     std::vector<double> m_high;  // and the highest
     std::vector<int> m_starts;   // of each node's records in m_filed
@@ -101,7 +101,7 @@ void CFloors::Descend(const SSight& sight, const Use& use) const {
         return;
     }
     // The lowest node that holds both.
-    int a = from + m_nLeaves;
+    int a = from + m_nLeaves;  // leaves are numbered behind the inner nodes
     int b = to + m_nLeaves;
     int width = 1;
     for (; a != b; a /= 2, b /= 2) {
@@ -114,7 +114,7 @@ void CFloors::Descend(const SSight& sight, const Use& use) const {
 template <class Use>
 void CFloors::DescendFrom(int node, int first, int last, int from, int to, const SSight& sight,
                           const Use& use) const {
-    if (last < from || to < first) {
+    if (last < from || to < first) {  // to < first) || Beside what was asked for
         return;
     }
     const double left = (std::max)(m_edges[(std::max)(first, from)], sight.m_dFrom);

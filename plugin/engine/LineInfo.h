@@ -43,9 +43,9 @@ public:
     // Same end points within tol, in either direction.
     bool IsEqual(const CLineInfo& other, const AcGeTol& tol) const;
 
-    AcDbObjectId m_id;  // null: made in memory, or the source was no line
-    AcGePoint3d m_startPt;
+    AcDbObjectId m_id;      // null: made in memory, or the source was no line
+    AcGePoint3d m_startPt;  // z is 0
     AcGePoint3d m_endPt;
-    std::vector<AcGePoint3d> m_breakPts;
-    bool m_bValid;  // false: dropped, later passes skip or erase it
+    std::vector<AcGePoint3d> m_breakPts;  // on the segment, in the order of adding
+    bool m_bValid;                        // false: dropped, later passes skip or erase it
 };

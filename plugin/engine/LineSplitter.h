@@ -40,7 +40,7 @@ private:
     AcDbObjectId TakeOff(const CLineInfo& line);
     const AcDbObjectId& GetScratchLayer();
 
-    CBlockAppender m_space;
-    AcDbObjectId m_scratchLayerId;
+    CBlockAppender m_space;         // model space, open for write
+    AcDbObjectId m_scratchLayerId;  // looked up when it is first needed
     bool m_bScratchKnown = false;
 };

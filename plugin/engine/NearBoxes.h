@@ -25,11 +25,11 @@ private:
         size_t operator()(const SCell& cell) const;
     };
 
-    bool IsNear(const CQZRect& a, const CQZRect& b) const;
+    bool IsNear(const CQZRect& a, const CQZRect& b) const;  // the plain comparison
     bool IsNearAny(const std::vector<CQZRect>& boxes, const CQZRect& box) const;
     bool IsNearInCells(const SCell& cell, const CQZRect& box) const;
 
-    double m_dThreshold;
+    double m_dThreshold;  // drawing units
     std::unordered_map<SCell, std::vector<CQZRect>, SCellHash> m_cells;
     std::vector<CQZRect> m_outside;  // so far off that cells cannot be counted in a double
 };

@@ -27,27 +27,27 @@ public:
     template <class Use>
     void ForEachEqual(const AcGePoint3d& pt, Use use) const;
 
-    const std::vector<AcGePoint3d>& GetPoints() const { return m_points; }
+    const std::vector<AcGePoint3d>& GetPoints() const { return m_points; }  // by index
 
 private:
     struct SCell {
-        std::int64_t m_nIndex;
+        std::int64_t m_nIndex;  // number of the cell along one axis
         // 0, or the step to the neighbouring cell that may also hold equals: -1, 1, or 2 for both.
         int m_nSide;
     };
 
-    SCell GetCell(double dCoordinate) const;
-    size_t GetBucket(std::int64_t nX, std::int64_t nY) const;
-    void File(int index);
-    void Rebuild();
+    SCell GetCell(double dCoordinate) const;                   // of one coordinate
+    size_t GetBucket(std::int64_t nX, std::int64_t nY) const;  // of a cell; several may share one
+    void File(int index);                                      // puts a point into its bucket
+    void Rebuild();  // more buckets, as points become many
     template <class Use>
     void VisitBucket(std::int64_t nX, std::int64_t nY, const AcGePoint3d& pt, Use& use) const;
 
     static constexpr size_t kWalk = 12;  // points up to here are walked
 
     AcGeTol m_tol;
-    double m_dCellSize;
-    std::vector<AcGePoint3d> m_points;
+    double m_dCellSize;                 // a few tolerances
+    std::vector<AcGePoint3d> m_points;  // in the order of filing
     std::vector<int> m_heads;  // first point of each bucket, or -1; empty while points are walked
     std::vector<int> m_next;   // the next point of the same bucket
 };

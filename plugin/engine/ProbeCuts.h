@@ -15,7 +15,7 @@ struct SProbeSetup {
     double m_dShift;       // how far it is moved along x to tell the end points that count
     bool m_bWithVertical;  // vertical probes first, through all end points, then horizontal ones;
                            // without: only horizontal ones, through points outside the moved box
-    AcGeTol m_tolPoint;
+    AcGeTol m_tolPoint;    // within which cuts are one
 };
 
 // One direction of probes: points sorted along it (by x for vertical probes, by y for horizontal
@@ -50,14 +50,14 @@ public:
     static constexpr double kSureShare = 0.98;
 
 private:
-    AcGeLineSeg3d GetProbe(const AcGePoint3d& pt) const;
+    AcGeLineSeg3d GetProbe(const AcGePoint3d& pt) const;  // through a point, both ways
     double GetPlace(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
-    int SkipTo(int index, int last, double dPlace) const;
+    int SkipTo(int index, int last, double dPlace) const;  // the first probe not below a place
 
-    const AcGePoint3d* m_pPoints;
+    const AcGePoint3d* m_pPoints;  // not owned
     bool m_bVertical;
     double m_dHalfLength;
-    AcGeTol m_tol;
+    AcGeTol m_tol;  // within which points are one
 };
 
 // All probes of one call of BreakLines2().
@@ -94,12 +94,12 @@ public:
 
 private:
     struct SRange {
-        int m_nFirst = 0;
+        int m_nFirst = 0;  // first .. last - 1
         int m_nLast = 0;
     };
     struct SRanges {
-        SRange m_x;
-        SRange m_y;
+        SRange m_x;  // vertical probes
+        SRange m_y;  // horizontal ones
     };
 
     void Collect(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
@@ -107,13 +107,13 @@ private:
     SRange FindRange(const std::vector<int>& ranks, const std::vector<int>& starts,
                      const std::vector<int>& ends) const;
 
-    CPointCells m_points;  // in the order in which they were met
-    std::vector<AcGePoint3d> m_byX;
-    std::vector<AcGePoint3d> m_byY;
-    std::vector<int> m_rankByX;  // place in m_byX of each collected point
+    CPointCells m_points;            // in the order in which they were met
+    std::vector<AcGePoint3d> m_byX;  // by rising x
+    std::vector<AcGePoint3d> m_byY;  // by rising y
+    std::vector<int> m_rankByX;      // place in m_byX of each collected point
     std::vector<int> m_rankByY;
-    std::vector<SRanges> m_ranges;
-    double m_dHalfHeight;
+    std::vector<SRanges> m_ranges;  // of each record
+    double m_dHalfHeight;           // of vertical probes
     double m_dHalfWidth;
     AcGeTol m_tol;
 };

@@ -11,8 +11,8 @@ inline bool IsVerticalSide(E_RemoveLine_Dir dir) { return dir == E_Dir_Bottom ||
 // A side's own axes: what it sees from left to right is across, and what is nearer to it is farther
 // towards it. All four sides are then one. Turning back gives the same bits, since signs are exact.
 struct SSideView {
-    bool m_bVertical;
-    double m_dSign;  // of the drawing's axis towards the viewer
+    bool m_bVertical;  // the view runs along y
+    double m_dSign;    // of the drawing's axis towards the viewer
 
     explicit SSideView(E_RemoveLine_Dir dir)
         : m_bVertical(IsVerticalSide(dir)),

@@ -51,7 +51,7 @@ private:
     void Join(const AcGePoint3d& low, const AcGePoint3d& high, double from, double to);
 
     const CProbeCuts& m_probes;
-    bool m_bVertical;
+    bool m_bVertical;  // the view runs along y
     bool m_bWhole = false;
     bool m_bRising = true;              // the line, in the other coordinate
     std::vector<AcGePoint3d> m_across;  // cuts of the probes along the view, by rising place

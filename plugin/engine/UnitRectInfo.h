@@ -20,8 +20,8 @@ public:
     // to the viewer first. Coordinates that differ by less than 1e-6 are one column.
     void Sort(E_RemoveLine_Dir dir);
 
-    CQZRect m_rect;
-    std::vector<CLineInfo> m_lines1;
+    CQZRect m_rect;                   // of the cell
+    std::vector<CLineInfo> m_lines1;  // two lists for whatever the caller tells apart
     std::vector<CLineInfo> m_lines2;
-    std::vector<AcGePoint3d> m_points;
+    std::vector<AcGePoint3d> m_points;  // by AddPoint
 };

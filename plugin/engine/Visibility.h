@@ -16,13 +16,13 @@
 
 // A piece that a side sees, between two neighbours of a record's chain: start, break points in
 // order, end. Drawings have millions, so no more is kept than that.
-struct SSeenPiece {
+struct SSeenPiece {  // 40 bytes
     double m_dFromX;
     double m_dFromY;
     double m_dToX;
     double m_dToY;
-    std::uint32_t m_nRecord;
-    bool m_bWhole;  // the record is not broken
+    std::uint32_t m_nRecord;  // index of the line
+    bool m_bWhole;            // the record is not broken
 
     AcGePoint3d GetFrom() const { return AcGePoint3d(m_dFromX, m_dFromY, 0.0); }
     AcGePoint3d GetTo() const { return AcGePoint3d(m_dToX, m_dToY, 0.0); }
@@ -51,7 +51,7 @@ struct SSeenPiece {
 // result   that of the plain way, bit for bit
 // cost     O((n + seen pieces) log n) for drawings in which few lines stand over one another;
 //          memory O(n + seen pieces)
-class CVisibility {
+class CVisibility {  // one for each call of a pass
 public:
     // The lines, extents and probes must outlive the object. tolHorVer: a piece is edge-on when its
     // size across the view is below its equalPoint.
@@ -68,7 +68,7 @@ public:
     std::vector<SSeenPiece> See(E_RemoveLine_Dir dir, const CProbeCuts& probes);
 
 private:
-    struct SStretch {
+    struct SStretch {  // across the view
         double m_dFrom;
         double m_dTo;
     };
@@ -80,23 +80,23 @@ private:
         bool m_bAlways;    // too crowded to tell, or another probe stands at the other end
     };
     // A piece that is being tested.
-    struct SPiece {
+    struct SPiece {  // with what its test needs
         size_t m_nRecord;
         int m_nPiece;  // in the whole chain; only for lines that are not steady
         bool m_bWhole;
         AcGePoint3d m_from;  // oriented for the side
         AcGePoint3d m_to;
         AcGePoint3d m_middle;
-        double m_dU;
+        double m_dU;  // across and towards; of the middle
         double m_dV;
     };
     using Chain = std::vector<AcGePoint3d>;
     using Seen = std::vector<SSeenPiece>;
 
-    Seen SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);
+    Seen SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);  // both calls in one
     void Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);
-    void SetPlaces();
-    SSight MakeSight(size_t record) const;
+    void SetPlaces();                       // of the probes, sorted
+    SSight MakeSight(size_t record) const;  // a record as the side sees it
     void FindTightPlaces();
     void SeeRecord(size_t record, Seen& seen);
     void SeeWhole(size_t record, Seen& seen);

@@ -34,13 +34,13 @@ public:
     // The same with its origin where the foot of a point lies on the axis.
     AxisFrame(const Axis& axis, const Point& origin, bool isLower);
 
-    Point In(const Point& p) const;
-    Point Out(const Point& p) const;
+    Point In(const Point& p) const;   // from the drawing's coordinates
+    Point Out(const Point& p) const;  // to the drawing's coordinates
 
 private:
     Point m_origin;
-    Point m_along{1, 0};
-    double m_sign;
+    Point m_along{1, 0};  // unit
+    double m_sign;        // -1 for the lower half
 };
 
 // The box of a closed ring in the axis' own coordinates, arcs included beyond their end points.

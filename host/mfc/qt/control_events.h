@@ -17,7 +17,7 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    HWND m_handle;
+    HWND m_handle;  // the control's, never followed as a pointer
 };
 
 }  // namespace host

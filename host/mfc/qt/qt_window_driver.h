@@ -43,9 +43,9 @@ public:
     bool Capture(const std::wstring& path, std::wstring& reason) override;
 
 private:
-    QWidget* Find(HWND handle) const;
-    void Refresh();
-    void OnIdle();
+    QWidget* Find(HWND handle) const;  // null when Qt has deleted it
+    void Refresh();                    // shows the rows of stale lists
+    void OnIdle();                     // handles what waits, when no loop of ours does
 
     QPointer<QWidget> m_main;
     HWND m_frame = nullptr;

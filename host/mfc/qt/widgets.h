@@ -14,7 +14,7 @@ QWidget* MakeDialogWidget(const Window& dialog, QWidget* owner);
 QWidget* MakeControlWidget(const Window& control, QWidget* parent);
 
 // Brings one side of a widget up to its window.
-void ShowText(QWidget& widget, const Window& window);
+void ShowText(QWidget& widget, const Window& window);  // title or contents
 void ShowCheck(QWidget& widget, const Window& window);
 void ShowEnabled(QWidget& widget, const Window& window);
 void ShowPlace(QWidget& widget, const Window& window);

@@ -14,10 +14,10 @@ namespace host::solid {
 void SilenceMessages();
 
 std::unique_ptr<KernelSolid> MakeOcctSolid(const Profile& profile, double expectedVolume,
-                                           std::string& reason);
+                                           std::string& reason);  // as Kernel::Revolve
 bool WriteStep(const TopoDS_Shape& shape, const StepOptions& options, std::string& text,
-               std::string& reason);
+               std::string& reason);  // as KernelSolid::StepText
 bool TriangulateShape(const TopoDS_Shape& shape, double chordTolerance, Mesh& mesh,
-                      std::string& reason);
+                      std::string& reason);  // as KernelSolid::Triangulate
 
 }  // namespace host::solid
