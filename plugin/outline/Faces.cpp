@@ -179,6 +179,11 @@ private:
             GoDown(top);
             m_isStraight = true;
         }
+        // From one curve to the next the face may touch the profile in their corner alone.
+        if (!m_isStraight && m_r < m_top - m_in.measures.tiny && IsAtProfile(top)) {
+            Hang(top);
+            m_isStraight = true;
+        }
         double from = top;
         if (m_isStraight) {
             if (!ComesBack(piece, bottom, from)) return TouchAt(piece, bottom);
@@ -196,11 +201,7 @@ private:
             if (stop >= m_top - m_in.measures.tiny || !m_isTouching) {
                 Follow(piece, from, stop);
             } else {
-                // It runs into the profile: what lies outside of it hangs by nothing.
-                m_edges.clear();
-                m_u = 0;
-                m_r = m_top;
-                GoDown(stop);
+                Hang(stop);
             }
             m_isStraight = true;
             if (ComesBack(piece, bottom, from = stop) && from < stop) {
@@ -211,6 +212,17 @@ private:
             return;
         }
         Follow(piece, from, bottom);
+    }
+
+    bool IsAtProfile(double r) const { return !(m_floor.At(m_u) > r + m_in.measures.tiny); }
+
+    // The face runs into the profile: what lies outside of it would hang by a point, and belongs to
+    // the tool. It goes straight down at the end instead.
+    void Hang(double r) {
+        m_edges.clear();
+        m_u = 0;
+        m_r = m_top;
+        GoDown(r);
     }
 
     static double Raw(const Piece& piece, double r) { return -HeightAt(piece, r); }

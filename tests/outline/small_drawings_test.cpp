@@ -147,6 +147,15 @@ TEST(SmallDrawings, HoldInEitherHalf) {
     }
 }
 
+// By the letter a face follows the line to where it meets the profile, and what lies outside of it
+// hangs by that point: a choice that the plain form of the rules does not know.
+TEST(SmallDrawings, NoPartHangsByAPoint) {
+    EXPECT_EQ("0,0 0,10(-0.2) 4,5 4,9 30,9 30,0",
+              test::Show(Find("0,10 4,5 0,2 | 0,10(-0.2) 4,5 4,9 30,9 30,0")));
+    EXPECT_EQ("0,0 0,10(-0.2) 4,5 4,9 30,9 30,0",
+              test::Show(Find("0,10 4,5 4,0 | 0,10(-0.2) 4,5 4,9 30,9 30,0")));
+}
+
 TEST(SmallDrawings, FacesThatAreToBeVertical) {
     Request request;
     request.curves = test::ParseContour("0,10 0,6 3,6 3,0 | 0,10 50,10 44,6 44,0");
