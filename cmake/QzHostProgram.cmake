@@ -1,7 +1,7 @@
 # qz_host_program(target): makes a program able to load modules. They link nothing of the host: the
 # program holds all of it, used by itself or not, and gives its symbols away.
 function(qz_host_program target)
-  set(libraries host_mfc host_ed host_solid host_dxf host_db host_ge host_sys host_base)
+  set(libraries host_mfc host_ed host_solid host_dwg host_dxf host_db host_ge host_sys host_base)
   set(files ${libraries})
   list(TRANSFORM files REPLACE "(.+)" "$<TARGET_FILE:\\1>")
   list(JOIN files " " files)
@@ -13,7 +13,7 @@ function(qz_host_program target)
   # module brings those too: the program keeps its copies to itself, so that neither takes the
   # other's.
   foreach(library plane plugin_util plugin_drawn plugin_outline plugin_engine plugin_batch
-      product_base product_detect product_check product_picture product_tool product_report)
+      product_base product_detect product_check product_parts product_picture product_tool product_report)
     target_link_options(${target} PRIVATE "-Wl,--exclude-libs,lib${library}.a")
   endforeach()
   set_target_properties(${target} PROPERTIES ENABLE_EXPORTS ON)

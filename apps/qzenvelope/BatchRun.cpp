@@ -14,6 +14,7 @@
 #include "apps/qzenvelope/WorkerPool.h"
 #include "FileName.h"
 #include "host/base/format.h"
+#include "host/dwg/drawing_file.h"
 #include "host/geos/geos_late.h"
 #include "host/solid/kernel.h"
 #include "host/solid/revolve.h"
@@ -23,6 +24,7 @@
 #include "product/base/Drawing.h"
 #include "product/report/Page.h"
 #include "product/report/Summary.h"
+#include "product/report/Table.h"
 #include "product/tool/DrawingRun.h"
 
 namespace app {
@@ -109,8 +111,10 @@ public:
             throw Failure(Fault::Request, m_options.request.out +
                                               ": another batch is writing into this folder; wait "
                                               "for it, or choose another with --out");
-        if (!m_options.report.empty() && fs::path(m_options.report).has_parent_path())
-            MakeFolder(fs::path(m_options.report).parent_path(), "--report");
+        for (const auto& [file, option] :
+             {std::pair(&m_options.report, "--report"), std::pair(&m_options.table, "--table")})
+            if (!file->empty() && fs::path(*file).has_parent_path())
+                MakeFolder(fs::path(*file).parent_path(), option);
         host::solid::InstallModeller();
         // Workers come into being with the libraries, instead of each loading them.
         if (!m_options.report.empty()) host::GeosFault();
@@ -148,7 +152,11 @@ private:
         std::vector<size_t> renamed;
         const std::vector<std::string> names = NumberedNames(stems, renamed);
         for (size_t i = 0; i < m_jobs.size(); ++i) {
-            const fs::path file = names[i] + fs::path(m_jobs[i].input).extension().string();
+            // What was read as DWG is written as DXF: most converters know one way only.
+            const std::string extension = host::dwg::IsDwgPath(m_jobs[i].input)
+                                              ? ".dxf"
+                                              : fs::path(m_jobs[i].input).extension().string();
+            const fs::path file = names[i] + extension;
             m_jobs[i].output = (fs::path(m_options.request.out) / file).string();
         }
         CheckFiles();
@@ -172,11 +180,19 @@ private:
                 const std::string path = (fs::path(m_options.request.out) / name).string();
                 files.Output(path + ".sat", path + ".sat", folder);
                 if (m_options.request.step) files.Output(path + ".stp", path + ".stp", folder);
-                if (m_options.request.stl) files.Output(path + ".stl", path + ".stl", folder);
+                if (m_options.request.stl)
+                    for (const std::string& stl : StlFiles(path + ".stl", m_options.request.parts))
+                        files.Output(stl, stl, folder);
+                if (m_options.request.profile) {
+                    const std::string profile = WithSuffix(path + ".dxf", kProfileSuffix);
+                    files.Output(profile, profile, folder);
+                }
             }
         }
         files.Output(m_options.report, "--report " + m_options.report,
                      "choose another place with --report");
+        files.Output(m_options.table, "--table " + m_options.table,
+                     "choose another place with --table");
     }
 
     // Finds out which tools there are, so that equal names are known before anything is written.
@@ -307,20 +323,43 @@ ExitStatus StatusOf(const BatchResult& result) {
     return status;
 }
 
+namespace {
+
+std::string TableText(const BatchResult& result, const std::string& path) {
+    const bool isJson = fs::path(path).extension() == ".json";
+    std::string text = isJson ? TableJsonHead() : TableHead();
+    bool isFirst = true;
+    for (const DrawingResult& drawing : result.drawings)
+        for (const ToolResult& tool : drawing.tools) {
+            text += isJson ? TableJsonRow(drawing, tool, isFirst) : TableRow(drawing, tool);
+            isFirst = false;
+        }
+    return isJson ? text + TableJsonTail() : text;
+}
+
+// Writes a file that sums the batch up; what keeps it from being written is told at the end, for
+// the work need not be done again.
+void WriteSum(const std::string& path, const std::string& text, const char* what,
+              const char* option, std::string& trouble) {
+    host::FileError error;
+    if (!host::WriteFileAtomically(path, {std::string_view(text)}, error) && trouble.empty())
+        trouble = path + ": the " + what + " cannot be written: " + error.reason +
+                  "; choose another place with " + option;
+}
+
+}  // namespace
+
 ExitStatus RunBatch(const BatchOptions& options) {
     BatchResult result = Batch(options).Run();
-    host::FileError error;
-    bool isWritten = true;
-    if (!options.report.empty()) {
-        const std::string page = PageText(result);
-        isWritten = host::WriteFileAtomically(options.report, {std::string_view(page)}, error);
-    }
-    if (!isWritten) result.page.clear();
-    // The results first: the page can be made again, the work need not be.
+    std::string trouble;
+    if (!options.report.empty())
+        WriteSum(options.report, PageText(result), "report", "--report", trouble);
+    if (!trouble.empty()) result.page.clear();
+    if (!options.table.empty())
+        WriteSum(options.table, TableText(result, options.table), "table", "--table", trouble);
+    // The results first: page and table can be made again, the work need not be.
     Print(options.json ? BatchJson(result) : BatchSummary(result));
-    if (!isWritten)
-        throw Failure(Fault::Output, options.report + ": the report cannot be written: " +
-                                         error.reason + "; choose another place with --report");
+    if (!trouble.empty()) throw Failure(Fault::Output, trouble);
     return StatusOf(result);
 }
 

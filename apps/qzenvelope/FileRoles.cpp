@@ -32,11 +32,27 @@ void CheckFiles(const product::ToolRequest& request) {
     FileRoles files;
     files.Input(request.input);
     const product::SolidFiles& solid = request.solid;
-    const std::pair<const char*, const std::string*> outputs[] = {
-        {"-o ", &request.output}, {"--svg ", &request.svg}, {"--sat ", &solid.sat},
-        {"--step ", &solid.step}, {"--stl ", &solid.stl},   {"--png ", &solid.png}};
+    // The drawing alone may replace the one that was read.
+    files.Output(request.output, "-o " + request.output, "choose another place", true);
+    const std::pair<const char*, std::string> outputs[] = {{"--svg ", request.svg},
+                                                           {"--sat ", solid.sat},
+                                                           {"--step ", solid.step},
+                                                           {"--png ", solid.png},
+                                                           {"--profile ", request.profile}};
     for (const auto& [option, path] : outputs)
-        files.Output(*path, option + *path, "choose another place", path == &request.output);
+        files.Output(path, option + path, "choose another place");
+    for (const std::string& path : StlFiles(solid.stl, request.parts))
+        files.Output(path, "--stl " + path, "choose another place");
+}
+
+std::vector<std::string> StlFiles(const std::string& path, const product::PartRequest& parts) {
+    if (path.empty()) return {};
+    if (!parts.IsSplit()) return {path};
+    std::vector<std::string> files = {product::WithSuffix(path, product::kCutSuffix),
+                                      product::WithSuffix(path, product::kRestSuffix)};
+    // A tool at which nothing tells its parts is one.
+    if (parts.split.kind == product::SplitRule::Kind::Auto) files.push_back(path);
+    return files;
 }
 
 }  // namespace app

@@ -3,6 +3,7 @@
 
 #include <map>
 #include <string>
+#include <vector>
 
 #include "host/sys/file_identity.h"
 #include "product/tool/ToolRequest.h"
@@ -29,5 +30,8 @@ private:
 
 // Refuses a request whose files get in each other's way, before anything is done.
 void CheckFiles(const product::ToolRequest& request);
+
+// The files that an STL output of some name may become; none for an empty name.
+std::vector<std::string> StlFiles(const std::string& path, const product::PartRequest& parts);
 
 }  // namespace app

@@ -6,12 +6,12 @@
 #include <iterator>
 
 #include "apps/qzenvelope/OptionNumbers.h"
+#include "apps/qzenvelope/PartOptions.h"
+#include "apps/qzenvelope/Version.h"
 #include "product/base/Text.h"
 
 namespace app {
 namespace {
-
-const char* const kVersion = "qzenvelope 1.0";
 
 const char* const kMainFooter =
     "Examples:\n"
@@ -95,9 +95,10 @@ Algorithm AlgorithmOf(const std::string& name) {
 
 // Text of the options that are not taken over as they stand.
 struct Texts {
-    std::string centre, axis, window, crossing, half, algorithm, units;
+    std::string centre, axis, window, crossing, half, algorithm, units, name;
     LengthTexts lengths;
     LimitTexts limits;
+    PartTexts parts;
 };
 
 void ReadPlaces(const Texts& texts, bool isAuto, ToolRequest& request) {
@@ -115,9 +116,6 @@ void ReadPlaces(const Texts& texts, bool isAuto, ToolRequest& request) {
         const auto n = ReadNumbers("--centre", texts.centre, 2, "give X,Y of a point on the axis");
         request.axis = Axis::Level({n[0], n[1]});
     }
-    if (request.ignoresAxis && !request.axis && request.solid.Any())
-        throw Failure(Fault::Request,
-                      "a solid needs its axis; add --centre X,Y, a point on the tool's axis");
     if (isAuto && (request.axis || request.ignoresAxis))
         throw Failure(Fault::Request,
                       "--auto looks for the axis itself; leave --centre, --axis and "
@@ -136,6 +134,13 @@ void ReadPlaces(const Texts& texts, bool isAuto, ToolRequest& request) {
                                           " has no area; give two opposite corners X1,Y1,X2,Y2");
     request.rule.window = window;
     request.rule.isCrossing = !texts.crossing.empty();
+}
+
+void RequireSolidsAxis(const ToolRequest& request) {
+    const bool isSolid = request.solid.Any() || !request.profile.empty() || request.parts.IsSplit();
+    if (request.ignoresAxis && !request.axis && isSolid)
+        throw Failure(Fault::Request,
+                      "a solid needs its axis; add --centre X,Y, a point on the tool's axis");
 }
 
 void DeclareTool(CLI::App& command, ToolParameters& parameters, bool& json, Texts& texts) {
@@ -158,6 +163,7 @@ void DeclareTool(CLI::App& command, ToolParameters& parameters, bool& json, Text
     command.add_flag("--vertical-ends", parameters.verticalEnds,
                      "close both ends by vertical lines down to the axis");
     DeclareLengths(command, texts.lengths);
+    DeclareParts(command, texts.parts);
     command.add_flag("--json", json, "print one JSON object and nothing else");
 }
 
@@ -198,7 +204,7 @@ void DeclarePatterns(CLI::App& command, const char* name, std::vector<std::strin
 
 void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
     ToolRequest& request = options.request;
-    command.add_option("IN", request.input, "the drawing, a DXF file")->required();
+    command.add_option("IN", request.input, "the drawing, a DXF or DWG file")->required();
     command.add_option("--centre,--center", texts.centre, "X,Y of a point on the tool's axis");
     command.add_option("--axis", texts.axis,
                        "X1,Y1,X2,Y2: the tool's axis in any direction, by two points");
@@ -226,11 +232,14 @@ void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
                        "unit of the drawing, whatever its header says: mm, cm, m, inch, ...");
     command.add_option("--png", request.solid.png,
                        "write a picture of the solid above its profile");
+    command.add_option("--profile", request.profile,
+                       "write a drawing of the solid's closed profile alone, where --zero and "
+                       "--direction say");
     command.footer(kComputeFooter);
 }
 
 void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
-    command.add_option("DRAWING", options.inputs, "drawings, DXF files")->required();
+    command.add_option("DRAWING", options.inputs, "drawings, DXF or DWG files")->required();
     BatchRequest& request = options.request;
     command.add_option("--out", request.out,
                        "folder for the drawings with envelopes and a TOOL.sat each (out)");
@@ -245,14 +254,36 @@ void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
                      "find the tools by their frames although the drawing stores tasks");
     command.add_option("--tools", options.tools,
                        "CSV file that names the tools: name,centre x,centre y,x1,y1,x2,y2");
+    command.add_option("--table", options.table,
+                       "write a table of the tools: .csv for spreadsheets, or .json");
+    command
+        .add_option("--name", texts.name,
+                    "what tools are called: frames: by their frames, stored tasks or tools file; "
+                    "file: by the drawing's file (frames)")
+        ->check(CLI::IsMember({"frames", "file"}));
+    command.add_option("--name-pattern", request.name.pattern,
+                       "call each tool by the text near it that matches: * any run, ? any "
+                       "character, # a digit, @ a letter");
     command.add_flag("--step", request.step, "write each solid as STEP too");
     command.add_flag("--stl", request.stl, "write each solid as STL too");
+    command.add_flag("--profile", request.profile,
+                     "write each solid's profile as a drawing, TOOL-profile.dxf");
     DeclareTool(command, request.parameters, options.json, texts);
     command.footer(kBatchFooter);
 }
 
-// Ways to name the tools that exclude one another.
+bool EndsWith(const std::string& text, const std::string& end) {
+    return text.size() >= end.size() &&
+           text.compare(text.size() - end.size(), end.size(), end) == 0;
+}
+
+// Ways to name the tools that exclude one another, and files of unknown kinds.
 void CheckBatch(const BatchOptions& options) {
+    if (!options.table.empty() && !EndsWith(options.table, ".csv") &&
+        !EndsWith(options.table, ".json"))
+        throw Failure(Fault::Request, "--table: " + Quoted(options.table) +
+                                          " is no kind of table; give a name that ends with .csv "
+                                          "or .json");
     const char* const remedy = "; use one of the two";
     if (!options.tools.empty() && !options.request.tasks.empty())
         throw Failure(Fault::Request,
@@ -269,7 +300,8 @@ void CheckBatch(const BatchOptions& options) {
 // The parser takes "-5,0" for options; joined to the option it belongs to it is a value.
 std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
     std::vector<std::string> takers = NumberOptionNames();
-    takers.insert(takers.end(), {"--centre", "--center", "--axis", "--window", "--crossing"});
+    takers.insert(takers.end(), {"--centre", "--center", "--axis", "--window", "--crossing",
+                                 "--split", "--zero"});
     std::vector<std::string> joined;
     for (size_t i = 0; i < arguments.size(); ++i) {
         const bool takes = std::find(takers.begin(), takers.end(), arguments[i]) != takers.end();
@@ -302,7 +334,7 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     Texts texts;
     bool isAuto = false;
     CLI::App app("Computes the envelope line of a rotating tool from its drawing.", "qzenvelope");
-    app.set_version_flag("--version", kVersion);
+    app.set_version_flag("--version", VersionText());
     app.require_subcommand(1);
     app.footer(kMainFooter);
     CLI::App& compute = *app.add_subcommand("compute", "compute the envelope of one tool");
@@ -319,8 +351,13 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
     copy.add_option("IN", options.copy.input, "the drawing to read")->required();
     copy.add_option("OUT", options.copy.output, "the file to write; may be IN")->required();
 
-    for (CLI::App* command : {&compute, &batch, &info, &copy})
+    for (CLI::App* command : {&compute, &batch, &info, &copy}) {
         DeclareLimits(*command, texts.limits, command == &compute || command == &batch);
+        command->add_option(
+            "--dwg-converter", options.dwgConverter,
+            "command that converts between DWG and DXF, with {in} and {out} for the "
+            "files (QZ_DWG_CONVERTER, else ODAFileConverter or dwg2dxf)");
+    }
 
     RequireCommand(arguments, app);
     std::vector<std::string> reversed = JoinValues(arguments);
@@ -350,6 +387,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         ReadTool(texts, request.ignoresAxis, request.parameters, request.solid.chordTolerance,
                  options.warnings);
         ReadPlaces(texts, isAuto, request);
+        request.parts = ReadParts(texts.parts);
+        RequireSolidsAxis(request);
         if (!texts.units.empty()) {
             request.solid.units = UnitOf(texts.units);
             if (!request.solid.units)
@@ -363,6 +402,8 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         BatchRequest& request = options.batch.request;
         ReadTool(texts, false, request.parameters, request.chordTolerance, options.warnings);
         request.withPage = !options.batch.report.empty();
+        request.parts = ReadParts(texts.parts);
+        request.name.byFile = texts.name == "file";
         CheckBatch(options.batch);
     }
     return options;

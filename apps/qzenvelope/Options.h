@@ -29,6 +29,7 @@ struct BatchOptions {
     std::vector<std::string> inputs;
     std::string report;    // the page's file; empty: none
     std::string tools;     // file that names the tools; empty: none
+    std::string table;     // of the tools, .csv or .json; empty: none
     int jobs = 0;          // drawings at a time; 0: one for each processor
     double timeLimit = 0;  // of each tool, seconds; 0: none
     bool json = false;
@@ -51,6 +52,7 @@ struct Options {
     CopyOptions copy;
     double timeLimit = 0;               // seconds; 0: none; of a batch for each tool
     double memoryLimit = 0;             // megabytes of each process; 0: none
+    std::string dwgConverter;           // command; empty: the one that is found
     std::vector<std::string> warnings;  // options that change nothing
     std::string text;                   // Nothing: the help or the version, to be printed
 };

@@ -11,6 +11,7 @@
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Output.h"
 #include "apps/qzenvelope/RunDisplay.h"
+#include "host/dwg/drawing_file.h"
 #include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
 #include "product/report/Info.h"
@@ -97,6 +98,7 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
     if (!host::LimitMemory(options.memoryLimit))
         throw Failure(Fault::Request, "--memory-limit: the system sets no limit; leave it out");
     if (options.command != Options::Command::Batch) host::LimitTime(options.timeLimit, "the run");
+    host::dwg::SetConverter(options.dwgConverter);
     for (const std::string& warning : options.warnings) Complain("warning: " + warning);
     switch (options.command) {
         case Options::Command::Compute:

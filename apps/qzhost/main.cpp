@@ -11,6 +11,7 @@
 #include "apps/qzhost/script/ScriptRunner.h"
 #include "host/ed/session.h"
 #include "host/base/format.h"
+#include "host/dwg/drawing_file.h"
 #include "host/sys/file_identity.h"
 #include "host/sys/process_end.h"
 
@@ -23,6 +24,7 @@ struct Options {
     std::string log;
     std::vector<std::string> drawings;
     std::vector<std::string> modules;
+    std::string dwgConverter;  // command; empty: the one that is found
     bool noModule = false;
 };
 
@@ -136,12 +138,16 @@ int main(int argc, char** argv) {
                       "write what the desktop's command line says to this file");
     parser.add_option("--module", options.modules, "load this module instead of the usual one");
     parser.add_flag("--no-module", options.noModule, "load no module at the start");
-    parser.add_option("drawings", options.drawings, "DXF drawings to open");
+    parser.add_option("--dwg-converter", options.dwgConverter,
+                      "command that converts between DWG and DXF, with {in} and {out} for the "
+                      "files (QZ_DWG_CONVERTER, else ODAFileConverter or dwg2dxf)");
+    parser.add_option("drawings", options.drawings, "DXF or DWG drawings to open");
     try {
         parser.parse(argc, argv);
     } catch (const CLI::ParseError& e) {
         return parser.exit(e) == 0 ? kDone : kUsage;
     }
+    host::dwg::SetConverter(options.dwgConverter);
     return options.script.empty() ? RunDesktop(options, argc, argv)
                                   : RunScript(options, argc, argv);
 }

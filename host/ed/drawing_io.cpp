@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/dxf/dxf_file.h"
 #include "host/base/format.h"
+#include "host/dwg/drawing_file.h"
 
 namespace host {
 namespace {
@@ -21,14 +21,14 @@ std::wstring MessageOf(const dxf::Result& result, const dxf::Report& report) {
 
 bool ReadDrawing(AcDbDatabase& database, const std::wstring& path, std::wstring& message) {
     dxf::Report report;
-    const dxf::Result result = dxf::ReadFile(database, Narrow(AbsolutePath(path)), report);
+    const dxf::Result result = dwg::ReadFile(database, Narrow(AbsolutePath(path)), report);
     message = MessageOf(result, report);
     return result.ok();
 }
 
 bool WriteDrawing(AcDbDatabase& database, const std::wstring& path, std::wstring& message) {
     dxf::Report report;
-    const dxf::Result result = dxf::WriteFile(database, Narrow(AbsolutePath(path)), report);
+    const dxf::Result result = dwg::WriteFile(database, Narrow(AbsolutePath(path)), report);
     message = MessageOf(result, report);
     return result.ok();
 }

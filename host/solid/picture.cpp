@@ -43,14 +43,24 @@ AcGeVector3d InFrame(const Frame& frame, const AcGeVector3d& v) {
 }
 
 // Light from above left of the viewer, a little from everywhere, and a shine.
-Colour Shade(const AcGeVector3d& normal, const View& view) {
+Colour Shade(const AcGeVector3d& normal, const View& view, const Colour& paint) {
     const AcGeVector3d light = (view.up * 0.75 - view.right * 0.45 - view.away * 0.65).normal();
     const AcGeVector3d half = (light - view.away).normal();
     const double lit = (std::max)(0.0, normal.dotProduct(light));
     const double facing = (std::max)(0.0, -normal.dotProduct(view.away));
     const double shine = 0.35 * std::pow((std::max)(0.0, normal.dotProduct(half)), 40.0);
     const double base = 0.28 + 0.50 * lit + 0.34 * facing;
-    return {kSteel.r * base + shine, kSteel.g * base + shine, kSteel.b * base + shine};
+    return {paint.r * base + shine, paint.g * base + shine, paint.b * base + shine};
+}
+
+Colour ColourOf(int rgb, const Colour& usual) {
+    if (rgb < 0) return usual;
+    return {((rgb >> 16) & 0xFF) / 255.0, ((rgb >> 8) & 0xFF) / 255.0, (rgb & 0xFF) / 255.0};
+}
+
+// Paler, for the profile's plane.
+Colour Tinted(const Colour& c) {
+    return {1.0 - 0.45 * (1.0 - c.r), 1.0 - 0.45 * (1.0 - c.g), 1.0 - 0.45 * (1.0 - c.b)};
 }
 
 // Maps view coordinates to the canvas.
@@ -74,20 +84,32 @@ struct Fit {
 
 class SolidPainter {
 public:
-    SolidPainter(const Profile& profile, const Mesh& mesh, int width)
-        : profile_(profile), mesh_(mesh), fit_(FitMesh(width)), canvas_(fit_.width, fit_.height) {}
+    SolidPainter(const std::vector<PaintedSolid>& solids, int width)
+        : solids_(solids),
+          frame_(solids.front().profile->frame),
+          fit_(FitMeshes(width)),
+          canvas_(fit_.width, fit_.height) {}
 
     Canvas Paint() {
+        for (const PaintedSolid& solid : solids_) PaintFaces(solid);
+        for (const PaintedSolid& solid : solids_)
+            for (const Chain& chain : solid.profile->chains) PaintEdges(chain);
+        return std::move(canvas_);
+    }
+
+private:
+    void PaintFaces(const PaintedSolid& solid) {
+        const Colour paint = ColourOf(solid.rgb, kSteel);
         std::vector<ScreenPoint> corners;
         std::vector<Colour> shades;
         std::vector<char> turnedAway;
-        for (const AcGePoint3d& p : mesh_.points) corners.push_back(OnScreen(Local(p)));
-        for (const AcGeVector3d& n : mesh_.normals) {
-            const AcGeVector3d normal = InFrame(profile_.frame, n);
-            shades.push_back(Shade(normal, view_));
+        for (const AcGePoint3d& p : solid.mesh.points) corners.push_back(OnScreen(Local(p)));
+        for (const AcGeVector3d& n : solid.mesh.normals) {
+            const AcGeVector3d normal = InFrame(frame_, n);
+            shades.push_back(Shade(normal, view_, paint));
             turnedAway.push_back(normal.dotProduct(view_.away) > kSurelyAway ? 1 : 0);
         }
-        for (const std::array<int, 3>& t : mesh_.triangles) {
+        for (const std::array<int, 3>& t : solid.mesh.triangles) {
             // The solid is closed: what looks away is hidden by what looks here.
             if (std::all_of(t.begin(), t.end(), [&](int corner) {
                     return turnedAway[static_cast<std::size_t>(corner)] != 0;
@@ -101,28 +123,24 @@ public:
             }
             canvas_.FillTriangle(points, colours);
         }
-        for (const Chain& chain : profile_.chains) PaintEdges(chain);
-        return std::move(canvas_);
     }
 
-private:
-    AcGeVector3d Local(const AcGePoint3d& p) const {
-        return InFrame(profile_.frame, p - profile_.frame.origin);
-    }
+    AcGeVector3d Local(const AcGePoint3d& p) const { return InFrame(frame_, p - frame_.origin); }
     ScreenPoint OnScreen(const AcGeVector3d& p) const {
         return fit_(p.dotProduct(view_.right), p.dotProduct(view_.up), p.dotProduct(view_.away));
     }
 
-    Fit FitMesh(int width) const {
+    Fit FitMeshes(int width) const {
         double low[2] = {HUGE_VAL, HUGE_VAL}, high[2] = {-HUGE_VAL, -HUGE_VAL};
-        for (const AcGePoint3d& p : mesh_.points) {
-            const AcGeVector3d q = Local(p);
-            const double xy[2] = {q.dotProduct(view_.right), q.dotProduct(view_.up)};
-            for (int i = 0; i < 2; ++i) {
-                low[i] = (std::min)(low[i], xy[i]);
-                high[i] = (std::max)(high[i], xy[i]);
+        for (const PaintedSolid& solid : solids_)
+            for (const AcGePoint3d& p : solid.mesh.points) {
+                const AcGeVector3d q = Local(p);
+                const double xy[2] = {q.dotProduct(view_.right), q.dotProduct(view_.up)};
+                for (int i = 0; i < 2; ++i) {
+                    low[i] = (std::min)(low[i], xy[i]);
+                    high[i] = (std::max)(high[i], xy[i]);
+                }
             }
-        }
         return Fit(low[0], high[0], low[1], high[1], width);
     }
 
@@ -152,17 +170,18 @@ private:
         }
     }
 
-    const Profile& profile_;
-    const Mesh& mesh_;
+    const std::vector<PaintedSolid>& solids_;
+    const Frame& frame_;
     const View view_;
     const Fit fit_;
     Canvas canvas_;
 };
 
-plane::Box ProfileBox(const Profile& profile) {
+plane::Box ProfileBox(const std::vector<PaintedSolid>& solids) {
     plane::Box box;
-    for (const Chain& chain : profile.chains)
-        for (const Piece& piece : chain.pieces) box.Add(BoxOf(piece));
+    for (const PaintedSolid& solid : solids)
+        for (const Chain& chain : solid.profile->chains)
+            for (const Piece& piece : chain.pieces) box.Add(BoxOf(piece));
     box.low.y = 0.0;
     return box;
 }
@@ -202,19 +221,21 @@ void PaintAxis(Canvas& canvas, const Fit& fit, const plane::Box& box) {
     }
 }
 
-Canvas PaintProfile(const Profile& profile, int width) {
-    const plane::Box box = ProfileBox(profile);
+Canvas PaintProfiles(const std::vector<PaintedSolid>& solids, int width) {
+    const plane::Box box = ProfileBox(solids);
     const Fit fit(box.low.x, box.high.x, box.low.y, box.high.y, width);
     Canvas canvas(fit.width, fit.height);
     // Even-odd: cavities come out empty, since each is closed by the axis like the outside.
     std::vector<std::vector<ScreenPoint>> lines;
-    bool isFirst = true;
-    for (const Chain& chain : profile.chains) {
-        std::vector<ScreenPoint> polygon;
-        for (const Point& p : PointsAlong(chain)) polygon.push_back(fit(p.x, p.y));
-        canvas.FillPolygon(polygon, isFirst ? kFill : Colour{1.0, 1.0, 1.0});
-        lines.push_back(std::move(polygon));
-        isFirst = false;
+    for (const PaintedSolid& solid : solids) {
+        Colour fill = solid.rgb < 0 ? kFill : Tinted(ColourOf(solid.rgb, kFill));
+        for (const Chain& chain : solid.profile->chains) {
+            std::vector<ScreenPoint> polygon;
+            for (const Point& p : PointsAlong(chain)) polygon.push_back(fit(p.x, p.y));
+            canvas.FillPolygon(polygon, fill);
+            lines.push_back(std::move(polygon));
+            fill = Colour{1.0, 1.0, 1.0};
+        }
     }
     for (const std::vector<ScreenPoint>& line : lines)
         for (std::size_t i = 0; i + 1 < line.size(); ++i)
@@ -225,13 +246,13 @@ Canvas PaintProfile(const Profile& profile, int width) {
 
 }  // namespace
 
-Image RenderSolid(const Profile& profile, const Mesh& mesh, int width) {
-    return SolidPainter(profile, mesh, width * kSamples).Paint().Halved();
+Image RenderSolid(const std::vector<PaintedSolid>& solids, int width) {
+    return SolidPainter(solids, width * kSamples).Paint().Halved();
 }
 
-Image RenderPicture(const Profile& profile, const Mesh& mesh, int width) {
-    const Canvas solid = SolidPainter(profile, mesh, width * kSamples).Paint();
-    const Canvas flat = PaintProfile(profile, width * kSamples);
+Image RenderPicture(const std::vector<PaintedSolid>& solids, int width) {
+    const Canvas solid = SolidPainter(solids, width * kSamples).Paint();
+    const Canvas flat = PaintProfiles(solids, width * kSamples);
     Canvas both(solid.Width(), solid.Height() + flat.Height());
     both.Put(solid, 0, 0);
     both.Put(flat, 0, solid.Height());

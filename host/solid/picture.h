@@ -2,21 +2,29 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/solid/kernel.h"
 #include "host/solid/png.h"
 
 namespace host::solid {
 
-// The solid alone, shaded, axis level, its right end turned towards the viewer, on white. Fits into
-// the given width; the height follows. Edges at which the profile has a corner are drawn dark.
-//
-// mesh   the solid's triangles, as fine as the picture should be round
-// width  pixels, 100 at least
-Image RenderSolid(const Profile& profile, const Mesh& mesh, int width);
+// A solid and what it looks like.
+struct PaintedSolid {
+    const Profile* profile = nullptr;
+    Mesh mesh;     // its triangles, as fine as the picture should be round
+    int rgb = -1;  // 0xRRGGBB; -1: steel
+};
 
-// The solid above its profile, which is drawn to the same scale along the axis: filled, with the
-// axis dash-dotted.
-Image RenderPicture(const Profile& profile, const Mesh& mesh, int width);
+// The solids alone, shaded, axis level, their right end turned towards the viewer, on white; all
+// have one frame. Fits into the given width; the height follows. Edges at which a profile has a
+// corner are drawn dark.
+//
+// width  pixels, 100 at least
+Image RenderSolid(const std::vector<PaintedSolid>& solids, int width);
+
+// The solids above their profiles, which are drawn to the same scale along the axis: filled, with
+// the axis dash-dotted.
+Image RenderPicture(const std::vector<PaintedSolid>& solids, int width);
 
 }  // namespace host::solid

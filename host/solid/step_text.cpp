@@ -12,17 +12,18 @@ namespace {
 
 class Writer {
 public:
-    Writer(const Profile& profile, const StepOptions& options)
-        : frame_(profile.frame),
-          t_(BuildTopology({&profile})),
-          unit_(StepUnitOf(options.unitsValue)),
-          name_(StepString(options.product)),
-          out_(unit_.factor, 1200 * (t_.faces.size() + 2)) {
-        Head(options.timestamp);
+    // faces  about as many as there will be
+    Writer(const StepOptions& options, std::size_t faces)
+        : unit_(StepUnitOf(options.unitsValue)), out_(unit_.factor, 1200 * (faces + 2)) {
+        Head(StepString(options.product), options.timestamp);
     }
 
-    std::string Write() {
-        const int product = Product(), context = Context();
+    void Add(const StepPart& part) {
+        frame_ = part.profile->frame;
+        t_ = BuildTopology({part.profile});
+        edges_.clear();
+        const int product = Product(StepString(part.product));
+        if (context_ == 0) context_ = Context();
         axis_ = out_.Direction(frame_.axis);
         backward_ = out_.Direction(-frame_.axis);
         radial_ = out_.Direction(frame_.radial);
@@ -31,7 +32,18 @@ public:
         for (const SatEdge& edge : t_.edges) edges_.push_back(Corner(edge));
         std::vector<int> shells;
         for (const SatShell& shell : t_.shells) shells.push_back(Shell(shell));
-        Root(product, context, Solid(shells));
+        const int solid = Solid(shells);
+        Root(product, context_, solid);
+        if (part.rgb >= 0) Colour(solid, part.rgb);
+    }
+
+    std::string Finish() {
+        if (!styles_.empty())
+            out_.Begin("MECHANICAL_DESIGN_GEOMETRIC_PRESENTATION_REPRESENTATION")
+                .Word("''")
+                .Refs(styles_)
+                .Ref(context_)
+                .End();
         return out_.Finish();
     }
 
@@ -41,37 +53,42 @@ private:
         int vertex = 0, circle = 0;
     };
 
-    void Head(const std::string& timestamp) {
+    void Head(const std::string& name, const std::string& timestamp) {
         out_.Text("ISO-10303-21;\nHEADER;\nFILE_DESCRIPTION(('Revolved solid'),'2;1');\n");
-        out_.Text("FILE_NAME('" + name_ + "','" + StepString(timestamp) +
+        out_.Text("FILE_NAME('" + name + "','" + StepString(timestamp) +
                   "',(''),(''),'QZEncircleLine','QZEncircleLine','');\n");
         out_.Text("FILE_SCHEMA(('AUTOMOTIVE_DESIGN { 1 0 10303 214 1 1 1 1 }'));\n");
         out_.Text("ENDSEC;\nDATA;\n");
     }
 
-    int Product() {
-        const int application = out_.Begin("APPLICATION_CONTEXT")
-                                    .Word("'core data for automotive mechanical design processes'")
-                                    .End();
+    // What all products of a file are said in.
+    void Contexts() {
+        application_ = out_.Begin("APPLICATION_CONTEXT")
+                           .Word("'core data for automotive mechanical design processes'")
+                           .End();
         out_.Begin("APPLICATION_PROTOCOL_DEFINITION")
             .Word("'international standard','automotive_design',2000")
-            .Ref(application)
+            .Ref(application_)
             .End();
-        const int context =
-            out_.Begin("PRODUCT_CONTEXT").Word("''").Ref(application).Word("'mechanical'").End();
-        const std::string quoted = "'" + name_ + "'";
+        productContext_ =
+            out_.Begin("PRODUCT_CONTEXT").Word("''").Ref(application_).Word("'mechanical'").End();
+    }
+
+    int Product(const std::string& name) {
+        if (application_ == 0) Contexts();
+        const std::string quoted = "'" + name + "'";
         const int product = out_.Begin("PRODUCT")
                                 .Word(quoted.c_str())
                                 .Word(quoted.c_str())
                                 .Word("''")
-                                .Refs({context})
+                                .Refs({productContext_})
                                 .End();
         out_.Begin("PRODUCT_RELATED_PRODUCT_CATEGORY").Word("'part',$").Refs({product}).End();
         const int formation =
             out_.Begin("PRODUCT_DEFINITION_FORMATION").Word("'',''").Ref(product).End();
         const int definition = out_.Begin("PRODUCT_DEFINITION_CONTEXT")
                                    .Word("'part definition'")
-                                   .Ref(application)
+                                   .Ref(application_)
                                    .Word("'design'")
                                    .End();
         const int design = out_.Begin("PRODUCT_DEFINITION")
@@ -125,6 +142,26 @@ private:
                               .Ref(context)
                               .End();
         out_.Begin("SHAPE_DEFINITION_REPRESENTATION").Ref(product).Ref(shape).End();
+    }
+
+    // The colour of every face of a solid, 0xRRGGBB.
+    void Colour(int solid, int rgb) {
+        const auto share = [&](int shift) {
+            return static_cast<double>((rgb >> shift) & 0xFF) / 255.0;
+        };
+        const int colour = out_.Begin("COLOUR_RGB")
+                               .Word("''")
+                               .Number(share(16))
+                               .Number(share(8))
+                               .Number(share(0))
+                               .End();
+        const int fill = out_.Begin("FILL_AREA_STYLE_COLOUR").Word("''").Ref(colour).End();
+        const int area = out_.Begin("FILL_AREA_STYLE").Word("''").Refs({fill}).End();
+        const int surface = out_.Begin("SURFACE_STYLE_FILL_AREA").Ref(area).End();
+        const int side = out_.Begin("SURFACE_SIDE_STYLE").Word("''").Refs({surface}).End();
+        const int usage = out_.Begin("SURFACE_STYLE_USAGE").Word(".BOTH.").Ref(side).End();
+        const int style = out_.Begin("PRESENTATION_STYLE_ASSIGNMENT").Refs({usage}).End();
+        styles_.push_back(out_.Begin("STYLED_ITEM").Word("'color'").Refs({style}).Ref(solid).End());
     }
 
     // The shells behind the first are voids: their faces look away from the material all the same.
@@ -312,11 +349,13 @@ private:
         return out_.Begin("SURFACE_OF_REVOLUTION").Word("''").Ref(meridian).Ref(line).End();
     }
 
-    const Frame& frame_;
-    const SatTopology t_;
     const StepUnit& unit_;
-    const std::string name_;
     StepEntities out_;
+    int application_ = 0, productContext_ = 0, context_ = 0;
+    std::vector<int> styles_;
+    // Of the part in hand.
+    Frame frame_;
+    SatTopology t_;
     std::vector<CornerIds> edges_;  // by number of the topology's edge
     int axis_ = 0, backward_ = 0, radial_ = 0, normal_ = 0, against_ = 0;
 };
@@ -324,7 +363,16 @@ private:
 }  // namespace
 
 std::string StepText(const Profile& profile, const StepOptions& options) {
-    return Writer(profile, options).Write();
+    return StepText({{&profile, options.product, -1}}, options);
+}
+
+std::string StepText(const std::vector<StepPart>& parts, const StepOptions& options) {
+    std::size_t pieces = 0;
+    for (const StepPart& part : parts)
+        for (const Chain& chain : part.profile->chains) pieces += chain.pieces.size();
+    Writer writer(options, pieces);
+    for (const StepPart& part : parts) writer.Add(part);
+    return writer.Finish();
 }
 
 }  // namespace host::solid

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "host/solid/profile.h"
 #include "host/solid/step_parts.h"
@@ -18,5 +19,16 @@ namespace host::solid {
 // cost    linear in the number of pieces, some microseconds each.
 // source  ISO 10303-21 for the text, ISO 10303-42 and -214 for the entities.
 std::string StepText(const Profile& profile, const StepOptions& options);
+
+struct StepPart {
+    const Profile* profile = nullptr;
+    std::string product;  // UTF-8, its name in the file
+    int rgb = -1;         // 0xRRGGBB, of every face; -1: none
+};
+
+// Several solids as one file, each a product of its own with its name and colour, where they stand;
+// options.product is what the file says it is about.
+// source  colours as ISO 10303-46 has them for styled items
+std::string StepText(const std::vector<StepPart>& parts, const StepOptions& options);
 
 }  // namespace host::solid

@@ -9,6 +9,12 @@
 
 namespace product {
 
+// Writes a database that was made or read as a drawing file, as a whole or not at all.
+//
+// result  what the file's version could not hold, one sentence each
+// fails   Failure with Output; the old file is unchanged
+std::vector<std::string> WriteDrawing(const AcDbDatabase& database, const std::string& path);
+
 class Drawing {
 public:
     // Reads the file and makes its database the working one.

@@ -21,6 +21,7 @@ struct Finding {
         Halves,    // upper and lower half
         Outline,   // the envelope and the contour of the drawing
         Solid,     // the solid or its file
+        Parts,     // tip, cutting part and rest
         Note       // anything else that a run had to say
     };
 

@@ -31,10 +31,12 @@ int RankOf(Finding::Kind kind) {
             return 9;
         case Finding::Kind::LeftOut:
             return 10;
+        case Finding::Kind::Parts:
+            return 11;
         case Finding::Kind::Note:
             break;
     }
-    return 11;
+    return 12;
 }
 
 }  // namespace

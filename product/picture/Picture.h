@@ -65,10 +65,17 @@ struct Mark {
     std::string label;
 };
 
+// A closed contour with its filling.
+struct FilledRing {
+    std::vector<Vertex> ring;
+    unsigned rgb = 0;  // 0xRRGGBB
+};
+
 struct Picture {
     std::vector<Shape> shapes;
     std::vector<std::vector<Shape>> blocks;  // named by index, for Shape::block
     std::vector<Vertex> envelope;            // empty: none
+    std::vector<FilledRing> parts;           // of the envelope, in their colours
     bool hasAxis = false;
     Point axisFrom, axisTo;
     bool hasWindow = false;

@@ -10,15 +10,22 @@ constexpr int kSheetWidth = 1400;  // pixels
 // What a triangle may leave the surface by, of the largest diameter.
 constexpr double kChordShare = 5e-4;
 
-host::solid::Mesh Triangles(const host::solid::Profile& profile) {
-    return host::solid::TurnedMesh(profile, kChordShare * Measure(profile).largestDiameter);
+std::vector<host::solid::PaintedSolid> Painted(const std::vector<ShownSolid>& solids) {
+    std::vector<host::solid::PaintedSolid> painted;
+    for (const ShownSolid& solid : solids)
+        painted.push_back(
+            {solid.profile,
+             host::solid::TurnedMesh(*solid.profile,
+                                     kChordShare * Measure(*solid.profile).largestDiameter),
+             solid.rgb});
+    return painted;
 }
 
 }  // namespace
 
-std::optional<SolidPicture> DrawSolid(const host::solid::Profile& profile, int width,
+std::optional<SolidPicture> DrawSolid(const std::vector<ShownSolid>& solids, int width,
                                       std::string& reason) {
-    const host::solid::Image image = host::solid::RenderSolid(profile, Triangles(profile), width);
+    const host::solid::Image image = host::solid::RenderSolid(Painted(solids), width);
     SolidPicture picture;
     picture.width = image.width;
     picture.height = image.height;
@@ -26,9 +33,10 @@ std::optional<SolidPicture> DrawSolid(const host::solid::Profile& profile, int w
     return picture;
 }
 
-bool DrawSolidSheet(const host::solid::Profile& profile, std::string& bytes, std::string& reason) {
-    return host::solid::EncodePng(
-        host::solid::RenderPicture(profile, Triangles(profile), kSheetWidth), bytes, reason);
+bool DrawSolidSheet(const std::vector<ShownSolid>& solids, std::string& bytes,
+                    std::string& reason) {
+    return host::solid::EncodePng(host::solid::RenderPicture(Painted(solids), kSheetWidth), bytes,
+                                  reason);
 }
 
 }  // namespace product

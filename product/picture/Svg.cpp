@@ -27,6 +27,7 @@ const char* const kStyle =
     ".axis{stroke:#2f6fb3;stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
     ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
     ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}"
+    ".part{fill-opacity:.45;stroke:#5a5a5a;stroke-width:1px}"
     ".mark circle{fill:#fff3c4;stroke:#a35c00;stroke-width:2px;vector-effect:non-scaling-stroke}"
     ".mark text{fill:#6b3c00;font-weight:bold;text-anchor:middle}";
 
@@ -53,6 +54,7 @@ public:
         if (m_picture.hasWindow) Window();
         for (const Shape& shape : m_picture.shapes) Add(shape, m_origin);
         if (m_picture.hasAxis) Axis();
+        for (const FilledRing& part : m_picture.parts) Part(part);
         if (!m_picture.envelope.empty()) Envelope();
         m_out += "</g>\n";
         for (const Mark& mark : m_picture.marks) AddMark(mark);
@@ -221,6 +223,16 @@ private:
         Path path;
         path.AddRing(m_picture.envelope, true);
         Stroke("envelope", path, m_origin);
+    }
+
+    void Part(const FilledRing& part) {
+        Path path;
+        path.AddRing(part.ring, true);
+        char colour[16];
+        std::snprintf(colour, sizeof colour, "#%06x", part.rgb & 0xFFFFFFu);
+        m_out += "<path class=\"part\" style=\"fill:" + std::string(colour) + "\" d=\"";
+        Data(path, m_origin);
+        m_out += "\"/>\n";
     }
 
     void AddMark(const Mark& mark) {

@@ -223,6 +223,7 @@ std::string ExactSummary(const SExactResult& exact) {
 Json RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
     Json json = {{"envelope", EnvelopeJson(run.envelope)},
                  {"solid", SolidJson(run.solid)},
+                 {"parts", PartsJson(run)},
                  {"picked", run.selection.ids.length()},
                  {"seconds", run.seconds},
                  {"input", request.input},
@@ -232,6 +233,8 @@ Json RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& draw
                  {"step", TextOrNull(request.solid.step)},
                  {"stl", TextOrNull(request.solid.stl)},
                  {"png", TextOrNull(request.solid.png)},
+                 {"profile", TextOrNull(request.profile)},
+                 {"files", run.files},
                  {"selection",
                   {{"extents", Corners(run.selection.box)},
                    {"not_displayed", run.selection.notDisplayed},
@@ -272,6 +275,7 @@ std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Dra
     text += EnvelopeSummary(run.envelope);
     if (const std::string phrase = SolidPhrase(run.solid); !phrase.empty())
         text += "  solid      " + phrase + "\n";
+    text += PartsPhrase(run);
     text += "  unit       " + UnitPhrase(request, drawing) + "\n";
     text += run.exact ? ExactSummary(*run.exact) : TraceSummary(run, request.parameters);
     text += Line("  time       %.1f ms in the engine", run.seconds * 1000);

@@ -8,8 +8,9 @@ namespace {
 
 using Json = nlohmann::ordered_json;
 
-const char* const kKinds[] = {"axis",     "border", "window", "exact",   "gap",   "crossing",
-                              "left out", "beyond", "halves", "outline", "solid", "note"};
+const char* const kKinds[] = {"axis",     "border",   "window", "exact",  "gap",
+                              "crossing", "left out", "beyond", "halves", "outline",
+                              "solid",    "parts",    "note"};
 
 // The members that are written and read as they are.
 template <class Visitor, class Tool>
@@ -30,6 +31,27 @@ void VisitFields(Tool& tool, Visitor visit) {
     visit("unit", tool.unit);
     visit("lower_half", tool.lowerHalf);
     visit("files", tool.files);
+}
+
+template <class Visitor, class Figures>
+void VisitFigures(Figures& figures, Visitor visit) {
+    visit("tip_diameter", figures.tipDiameter);
+    visit("cutting_diameter", figures.cuttingDiameter);
+    visit("greatest_diameter", figures.greatestDiameter);
+    visit("overall_length", figures.overallLength);
+    visit("cutting_length", figures.cuttingLength);
+    visit("usable_length", figures.usableLength);
+    visit("neck_diameter", figures.neckDiameter);
+    visit("neck_length", figures.neckLength);
+    visit("shank_diameter", figures.shankDiameter);
+    visit("shank_length", figures.shankLength);
+    visit("corner_radius", figures.cornerRadius);
+    visit("chamfer_width", figures.chamferWidth);
+    visit("chamfer_angle", figures.chamferAngle);
+    visit("point_angle", figures.pointAngle);
+    visit("point_length", figures.pointLength);
+    visit("volume", figures.volume);
+    visit("cutting_volume", figures.cuttingVolume);
 }
 
 template <class Visitor, class Drawing>
@@ -75,6 +97,10 @@ const char* NameOf(Finding::Kind kind) { return kKinds[static_cast<int>(kind)]; 
 Json ToJson(const ToolResult& tool, bool withPictures) {
     Json json;
     VisitFields(tool, [&](const char* name, const auto& value) { json[name] = value; });
+    Json& figures = json["figures"] = Json::object();
+    VisitFigures(tool.figures, [&](const char* name, const auto& value) {
+        if (value) figures[name] = *value;
+    });
     json["off_contour"] = OrNull(tool.offContour);
     json["between_halves"] = OrNull(tool.betweenHalves);
     json["findings"] = Json::array();
@@ -89,6 +115,10 @@ Json ToJson(const ToolResult& tool, bool withPictures) {
 ToolResult ToolFromJson(const Json& json) {
     ToolResult tool;
     VisitFields(tool, [&](const char* name, auto& value) { json.at(name).get_to(value); });
+    const Json& figures = json.at("figures");
+    VisitFigures(tool.figures, [&](const char* name, auto& value) {
+        if (figures.contains(name)) value = figures.at(name).get<double>();
+    });
     tool.offContour = NumberOf(json.at("off_contour"));
     tool.betweenHalves = NumberOf(json.at("between_halves"));
     for (const Json& finding : json.at("findings")) tool.findings.push_back(FindingOf(finding));

@@ -27,6 +27,13 @@ void TakeFigures(const ToolRun& run, ToolResult& result) {
     result.length = run.solid.measures.length;
     result.diameter = run.solid.measures.largestDiameter;
     result.volume = run.solid.measures.volume;
+    FigureRequest asked;
+    if (run.parts) {
+        asked.isTipHigh = run.parts->tip.isHigh;
+        asked.isTipSure = run.parts->tip.isSure;
+        if (run.parts->isSplit) asked.cut = &run.parts->cut.profile;
+    }
+    result.figures = FiguresOf(*run.solid.profile, asked);
 }
 
 // A tool at which an earlier attempt ended, or that has nothing to compute, is told of and no more.
@@ -121,6 +128,8 @@ private:
         request.solid.sat = path + ".sat";
         if (m_request.step) request.solid.step = path + ".stp";
         if (m_request.stl) request.solid.stl = path + ".stl";
+        if (m_request.profile) request.profile = WithSuffix(path + ".dxf", kProfileSuffix);
+        request.parts = m_request.parts;
         request.solid.chordTolerance = m_request.chordTolerance;
         request.solidInDrawing = true;
         return request;

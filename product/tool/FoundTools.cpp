@@ -1,8 +1,8 @@
 #include "product/tool/FoundTools.h"
 
 #include <cstdio>
-#include <filesystem>
 
+#include "product/base/Extents.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
 #include "product/detect/ReadSheet.h"
@@ -13,19 +13,13 @@ namespace product {
 namespace {
 
 constexpr size_t kMostTold = 4;  // candidates in a refusal
-
-std::string Numbered(const std::string& path, size_t number) {
-    if (path.empty()) return path;
-    const std::filesystem::path whole(path);
-    return (whole.parent_path() /
-            (whole.stem().string() + "-" + std::to_string(number) + whole.extension().string()))
-        .string();
-}
+// Of a tool's diagonal: how far its envelope may reach beyond what is drawn.
+constexpr double kAround = 1e-3;
 
 void NumberFiles(ToolRequest& request, size_t number) {
     for (std::string* path : {&request.svg, &request.solid.sat, &request.solid.step,
-                              &request.solid.stl, &request.solid.png})
-        *path = Numbered(*path, number);
+                              &request.solid.stl, &request.solid.png, &request.profile})
+        *path = WithSuffix(*path, "-" + std::to_string(number));
     if (!request.name.empty()) request.name += "-" + std::to_string(number);
 }
 
@@ -43,6 +37,23 @@ ToolRequest RequestFor(const ToolRequest& asked, const detect::FoundTool& tool,
         request.curves.insert(request.curves.end(), curves.begin(), curves.end());
     }
     return request;
+}
+
+// What an earlier run drew of a tool goes when the tool is computed again.
+void AddEarlier(const AcArray<AcDbObjectId>& envelopes, FoundTools& found) {
+    for (int i = 0; i < envelopes.length(); ++i) {
+        const AcDbObjectPointer<AcDbEntity> envelope(envelopes[i], AcDb::kForRead);
+        if (envelope.openStatus() != Acad::eOk) continue;
+        const std::optional<Box> box = ExtentsOf(*envelope.object());
+        if (!box) continue;
+        for (FoundRequest& tool : found.tools) {
+            Box window = tool.tool.window;
+            const double around = kAround * detect::Diagonal(window);
+            window.Add(Point{window.low.x - around, window.low.y - around});
+            window.Add(Point{window.high.x + around, window.high.y + around});
+            if (window.Contains(*box)) tool.request.picked->append(envelopes[i]);
+        }
+    }
 }
 
 [[noreturn]] void RefuseUnsure(const FoundTools& found) {
@@ -99,6 +110,7 @@ FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request) {
     CheckPieces(selection.ids, request.parameters.limit);
     FoundTools found = LookForTools(database, selection.ids, request);
     if (found.tools.empty()) RefuseUnsure(found);
+    AddEarlier(selection.envelopes, found);
     return found;
 }
 

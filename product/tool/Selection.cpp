@@ -17,11 +17,18 @@
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/tool/PartDrawing.h"
 
 namespace product {
 namespace {
 
-bool IsEnvelopeLayer(const CString& name) { return name.CompareNoCase(kEnvelopeLayer) == 0; }
+// What an earlier run has drawn: envelopes by their layer, parts of them by their mark, for
+// contours by others lie on the same layers.
+bool IsEarlier(const CString& layer, const AcDbEntity& entity) {
+    if (layer.CompareNoCase(kEnvelopeLayer) == 0) return true;
+    return (layer.CompareNoCase(kCutLayer) == 0 || layer.CompareNoCase(kRestLayer) == 0) &&
+           IsOwnPart(entity);
+}
 
 // What is hidden is looked at, too; references are not taken apart.
 SDrawnOptions EntityByEntity() {
@@ -60,7 +67,7 @@ Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
     std::unordered_set<AcDbObjectId> envelopes;
     CDrawnWalk walk(picked[0].database(), EntityByEntity());
     walk.Walk(picked, [&](const SDrawnItem& item) {
-        if (IsEnvelopeLayer(walk.LayerName(item.m_layerId))) envelopes.insert(item.m_id);
+        if (IsEarlier(walk.LayerName(item.m_layerId), item.m_entity)) envelopes.insert(item.m_id);
     });
     for (int i = 0; i < picked.length(); ++i)
         (envelopes.count(picked[i]) != 0 ? selection.envelopes : selection.ids).append(picked[i]);
@@ -84,7 +91,7 @@ PickList::PickList(AcDbDatabase& database) {
         entry.id = item.m_id;
         entry.box = ExtentsOf(item.m_entity);
         entry.isDisplayed = item.IsShown();
-        entry.isEnvelope = IsEnvelopeLayer(walk.LayerName(item.m_layerId));
+        entry.isEnvelope = IsEarlier(walk.LayerName(item.m_layerId), item.m_entity);
         if (entry.box) m_byLeft.push_back(m_entries.size());
         m_entries.push_back(std::move(entry));
     });

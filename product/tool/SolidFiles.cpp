@@ -1,4 +1,6 @@
+#include <algorithm>
 #include <string_view>
+#include <utility>
 
 #include "host/solid/revolve.h"
 #include "host/solid/stamp.h"
@@ -8,7 +10,7 @@
 #include "product/base/Failure.h"
 #include "product/picture/SolidPicture.h"
 #include "product/tool/KernelForm.h"
-#include "product/tool/SolidRun.h"
+#include "product/tool/SolidBodies.h"
 
 namespace product {
 
@@ -33,38 +35,51 @@ namespace {
 // What a triangle of an STL file may leave the surface by, of the largest diameter.
 constexpr double kDefaultChord = 1e-3;
 
+using FileBytes = std::vector<std::pair<std::string, std::string>>;  // path and content
+
 class FileMaker {
 public:
-    FileMaker(const SolidRun& solid, const std::string& name, const AcDbDatabase& database,
+    FileMaker(const std::vector<SolidBody>& bodies, const AcDbDatabase& database,
               const SolidFiles& files)
-        : m_solid(solid), m_name(name), m_database(database), m_files(files) {}
+        : m_bodies(bodies), m_database(database), m_files(files) {}
 
-    bool Sat(std::string& bytes, std::string&) {
+    bool Sat(FileBytes& out, std::string&) {
         host::solid::SatOptions sat;
         sat.date = host::solid::StampTime();
         sat.millimetresPerUnit = host::solid::MillimetresPerUnit(Units());
-        bytes = host::solid::SatText({&*m_solid.profile}, sat);
+        std::vector<const host::solid::Profile*> profiles;
+        for (const SolidBody& body : m_bodies) profiles.push_back(&body.profile);
+        out.emplace_back(m_files.sat, host::solid::SatText(profiles, sat));
         return true;
     }
-    bool Step(std::string& bytes, std::string&) {
+    bool Step(FileBytes& out, std::string&) {
         host::solid::StepOptions step;
-        step.product = m_name;
+        step.product = m_bodies.front().name;
         step.unitsValue = static_cast<int>(Units());
         step.timestamp = host::solid::IsoDateText(host::solid::StampTime());
-        bytes = host::solid::StepText(*m_solid.profile, step);
+        std::vector<host::solid::StepPart> parts;
+        for (const SolidBody& body : m_bodies)
+            parts.push_back({&body.profile, body.name, body.rgb});
+        out.emplace_back(m_files.step, host::solid::StepText(parts, step));
         return true;
     }
-    bool Stl(std::string& bytes, std::string& reason) {
-        const double chord = m_files.chordTolerance > 0
-                                 ? m_files.chordTolerance
-                                 : kDefaultChord * m_solid.measures.largestDiameter;
-        const host::solid::Mesh* mesh = m_solid.form->Triangles(chord, reason);
-        if (mesh == nullptr) return false;
-        bytes = host::solid::StlBytes(*mesh);
+    bool Stl(FileBytes& out, std::string& reason) {
+        double chord = m_files.chordTolerance;
+        if (chord <= 0)
+            for (const SolidBody& body : m_bodies)
+                chord = std::max(chord, kDefaultChord * body.measures.largestDiameter);
+        for (const SolidBody& body : m_bodies) {
+            const host::solid::Mesh* mesh = body.form->Triangles(chord, reason);
+            if (mesh == nullptr) return false;
+            out.emplace_back(WithSuffix(m_files.stl, body.suffix), host::solid::StlBytes(*mesh));
+        }
         return true;
     }
-    bool Png(std::string& bytes, std::string& reason) {
-        return DrawSolidSheet(*m_solid.profile, bytes, reason);
+    bool Png(FileBytes& out, std::string& reason) {
+        std::vector<ShownSolid> shown;
+        for (const SolidBody& body : m_bodies) shown.push_back({&body.profile, body.rgb});
+        out.emplace_back(m_files.png, std::string());
+        return DrawSolidSheet(shown, out.back().second, reason);
     }
 
 private:
@@ -72,8 +87,7 @@ private:
         return m_files.units ? *m_files.units : m_database.insunits();
     }
 
-    const SolidRun& m_solid;
-    const std::string& m_name;
+    const std::vector<SolidBody>& m_bodies;
     const AcDbDatabase& m_database;
     const SolidFiles& m_files;
 };
@@ -82,7 +96,7 @@ struct FileKind {
     const char* option;
     const char* name;
     std::string SolidFiles::*path;
-    bool (FileMaker::*make)(std::string& bytes, std::string& reason);
+    bool (FileMaker::*make)(FileBytes& out, std::string& reason);
 };
 const FileKind kKinds[] = {
     {"--sat", "SAT file", &SolidFiles::sat, &FileMaker::Sat},
@@ -93,27 +107,29 @@ const FileKind kKinds[] = {
 
 }  // namespace
 
-void WriteSolidFiles(const SolidRun& solid, const std::string& name, const AcDbDatabase& database,
-                     const SolidFiles& files, const char* place,
+void WriteSolidFiles(const SolidRun& solid, const std::vector<SolidBody>& bodies,
+                     const AcDbDatabase& database, const SolidFiles& files, const char* place,
                      std::vector<std::string>& written) {
     if (solid.refusal)
         throw Failure(Fault::NoSolid,
                       "no solid can be made of the envelope: " + solid.refusal->Text());
-    if (!solid.profile) return;
-    FileMaker maker(solid, name, database, files);
+    if (bodies.empty()) return;
+    FileMaker maker(bodies, database, files);
     for (const FileKind& kind : kKinds) {
-        const std::string& path = files.*kind.path;
-        if (path.empty()) continue;
-        std::string bytes, reason;
-        if (!(maker.*kind.make)(bytes, reason))
+        if ((files.*kind.path).empty()) continue;
+        FileBytes made;
+        std::string reason;
+        if (!(maker.*kind.make)(made, reason))
             throw Failure(Fault::Output,
-                          path + ": the " + kind.name + " cannot be made: " + reason);
-        host::FileError error;
-        if (!host::WriteFileAtomically(path, {std::string_view(bytes)}, error))
-            throw Failure(Fault::Output, path + ": the " + kind.name + " cannot be written: " +
-                                             error.reason + "; choose another place with " +
-                                             (place != nullptr ? place : kind.option));
-        written.push_back(path);
+                          files.*kind.path + ": the " + kind.name + " cannot be made: " + reason);
+        for (const auto& [path, bytes] : made) {
+            host::FileError error;
+            if (!host::WriteFileAtomically(path, {std::string_view(bytes)}, error))
+                throw Failure(Fault::Output, path + ": the " + kind.name + " cannot be written: " +
+                                                 error.reason + "; choose another place with " +
+                                                 (place != nullptr ? place : kind.option));
+            written.push_back(path);
+        }
     }
 }
 

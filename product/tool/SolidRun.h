@@ -45,14 +45,4 @@ SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelo
 // refusal when it has none. Nothing in the drawing changes.
 SolidRun RevolveEnvelope(const AcDbObjectId& id);
 
-// Writes the files of a solid, each as a whole or not at all; none without a profile.
-//
-// name     what STEP names the product, UTF-8
-// place    the option by which their folder is chosen, for messages; null: each file has its own
-// written  receives the files, in the order of the writing
-// fails    Failure: NoSolid with the reason and the place when the envelope has none, Output when
-//          a file cannot be made or written; those before it stand
-void WriteSolidFiles(const SolidRun& solid, const std::string& name, const AcDbDatabase& database,
-                     const SolidFiles& files, const char* place, std::vector<std::string>& written);
-
 }  // namespace product

@@ -1,6 +1,7 @@
 #include "product/tool/ToolPicture.h"
 
 #include "product/picture/SolidPicture.h"
+#include "product/tool/SolidBodies.h"
 
 namespace product {
 namespace {
@@ -58,12 +59,19 @@ void AddAxis(Picture& picture, const Box& box, double overhang, const Axis& axis
     picture.view.Add(picture.axisTo);
 }
 
+void AddParts(Picture& picture, const ToolRequest& request, const ToolRun& run) {
+    if (!run.parts || !run.parts->isSplit) return;
+    picture.parts = {{run.parts->cut.ring, request.parts.colours.cut},
+                     {run.parts->rest.ring, request.parts.colours.rest}};
+}
+
 }  // namespace
 
 Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun& run,
                      std::string& warning) {
     picture.title = request.input;
     picture.envelope = run.envelope.vertices;
+    AddParts(picture, request, run);
     picture.view = run.selection.box;
     if (const std::optional<Box>& window = request.rule.window) {
         picture.hasWindow = true;
@@ -78,7 +86,7 @@ Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun&
         if (tool.Meets(dimension, 0.0)) picture.view.Add(dimension);
     if (!run.solid.profile) return picture;
     std::string reason;
-    if (const auto below = DrawSolid(*run.solid.profile, kSheetSolidWidth, reason)) {
+    if (const auto below = DrawSolid(ShownParts(request, run), kSheetSolidWidth, reason)) {
         picture.below = below->bytes;
         picture.belowWidth = below->width;
         picture.belowHeight = below->height;
@@ -92,6 +100,7 @@ Picture PagePicture(Picture picture, const ToolRequest& request, const ToolRun& 
                     const std::vector<Finding>& findings) {
     picture.title = "Tool " + request.name;
     picture.envelope = run.envelope.vertices;
+    AddParts(picture, request, run);
     picture.view = run.selection.box;
     if (run.envelope.found && request.axis) {
         const Box& box = run.envelope.extents;

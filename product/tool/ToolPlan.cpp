@@ -10,6 +10,7 @@
 #include "product/base/Failure.h"
 #include "product/tool/FoundTools.h"
 #include "product/tool/Selection.h"
+#include "product/tool/ToolNaming.h"
 #include "product/base/Text.h"
 #include "product/check/SourceCurves.h"
 
@@ -224,17 +225,11 @@ void TakeFrames(Planner& planner, AcDbDatabase& database, const PickList& entiti
         TakeFrame(planner, database, frame, PickTool(entities, BoxOf(frame.m_rect), ids), request);
 }
 
-// Named after the drawing, numbered from left to right when there are several.
-std::string NameOfFound(const std::string& path, size_t number, size_t count) {
-    const std::string stem = std::filesystem::path(path).stem().string();
-    return count > 1 ? stem + "-" + std::to_string(number + 1) : stem;
-}
-
 void TakeFound(Planner& planner, AcDbDatabase& database, const std::string& path,
                const BatchRequest& request) {
     const FoundTools found = FindToolsFor(database, Asked(request));
     for (size_t i = 0; i < found.tools.size(); ++i)
-        planner.Add(FromUtf8(NameOfFound(path, i, found.tools.size())), found.tools[i], 0);
+        planner.Add(FromUtf8(NameByFile(path, i, found.tools.size())), found.tools[i], 0);
 }
 
 void TakeTable(Planner& planner, const PickList& entities, AcDbDatabase& database,
@@ -251,28 +246,59 @@ const char* NameOf(ToolSource source) {
     return kNames[static_cast<int>(source)];
 }
 
-std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& path,
-                                   const BatchRequest& request,
-                                   const std::vector<NamedTool>& table) {
+namespace {
+
+// The tools in the order of the plan, as they are called without a rule.
+std::vector<NamedPlace> PlacesOf(AcDbDatabase& database, const std::string& path,
+                                 const BatchRequest& request, const std::vector<NamedTool>& table) {
     const ToolSource source = SourceOf(database, request, table);
-    std::vector<std::string> names;
+    std::vector<NamedPlace> places;
     if (source == ToolSource::Table) {
-        for (const NamedTool& row : RowsFor(table, path)) names.push_back(row.name);
+        for (const NamedTool& row : RowsFor(table, path)) places.push_back({row.name, row.window});
     } else if (source == ToolSource::Found) {
-        const size_t count = FindToolsFor(database, Asked(request)).tools.size();
-        for (size_t i = 0; i < count; ++i) names.push_back(NameOfFound(path, i, count));
+        const FoundTools found = FindToolsFor(database, Asked(request));
+        for (size_t i = 0; i < found.tools.size(); ++i)
+            places.push_back({NameByFile(path, i, found.tools.size()), found.tools[i].tool.window});
     } else if (source == ToolSource::Frames) {
-        for (const SToolFrame& frame : Frames(database)) names.push_back(ToUtf8(frame.m_strNumber));
+        for (const SToolFrame& frame : Frames(database))
+            places.push_back({ToUtf8(frame.m_strNumber), BoxOf(frame.m_rect)});
     } else {
         BatchTaskList list;
         list.load(&database);
         RequireTasks(list, request);
         for (const BatchTask& task : list)
             for (const BatchTool& tool : task.tools)
-                if (IsAskedFor(task, request)) names.push_back(ToUtf8(tool.name));
+                if (IsAskedFor(task, request))
+                    places.push_back({ToUtf8(tool.name), SelectionOf(tool.sourceIds).box});
     }
-    if (names.empty()) RefuseNone(source);
-    return names;
+    return places;
+}
+
+// Gives the planned tools the names of the rule; a stored task keeps its own inside the drawing.
+void Rename(ToolPlan& plan, AcDbDatabase& database, const std::string& path,
+            const BatchRequest& request, const std::vector<NamedTool>& table) {
+    std::vector<size_t> unnamed;
+    const std::vector<std::string> names =
+        NamesBy(request.name, database, path, PlacesOf(database, path, request, table), unnamed);
+    for (size_t i = 0; i < plan.tools.size() && i < names.size(); ++i) {
+        plan.tools[i].name = names[i];
+        if (plan.source != ToolSource::Stored)
+            plan.list[plan.tools[i].task].tools[plan.tools[i].tool].name = FromUtf8(names[i]);
+    }
+    for (const size_t i : unnamed)
+        plan.tools.at(i).remarks.push_back("no text near the tool matches --name-pattern " +
+                                           request.name.pattern);
+}
+
+}  // namespace
+
+std::vector<std::string> ToolNames(AcDbDatabase& database, const std::string& path,
+                                   const BatchRequest& request,
+                                   const std::vector<NamedTool>& table) {
+    const std::vector<NamedPlace> places = PlacesOf(database, path, request, table);
+    if (places.empty()) RefuseNone(SourceOf(database, request, table));
+    std::vector<size_t> unnamed;
+    return NamesBy(request.name, database, path, places, unnamed);
 }
 
 ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchRequest& request,
@@ -294,6 +320,7 @@ ToolPlan PlanTools(AcDbDatabase& database, const std::string& path, const BatchR
             TakeTable(planner, entities, database, RowsFor(table, path));
     }
     if (planner.m_plan.tools.empty()) RefuseNone(source);
+    if (!request.name.IsUsual()) Rename(planner.m_plan, database, path, request, table);
     return std::move(planner.m_plan);
 }
 

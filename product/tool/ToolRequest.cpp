@@ -1,5 +1,7 @@
 #include "product/tool/ToolRequest.h"
 
+#include <filesystem>
+
 #include "product/base/Failure.h"
 
 namespace product {
@@ -20,6 +22,13 @@ const char* NameOf(Algorithm algorithm) {
 const char* NameOf(Half half) {
     static const char* const kNames[] = {"upper", "lower", "both"};
     return kNames[static_cast<int>(half)];
+}
+
+std::string WithSuffix(const std::string& path, const std::string& suffix) {
+    if (path.empty()) return path;
+    const std::filesystem::path whole(path);
+    return (whole.parent_path() / (whole.stem().string() + suffix + whole.extension().string()))
+        .string();
 }
 
 ToolParameters::ToolParameters() : ToolParameters(CEncircleCalInfo()) {}

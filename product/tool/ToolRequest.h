@@ -12,6 +12,7 @@
 #include "EncircleCalInfo.h"
 #include "plane/curve.h"
 #include "product/base/Axis.h"
+#include "product/parts/PartRequest.h"
 
 namespace product {
 
@@ -89,6 +90,13 @@ struct SolidFiles {
     bool Any() const { return !sat.empty() || !step.empty() || !stl.empty() || !png.empty(); }
 };
 
+// What the files of the parts add to a name where each part has a file of its own.
+constexpr const char* kCutSuffix = "-CUT";
+constexpr const char* kRestSuffix = "-NOCUT";
+constexpr const char* kProfileSuffix = "-profile";  // of a batch
+// The same before the extension: "a.stl" becomes "a-CUT.stl". An empty path stays.
+std::string WithSuffix(const std::string& path, const std::string& suffix);
+
 // One tool of a drawing that was read.
 struct ToolRequest {
     std::string input;  // the drawing's file, as messages name it
@@ -113,6 +121,8 @@ struct ToolRequest {
     std::string output;  // the drawing with its envelope
     std::string svg;     // a picture of drawing, envelope and solid
     SolidFiles solid;
+    std::string profile;  // a drawing of the solid's profile alone
+    PartRequest parts;
 
     // The tool's name; empty: the number of the frame around the envelope, else the input's name.
     std::string name;
@@ -125,14 +135,26 @@ struct ToolRequest {
     bool solidInDrawing = false;
 };
 
+// Where tools get their names from, when no rule is given: their frames, the stored tasks, the
+// tools file, else the drawing's file.
+struct NameRule {
+    bool byFile = false;
+    std::string pattern;  // of a text near the tool, as the host's wildcards; empty: none
+
+    bool IsUsual() const { return !byFile && pattern.empty(); }
+};
+
 // Every tool of some drawings.
 struct BatchRequest {
     ToolParameters parameters;       // stored tasks bring their own
     std::string out = "out";         // folder of the drawings and solids
     std::vector<std::string> tasks;  // stored tasks to run; empty: all
     bool fromFrames = false;         // although the drawing stores tasks
+    NameRule name;
     // Written beside the SAT files.
     bool step = false, stl = false;
+    bool profile = false;  // as TOOL-profile.dxf
+    PartRequest parts;
     double chordTolerance = 0;  // of the STL files, as in SolidFiles
     // The page is wanted: its pictures are drawn and the envelopes checked against the drawing.
     bool withPage = false;

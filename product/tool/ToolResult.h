@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "product/check/Finding.h"
+#include "product/parts/Figures.h"
 
 namespace product {
 
@@ -21,6 +22,7 @@ struct ToolResult {
     // Drawing units; 0: not known.
     double length = 0, diameter = 0, volume = 0;
     std::string unit;
+    ToolFigures figures;  // for the table
     bool lowerHalf = false;
     std::optional<double> offContour, betweenHalves;
     std::vector<Finding> findings;

@@ -22,6 +22,8 @@
 #include "product/tool/EngineRequest.h"
 #include "product/tool/ExactRun.h"
 #include "product/tool/LimitWatch.h"
+#include "product/tool/PartDrawing.h"
+#include "product/tool/SolidBodies.h"
 #include "product/tool/ToolName.h"
 #include "product/tool/ToolPicture.h"
 
@@ -143,6 +145,26 @@ void ToolRunner::Compute(const ToolRequest& request, ToolRun& run) {
         request.solidInDrawing
             ? RevolveInDrawing(run.envelopeId, run.envelope, *request.axis, m_isSolidLayerEmpty)
             : RevolveRing(run.envelope.vertices, run.envelope.closed, *request.axis);
+    TakeParts(request, run);
+}
+
+void ToolRunner::TakeParts(const ToolRequest& request, ToolRun& run) {
+    try {
+        if (run.solid.profile)
+            run.parts = FindParts(m_database, request, run);
+        else if (request.parts.IsSplit() && run.solid.refusal)
+            throw Failure(Fault::NoSolid,
+                          "the tool cannot be split, for no solid can be made of the envelope: " +
+                              run.solid.refusal->Text());
+    } catch (const Failure&) {
+        // Nothing is left half done: without the parts that were asked for, no envelope.
+        EraseById(run.envelopeId);
+        run.envelopeId = AcDbObjectId();
+        run.envelope = {};
+        run.solid = {};
+        run.isBegun = false;
+        throw;
+    }
 }
 
 void ToolRunner::DrawExactEnvelope(const ToolRequest& request, ToolRun& run) {
@@ -197,12 +219,19 @@ void ToolRunner::WriteFiles(const ToolRequest& request, ToolRun& run) {
             throw Failure(Fault::Output, request.svg + ": the picture cannot be written: " +
                                              error.reason + "; choose another place with --svg");
     }
-    if (!run.envelope.found || !request.solid.Any()) return;
+    if (!run.envelope.found || (!request.solid.Any() && request.profile.empty())) return;
     if (request.fileName && run.solid.profile && !IsFileName(FromUtf8(*request.fileName)))
         throw Failure(Fault::Request,
                       "the tool's name '" + *request.fileName + "' cannot be the name of a file");
-    WriteSolidFiles(run.solid, NameOfTool(request, run.envelope, m_database), m_database,
-                    request.solid, request.place, run.files);
+    const std::vector<SolidBody> bodies =
+        BodiesOf(request, run, NameOfTool(request, run.envelope, m_database));
+    WriteSolidFiles(run.solid, bodies, m_database, request.solid, request.place, run.files);
+    if (request.profile.empty() || bodies.empty()) return;
+    std::vector<ProfilePart> parts;
+    for (const SolidBody& body : bodies) parts.push_back({&body.profile, body.layer});
+    WriteProfile(request.profile, parts,
+                 request.solid.units ? *request.solid.units : m_database.insunits(), request.place);
+    run.files.push_back(request.profile);
 }
 
 ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
@@ -212,6 +241,8 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
     for (const std::string& warning : run.warnings)
         review.findings.push_back({Finding::Kind::Note, true, warning, std::nullopt});
     AddMeetingFinding(run.envelope.selfMeeting, review.findings);
+    if (run.parts)
+        for (const Finding& finding : run.parts->findings) review.findings.push_back(finding);
     if (run.exact)
         AddExactFindings(*run.exact, review.findings);
     else
@@ -254,7 +285,7 @@ void ToolRunner::DrawForPage(const ToolRequest& request, const ToolRun& run, con
         PagePicture(m_pictures->Run(run.selection.ids), request, run, review.findings), id);
     if (!run.solid.profile) return;
     std::string reason;
-    if (const auto solid = DrawSolid(*run.solid.profile, kPageSolidWidth, reason))
+    if (const auto solid = DrawSolid(ShownParts(request, run), kPageSolidWidth, reason))
         review.png = solid->bytes;
     else
         review.findings.push_back(

@@ -14,6 +14,7 @@
 #include "product/tool/Selection.h"
 #include "product/tool/SolidRun.h"
 #include "product/tool/ExactRun.h"
+#include "product/tool/ToolParts.h"
 #include "product/tool/ToolRequest.h"
 
 namespace product {
@@ -31,7 +32,8 @@ struct ToolRun {
     double seconds = 0;                 // of the engine alone, wall clock
     std::vector<std::string> warnings;  // what the user should know though the run went on
     SolidRun solid;
-    std::vector<std::string> files;  // of the solid, as they were written
+    std::optional<ToolParts> parts;  // with a solid only
+    std::vector<std::string> files;  // of the solid and its profile, as they were written
 };
 
 // What a person may want to look at.
@@ -53,14 +55,15 @@ public:
     //               switches every layer on.
     ToolRunner(AcDbDatabase& database, bool withPictures);
 
-    // Picks, checks the request, draws the axis, runs the engine, takes the axis away again and
-    // revolves what came out. No envelope is no failure: found stays false.
+    // Picks, checks the request, draws the axis, runs the engine, takes the axis away again,
+    // revolves what came out and finds its parts. No envelope is no failure: found stays false.
     //
     // drawing  gains the envelope and its layer, loses earlier envelopes among what is picked;
     //          every layer is switched on
     // fails    Failure: Request for parameters that make no sense for what was picked,
     //          NothingThere when that is nothing, NotCarriedOut for what no algorithm here can do,
-    //          NoResult when the axis cannot be drawn or the envelope not be read
+    //          NoResult when the axis cannot be drawn or the envelope not be read; as FindParts(),
+    //          there is then no envelope either
     void Compute(const ToolRequest& request, ToolRun& run);
 
     // Writes the picture and the solid's files, each as a whole or not at all.
@@ -78,6 +81,7 @@ public:
 private:
     void DrawEnvelope(const ToolRequest& request, ToolRun& run);
     void DrawExactEnvelope(const ToolRequest& request, ToolRun& run);
+    void TakeParts(const ToolRequest& request, ToolRun& run);
     void DrawForPage(const ToolRequest& request, const ToolRun& run, const std::string& id,
                      ToolReview& review);
 

@@ -65,19 +65,22 @@ ROOMS = {
     "host/dxf": (
         "the drawing in a file; fills and reads the database from inside",
         "host/include host/base host/sys host/db"),
+    "host/dwg": (
+        "drawings of the other kind, by a converter that runs as a process of its own",
+        "host/sys host/dxf"),
     "host/solid": (
         "solids and their files; knows entities, neither documents nor drawing files",
         "plane host/include host/base host/sys host/db"),
     "host/ed": (
         "documents, commands, tracing: opens files and installs the modeller",
-        "plane host/include host/base host/sys host/geos host/db host/dxf host/solid"),
+        "plane host/include host/base host/sys host/geos host/db host/dwg host/solid"),
     "host/mfc": (
         "windows and dialogs; has nothing to do with drawings",
         "host/include host/base host/sys"),
     # What the programs are made of.
     "product/base": (
         "a drawing's file, its texts and rectangles: what every other room here needs",
-        "plane plugin/util host/include host/dxf"),
+        "plane plugin/util host/include host/dxf host/dwg"),
     "product/detect": (
         "finds the tools of a sheet; knows no envelope, and takes the drawing from the one walk",
         "product/base plane plugin/util plugin/drawn host/include host/base"),
@@ -86,12 +89,15 @@ ROOMS = {
         "of what it did and the names of its layers",
         "product/base product/detect plane plugin/util plugin/drawn plugin/outline plugin/engine "
         "host/include host/geos"),
+    "product/parts": (
+        "profiles of solids: tip, cutting part and rest, figures; knows neither drawing nor engine",
+        "plane product/base host/solid"),
     "product/picture": (
         "drawings and solids as pictures; what was computed is handed to it",
         "plane product/base plugin/util plugin/drawn host/include host/solid"),
     "product/tool": (
         "runs tools: the only room that drives engine, checks and pictures together",
-        "product/base product/detect product/check product/picture plane plugin/util plugin/drawn "
+        "product/base product/detect product/check product/parts product/picture plane plugin/util plugin/drawn "
         "plugin/outline plugin/engine plugin/batch host/include host/db host/ed host/solid host/sys"),
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
@@ -102,11 +108,11 @@ ROOMS = {
         "options, workers and progress around requests; the plug-in's free operations for progress "
         "and file names are answered here, and libraries are loaded before workers come into being",
         "product/base product/check product/tool product/report plugin/util plugin/batch host/base host/sys "
-        "host/geos host/solid"),
+        "host/geos host/dwg host/solid"),
     "apps/qzhost": (
         "the host as a program: it knows no plug-in, which comes as a module like any other; texts "
         "are written out as in the pictures",
-        "product/base host/include host/base host/sys host/db host/ed host/mfc"),
+        "product/base host/include host/base host/sys host/db host/dwg host/ed host/mfc"),
 }
 PLUGIN = [room for room in ROOMS if room.startswith("plugin/")]
 # What AutoCAD's module is made of.

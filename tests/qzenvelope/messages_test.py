@@ -129,7 +129,7 @@ class Messages(ProgramTest):
         self.assertEqual((0, ""), (done.returncode, done.stderr))
         for part in ("--centre", "Examples:", "displayed", "frozen"):
             self.assertIn(part, done.stdout)
-        self.assertRegex(self.run_program("--version").stdout, r"\Aqzenvelope [\d.]+\n\Z")
+        self.assertRegex(self.run_program("--version").stdout, r"\Aqzenvelope [\d.]+ \((unknown commit|[0-9a-f]+)\)\n\Z")
 
 
 class Readme(ProgramTest):

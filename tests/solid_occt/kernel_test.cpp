@@ -223,7 +223,7 @@ TEST(Kernel, PicturesShowTheSolidAboveItsProfile) {
     Mesh mesh;
     std::string reason, png;
     ASSERT_TRUE(solid->Triangulate(0.02, mesh, reason)) << reason;
-    const Image image = RenderPicture(profile, mesh, 400);
+    const Image image = RenderPicture({{&profile, mesh}}, 400);
     ASSERT_TRUE(EncodePng(image, png, reason)) << reason;
     EXPECT_EQ(png.substr(0, 8), "\x89PNG\r\n\x1a\n");
     // White around, steel in the middle of the solid, the fill's blue in the profile.

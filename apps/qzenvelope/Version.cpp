@@ -1,0 +1,9 @@
+#include "apps/qzenvelope/Version.h"
+
+#include "version.h"
+
+namespace app {
+
+std::string VersionText() { return "qzenvelope " QZ_VERSION " (" QZ_COMMIT ")"; }
+
+}  // namespace app
