@@ -58,7 +58,14 @@ std::string EntityName(const AcDbObjectId& id) {
 
 void CheckSegments(const Selection& selection, const ToolParameters& parameters) {
     const double precision = parameters.arcPrecision, limit = parameters.limit;
-    const double segments = EstimateSegments(selection.ids, precision);
+    const PieceEstimate estimate = EstimateSegments(selection.ids, precision);
+    const double segments = estimate.count;
+    if (!std::isfinite(segments))
+        throw Failure(Fault::Request,
+                      EntityName(estimate.largest) +
+                          " is a curve without a length: a bulge so near 0 that its radius is "
+                          "endless, or coordinates beyond all numbers; draw it straight, or pick "
+                          "without it by --window");
     if (segments > limit)
         throw Failure(
             Fault::Request,

@@ -59,6 +59,20 @@ double ScaleChords(const AcDbBlockReference* reference, double chords) {
     return std::max(std::abs(scale.sx), std::abs(scale.sy)) * CountCells(reference) * chords;
 }
 
+// What is no number counts as the most.
+PieceEstimate SumOf(const AcArray<AcDbObjectId>& ids, CBlockSum figures) {
+    PieceEstimate estimate;
+    double most = 0;
+    for (int i = 0; i < ids.length(); ++i) {
+        const double count = figures.Of(ids[i]);
+        estimate.count += count;
+        if (count <= most || std::isnan(most)) continue;
+        most = count;
+        estimate.largest = ids[i];
+    }
+    return estimate;
+}
+
 }  // namespace
 
 Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
@@ -212,26 +226,14 @@ Selection PickBy(AcDbDatabase& database, const PickRule& rule) {
     return selection;
 }
 
-double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {
-    CBlockSum chords([arcPrecision](const AcDbEntity* e) { return CountChords(e, arcPrecision); },
-                     ScaleChords);
-    double sum = 0;
-    for (int i = 0; i < ids.length(); ++i) sum += chords.Of(ids[i]);
-    return sum;
+PieceEstimate EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {
+    return SumOf(
+        ids, CBlockSum([arcPrecision](const AcDbEntity* e) { return CountChords(e, arcPrecision); },
+                       ScaleChords));
 }
 
 PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids) {
-    PieceEstimate estimate;
-    CBlockSum pieces = MakePieceCount();
-    double most = 0;
-    for (int i = 0; i < ids.length(); ++i) {
-        const double count = pieces.Of(ids[i]);
-        estimate.count += count;
-        if (count <= most) continue;
-        most = count;
-        estimate.largest = ids[i];
-    }
-    return estimate;
+    return SumOf(ids, MakePieceCount());
 }
 
 }  // namespace product

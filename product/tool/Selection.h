@@ -64,16 +64,19 @@ Selection PickBy(AcDbDatabase& database, const PickRule& rule);
 // result   how many were erased
 int EraseEnvelopes(const AcArray<AcDbObjectId>& envelopes);
 
-// Number of chords into which the picked curves will be cut, blocks included, from above.
-// cost  opens every entity once, and those of each block once
-double EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision);
-
-// Entities that the picked ones come to when their blocks are taken apart, and the picked one that
-// comes to most; each block is looked at once.
+// What the picked entities come to, and the one of them that comes to most.
 struct PieceEstimate {
     double count = 0;
     AcDbObjectId largest;
 };
+
+// Number of chords into which the picked curves will be cut, blocks included, from above; not
+// finite when a curve has no finite length, which is then the largest.
+// cost  opens every entity once, and those of each block once
+PieceEstimate EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision);
+
+// Entities that the picked ones come to when their blocks are taken apart; each block is looked at
+// once.
 PieceEstimate EstimatePieces(const AcArray<AcDbObjectId>& ids);
 
 }  // namespace product

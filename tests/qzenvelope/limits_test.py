@@ -81,6 +81,9 @@ DRAWINGS = {
     "a grid that nobody wants to be checked": (
         drawing("".join(line(0, i, 200, i) + line(i, 0, i, 200) for i in range(200))), 0,
         r"not checked against the contour"),
+    "a bulge next to nothing": (
+        drawing(entity("LWPOLYLINE", "AcDbPolyline", 90, 3, 70, 0, 10, 0, 20, 0, 10, 10, 20, 5, 42,
+                       "1e-320", 10, 20, 20, 5)), 2, r"entity \w+ is a curve without a length: a bulge so near 0"),
     "a zigzag": (drawing(spline([(i, 50 - 100 * (i % 2)) for i in range(1000)])), 2,
                  r"one side sees the lines that were picked in \d+ pieces or more.*raise --limit"),
     "deep, and a block inside itself": (
