@@ -80,7 +80,8 @@ void CurveTree::Split(int first, int last) {
     double spread = (std::max)(width, height);
     int by = byX ? 0 : 1;
     if (sums.isCrowded) {
-        plane::Box headings;
+        plane::Box headings, centres;
+        int arcs = 0;
         double length = 0, least = 1e300, most = 0;
         for (int k = first; k < last; ++k) {
             const plane::Curve& c = m_curves[m_order[k]].curve;
@@ -88,6 +89,8 @@ void CurveTree::Split(int first, int last) {
             headings.Add(plane::Point{0.0, u.y});
             length += plane::Length(c.Chord());
             if (!c.IsArc()) continue;
+            ++arcs;
+            centres.Add(c.centre);
             least = (std::min)(least, c.radius);
             most = (std::max)(most, c.radius);
         }
@@ -95,7 +98,9 @@ void CurveTree::Split(int first, int last) {
             spread = headings.Height() * length / sums.count;
             by = 2;
         }
-        if (most - least > spread) by = 3;
+        // Arcs about one place are told apart by nothing else.
+        const bool isRing = arcs == sums.count && most - least > centres.Size();
+        if (isRing || most - least > spread) by = 3;
     }
     const auto value = [&](int i) {
         const plane::Curve& c = m_curves[i].curve;
@@ -164,9 +169,31 @@ double CurveTree::EntryOf(const plane::Curve& part, const plane::Box& box, doubl
     return enter <= leave ? enter : kNever;
 }
 
+bool CurveTree::MayMeet(const Node& node, const plane::Curve& part, double sagitta,
+                        double reach) const {
+    if (node.bound < 0) return true;
+    const Bound& b = m_bounds[node.bound];
+    const double slack = reach + sagitta;
+    const auto overlaps = [&](double low, double high) {
+        return high + slack >= b.low && low - slack <= b.high;
+    };
+    if (!b.isRing) {
+        const double at = plane::Dot(b.normal, {part.from.x, part.from.y});
+        const double to = plane::Dot(b.normal, {part.to.x, part.to.y});
+        return overlaps((std::min)(at, to), (std::max)(at, to));
+    }
+    if (part.IsArc()) {
+        const double off = plane::Distance(part.centre, b.centre);
+        if (part.radius + off + reach < b.low || part.radius - off - reach > b.high) return false;
+    }
+    const double farthest =
+        (std::max)(plane::Distance(part.from, b.centre), plane::Distance(part.to, b.centre));
+    return overlaps(plane::Distance(plane::MakeLine(part.from, part.to), b.centre), farthest);
+}
+
 void CurveTree::Consider(const plane::Curve& part, int curve, double reach,
-                         std::optional<Contact>& best) const {
-    std::vector<plane::Point> points;
+                         std::vector<plane::Point>& points, std::optional<Contact>& best) const {
+    points.clear();
     plane::AppendMeetings(part, m_curves[curve].curve, reach, points);
     const double length = part.Length();
     for (const plane::Point& p : points) {

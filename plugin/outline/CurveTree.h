@@ -93,6 +93,10 @@ private:
         return p.x >= b.low.x - reach && p.x <= b.high.x + reach && p.y >= b.low.y - reach &&
                p.y <= b.high.y + reach;
     }
+    static bool AreNear(const plane::Box& a, const plane::Box& b, double reach) {
+        return a.low.x <= b.high.x + reach && b.low.x <= a.high.x + reach &&
+               a.low.y <= b.high.y + reach && b.low.y <= a.high.y + reach;
+    }
     bool MayHold(const Node& node, const plane::Point& p, double reach) const {
         if (node.bound < 0) return true;
         const Bound& b = m_bounds[node.bound];
@@ -111,19 +115,21 @@ private:
         const double y = (std::max)((std::max)(box.low.y - p.y, p.y - box.high.y), 0.0);
         return x + y;
     }
+    // Whether a curve of the node may come within reach of the part, which bends by no more than a
+    // quarter of a turn.
+    bool MayMeet(const Node& node, const plane::Curve& part, double sagitta, double reach) const;
     void Consider(const plane::Curve& part, int curve, double reach,
-                  std::optional<Contact>& best) const;
+                  std::vector<plane::Point>& scratch, std::optional<Contact>& best) const;
 
     template <class Skip>
     std::optional<Contact> FirstInPart(const plane::Curve& part, double reach,
                                        const Skip& skip) const {
         std::optional<Contact> best;
         const plane::Box partBox = plane::BoxOf(part);
-        const double length = part.Length();
-        const plane::Point middle = partBox.Middle();
-        const double around = reach + plane::Distance(middle, partBox.high);
+        const double length = part.Length(), sagitta = part.IsArc() ? part.Sagitta() : 0.0;
+        std::vector<plane::Point> scratch;
         const auto isLate = [&](const plane::Box& box) {
-            if (!box.Meets(partBox, reach)) return true;
+            if (!AreNear(box, partBox, reach)) return true;
             const double entry = EntryOf(part, box, reach);
             return entry > 1.0 || (best && entry * length > best->length);
         };
@@ -132,11 +138,11 @@ private:
         while (depth > 0) {
             const int n = stack[--depth];
             const Node& node = m_nodes[n];
-            if (isLate(node.box) || !MayHold(node, middle, around)) continue;
+            if (isLate(node.box) || !MayMeet(node, part, sagitta, reach)) continue;
             if (node.right == 0) {
                 for (int k = node.first; k < node.last; ++k)
                     if (!isLate(m_boxes[k]) && !skip(m_order[k]))
-                        Consider(part, m_order[k], reach, best);
+                        Consider(part, m_order[k], reach, scratch, best);
                 continue;
             }
             // The child nearer to the start is looked at first.

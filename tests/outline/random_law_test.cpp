@@ -3,9 +3,12 @@
 #include <iterator>
 #include <random>
 
+#include "host/solid/profile.h"
+#include "host/solid/sat_text.h"
 #include "outline_text.h"
 #include "plain_law.h"
 #include "random_tool.h"
+#include "solid/sat_reader.h"
 
 namespace {
 
@@ -38,6 +41,33 @@ TEST(RandomTools, OutlinesHoldRayByRay) {
             << "seed " << seed << ": " << test::Show(found);
     }
     EXPECT_GT(drawn, 240);
+}
+
+// What is found can be turned into a solid, and the solid's text is sound for a reader that knows
+// nothing of the writer.
+TEST(RandomTools, SolidsOfAllAreSound) {
+    int solids = 0;
+    for (unsigned seed = 0; seed < 400; ++seed) {
+        SCOPED_TRACE(seed);
+        const Envelope found = outline::FindEnvelope(Random(seed));
+        if (found.refusal != Refusal::None) continue;
+        host::solid::Outline outline;
+        for (const plane::Curve& c : found.edges) outline.corners.push_back({c.from, c.bulge});
+        const plane::Point last = found.edges.back().to;
+        outline.corners.push_back({last, 0.0});
+        host::solid::Profile profile;
+        const host::solid::Refusal refusal =
+            Prepare(outline, AcGePoint3d(), AcGeVector3d(1, 0, 0), profile);
+        ASSERT_FALSE(refusal) << refusal.Text() << ": " << test::Show(found);
+        sat::File file;
+        ASSERT_EQ("", sat::Parse(host::solid::SatText({&profile}, {}), file));
+        const sat::Audit audit = sat::Check(file);
+        EXPECT_TRUE(audit.faults.empty());
+        const double volume = Measure(profile).volume;
+        EXPECT_NEAR(volume, audit.volume, 1e-6 * volume);
+        ++solids;
+    }
+    EXPECT_GT(solids, 390);
 }
 
 // The proof itself is tested: an outline with one corner moved must be refused.
