@@ -21,6 +21,7 @@
 #include "LayerTools.h"
 #include "NearBoxes.h"
 #include "SourceExploder.h"
+#include "Tolerances.h"
 
 namespace {
 

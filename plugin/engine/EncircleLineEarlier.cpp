@@ -77,13 +77,10 @@ void MergeInto(CLineInfo& other, const CLineInfo& line) {
 }
 
 // Boxes that can hold what stands between the point and the viewer.
-bool MayHide(const SFlatBox& box, const AcGePoint3d& pt, E_RemoveLine_Dir dir) {
-    if (IsVerticalSide(dir)) {
-        return box.m_dMinX <= pt.x && pt.x <= box.m_dMaxX &&
-               (dir == E_Dir_Top ? box.m_dMaxY >= pt.y : box.m_dMinY <= pt.y);
-    }
-    return box.m_dMinY <= pt.y && pt.y <= box.m_dMaxY &&
-           (dir == E_Dir_Right ? box.m_dMaxX >= pt.x : box.m_dMinX <= pt.x);
+bool MayHide(const SFlatBox& box, const AcGePoint3d& pt, const SSideView& view) {
+    const double across = view.GetAcross(pt);
+    return view.GetFirstAcross(box) <= across && across <= view.GetLastAcross(box) &&
+           view.GetNearest(box) >= view.GetTowards(pt);
 }
 
 void DrawStraight(const AcGePoint3dArray& pts, AcDbObjectId& outId) {
@@ -178,13 +175,13 @@ std::vector<CLineInfo> CEncircleLine::RemoveLine(E_RemoveLine_Dir dir,
     UpdateLineStartEndPt(dir, oriented);
     const CBoxIndex index(GetFlatBoxes(oriented));
     const double edgeOn = m_calInfo.m_tolHorVer.equalPoint();
+    const SSideView view(dir);
     std::vector<char> hidden(oriented.size(), 0);
     for (size_t i = 0; i < oriented.size(); ++i) {
         const CLineInfo& line = oriented[i];
         const AcGePoint3d middle = GetMidPoint(line.m_startPt, line.m_endPt);
-        const bool bEdgeOn = IsVerticalSide(dir)
-                                 ? IsEqualValue(line.m_startPt.x, line.m_endPt.x, edgeOn)
-                                 : IsEqualValue(line.m_startPt.y, line.m_endPt.y, edgeOn);
+        const bool bEdgeOn =
+            IsEqualValue(view.GetAcross(line.m_startPt), view.GetAcross(line.m_endPt), edgeOn);
         const auto hides = [&](int n) {
             const CLineInfo& other = oriented[n];
             return (line.m_id.isNull() || other.m_id != line.m_id) &&
@@ -193,7 +190,7 @@ std::vector<CLineInfo> CEncircleLine::RemoveLine(E_RemoveLine_Dir dir,
         };
         hidden[i] =
             bEdgeOn ||
-            index.Visit([&](const SFlatBox& box) { return MayHide(box, middle, dir); }, hides);
+            index.Visit([&](const SFlatBox& box) { return MayHide(box, middle, view); }, hides);
     }
     EraseMarked(oriented, hidden);
     DeleteMarked(oriented, hidden);

@@ -18,14 +18,14 @@
 #include "EraseEntity.h"
 #include "ShowBox.h"
 #include "SideOrder.h"
+#include "Tolerances.h"
 #include "WorkingSet.h"
 
 namespace {
 
-// The frame stands so far off the drawing, the axis goes so far beyond the frame, and the seed lies
-// so far inside it, in drawing units.
+// The frame stands so far off the drawing, and the seed lies so far inside the frame, in drawing
+// units; the axis goes its overhang beyond.
 constexpr double kFrameWidening = 50.0;
-constexpr double kAxisOverhang = 10.0;
 constexpr double kSeedInset = 1.0;
 
 constexpr Adesk::UInt16 kByLayerColour = 256;

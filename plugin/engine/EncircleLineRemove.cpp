@@ -11,6 +11,7 @@
 #include "RemoveMarked.h"
 #include "SegmentClass.h"
 #include "SideOrder.h"
+#include "Tolerances.h"
 #include "TolerantCompare.h"
 #include "Visibility.h"
 
@@ -19,9 +20,8 @@ namespace {
 using Lines = std::vector<CLineInfo>;
 
 // The axis line reaches so far beyond the drawing, in drawing units: the box is widened first, then
-// the line goes past it.
+// the line goes past it by its overhang.
 constexpr double kAxisWidening = 50.0;
-constexpr double kAxisOverhang = 10.0;
 
 constexpr Adesk::UInt16 kByLayerColour = 256;
 
@@ -32,12 +32,12 @@ CQZRect GetBox(const CLineInfo& line) { return CQZRect(line.m_startPt, line.m_en
 
 // Whether a line lies wholly on the side of the axis that is not kept.
 bool IsBeyondAxis(const CLineInfo& line, E_RemoveLine_Dir dir, double dAxis, double tol) {
-    const bool bVertical = IsVerticalSide(dir);
-    const double start = bVertical ? line.m_startPt.y : line.m_startPt.x;
-    const double end = bVertical ? line.m_endPt.y : line.m_endPt.x;
-    const bool bKeepsHigh = dir == E_Dir_Top || dir == E_Dir_Right;
-    return bKeepsHigh ? IsAtOrBelowValue(start, dAxis, tol) && IsAtOrBelowValue(end, dAxis, tol)
-                      : IsAtOrAboveValue(start, dAxis, tol) && IsAtOrAboveValue(end, dAxis, tol);
+    const SSideView view(dir);
+    const double start = view.GetAlong(line.m_startPt);
+    const double end = view.GetAlong(line.m_endPt);
+    return view.m_dSign > 0.0
+               ? IsAtOrBelowValue(start, dAxis, tol) && IsAtOrBelowValue(end, dAxis, tol)
+               : IsAtOrAboveValue(start, dAxis, tol) && IsAtOrAboveValue(end, dAxis, tol);
 }
 
 // Whether another side's line already stands for this one.

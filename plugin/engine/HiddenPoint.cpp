@@ -70,7 +70,7 @@ bool IsBehindSegment(const AcGePoint3d& pt, const AcGePoint3d& start, const AcGe
     const E_Run run = GetRun(start, end, tolLine.equalPoint());
     if (run == E_Run::Oblique) {
         const int side = GetSideOfLine(pt, start, end, tol);
-        return side == (dir == E_Dir_Top || dir == E_Dir_Right ? -1 : 1);
+        return side == (view.m_dSign > 0.0 ? -1 : 1);
     }
     if (run != (view.m_bVertical ? E_Run::Level : E_Run::Upright)) {
         return false;

@@ -1,6 +1,7 @@
 // How segments run along a side, and the way a side looks.
 #pragma once
 
+#include "BoxIndex.h"
 #include "LineInfo.h"
 #include "RemoveLineDir.h"
 
@@ -19,7 +20,20 @@ struct SSideView {
           m_dSign(dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0) {}
 
     double GetAcross(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
-    double GetTowards(const AcGePoint3d& pt) const { return m_dSign * (m_bVertical ? pt.y : pt.x); }
+    double GetTowards(const AcGePoint3d& pt) const { return m_dSign * GetAlong(pt); }
+    // The same of a box: where it begins and ends across, and what of it is nearest to the viewer.
+    double GetFirstAcross(const SFlatBox& box) const {
+        return m_bVertical ? box.m_dMinX : box.m_dMinY;
+    }
+    double GetLastAcross(const SFlatBox& box) const {
+        return m_bVertical ? box.m_dMaxX : box.m_dMaxY;
+    }
+    double GetNearest(const SFlatBox& box) const {
+        return m_dSign > 0.0 ? (m_bVertical ? box.m_dMaxY : box.m_dMaxX)
+                             : -(m_bVertical ? box.m_dMinY : box.m_dMinX);
+    }
+    // The drawing's own coordinate along the view, whichever way that looks.
+    double GetAlong(const AcGePoint3d& pt) const { return m_bVertical ? pt.y : pt.x; }
     // A step along the view.
     AcGeVector3d GetStep(double dLength) const {
         return m_bVertical ? AcGeVector3d(0, dLength, 0) : AcGeVector3d(dLength, 0, 0);

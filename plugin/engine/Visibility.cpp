@@ -109,8 +109,7 @@ std::vector<SSeenPiece> CVisibility::SeeAll(E_RemoveLine_Dir dir, const CProbeCu
 void CVisibility::Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
     m_dir = dir;
     m_pProbes = pProbes;
-    m_bVertical = IsVerticalSide(dir);
-    m_dSign = dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0;
+    m_view = SSideView(dir);
     m_unsteady.clear();
     m_nColumn = -1;
     m_nHider = static_cast<size_t>(-1);
@@ -134,11 +133,11 @@ void CVisibility::SetPlaces() {
     if (m_pProbes == nullptr) {
         return;
     }
-    m_ownCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_bVertical);
-    m_hiderCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_bVertical);
-    m_places.m_across = GetDistinct(m_pProbes->GetPlaces(m_bVertical), 0.0);
-    m_places.m_along = GetDistinct(m_pProbes->GetPlaces(!m_bVertical), 0.0);
-    if (m_dSign < 0.0) {
+    m_ownCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_view.m_bVertical);
+    m_hiderCuts = std::make_unique<CStretchCuts>(*m_pProbes, m_view.m_bVertical);
+    m_places.m_across = GetDistinct(m_pProbes->GetPlaces(m_view.m_bVertical), 0.0);
+    m_places.m_along = GetDistinct(m_pProbes->GetPlaces(!m_view.m_bVertical), 0.0);
+    if (m_view.m_dSign < 0.0) {
         std::reverse(m_places.m_along.begin(), m_places.m_along.end());
         for (double& place : m_places.m_along) {
             place = -place;
@@ -166,9 +165,9 @@ SSight CVisibility::MakeSight(size_t record) const {
     sight.m_dMargin =
         kClearTols * m_tolPoint.equalPoint() * AcGeVector2d(1.0, sight.m_dSlope).length();
     if (m_pProbes != nullptr) {
-        sight.m_bCutAcross = m_pProbes->HasProbes(record, m_bVertical);
+        sight.m_bCutAcross = m_pProbes->HasProbes(record, m_view.m_bVertical);
         // A line that is surely parallel to the probes across the view is never cut by them.
-        sight.m_bCutAlong = m_pProbes->HasProbes(record, !m_bVertical) &&
+        sight.m_bCutAlong = m_pProbes->HasProbes(record, !m_view.m_bVertical) &&
                             !(std::fabs(dv) < m_tolPoint.equalVector() / kSteadyFactor * length);
         if (sight.m_bCutAlong && std::fabs(dv) < steady * length) {
             sight.m_bClear = false;

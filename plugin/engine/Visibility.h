@@ -12,6 +12,7 @@
 #include "ProbeCuts.h"
 #include "QZRect.h"
 #include "RemoveLineDir.h"
+#include "SideOrder.h"
 #include "StretchCuts.h"
 
 // A piece that a side sees, between two neighbours of a record's chain: start, break points in
@@ -122,8 +123,8 @@ private:
     const Chain& GetUnsteadyChain(size_t record);
     void CutHider(size_t record, double u);
 
-    double GetU(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
-    double GetV(const AcGePoint3d& pt) const { return m_dSign * (m_bVertical ? pt.y : pt.x); }
+    double GetU(const AcGePoint3d& pt) const { return m_view.GetAcross(pt); }
+    double GetV(const AcGePoint3d& pt) const { return m_view.GetTowards(pt); }
 
     const std::vector<CLineInfo>& m_lines;
     const CQZRect& m_extents;
@@ -137,8 +138,7 @@ private:
     // Of the side that is looking.
     E_RemoveLine_Dir m_dir = E_Dir_Top;
     const CProbeCuts* m_pProbes = nullptr;
-    bool m_bVertical = true;
-    double m_dSign = 1.0;
+    SSideView m_view{E_Dir_Top};
     std::vector<SSight> m_sights;
     SCutPlaces m_places;
     CFloors m_floors;

@@ -64,11 +64,9 @@ bool CVisibility::IsHiddenByIndexed(const SPiece& piece) {
     const bool bOwn = !m_sights[piece.m_nRecord].m_bClear;
     const double lowest = piece.m_dV - m_tolPoint.equalPoint() - 8 * m_dRounding;
     const auto isOver = [&](const SFlatBox& box) {
-        const double from = (m_bVertical ? box.m_dMinX : box.m_dMinY) - m_places.m_dNear;
-        const double to = (m_bVertical ? box.m_dMaxX : box.m_dMaxY) + m_places.m_dNear;
-        const double top = m_bVertical ? (m_dSign > 0.0 ? box.m_dMaxY : -box.m_dMinY)
-                                       : (m_dSign > 0.0 ? box.m_dMaxX : -box.m_dMinX);
-        return from <= piece.m_dU && piece.m_dU <= to && top >= lowest;
+        const double from = m_view.GetFirstAcross(box) - m_places.m_dNear;
+        const double to = m_view.GetLastAcross(box) + m_places.m_dNear;
+        return from <= piece.m_dU && piece.m_dU <= to && m_view.GetNearest(box) >= lowest;
     };
     return m_index->Visit(isOver, [&](int item) {
         const size_t other = static_cast<size_t>(item);

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+#include "Tolerances.h"
+
 CBlockAppender::CBlockAppender(const ACHAR* pSpaceName) {
     AcDbDatabase* pDatabase = acdbHostApplicationServices()->workingDatabase();
     if (pDatabase == nullptr) {

@@ -3,9 +3,6 @@
 
 #include "arxHeaders.h"
 
-// Points closer than this make no line, in drawing units.
-constexpr double kShortestLine = 1e-6;
-
 // Appends a line from p to q to the named block, with this colour index (256 by layer) and the line
 // type ByLayer whatever the drawing's current setting, on the current layer.
 //

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "Tolerances.h"
 #include "TolerantCompare.h"
 #include "plane/point.h"
 

@@ -4,10 +4,6 @@
 
 #include "arxHeaders.h"
 
-// Angles nearer to a full turn than this count as 0 (radians): an arc that ends at 0 may be stored
-// as ending at 2 pi less a rounding.
-constexpr double kFullTurnTol = 1e-9;
-
 struct SArc {
     AcGePoint3d m_centre;
     double m_dRadius = 0.0;

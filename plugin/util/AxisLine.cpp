@@ -3,6 +3,7 @@
 
 #include "AddEntity.h"
 #include "EraseEntity.h"
+#include "Tolerances.h"
 
 CAxisLine::CAxisLine(const CQZRect& box, double dHeight) {
     if (box.IsValid()) {

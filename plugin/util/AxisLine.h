@@ -2,9 +2,6 @@
 
 #include "QZRect.h"
 
-// How far the temporary axis reaches beyond the picked entities on both sides, in drawing units.
-constexpr double kAxisOverhang = 10.0;
-
 // The horizontal centre line of one computation: drawn in model space through a height, past the
 // box of the picked entities, and erased again at the end of its life.
 class CAxisLine {

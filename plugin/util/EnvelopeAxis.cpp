@@ -1,14 +1,8 @@
 #include "StdAfx.h"
 #include "EnvelopeAxis.h"
 
+#include "Tolerances.h"
 #include "TolerantCompare.h"
-
-namespace {
-
-// An edge whose ends differ by less in y is horizontal, in drawing units.
-constexpr double kHorizontalTol = 0.0001;
-
-}  // namespace
 
 bool GetEnvelopeAxisPoint(const AcDbObjectId& id, AcGePoint3d& pt) {
     const AcDbObjectPointer<AcDbPolyline> pPolyline(id, AcDb::kForRead);

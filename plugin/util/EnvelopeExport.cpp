@@ -9,13 +9,11 @@
 #include "FileName.h"
 #include "RevolveSolid.h"
 #include "SatExport.h"
+#include "Tolerances.h"
 #include "TolerantCompare.h"
 #include "UnlockedLayer.h"
 
 namespace {
-
-// An envelope that lies farther across the axis crosses it, in drawing units.
-constexpr double kAxisTol = 1e-6;
 
 bool IsThere(const AcDbObjectId& id) {
     return AcDbObjectPointer<AcDbEntity>(id, AcDb::kForRead).openStatus() == Acad::eOk;

@@ -2,15 +2,13 @@
 
 #include "QZRect.h"
 
+#include "Tolerances.h"
 #include "TolerantCompare.h"
 
 namespace {
 
 // Beyond every drawing; an empty box is one turned inside out by it.
 constexpr double kFarAway = 1e20;
-
-// Boxes come from computed corners: one that misses another's side by less still lies in it.
-constexpr double kCornerTol = 1e-6;
 
 bool IsStrictlyInside(double d, double dMin, double dMax) { return dMin < d && d < dMax; }
 

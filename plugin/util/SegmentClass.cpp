@@ -2,6 +2,7 @@
 
 #include "SegmentClass.h"
 
+#include "Tolerances.h"
 #include "TolerantCompare.h"
 
 namespace {

@@ -5,9 +5,6 @@
 
 enum E_SegmentClass { E_Segment_Collinear = 0, E_Segment_Parallel = 1, E_Segment_NotParallel = 2 };
 
-// Slopes that differ by less count as equal (dimensionless).
-constexpr double kSlopeTol = 1e-6;
-
 // Classifies segment a-b against p-q. tol (drawing units, strict) decides what is vertical and
 // whether p stands straight above a.
 //
