@@ -10,6 +10,7 @@
 #include "EraseEntity.h"
 #include "FlushGraphics.h"
 #include "LayerTools.h"
+#include "RunLine.h"
 #include "RunReport.h"
 #include "UnlockedLayer.h"
 
@@ -79,9 +80,22 @@ void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeli
     CEncircleCalInfo info(params);
     info.m_midLineId = axis.GetId();
     CEncircleLine engine(info);
+    CEncircleTrace trace;
+    const CEncircleTraceScope watched(trace);
     (engine.*pPipeline)(sourceIds, envelopeId);
     if (envelopeId.isNull()) {
         reason = GetNoEnvelopeReason(sourceIds, !info.m_midLineId.isNull());
+        const CString strLeftOut = GetLeftOutText(trace);
+        if (!strLeftOut.IsEmpty()) {
+            reason += _T("；") + strLeftOut;
+        }
+    } else {
+        acutPrintf(_T("\n%s：%s\n"), name.GetString(),
+                   GetEnvelopeLine(envelopeId, centre.y, trace).GetString());
+    }
+    const CString strWarning = GetParameterWarning(info);
+    if (!strWarning.IsEmpty()) {
+        acutPrintf(_T("\n%s：%s\n"), name.GetString(), strWarning.GetString());
     }
     if (!axis.Erase()) {
         reason = _T("临时轴线无法删除");

@@ -19,6 +19,7 @@
 #include "ModuleDialogs.h"
 #include "NumberFields.h"
 #include "PickedTool.h"
+#include "RunLine.h"
 #include "RunReport.h"
 #include "RunWatch.h"
 #include "ToolFrame.h"
@@ -202,6 +203,8 @@ void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, const AcDbObjectIdArr
     m_values.WriteTo(info);
     info.m_midLineId = axis.GetId();
     CEncircleLine engine(info);
+    CEncircleTrace trace;
+    const CEncircleTraceScope watched(trace);
     if (algorithm == E_Algorithm_Live) {
         engine.GetEncircleLine3(sourceIds, m_resultId);
     } else {
@@ -210,8 +213,24 @@ void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, const AcDbObjectIdArr
     if (!axis.Erase()) {
         acutPrintf(_T("\n临时轴线无法删除\n"));
     }
-    if (m_resultId.isNull() && !watch.IsStopped()) {
-        acutPrintf(_T("\n未生成包络线：%s\n"), GetNoEnvelopeReason(sourceIds, bAxis).GetString());
+    if (!m_resultId.isNull() || !watch.IsStopped()) {
+        TellRun(info, sourceIds, bAxis, trace);
+    }
+}
+
+void CEncircleLineCalDlg::TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds,
+                                  bool bAxis, const CEncircleTrace& trace) const {
+    if (!m_resultId.isNull()) {
+        acutPrintf(_T("\n%s\n"), GetEnvelopeLine(m_resultId, m_centre.y, trace).GetString());
+    } else {
+        const CString strLeftOut = GetLeftOutText(trace);
+        acutPrintf(_T("\n未生成包络线：%s%s%s\n"),
+                   GetNoEnvelopeReason(sourceIds, bAxis).GetString(),
+                   strLeftOut.IsEmpty() ? _T("") : _T("；"), strLeftOut.GetString());
+    }
+    const CString strWarning = GetParameterWarning(info);
+    if (!strWarning.IsEmpty()) {
+        acutPrintf(_T("\n%s\n"), strWarning.GetString());
     }
 }
 

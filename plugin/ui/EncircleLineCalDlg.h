@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "EncircleTrace.h"
 #include "EncircleValues.h"
 #include "EnvelopeExport.h"
 #include "res/resource.h"
@@ -41,6 +42,9 @@ private:
     void Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids);
     void RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
                    const CRunWatch& watch);
+    // One line on what came of it, and one on numbers that may have spoilt it.
+    void TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds, bool bAxis,
+                 const CEncircleTrace& trace) const;
     // Derives the axis point from the envelope, revolves and exports it; a failure adds a line.
     E_ExportResult ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
                              std::vector<CString>& failures);

@@ -53,6 +53,9 @@ class Scripts(ProgramTest):
         self.assertEqual([], dxf_tags.on_layer(entities, SCRATCH_LAYER))
         return dxf_tags.on_layer(entities, ENVELOPE_LAYER)
 
+    def test_numbers_that_may_spoil_a_result_are_told(self):
+        self.assertEqual(set(), self.session("doubtful_numbers", END_MILL))
+
     def test_one_tool_from_the_selection_to_the_file(self):
         self.assertEqual({"EM50-2.sat", "out.dxf"}, self.session("single_tool", END_MILL))
         self.assertEqual(["LWPOLYLINE"], [r[0][1].decode() for r in self.envelopes("out.dxf")])

@@ -1,0 +1,79 @@
+#include "StdAfx.h"
+#include "RunLine.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+struct SReasonText {
+    CEncircleTrace::E_LeftOut m_reason;
+    const ACHAR* m_pText;
+};
+const SReasonText kReasons[] = {
+    {CEncircleTrace::E_LeftOut_Unopenable, _T("无法打开")},
+    {CEncircleTrace::E_LeftOut_Layer, _T("尺寸线图层")},
+    {CEncircleTrace::E_LeftOut_Locked, _T("锁定图层")},
+    {CEncircleTrace::E_LeftOut_Type, _T("非轮廓类型")},
+    {CEncircleTrace::E_LeftOut_Linetype, _T("线型")},
+    {CEncircleTrace::E_LeftOut_Duplicate, _T("重复")},
+    {CEncircleTrace::E_LeftOut_Explode, _T("图块无法分解")},
+    {CEncircleTrace::E_LeftOut_NotFinite, _T("坐标无效")},
+};
+
+bool IsPositive(double dValue) { return dValue > 0.0 && std::isfinite(dValue); }
+
+}  // namespace
+
+CString GetLeftOutText(const CEncircleTrace& trace) {
+    CString strText;
+    for (const CEncircleTrace::SLeftOut& left : trace.m_leftOut) {
+        const ACHAR* pReason = _T("");
+        for (const SReasonText& row : kReasons) {
+            if (row.m_reason == left.m_reason) {
+                pReason = row.m_pText;
+            }
+        }
+        CString strWhat = left.m_strWhat;
+        strWhat.Replace(_T("AcDb"), _T(""));
+        strText.AppendFormat(_T("%s%s %s %d个"), strText.IsEmpty() ? _T("未参与：") : _T("，"),
+                             pReason, strWhat.GetString(), left.m_nCount);
+    }
+    return strText;
+}
+
+CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const CEncircleTrace& trace) {
+    CString strText;
+    const AcDbObjectPointer<AcDbPolyline> pEnvelope(envelopeId, AcDb::kForRead);
+    if (pEnvelope.openStatus() != Acad::eOk) {
+        return strText;
+    }
+    const unsigned int nVertices = pEnvelope->numVerts();
+    AcDbExtents box;
+    if (pEnvelope->getGeomExtents(box) != Acad::eOk) {
+        return strText;
+    }
+    const double dAbove = std::abs(box.maxPoint().y - dAxis);
+    const double dBelow = std::abs(box.minPoint().y - dAxis);
+    strText.Format(_T("包络线：长 %.10g，直径 %.10g，顶点 %u个"),
+                   box.maxPoint().x - box.minPoint().x, 2.0 * (std::max)(dAbove, dBelow),
+                   nVertices);
+    const CString strLeftOut = GetLeftOutText(trace);
+    return strLeftOut.IsEmpty() ? strText : strText + _T("；") + strLeftOut;
+}
+
+CString GetParameterWarning(const CEncircleCalInfo& info) {
+    CString strText;
+    const double dPoint = info.m_tolPoint.equalPoint();
+    if (!IsPositive(dPoint) || !IsPositive(info.m_tolLine.equalPoint()) ||
+        !IsPositive(info.m_tolHorVer.equalPoint())) {
+        strText = _T("注意：公差不大于0，结果可能不正确");
+    } else if (!IsPositive(info.m_dArcPrecision)) {
+        strText = _T("注意：圆弧离散精度不大于0，结果可能不正确");
+    } else if (info.m_dArcPrecision <= dPoint) {
+        strText.Format(
+            _T("注意：圆弧离散精度 %.10g 不大于点公差 %.10g，圆弧可能丢失，结果可能不正确"),
+            info.m_dArcPrecision, dPoint);
+    }
+    return strText;
+}
