@@ -12,7 +12,7 @@ function(qz_host_program target)
   # The program may be made of the product's rooms, which stand on the plug-in's own classes. A
   # module brings those too: the program keeps its copies to itself, so that neither takes the
   # other's.
-  foreach(library plane plugin_util plugin_drawn plugin_outline plugin_engine plugin_batch
+  foreach(library qzhost_core plane plugin_util plugin_drawn plugin_outline plugin_engine plugin_batch
       product_base product_detect product_check product_parts product_picture product_tool product_report)
     target_link_options(${target} PRIVATE "-Wl,--exclude-libs,lib${library}.a")
   endforeach()

@@ -9,6 +9,8 @@
 #include "apps/qzhost/desktop/Desktop.h"
 #include "apps/qzhost/session/HostProgram.h"
 #include "apps/qzhost/script/ScriptRunner.h"
+#include "apps/qzhost/settings/Settings.h"
+#include "apps/qzhost/words/Words.h"
 #include "host/ed/session.h"
 #include "host/base/format.h"
 #include "host/dwg/drawing_file.h"
@@ -25,6 +27,7 @@ struct Options {
     std::vector<std::string> drawings;
     std::vector<std::string> modules;
     std::string dwgConverter;  // command; empty: the one that is found
+    std::string language;  // "en", "zh"; empty: the one that was chosen, or the locale's
     bool noModule = false;
 };
 
@@ -109,7 +112,11 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
         return kFailed;
     }
     QApplication qt(argc, argv);
-    app::Desktop desktop;
+    QApplication::setOrganizationName("QZHost");
+    QApplication::setApplicationName("QZHost");
+    app::UseLanguage(options.language.empty() ? app::Settings().Language()
+                                              : QString::fromStdString(options.language));
+    app::Desktop desktop(true);
     if (!options.log.empty() && !desktop.Line().LogTo(options.log)) {
         std::cerr << "qzhost: cannot write the log " << options.log << "\n";
         return kFailed;
@@ -117,6 +124,7 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
     desktop.show();
     // What cannot be opened or loaded is told on the command line.
     static_cast<void>(OpenDrawings(options));
+    desktop.OfferRescue();
     if (host::Session::Get().Current() == nullptr) host::Session::Get().New();
     static_cast<void>(LoadModules(options));
     return QApplication::exec();
@@ -137,6 +145,8 @@ int main(int argc, char** argv) {
     parser.add_option("--log", options.log,
                       "write what the desktop's command line says to this file");
     parser.add_option("--module", options.modules, "load this module instead of the usual one");
+    parser.add_option("--language", options.language, "en or zh, for this session")
+        ->check(CLI::IsMember({"en", "zh"}));
     parser.add_flag("--no-module", options.noModule, "load no module at the start");
     parser.add_option("--dwg-converter", options.dwgConverter,
                       "command that converts between DWG and DXF, with {in} and {out} for the "

@@ -184,6 +184,7 @@ AcDbObject* ObjectOf(Stub& stub) {
 }
 
 void NoteSaved(AcDbDatabase& db) { ImpOf(db).modified = false; }
+void NoteChanged(AcDbDatabase& db) { ImpOf(db).modified = true; }
 
 void MarkSaved(AcDbDatabase& db) {
     DatabaseImp& imp = ImpOf(db);

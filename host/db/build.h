@@ -158,6 +158,8 @@ void MarkSaved(AcDbDatabase& db);
 // Called after a successful write beside the source that the drawing goes on being read from: it no
 // longer counts as changed, but what differs from that source is still known.
 void NoteSaved(AcDbDatabase& db);
+// Counts as changed, whatever was read.
+void NoteChanged(AcDbDatabase& db);
 void RebindRecord(Stub& stub, Adesk::UInt32 record);
 
 // ---- Housekeeping -------------------------------------------------------------------------------

@@ -53,8 +53,10 @@ CommandEnd Zoom(AcApDocument* document);        // ZOOM: all, extents, window, p
 CommandEnd Pan(AcApDocument* document);         // PAN: moves the view
 CommandEnd Regenerate(AcApDocument* document);  // REGEN: draws anew
 CommandEnd MeasureDistance(AcApDocument* document);
-CommandEnd TellPoint(AcApDocument* document);     // ID: coordinates of a point
-CommandEnd ListEntities(AcApDocument* document);  // LIST: what picked entities are
-CommandEnd Layer(AcApDocument* document);         // -LAYER: layers by prompts
+CommandEnd TellPoint(AcApDocument* document);         // ID: coordinates of a point
+CommandEnd ListEntities(AcApDocument* document);      // LIST: what picked entities are
+CommandEnd Layer(AcApDocument* document);             // -LAYER: layers by prompts
+CommandEnd ChangeProperties(AcApDocument* document);  // PROPERTIES: by name, until Enter
+CommandEnd StretchByGrip(AcApDocument* document);     // GRIP: what is picked, by one of its grips
 
 }  // namespace host

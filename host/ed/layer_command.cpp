@@ -4,19 +4,17 @@
 #include "dbobjptr.h"
 #include "dbsymtb.h"
 #include "dbsymutl.h"
-#include "host/base/plain_number.h"
 #include "host/ed/command_tools.h"
+#include "host/ed/layer_changes.h"
 #include "host/ed/session.h"
 #include "host/ed/text_compare.h"
 
 namespace host {
 namespace {
 
-using Change = std::function<Acad::ErrorStatus(AcDbLayerTableRecord&)>;
-
 // Changes every layer whose name matches the patterns; tells how many.
-CommandEnd ChangeLayers(AcApDocument& document, const std::wstring& patterns, const Change& change,
-                        const std::wstring& what) {
+CommandEnd ChangeLayers(AcApDocument& document, const std::wstring& patterns,
+                        const LayerChange& change, const std::wstring& what) {
     const AcDbObjectPointer<AcDbLayerTable> table(document.database()->layerTableId(),
                                                   AcDb::kForRead);
     AcDbLayerTableIterator* raw = nullptr;
@@ -42,35 +40,6 @@ CommandEnd ChangeLayers(AcApDocument& document, const std::wstring& patterns, co
         Say(std::to_wstring(refused) + L" layer(s) could not be; the current layer is not frozen.");
     return count == 0 ? CommandEnd::kFailed : CommandEnd::kEnded;
 }
-
-// An option that changes layers by name.
-struct Option {
-    const wchar_t* keyword;
-    const wchar_t* what;  // "turned off"
-    Acad::ErrorStatus (*change)(AcDbLayerTableRecord&);
-};
-const Option kOptions[] = {
-    {L"ON", L"turned on",
-     [](AcDbLayerTableRecord& l) {
-         l.setIsOff(false);
-         return Acad::eOk;
-     }},
-    {L"OFF", L"turned off",
-     [](AcDbLayerTableRecord& l) {
-         l.setIsOff(true);
-         return Acad::eOk;
-     }},
-    {L"FREEZE", L"frozen", [](AcDbLayerTableRecord& l) { return l.setIsFrozen(true); }},
-    {L"THAW", L"thawed", [](AcDbLayerTableRecord& l) { return l.setIsFrozen(false); }},
-    {L"LOCK", L"locked",
-     [](AcDbLayerTableRecord& l) {
-         l.setIsLocked(true);
-         return Acad::eOk;
-     }},
-    {L"UNLOCK", L"unlocked", [](AcDbLayerTableRecord& l) {
-         l.setIsLocked(false);
-         return Acad::eOk;
-     }}};
 
 CommandEnd MakeLayer(AcApDocument& document, bool isCurrent) {
     const Answer answer = AskText(L"\nEnter name of new layer: ", true);
@@ -112,30 +81,11 @@ CommandEnd SetValue(AcApDocument& document, const std::wstring& option) {
                                             : L"\nEnter linetype name: ",
                                  !isColour && !isWeight);
     if (value.kind != Answer::kGiven) return CommandEnd::kCancelled;
-    double number = 0.0;
-    Change change;
-    AcDbObjectId linetype;
-    if (!isColour && !isWeight) {
-        if (acdbSymUtil()->getLinetypeId(linetype, value.text.c_str(), document.database()) !=
-            Acad::eOk) {
-            Say(L"There is no linetype " + value.text + L" in the drawing.");
-            return CommandEnd::kFailed;
-        }
-        change = [linetype](AcDbLayerTableRecord& l) { return l.setLinetypeObjectId(linetype); };
-    } else if (!ReadWholeNumber(value.text, number) || number < (isColour ? 1.0 : 0.0) ||
-               number > (isColour ? 255.0 : 2.11)) {
-        Say(L"Out of range: " + value.text);
+    std::wstring reason;
+    const LayerChange change = MakeLayerChange(*document.database(), option, value.text, reason);
+    if (!change) {
+        Say(reason);
         return CommandEnd::kFailed;
-    } else if (isColour) {
-        AcCmColor colour;
-        static_cast<void>(colour.setColorIndex(static_cast<Adesk::UInt16>(number)));
-        change = [colour](AcDbLayerTableRecord& l) {
-            l.setColor(colour);
-            return Acad::eOk;
-        };
-    } else {
-        const auto weight = static_cast<AcDb::LineWeight>(static_cast<int>(number * 100.0 + 0.5));
-        change = [weight](AcDbLayerTableRecord& l) { return l.setLineWeight(weight); };
     }
     const Answer names = AskText(L"\nEnter name list of layer(s): ", true);
     if (names.kind != Answer::kGiven) return CommandEnd::kCancelled;
@@ -187,19 +137,18 @@ CommandEnd Layer(AcApDocument* document) {
             end = MakeLayer(*document, word == L"MAKE");
         } else if (word == L"SET") {
             end = SetCurrent(*document);
-        } else if (word == L"COLOR" || word == L"LTYPE" || word == L"LWEIGHT") {
+        } else if (HasLayerValue(word)) {
             end = SetValue(*document, word);
         } else if (word.empty()) {
             Say(L"Invalid option keyword: " + option.text);
         } else {
-            for (const Option& known : kOptions) {
-                if (word != known.keyword) continue;
-                const Answer names = AskText(
-                    L"\nEnter name list of layer(s) to be " + std::wstring(known.what) + L": ",
-                    true);
-                if (names.kind != Answer::kGiven) return CommandEnd::kCancelled;
-                end = ChangeLayers(*document, names.text, known.change, known.what);
-            }
+            const std::wstring what = LayerChangeText(word);
+            const Answer names =
+                AskText(L"\nEnter name list of layer(s) to be " + what + L": ", true);
+            if (names.kind != Answer::kGiven) return CommandEnd::kCancelled;
+            std::wstring reason;
+            end = ChangeLayers(*document, names.text,
+                               MakeLayerChange(*document->database(), word, {}, reason), what);
         }
         if (end == CommandEnd::kCancelled) return end;
     }

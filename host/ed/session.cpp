@@ -101,7 +101,13 @@ void Session::NotifyEditor(const std::function<void(AcEditorReactor&)>& call) {
     });
 }
 
-AcApDocument* Session::Open(const std::wstring& path) {
+AcApDocument* Session::Open(const std::wstring& path) { return Read(path, path, false); }
+
+AcApDocument* Session::OpenCopy(const std::wstring& path, const std::wstring& original) {
+    return Read(path, original, true);
+}
+
+AcApDocument* Session::Read(const std::wstring& path, const std::wstring& name, bool isCopy) {
     auto document = std::make_unique<AcApDocument>();
     AcApDocument* const opened = document.get();
     m_documentReactors.Notify(
@@ -117,10 +123,12 @@ AcApDocument* Session::Open(const std::wstring& path) {
     }
     DocumentImp& imp = document->imp();
     imp.database = std::move(database);
-    imp.fileName = AbsolutePath(path);
+    // A title alone is no file.
+    imp.isTitled = !isCopy || name.find_first_of(L"/\\") != std::wstring::npos;
+    imp.fileName = imp.isTitled ? AbsolutePath(name) : name;
     imp.title = FileNameOf(imp.fileName);
-    imp.isTitled = true;
-    KeepFile(imp);
+    if (isCopy) NoteChanged(*imp.database);
+    if (imp.isTitled) KeepFile(imp);
     return Adopt(std::move(document));
 }
 

@@ -41,6 +41,10 @@ public:
     // Reads a DXF file into a new document and makes it current. Prints the reader's notes; on
     // failure prints its message and returns null, with nothing changed.
     AcApDocument* Open(const std::wstring& path);
+    // The same for a copy that stands for a drawing that was lost: it has the original's name, and
+    // changes that are not saved.
+    // original  a path, or a title for a drawing that never had a file
+    AcApDocument* OpenCopy(const std::wstring& path, const std::wstring& original);
     // A new, empty drawing, made current.
     AcApDocument* New();
     // Writes the drawing under its own or a new path with the events around it. On failure prints
@@ -86,6 +90,7 @@ public:
 private:
     Session();
     ~Session();
+    AcApDocument* Read(const std::wstring& path, const std::wstring& name, bool isCopy);
     AcApDocument* Adopt(std::unique_ptr<AcApDocument> document);
     void RunCommandLine(AcApDocument& document);
 

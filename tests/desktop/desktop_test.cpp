@@ -61,8 +61,8 @@ protected:
     // For what a busy machine may take longer over.
     static bool Until(const std::function<bool()>& isSo) { return QTest::qWaitFor(isSo, 20000); }
     Qt::CheckState BoxOf(int layer) const {
-        const QListWidgetItem* const item = desktop->Layers().item(layer);
-        return item == nullptr ? Qt::PartiallyChecked : item->checkState();
+        const QTreeWidgetItem* const item = desktop->Layers().List().topLevelItem(layer);
+        return item == nullptr ? Qt::PartiallyChecked : item->checkState(app::LayerPanel::kOn);
     }
 
     // What a person does while a prompt waits, one after the other.
@@ -246,7 +246,7 @@ TEST_F(DesktopTest, KeysThatMeanNothingDoNothing) {
 }
 
 TEST_F(DesktopTest, ChangesAreShownAndAskedFor) {
-    auto* const tabs = desktop->findChild<QTabBar*>();
+    auto* const tabs = desktop->findChild<QTabBar*>("documents");
     EXPECT_EQ("end-mill.dxf", tabs->tabText(0));
     EXPECT_FALSE(desktop->isWindowModified());
     Later({[&] { Type("all"); }, [&] { Type(""); }});
@@ -346,10 +346,10 @@ TEST_F(DesktopTest, WheelAndMiddleButtonMoveTheView) {
 
 TEST_F(DesktopTest, TheLayerBoxSwitchesAndUndoSwitchesBack) {
     ASSERT_TRUE(Until([&] { return BoxOf(7) == Qt::Checked; }));
-    QListWidgetItem* const frame = desktop->Layers().item(7);
-    ASSERT_EQ("FRAME", frame->text());
+    QTreeWidgetItem* const frame = desktop->Layers().List().topLevelItem(7);
+    ASSERT_EQ("FRAME", frame->text(app::LayerPanel::kName));
     const QImage shown = desktop->View().grab().toImage();
-    frame->setCheckState(Qt::Unchecked);
+    frame->setCheckState(app::LayerPanel::kOn, Qt::Unchecked);
     EXPECT_EQ(L"FRAME off thawed unlocked Continuous", app::DumpLayers(*curDoc()->database())[7]);
     EXPECT_TRUE(Until([&] { return desktop->View().grab().toImage() != shown; }));
     Type("U");
@@ -361,7 +361,7 @@ TEST_F(DesktopTest, TheLayerBoxSwitchesAndUndoSwitchesBack) {
 TEST_F(DesktopTest, TabsShowTheDrawings) {
     host::Session::Get().Open(L"examples/ball-nose.dxf");
     Wait();
-    auto* const tabs = desktop->findChild<QTabBar*>();
+    auto* const tabs = desktop->findChild<QTabBar*>("documents");
     ASSERT_NE(nullptr, tabs);
     EXPECT_EQ(2, tabs->count());
     EXPECT_EQ("ball-nose.dxf", tabs->tabText(tabs->currentIndex()));

@@ -110,9 +110,11 @@ ROOMS = {
         "product/base product/check product/tool product/report plugin/util plugin/batch host/base host/sys "
         "host/geos host/dwg host/solid"),
     "apps/qzhost": (
-        "the host as a program: it knows no plug-in, which comes as a module like any other; texts "
-        "are written out as in the pictures",
-        "product/base host/include host/base host/sys host/db host/dwg host/ed host/mfc"),
+        "the host as a program: the plug-in comes as a module like any other, and only its controls' "
+        "numbers are known; previews, findings and solids are worked out by the product's rooms",
+        "product/base product/check product/tool product/report plugin/util "
+        "plugin/batch plugin/ui host/include host/base host/sys host/db host/dxf host/dwg host/ed host/solid "
+        "host/mfc"),
 }
 PLUGIN = [room for room in ROOMS if room.startswith("plugin/")]
 # What AutoCAD's module is made of.

@@ -2,33 +2,27 @@
 
 #include <QCloseEvent>
 #include <QCoreApplication>
-#include <QDockWidget>
-#include <QFileDialog>
-#include <QMenuBar>
 #include <QStatusBar>
-#include <QMessageBox>
-#include <QToolBar>
-#include <QToolButton>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <memory>
 #include <utility>
 
 #include "accmd.h"
 #include "apps/qzhost/session/HostProgram.h"
+#include "apps/qzhost/words/Words.h"
 #include "host/db/build.h"
 #include "host/db/highlight.h"
 #include "host/ed/builtin_commands.h"
+#include "host/ed/layer_changes.h"
+#include "host/ed/point_text.h"
 #include "host/ed/session.h"
-#include "host/mfc/host_frame.h"
 #include "host/mfc/window_system.h"
 
 namespace app {
 namespace {
 
-constexpr int kTick = 20;  // milliseconds from a change to the look at it
-constexpr double kZoomStep = 1.5;
-const char* const kFilter = "Drawings (*.dxf);;All files (*)";
+constexpr int kTick = 20;                      // milliseconds from a change to the look at it
+constexpr int kBetweenCopies = 2 * 60 * 1000;  // milliseconds
 
 host::Session& Session() { return host::Session::Get(); }
 
@@ -43,18 +37,55 @@ QStringList CommandNames() {
     return names;
 }
 
+// As a pattern that nothing but the name itself matches.
+std::wstring PatternOf(const std::wstring& name) {
+    std::wstring pattern;
+    for (const wchar_t c : name) {
+        if (std::wstring(L"#@.*?~[]-,`").find(c) != std::wstring::npos) pattern += L'`';
+        pattern += c;
+    }
+    return pattern;
+}
+
 }  // namespace
 
-Desktop::Desktop()
-    : m_view(new DrawingView(this)),
+Desktop::Desktop(bool isKept)
+    : m_settings(isKept ? std::make_unique<Settings>() : nullptr),
+      m_autosave(isKept ? std::make_unique<Autosave>() : nullptr),
+      m_view(new DrawingView(this)),
       m_line(new CommandLine(this)),
       m_layers(new LayerPanel(this)),
+      m_properties(new PropertyPanel(this)),
       m_tabs(new QTabBar(this)),
+      m_reviews(new ReviewDesk(*m_view, this)),
       m_input(*m_view, *m_line, m_driver) {
     setWindowTitle("QZHost");
     resize(1280, 800);
+    setAcceptDrops(true);
+    if (m_settings) m_settings->RestoreAids(m_input.Aid());
     MakePanels();
     MakeMenus();
+    if (m_settings) m_settings->RestoreWindow(*this);
+    UseTheme(m_settings ? m_settings->Look() : Theme::kDark);
+    ConnectInput();
+    host::SetHighlightSink([this] { AskTick(); });
+    Session().SetInput(&m_input);
+    host::WindowSystem::Get().SetDriver(&m_driver);
+    m_driver.SetMainWindow(this);
+    acDocManager->addReactor(this);
+    documentBecameCurrent(Session().Current());
+    connect(&m_autosaveTimer, &QTimer::timeout, this, [this] { SaveCopies(); });
+    m_autosaveTimer.setSingleShot(true);
+    m_autosaveTimer.setInterval(kBetweenCopies);
+}
+
+Desktop::~Desktop() {
+    acDocManager->removeReactor(this);
+    host::SetHighlightSink({});
+    Session().SetInput(nullptr);
+}
+
+void Desktop::ConnectInput() {
     m_view->onClick = [this](const AcGePoint3d& point, bool takesOut) {
         m_input.Click(point, takesOut);
     };
@@ -78,24 +109,60 @@ Desktop::Desktop()
     m_input.onNameForSaving = [this](const AcApDocument& document) {
         return AskSaveName(document);
     };
-    m_layers->onSwitch = [this](const std::wstring& layer, bool on) {
-        Run(L"_.LAYER\n" + std::wstring(on ? L"ON\n" : L"OFF\n") + layer + L"\n");
+    m_input.onPicked = [this](const std::vector<AcDbObjectId>& ids) {
+        m_properties->Show(ids);
+        if (ids.size() == 1 && IsEnvelope(ids[0])) m_reviews->Solids().Choose(ids[0]);
+    };
+    m_input.onGrip = [this](const AcGePoint3d& at) {
+        Run(L"_.GRIP\n" + host::PointText(at) + L"\n");
+    };
+    m_input.onToolPicked = [this](const std::vector<AcDbObjectId>& ids, const AcGePoint3d& at) {
+        m_reviews->SetTool(ids, at);
     };
     m_input.onChange = [this] { ShowState(); };
     m_input.onQueued = [this] { AskTick(); };
-    m_view->onChange = [this] { AskTick(); };
-    host::SetHighlightSink([this] { AskTick(); });
-    Session().SetInput(&m_input);
-    host::WindowSystem::Get().SetDriver(&m_driver);
-    m_driver.SetMainWindow(this);
-    acDocManager->addReactor(this);
-    documentBecameCurrent(Session().Current());
+    m_layers->onChange = [this](const std::wstring& layer, const std::wstring& option,
+                                const std::wstring& value) { ChangeLayer(layer, option, value); };
+    m_properties->onChange = [this](const std::wstring& name, const std::wstring& value) {
+        Run(L"_.PROPERTIES\n" + name + L"\n" + value + L"\n\n");
+        m_input.ShowPickFirst();
+    };
+    m_view->onChange = [this] {
+        m_reviews->DrawingChanged();
+        if (m_autosave && Session().Current() != nullptr) {
+            m_autosave->Note(Session().Current());
+            if (!m_autosaveTimer.isActive()) m_autosaveTimer.start();
+        }
+        AskTick();
+    };
+    m_driver.onInput = [this] { m_reviews->DialogTouched(); };
+    m_reviews->mayWork = [this] { return !m_isRunning && !m_input.IsAsking(); };
+    m_reviews->onSaid = [this](const QString& text) { m_line->Output().Line(text.toStdWString()); };
 }
 
-Desktop::~Desktop() {
-    acDocManager->removeReactor(this);
-    host::SetHighlightSink({});
-    Session().SetInput(nullptr);
+// While a command waits, the layer is changed beside it; else it is a command of its own.
+void Desktop::ChangeLayer(const std::wstring& layer, const std::wstring& option,
+                          const std::wstring& value) {
+    if (!m_isRunning && !m_input.IsAsking()) {
+        const std::wstring name = option == L"SET" ? layer : PatternOf(layer);
+        Run(L"_.LAYER\n" + option + L"\n" + (value.empty() ? L"" : value + L"\n") + name + L"\n\n");
+        return;
+    }
+    std::wstring reason;
+    if (curDoc() != nullptr &&
+        !host::ChangeLayer(*curDoc()->database(), layer, option, value, reason))
+        m_line->Output().Line(reason);
+    Refresh();
+}
+
+QDockWidget* Desktop::AddPanel(const char* title, const char* name, QWidget* widget,
+                               Qt::DockWidgetArea area) {
+    auto* const dock = new QDockWidget(Tr(title), this);
+    dock->setObjectName(name);
+    dock->setWidget(widget);
+    addDockWidget(area, dock);
+    m_docks.push_back(dock);
+    return dock;
 }
 
 void Desktop::MakePanels() {
@@ -103,26 +170,33 @@ void Desktop::MakePanels() {
     auto* const layout = new QVBoxLayout(middle);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->setSpacing(0);
+    m_tabs->setObjectName("documents");
     m_tabs->setExpanding(false);
     m_tabs->setDocumentMode(true);
     layout->addWidget(m_tabs);
     layout->addWidget(m_view, 1);
     setCentralWidget(middle);
-    const struct {
-        const char* title;
-        QWidget* widget;
-        Qt::DockWidgetArea area;
-        int size;
-        Qt::Orientation along;
-    } docks[] = {{"Layers", m_layers, Qt::RightDockWidgetArea, 220, Qt::Horizontal},
-                 {"Command line", m_line, Qt::BottomDockWidgetArea, 170, Qt::Vertical}};
-    for (const auto& dock : docks) {
-        auto* const window = new QDockWidget(dock.title, this);
-        window->setWidget(dock.widget);
-        window->setFeatures(QDockWidget::DockWidgetMovable);
-        addDockWidget(dock.area, window);
-        resizeDocks({window}, {dock.size}, dock.along);
-    }
+    QDockWidget* const layers =
+        AddPanel(Word("Layers"), "layers", m_layers, Qt::RightDockWidgetArea);
+    QDockWidget* const properties =
+        AddPanel(Word("Properties"), "properties", m_properties, Qt::RightDockWidgetArea);
+    QDockWidget* const tools =
+        AddPanel(Word("Tools"), "tools", &m_reviews->Tools(), Qt::RightDockWidgetArea);
+    QDockWidget* const solid =
+        AddPanel(Word("Solid"), "solid", &m_reviews->Solids(), Qt::RightDockWidgetArea);
+    QDockWidget* const line =
+        AddPanel(Word("Command line"), "line", m_line, Qt::BottomDockWidgetArea);
+    QDockWidget* const findings =
+        AddPanel(Word("Findings"), "findings", &m_reviews->Findings(), Qt::BottomDockWidgetArea);
+    tabifyDockWidget(layers, properties);
+    tabifyDockWidget(properties, tools);
+    layers->raise();
+    splitDockWidget(line, findings, Qt::Horizontal);
+    line->setFeatures(QDockWidget::DockWidgetMovable);
+    resizeDocks({layers, solid}, {380, 380}, Qt::Horizontal);
+    resizeDocks({layers, solid}, {280, 360}, Qt::Vertical);
+    resizeDocks({line}, {170}, Qt::Vertical);
+    resizeDocks({line, findings}, {620, 380}, Qt::Horizontal);
     connect(m_tabs, &QTabBar::currentChanged, this, [this](int index) {
         const auto& documents = Session().Documents();
         if (m_isFillingTabs || index < 0 || static_cast<size_t>(index) >= documents.size()) return;
@@ -131,107 +205,6 @@ void Desktop::MakePanels() {
         ShowTabs();
     });
     statusBar();
-}
-
-void Desktop::MakeMenus() {
-    QToolBar* const bar = addToolBar("Tools");
-    bar->setMovable(false);
-    QMenu* const file = menuBar()->addMenu("&File");
-    QMenu* const edit = menuBar()->addMenu("&Edit");
-    QMenu* const view = menuBar()->addMenu("&View");
-    QMenu* const tools = menuBar()->addMenu("&Tools");
-    const auto add = [&](QMenu* menu, const char* text, const QKeySequence& key, bool needsIdle,
-                         const std::function<void()>& run) {
-        QAction* const action = menu->addAction(text);
-        action->setShortcut(key);
-        connect(action, &QAction::triggered, this, run);
-        if (needsIdle) m_idleActions.push_back(action);
-        bar->addAction(action);
-    };
-    const auto command = [this](const wchar_t* name) { return [this, name] { Run(name); }; };
-    add(file, "New", QKeySequence::New, true, command(L"_.NEW"));
-    add(file, "Open...", QKeySequence::Open, true, [this] { AskOpen(); });
-    add(file, "Save", QKeySequence::Save, true, [this] { AskSave(false); });
-    add(file, "Save as...", QKeySequence(), true, [this] { AskSave(true); });
-    add(file, "Close", QKeySequence::Close, true, command(L"_.CLOSE"));
-    bar->addSeparator();
-    add(edit, "Undo", QKeySequence::Undo, true, command(L"_.U"));
-    add(edit, "Redo", QKeySequence::Redo, true, command(L"_.REDO"));
-    add(edit, "Erase", QKeySequence(), true, command(L"_.ERASE"));
-    add(edit, "Explode", QKeySequence(), true, command(L"_.EXPLODE"));
-    // The key alone erases what is picked; it asks nothing.
-    auto* const erase = new QAction(this);
-    erase->setShortcut(QKeySequence::Delete);
-    addAction(erase);
-    connect(erase, &QAction::triggered, this, [this] {
-        if (curDoc() != nullptr && !curDoc()->imp().pickFirst.empty()) Run(L"_.ERASE");
-    });
-    m_idleActions.push_back(erase);
-    QAction* const all = edit->addAction("Select all");
-    all->setShortcut(QKeySequence::SelectAll);
-    connect(all, &QAction::triggered, this, [this] { m_input.PickAllFirst(); });
-    m_idleActions.push_back(all);
-    QMenu* const draw = menuBar()->addMenu("&Draw");
-    QMenu* const modify = menuBar()->addMenu("&Modify");
-    QMenu* const inquiry = menuBar()->addMenu("&Inquiry");
-    const struct {
-        QMenu* menu;
-        const char* text;
-        const wchar_t* command;
-    } commands[] = {{draw, "Line", L"_.LINE"},       {draw, "Polyline", L"_.PLINE"},
-                    {draw, "Arc", L"_.ARC"},         {modify, "Move", L"_.MOVE"},
-                    {modify, "Rotate", L"_.ROTATE"}, {modify, "Scale", L"_.SCALE"},
-                    {modify, "Mirror", L"_.MIRROR"}, {inquiry, "Distance", L"_.DIST"},
-                    {inquiry, "Point", L"_.ID"},     {inquiry, "List", L"_.LIST"},
-                    {inquiry, "Commands", L"_.HELP"}};
-    for (const auto& row : commands) {
-        QAction* const action = row.menu->addAction(row.text);
-        connect(action, &QAction::triggered, this, command(row.command));
-        m_idleActions.push_back(action);
-        if (row.command == std::wstring(L"_.HELP")) action->setShortcut(Qt::Key_F1);
-    }
-    bar->addSeparator();
-    add(view, "Zoom all", QKeySequence(), false, [this] { m_view->ZoomExtents(); });
-    add(view, "Zoom in", QKeySequence::ZoomIn, false, [this] { m_view->ZoomBy(kZoomStep); });
-    add(view, "Zoom out", QKeySequence::ZoomOut, false, [this] { m_view->ZoomBy(1 / kZoomStep); });
-    QMenu* const drafting = menuBar()->addMenu("&Drafting");
-    AddToggle(*drafting, "Object snap", Qt::Key_F3, &PointAid::isSnapping);
-    AddToggle(*drafting, "Ortho", Qt::Key_F8, &PointAid::isOrtho);
-    AddToggle(*drafting, "Polar tracking", Qt::Key_F10, &PointAid::isPolar);
-    AddToggle(*drafting, "Snap to grid", Qt::Key_F9, &PointAid::isOnGrid);
-    QAction* const grid = drafting->addAction("Grid");
-    grid->setShortcut(Qt::Key_F7);
-    grid->setCheckable(true);
-    connect(grid, &QAction::toggled, this,
-            [this](bool isOn) { m_view->SetGrid(isOn, m_input.Aid().gridStep); });
-    drafting->addSeparator();
-    for (const host::SnapModeName& name : host::SnapModeNames()) {
-        QAction* const action = drafting->addAction(QString::fromWCharArray(name.label));
-        action->setCheckable(true);
-        action->setChecked((m_input.Aid().modes & name.mode) != 0);
-        connect(action, &QAction::toggled, this, [this, mode = name.mode](bool isOn) {
-            unsigned& modes = m_input.Aid().modes;
-            modes = isOn ? modes | mode : modes & ~static_cast<unsigned>(mode);
-        });
-    }
-    bar->addSeparator();
-    add(tools, "Envelope", QKeySequence(), true, command(L"QZTOOLDESIGNProfileAuto3D"));
-    add(tools, "Envelopes, many", QKeySequence(), true, command(L"QZTOOLDESIGNProfilesAuto3D"));
-}
-
-void Desktop::AddToggle(QMenu& menu, const char* text, Qt::Key key, bool PointAid::*state) {
-    QAction* const action = menu.addAction(text);
-    action->setShortcut(key);
-    action->setCheckable(true);
-    action->setChecked(m_input.Aid().*state);
-    auto* const button = new QToolButton(this);
-    button->setDefaultAction(action);
-    button->setFocusPolicy(Qt::NoFocus);
-    statusBar()->addPermanentWidget(button);
-    connect(action, &QAction::toggled, this, [this, text, state](bool isOn) {
-        m_input.Aid().*state = isOn;
-        m_line->Output().Line(QString(text).toStdWString() + (isOn ? L" on" : L" off"));
-    });
 }
 
 void Desktop::Type(const std::wstring& line) {
@@ -276,6 +249,7 @@ void Desktop::Tick() {
         AskTick();
     }
     Refresh();
+    m_reviews->Work();
 }
 
 void Desktop::Refresh() {
@@ -297,8 +271,9 @@ void Desktop::ShowState() {
     const bool isIdle = !m_isRunning && !m_input.IsAsking();
     if (isIdle) AskTick();
     for (QAction* const action : m_idleActions) action->setEnabled(isIdle);
-    m_layers->setEnabled(isIdle);
-    m_line->Edit().setPlaceholderText(m_input.IsAsking() ? "Answer, or Esc" : "Type a command");
+    m_properties->setEnabled(isIdle);
+    m_line->Edit().setPlaceholderText(m_input.IsAsking() ? Tr("Answer, or Esc")
+                                                         : Tr("Type a command"));
 }
 
 void Desktop::ShowTabs() {
@@ -322,6 +297,10 @@ void Desktop::ShowTabs() {
 
 void Desktop::documentBecameCurrent(AcApDocument* document) {
     m_view->SetDocument(document);
+    m_reviews->SetDocument(document);
+    m_properties->Show({});
+    if (document != nullptr && document->imp().isTitled)
+        AddRecent(QString::fromWCharArray(document->fileName()));
     ShowTabs();
     AskTick();
 }
@@ -329,57 +308,13 @@ void Desktop::documentBecameCurrent(AcApDocument* document) {
 void Desktop::documentToBeDestroyed(AcApDocument* document) {
     m_view->SetDocument(nullptr);
     m_view->Forget(document);
+    m_reviews->SetDocument(nullptr);
+    if (m_autosave) m_autosave->Forget(document);
 }
 
-void Desktop::documentTitleUpdated(AcApDocument*) { ShowTabs(); }
-
-void Desktop::AskOpen() {
-    const QString path = QFileDialog::getOpenFileName(this, "Open drawing", {}, kFilter);
-    if (path.isEmpty()) return;
-    m_line->Output().Line(L"> OPEN " + path.toStdWString());
-    Session().Open(path.toStdWString());
-    Settle();
-}
-
-void Desktop::AskSave(bool asksName) {
-    AcApDocument* const document = Session().Current();
-    if (document == nullptr) return;
-    if (!asksName && document->imp().isTitled) return Run(L"_.QSAVE");
-    const std::wstring path = AskSaveName(*document);
-    if (!path.empty()) Run(L"_.SAVEAS\n" + path);
-}
-
-std::wstring Desktop::AskSaveName(const AcApDocument& document) {
-    const QString name = QString::fromWCharArray(document.fileName());
-    QFileDialog dialog(this, "Save drawing", name, kFilter);
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    dialog.setDefaultSuffix("dxf");
-    dialog.selectFile(name);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return {};
-    return dialog.selectedFiles().first().toStdWString();
-}
-
-host::ClosingChoice Desktop::AskClosing(const std::vector<AcApDocument*>& documents) {
-    QStringList names;
-    for (const AcApDocument* const document : documents)
-        names << QString::fromWCharArray(document->docTitle());
-    const QString text = names.size() == 1
-                             ? QString("%1 has changes that are not saved.").arg(names[0])
-                             : QString("%1 drawings have changes that are not saved:\n%2")
-                                   .arg(names.size())
-                                   .arg(names.join("\n"));
-    QMessageBox box(QMessageBox::Question, "QZHost", text,
-                    QMessageBox::Save | QMessageBox::Discard | QMessageBox::Cancel, this);
-    box.setTextFormat(Qt::PlainText);
-    box.setDefaultButton(QMessageBox::Save);
-    switch (box.exec()) {
-        case QMessageBox::Save:
-            return host::ClosingChoice::kSave;
-        case QMessageBox::Discard:
-            return host::ClosingChoice::kDiscard;
-        default:
-            return host::ClosingChoice::kStay;
-    }
+void Desktop::documentTitleUpdated(AcApDocument* document) {
+    if (document->imp().isTitled) AddRecent(QString::fromWCharArray(document->fileName()));
+    ShowTabs();
 }
 
 // Tab moves between points to snap to while one is asked, not between widgets.
@@ -425,6 +360,11 @@ void Desktop::closeEvent(QCloseEvent* event) {
         QTimer::singleShot(0, this, [this] { close(); });
         return;
     }
+    if (m_settings) {
+        m_settings->KeepWindow(*this);
+        m_settings->KeepAids(m_input.Aid());
+    }
+    if (m_autosave) m_autosave->ForgetAll();
     EndHost();
     event->accept();
 }

@@ -1,20 +1,31 @@
 // The host on the desktop: drawing, command line, layers, and the modules' dialogs.
 #pragma once
 
+#include <QDockWidget>
 #include <QMainWindow>
 #include <QTabBar>
 #include <QTimer>
+#include <QToolBar>
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
 
 #include "acdocman.h"
 #include "apps/qzhost/desktop/DesktopInput.h"
+#include "apps/qzhost/desktop/ReviewDesk.h"
 #include "apps/qzhost/panels/LayerPanel.h"
+#include "apps/qzhost/panels/PropertyPanel.h"
+#include "apps/qzhost/settings/Autosave.h"
+#include "apps/qzhost/settings/Settings.h"
 
 namespace app {
 
 // Needs a QApplication. Takes prompts and windows for its own life.
 class Desktop : public QMainWindow, public AcApDocManagerReactor {
 public:
-    Desktop();
+    // isKept  settings and automatic copies are its user's, from one start to the next
+    explicit Desktop(bool isKept = false);
     ~Desktop() override;
     Desktop(const Desktop&) = delete;
     Desktop& operator=(const Desktop&) = delete;
@@ -22,7 +33,9 @@ public:
     DrawingView& View() { return *m_view; }
     CommandLine& Line() { return *m_line; }
     LayerPanel& Layers() { return *m_layers; }
+    PropertyPanel& Properties() { return *m_properties; }
     DesktopInput& Input() { return m_input; }
+    ReviewDesk& Reviews() { return *m_reviews; }
     host::QtWindowDriver& Driver() { return m_driver; }
 
     // As typed on the command line, or as an answer when something is asked.
@@ -30,6 +43,10 @@ public:
 
     // Shows the drawing and its layers as they are now.
     void Refresh();
+
+    // Offers what an earlier run has left behind. False when there is nothing.
+    bool OfferRescue();
+    void OpenFiles(const QStringList& paths);
 
     void documentBecameCurrent(AcApDocument* document) override;
     void documentToBeDestroyed(AcApDocument* document) override;
@@ -39,10 +56,14 @@ protected:
     bool event(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
-    void MakeMenus();
+    void ConnectInput();
     void MakePanels();
+    QDockWidget* AddPanel(const char* title, const char* name, QWidget* widget,
+                          Qt::DockWidgetArea area);
     void Run(const std::wstring& command);
     // Looks soon at what has changed; nothing runs while nothing happens.
     void AskTick();
@@ -50,20 +71,53 @@ private:
     void ShowTabs();
     void ShowState();
     void ShowChanges();
+    void ChangeLayer(const std::wstring& layer, const std::wstring& option,
+                     const std::wstring& value);
+
+    // Menus (DesktopMenus.cpp).
+    struct MenuRow;
+    void MakeMenus();
+    void MakeFileMenu();
+    void MakeEditMenus();
+    void MakeViewMenu();
+    void MakeDraftingMenu();
+    void MakeToolsMenu();
+    QAction* AddAction(QMenu& menu, const char* text, const char* icon, const QKeySequence& key,
+                       const std::function<void()>& run, bool needsIdle = true);
+    void AddCommands(QMenu& menu, std::initializer_list<MenuRow> rows);
+    void AddToggle(QMenu& menu, const char* text, Qt::Key key, bool PointAid::*state);
+    void UseTheme(Theme theme);
+    void ShowIcons();
+
+    // Files (DesktopFiles.cpp).
     void AskOpen();
     void AskSave(bool asksName);
     std::wstring AskSaveName(const AcApDocument& document);
     host::ClosingChoice AskClosing(const std::vector<AcApDocument*>& documents);
-    void AddToggle(QMenu& menu, const char* text, Qt::Key key, bool PointAid::*state);
+    void AddRecent(const QString& path);
+    void FillRecent();
+    void AskExport();
+    void AskPrint();
+    void SaveCopies();
+    bool MayPlot() const;
 
     host::QtWindowDriver m_driver;
+    std::unique_ptr<Settings> m_settings;  // null: nothing is kept
+    std::unique_ptr<Autosave> m_autosave;
+    QTimer m_autosaveTimer;
     DrawingView* m_view;
     CommandLine* m_line;
     LayerPanel* m_layers;
+    PropertyPanel* m_properties;
     QTabBar* m_tabs;
+    ReviewDesk* m_reviews;
     DesktopInput m_input;
     std::wstring m_lastCommand;
-    std::vector<QAction*> m_idleActions;  // not while something is asked
+    QMenu* m_recent = nullptr;
+    QToolBar* m_bar = nullptr;
+    std::vector<QDockWidget*> m_docks;
+    std::vector<std::pair<QAction*, QString>> m_icons;  // by name
+    std::vector<QAction*> m_idleActions;                // not while something is asked
     bool m_isRunning = false;
     bool m_isTickAsked = false;
     bool m_isFillingTabs = false;

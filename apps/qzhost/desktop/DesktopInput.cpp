@@ -5,9 +5,13 @@
 #include <utility>
 
 #include "acdocman.h"
+#include "apps/qzhost/words/Words.h"
+#include "host/base/format.h"
 #include "host/ed/point_text.h"
 #include "host/base/plain_number.h"
 #include "host/ed/document_imp.h"
+#include "dbobjptr.h"
+#include "host/ed/entity_grips.h"
 #include "host/ed/entity_query.h"
 #include "host/ed/prompts.h"
 #include "host/ed/text_compare.h"
@@ -23,26 +27,25 @@ namespace {
 
 constexpr size_t kMostGripped = 100;  // entities with grips; of more only the outline is marked
 
-std::vector<AcGePoint3d> GripsOf(const std::vector<AcDbObjectId>& ids) {
-    std::vector<AcGePoint3d> grips;
-    if (ids.size() > kMostGripped) return grips;
-    const auto add = [&grips](const plane::Point& p) { grips.emplace_back(p.x, p.y, 0.0); };
+// What the point is, in the user's language.
+std::wstring Label(const Aim& aim) { return Tr(host::Narrow(aim.label).c_str()).toStdWString(); }
+
+std::vector<AcGePoint3d> PlacesOfGrips(const std::vector<AcDbObjectId>& ids) {
+    std::vector<AcGePoint3d> places;
+    if (ids.size() > kMostGripped) return places;
     for (const AcDbObjectId id : ids) {
-        const host::SnapSource source = host::MakeSnapSource(id);
-        for (const plane::Point& node : source.nodes) add(node);
-        for (const plane::Point& centre : source.centres) add(centre);
-        for (const host::ShownCurve& curve : source.curves) {
-            if (curve.isChord) continue;
-            const plane::Curve& shape = curve.shape;
-            add(shape.from);
-            add(shape.to);
-            add(shape.IsArc() ? shape.centre : shape.Middle());
-        }
+        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+        if (entity.openStatus() != Acad::eOk) continue;
+        for (const host::Grip& grip : host::GripsOf(*entity.object())) places.push_back(grip.at);
     }
-    return grips;
+    return places;
 }
 
 }  // namespace
+
+void DesktopInput::SayLine(const std::wstring& line) {
+    m_line.Output().Line(InLanguage(QString::fromStdWString(line)).toStdWString());
+}
 
 void DesktopInput::Wait(Kind kind) {
     m_line.Output().Finish();
@@ -86,7 +89,8 @@ void DesktopInput::ShowPickFirst() {
         std::remove_if(picked.begin(), picked.end(), [](AcDbObjectId id) { return id.isErased(); }),
         picked.end());
     m_view.SetPicked(picked);
-    m_view.SetGrips(GripsOf(picked));
+    m_view.SetGrips(PlacesOfGrips(picked));
+    if (onPicked) onPicked(picked);
 }
 
 void DesktopInput::PickAllFirst() {
@@ -102,12 +106,19 @@ void DesktopInput::ForgetPickFirst() {
 
 SelectionAnswer DesktopInput::Select() {
     Wait(kSelection);
+    m_lastSelected = m_selection.kind == SelectionAnswer::kAll
+                         ? host::QueryEntities(*curDoc()->database(), host::QueryRules::ModeAll())
+                         : m_selection.entities;
     return m_selection;
 }
 Answer DesktopInput::Point(const host::PointRequest& request) {
     m_request = &request;
     Wait(kPoint);
     m_request = nullptr;
+    // A selection and then a point, asked by a dialog: a tool and its centre.
+    if (m_answer.kind == Answer::kGiven && !m_lastSelected.empty() && curDoc() != nullptr &&
+        curDoc()->imp().activeCommands.empty() && onToolPicked)
+        onToolPicked(m_lastSelected, m_answer.point);
     return m_answer;
 }
 Answer DesktopInput::Text(bool spacesAllowed) {
@@ -156,6 +167,7 @@ void DesktopInput::Hover(const AcGePoint3d& point) {
     if (m_kind != kPoint) return;
     AimView shown;
     shown.aim = AimAt(point);
+    shown.aim.label = Label(shown.aim);
     if (Base() != nullptr) shown.base = *Base();
     if (m_request->drag) shown.drag = m_request->drag(shown.aim.point);
     m_view.SetAim(std::move(shown));
@@ -174,6 +186,11 @@ bool DesktopInput::Click(const AcGePoint3d& point, bool takesOut) {
         return true;
     }
     if (m_kind == kNothing && curDoc() != nullptr && curDoc()->isQuiescent()) {
+        const AcGePoint3d* const grip = takesOut || m_corner ? nullptr : m_view.GripNear(point);
+        if (grip != nullptr && onGrip) {
+            onGrip(AcGePoint3d(*grip));
+            return true;
+        }
         m_picked = curDoc()->imp().pickFirst;
         Pick(point, takesOut);
         SetPickFirst(std::exchange(m_picked, {}));
@@ -184,9 +201,10 @@ bool DesktopInput::Click(const AcGePoint3d& point, bool takesOut) {
     m_answer.kind = Answer::kGiven;
     m_answer.point = aim.point;
     const bool isOnCentreLine = aim.snap && aim.snap->mode == host::kSnapCentreLine;
-    m_line.Output().Line(L" < " + host::PointText(aim.point) +
-                         (aim.label.empty() ? L"" : L" (" + aim.label + L")") +
-                         (isOnCentreLine ? L", y of the centre line" : L""));
+    m_line.Output().Line(
+        L" < " + host::PointText(aim.point) +
+        (aim.label.empty() ? L"" : L" (" + Label(aim) + L")") +
+        (isOnCentreLine ? Tr(", y of the centre line").toStdWString() : std::wstring()));
     Done();
     return true;
 }
@@ -228,7 +246,7 @@ void DesktopInput::Add(const std::vector<AcDbObjectId>& ids) {
     std::wstring said = std::to_wstring(ids.size()) + L" found";
     if (duplicates > 0) said += L" (" + std::to_wstring(duplicates) + L" duplicate)";
     if (!isFirst) said += L", " + std::to_wstring(m_picked.size()) + L" total";
-    m_line.Output().Line(said);
+    SayLine(said);
     m_view.SetPicked(m_picked);
 }
 
@@ -239,9 +257,8 @@ void DesktopInput::TakeOut(const std::vector<AcDbObjectId>& ids) {
                                   [&](AcDbObjectId id) { return out.count(id) > 0; }),
                    m_picked.end());
     m_isAll = false;
-    m_line.Output().Line(std::to_wstring(ids.size()) + L" found, " +
-                         std::to_wstring(before - m_picked.size()) + L" removed, " +
-                         std::to_wstring(m_picked.size()) + L" total");
+    SayLine(std::to_wstring(ids.size()) + L" found, " + std::to_wstring(before - m_picked.size()) +
+            L" removed, " + std::to_wstring(m_picked.size()) + L" total");
     m_view.SetPicked(m_picked);
 }
 
@@ -263,12 +280,12 @@ void DesktopInput::EnterSelection(const std::wstring& text) {
         m_takesOut ? TakeOut(ids) : Add(ids);
     } else if (word == L"R" || word == L"REMOVE" || word == L"A" || word == L"ADD") {
         m_takesOut = word[0] == L'R';
-        m_line.Output().Line(m_takesOut ? L"Remove objects:" : L"Select objects:");
+        SayLine(m_takesOut ? L"Remove objects:" : L"Select objects:");
     } else if (host::ParseAnswer(text, corner, typed)) {
         Pick(typed.point, m_takesOut);
     } else {
-        m_line.Output().Line(L"Not a way to select: " + text +
-                             L"; pick, or type ALL, Previous, Last, Remove, Add or a point x,y.");
+        SayLine(L"Not a way to select: " + text +
+                L"; pick, or type ALL, Previous, Last, Remove, Add or a point x,y.");
     }
 }
 
@@ -291,8 +308,7 @@ void DesktopInput::EnterPoint(const std::wstring& text) {
         m_answer.point = *Base() + out * (distance / out.length());
         Done();
     } else {
-        m_line.Output().Line(L"Not a point: " + text +
-                             L"; type x,y or @x,y or distance<angle, or click.");
+        SayLine(L"Not a point: " + text + L"; type x,y or @x,y or distance<angle, or click.");
     }
 }
 

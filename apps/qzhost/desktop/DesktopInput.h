@@ -7,6 +7,7 @@
 #include "apps/qzhost/desktop/CommandLine.h"
 #include "apps/qzhost/view/DrawingView.h"
 #include "apps/qzhost/view/PointAid.h"
+#include "apps/qzhost/words/HostWords.h"
 #include "host/ed/user_input.h"
 #include "host/mfc/qt/qt_window_driver.h"
 
@@ -48,6 +49,12 @@ public:
     // Called when a prompt begins and ends.
     std::function<void()> onChange;
     std::function<void()> onQueued;
+    // The set picked beforehand is another one.
+    std::function<void(const std::vector<AcDbObjectId>&)> onPicked;
+    // A grip of it was clicked, with nothing asked.
+    std::function<void(const AcGePoint3d&)> onGrip;
+    // Outside of commands a selection was followed by a point: a tool and its centre.
+    std::function<void(const std::vector<AcDbObjectId>&, const AcGePoint3d&)> onToolPicked;
     std::function<host::ClosingChoice(const std::vector<AcApDocument*>&)> onClosing;
     std::function<std::wstring(const AcApDocument&)> onNameForSaving;
 
@@ -56,7 +63,9 @@ public:
     host::Answer Text(bool spacesAllowed) override;
     host::ClosingChoice Closing(const std::vector<AcApDocument*>& documents) override;
     std::wstring NameForSaving(const AcApDocument& document) override;
-    void Print(const std::wstring& text) override { m_line.Output().Print(text); }
+    void Print(const std::wstring& text) override {
+        m_line.Output().Print(InLanguage(QString::fromStdWString(text)).toStdWString());
+    }
     void UpdateDisplay() override { m_view.Refresh(); }
     void Queued() override {
         if (onQueued) onQueued();
@@ -66,6 +75,7 @@ private:
     // Answers what is asked with Escape; false when nothing is.
     bool Cancel();
     enum Kind { kNothing, kSelection, kPoint, kText };
+    void SayLine(const std::wstring& line);
     void Wait(Kind kind);
     void Done() { m_isDone = true; }
     void Pick(const AcGePoint3d& point, bool takesOut);
@@ -92,6 +102,7 @@ private:
     host::Answer m_answer;
     host::SelectionAnswer m_selection;
     std::vector<AcDbObjectId> m_picked;
+    std::vector<AcDbObjectId> m_lastSelected;  // by the last selection that was asked
     std::optional<AcGePoint3d> m_corner;
     AcGePoint3d m_pointer;
 };

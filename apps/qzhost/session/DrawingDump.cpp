@@ -66,9 +66,25 @@ std::vector<LayerState> LayersOf(AcDbDatabase& database) {
         const AcDbLayerTableRecordPointer layer(id, AcDb::kForRead);
         if (layer.openStatus() != Acad::eOk) continue;
         layers.push_back({NameOf(id), NameOf(layer->linetypeObjectId()), layer->isOff(),
-                          layer->isFrozen(), layer->isLocked(), id == database.clayer()});
+                          layer->isFrozen(), layer->isLocked(), id == database.clayer(),
+                          layer->color().colorIndex(), layer->lineWeight()});
     }
     return layers;
+}
+
+std::vector<std::wstring> LinetypesOf(AcDbDatabase& database) {
+    std::vector<std::wstring> names;
+    const AcDbObjectPointer<AcDbLinetypeTable> table(database.linetypeTableId(), AcDb::kForRead);
+    AcDbLinetypeTableIterator* made = nullptr;
+    if (table.openStatus() != Acad::eOk || table->newIterator(made) != Acad::eOk) return names;
+    const std::unique_ptr<AcDbLinetypeTableIterator> iterator(made);
+    for (; !iterator->done(); iterator->step()) {
+        AcDbObjectId id;
+        if (iterator->getRecordId(id) == Acad::eOk && id != database.byLayerLinetype() &&
+            id != database.byBlockLinetype())
+            names.push_back(NameOf(id));
+    }
+    return names;
 }
 
 std::wstring Describe(const LayerState& layer) {

@@ -17,10 +17,14 @@ struct LayerState {
     bool isFrozen = false;
     bool isLocked = false;
     bool isCurrent = false;
+    int colour = 7;   // index
+    int weight = -3;  // hundredths of a millimetre; below 0: the usual one
 };
 // In the order of the table.
 std::vector<LayerState> LayersOf(AcDbDatabase& database);
 std::wstring Describe(const LayerState& layer);
+// The names of the drawing's linetypes that a layer can have.
+std::vector<std::wstring> LinetypesOf(AcDbDatabase& database);
 
 // Each layer with what can be switched.
 Lines DumpLayers(AcDbDatabase& database);

@@ -48,6 +48,8 @@ void DrawingView::SetDocument(AcApDocument* document) {
         };
         if (!(document->imp().view.height > 0.0)) ZoomExtents();
     }
+    m_overlay = {};
+    m_marked.clear();
     m_picture = {};
     m_isPictureStale = true;
     update();
@@ -138,6 +140,29 @@ void DrawingView::SetCorner(std::optional<AcGePoint3d> corner) {
 void DrawingView::SetAim(std::optional<AimView> aim) {
     m_aim = std::move(aim);
     update();
+}
+
+void DrawingView::SetOverlay(Overlay overlay) {
+    if (overlay.IsEmpty() && m_overlay.IsEmpty()) return;
+    m_overlay = std::move(overlay);
+    update();
+}
+
+void DrawingView::SetMarked(std::vector<AcDbObjectId> ids) {
+    m_marked = std::move(ids);
+    update();
+}
+
+const AcGePoint3d* DrawingView::GripNear(const AcGePoint3d& at) const {
+    const AcGePoint3d* nearest = nullptr;
+    double best = PickAperture();
+    for (const AcGePoint3d& grip : m_grips) {
+        const double off = std::hypot(grip.x - at.x, grip.y - at.y);
+        if (off > best) continue;
+        best = off;
+        nearest = &grip;
+    }
+    return nearest;
 }
 
 std::vector<AcDbObjectId> DrawingView::IdsNear(const QRectF& area) {

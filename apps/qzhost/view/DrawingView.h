@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "acdocman.h"
+#include "apps/qzhost/view/Overlay.h"
 #include "apps/qzhost/view/PointAid.h"
 #include "apps/qzhost/scene/Scene.h"
 #include "apps/qzhost/scene/SceneRenderer.h"
@@ -53,6 +54,14 @@ public:
     void SetGrips(std::vector<AcGePoint3d> grips);
     void SetCorner(std::optional<AcGePoint3d> corner);
     void SetAim(std::optional<AimView> aim);
+    void SetOverlay(Overlay overlay);
+    const Overlay& CurrentOverlay() const { return m_overlay; }
+    // Entities that are marked beside what is picked or highlighted.
+    void SetMarked(std::vector<AcDbObjectId> ids);
+    // The grip under a place, within the pick box; null: none.
+    const AcGePoint3d* GripNear(const AcGePoint3d& at) const;
+    // The part of the drawing that the window shows.
+    QRectF ShownArea() const { return ViewOf(size(), 1.0).Area(); }
     // Entities near a place, and what there is to snap to in them.
     std::vector<AcDbObjectId> IdsNear(const QRectF& area);
     std::vector<const host::SnapSource*> SourcesNear(const AcGePoint3d& at, double aperture);
@@ -94,6 +103,7 @@ private:
     void PaintGrid(QPainter& painter) const;
     void PaintCorner(QPainter& painter) const;
     void PaintAim(QPainter& painter) const;
+    void PaintOverlay(QPainter& painter) const;
     void PaintPointer(QPainter& painter) const;
     void PaintNote(QPainter& painter) const;
 
@@ -106,6 +116,8 @@ private:
     std::optional<AcGePoint3d> m_corner;
     std::optional<AimView> m_aim;
     std::vector<AcGePoint3d> m_grips;
+    Overlay m_overlay;
+    std::vector<AcDbObjectId> m_marked;
     AcGePoint2d m_centre;  // of the view as it was fitted to the window
     double m_height = 0.0;
     QSize m_size;  // that the view was fitted to

@@ -22,6 +22,7 @@ constexpr int kMostGridLines = 400;
 
 const QRgb kHighlight = qRgb(0xFF, 0xA0, 0x20);
 const QRgb kPicked = qRgb(0x50, 0xA8, 0xFF);
+const QRgb kMarked = qRgb(0xFF, 0x50, 0xC0);
 const QColor kRubber(0xF0, 0xE0, 0x60);
 const QColor kMarker(0x40, 0xE0, 0x60);
 
@@ -108,6 +109,8 @@ void DrawingView::PaintHighlights(QPainter& painter) {
     for (const AcDbObjectId id : host::HighlightedEntities()) paint(id);
     look.override = kPicked;
     for (const AcDbObjectId id : m_picked) paint(id);
+    look.override = kMarked;
+    for (const AcDbObjectId id : m_marked) paint(id);
     constexpr double kGrip = 4.0;  // half, pixels
     painter.setPen(QColor(0x20, 0x50, 0x90));
     painter.setBrush(QColor::fromRgb(kPicked));
@@ -127,6 +130,7 @@ void DrawingView::paintEvent(QPaintEvent*) {
     PaintHighlights(painter);
     painter.setRenderHint(QPainter::Antialiasing);
     PaintNote(painter);
+    PaintOverlay(painter);
     PaintCorner(painter);
     PaintAim(painter);
     PaintPointer(painter);
@@ -170,6 +174,33 @@ void DrawingView::PaintCorner(QPainter& painter) const {
     painter.setPen(QPen(colour, 1, isCrossing ? Qt::DashLine : Qt::SolidLine));
     painter.setBrush(inside);
     painter.drawRect(QRectF(from, m_pointer).normalized());
+}
+
+void DrawingView::PaintOverlay(QPainter& painter) const {
+    constexpr double kRing = 14.0;  // pixels around a place
+    const SceneView view = ViewOf(size(), 1.0);
+    painter.setBrush(Qt::NoBrush);
+    for (const Overlay::Path& path : m_overlay.paths) {
+        QPolygonF line;
+        for (const QPointF& point : path.points) line << view.ToPixel(point);
+        painter.setPen(QPen(path.colour, 2, path.isDashed ? Qt::DashLine : Qt::SolidLine));
+        painter.drawPolyline(line);
+    }
+    for (const Overlay::Spot& spot : m_overlay.spots) {
+        const QPointF at = view.ToPixel(spot.at);
+        painter.setPen(QPen(spot.colour, 2));
+        painter.drawEllipse(at, kRing, kRing);
+        if (!spot.text.isEmpty()) PaintTooltip(painter, at, spot.text, rect());
+        painter.setBrush(Qt::NoBrush);
+    }
+    double down = 8.0;
+    for (const Overlay::Line& line : m_overlay.legend) {
+        painter.setPen(line.colour);
+        const QRectF box = painter.boundingRect(QRectF(10, down, width() - 20, height()),
+                                                Qt::AlignLeft | Qt::TextWordWrap, line.text);
+        painter.drawText(box, Qt::AlignLeft | Qt::TextWordWrap, line.text);
+        down = box.bottom() + 2.0;
+    }
 }
 
 void DrawingView::PaintAim(QPainter& painter) const {

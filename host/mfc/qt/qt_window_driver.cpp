@@ -111,6 +111,7 @@ void QtWindowDriver::Refresh() {
 }
 
 void QtWindowDriver::Posted() {
+    if (onInput) onInput();
     if (std::exchange(m_isIdleAsked, true)) return;
     QTimer::singleShot(0, this, [this] { OnIdle(); });
 }

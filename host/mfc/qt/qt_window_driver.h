@@ -3,6 +3,7 @@
 
 #include <QPointer>
 #include <QWidget>
+#include <functional>
 #include <map>
 #include <set>
 
@@ -29,6 +30,9 @@ public:
 
     // A loop of the host, a modal dialog's or a prompt's, has called Qt.
     bool IsInHostLoop() const { return m_polling > 0; }
+
+    // A window's control may have been used; the host's queue has not been handled yet.
+    std::function<void()> onInput;
 
     void Created(const Window& window) override;
     void Destroyed(const Window& window) override;
