@@ -115,7 +115,7 @@ bool ChangeLayer(AcDbDatabase& database, const std::wstring& layer, const std::w
         if (option == L"SET") {
             es = database.setClayer(id);
         } else if (const LayerChange change = MakeLayerChange(database, option, value, reason)) {
-            const AcDbLayerTableRecordPointer record(id, AcDb::kForWrite);
+            AcDbLayerTableRecordPointer record(id, AcDb::kForWrite);
             es = record.openStatus();
             if (es == Acad::eOk) es = change(*record.object());
         } else {

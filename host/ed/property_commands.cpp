@@ -22,7 +22,7 @@ void Change(const SelectionSet& entities, const std::wstring& name, const std::w
     size_t changed = 0;
     Acad::ErrorStatus refusal = Acad::eOk;
     for (const AcDbObjectId id : entities) {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
+        AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForWrite);
         const Acad::ErrorStatus es = entity.openStatus() != Acad::eOk
                                          ? entity.openStatus()
                                          : SetProperty(*entity.object(), name, value);
@@ -120,7 +120,7 @@ CommandEnd StretchByGrip(AcApDocument* document) {
     if (to.kind != Answer::kGiven) return CommandEnd::kCancelled;
     size_t refused = 0;
     for (const Hold& hold : holds) {
-        const AcDbObjectPointer<AcDbEntity> entity(hold.id, AcDb::kForWrite);
+        AcDbObjectPointer<AcDbEntity> entity(hold.id, AcDb::kForWrite);
         // Only grips of the very place are meant, not all within the box.
         if (!hold.grip.at.isEqualTo(base)) continue;
         if (entity.openStatus() != Acad::eOk ||

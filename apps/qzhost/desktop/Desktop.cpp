@@ -96,6 +96,7 @@ void Desktop::ConnectInput() {
     };
     m_line->onEnter = [this](const std::wstring& line) { Type(line); };
     m_line->onEscape = [this] {
+        m_typedAhead.clear();
         if (!m_input.Escape()) m_input.ForgetPickFirst();
     };
     m_line->names = [this] { return m_input.IsAsking() ? QStringList() : CommandNames(); };
@@ -208,6 +209,11 @@ void Desktop::MakePanels() {
 }
 
 void Desktop::Type(const std::wstring& line) {
+    // Between an answer and what follows it somebody who types fast is a line ahead.
+    if (m_input.IsAnswered() || (m_isRunning && !m_input.IsAsking())) {
+        m_typedAhead.push_back(line);
+        return;
+    }
     if (m_input.IsAsking()) {
         if (!line.empty()) m_line->Output().Line(L" < " + line);
         m_input.Enter(line);
@@ -216,8 +222,19 @@ void Desktop::Type(const std::wstring& line) {
     Run(line.empty() ? m_lastCommand : line);
 }
 
+void Desktop::TakeTypedAhead() {
+    if (m_typedAhead.empty() || m_input.IsAnswered() || (m_isRunning && !m_input.IsAsking()))
+        return;
+    const std::wstring line = m_typedAhead.front();
+    m_typedAhead.pop_front();
+    if (!m_typedAhead.empty()) QTimer::singleShot(0, this, [this] { TakeTypedAhead(); });
+    Type(line);
+}
+
 // Enter alone repeats the last command.
 void Desktop::Run(const std::wstring& command) {
+    // A key pressed while the last command comes to its end is meant for what follows.
+    if (m_isRunning && !m_input.IsAsking()) m_typedAhead.push_back(command);
     if (m_isRunning || m_input.IsAsking() || command.empty()) return;
     m_lastCommand = command.substr(0, command.find(L'\n'));
     m_line->Output().Line(L"> " + m_lastCommand);
@@ -270,7 +287,8 @@ void Desktop::ShowChanges() {
 void Desktop::ShowState() {
     const bool isIdle = !m_isRunning && !m_input.IsAsking();
     if (isIdle) AskTick();
-    for (QAction* const action : m_idleActions) action->setEnabled(isIdle);
+    if (!m_typedAhead.empty()) QTimer::singleShot(0, this, [this] { TakeTypedAhead(); });
+    for (QAction* const action : m_idleActions) action->setEnabled(!m_input.IsAsking());
     m_properties->setEnabled(isIdle);
     m_line->Edit().setPlaceholderText(m_input.IsAsking() ? Tr("Answer, or Esc")
                                                          : Tr("Type a command"));

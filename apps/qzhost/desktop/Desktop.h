@@ -6,6 +6,7 @@
 #include <QTabBar>
 #include <QTimer>
 #include <QToolBar>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -65,6 +66,8 @@ private:
     QDockWidget* AddPanel(const char* title, const char* name, QWidget* widget,
                           Qt::DockWidgetArea area);
     void Run(const std::wstring& command);
+    // Takes what was typed while nobody could take it.
+    void TakeTypedAhead();
     // Looks soon at what has changed; nothing runs while nothing happens.
     void AskTick();
     void Tick();
@@ -113,6 +116,7 @@ private:
     ReviewDesk* m_reviews;
     DesktopInput m_input;
     std::wstring m_lastCommand;
+    std::deque<std::wstring> m_typedAhead;
     QMenu* m_recent = nullptr;
     QToolBar* m_bar = nullptr;
     std::vector<QDockWidget*> m_docks;

@@ -25,6 +25,8 @@ public:
         : m_view(view), m_line(line), m_driver(driver) {}
 
     bool IsAsking() const { return m_kind != kNothing; }
+    // An answer was given, and what asked has not gone on yet.
+    bool IsAnswered() const { return IsAsking() && m_isDone; }
     // A text is asked that may hold blanks.
     bool TakesBlanks() const { return m_kind == kText && m_takesBlanks; }
     // Each returns false when nothing is asked that it could answer.

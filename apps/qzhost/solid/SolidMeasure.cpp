@@ -39,7 +39,7 @@ void SnapToCorner(const host::solid::Profile& profile, double within, SolidPlace
     const SolidPlace at = place;
     for (const host::solid::Chain& chain : profile.chains)
         for (const host::solid::Piece& piece : chain.pieces)
-            for (const AcGePoint2d& corner : {piece.from, piece.to}) {
+            for (const plane::Point& corner : {piece.from, piece.to}) {
                 const double off = std::hypot(corner.x - at.along, corner.y - at.radius);
                 if (off >= best) continue;
                 best = off;

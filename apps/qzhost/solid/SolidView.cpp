@@ -57,7 +57,7 @@ QVector3D Single(const AcGeVector3d& v) {
 }
 
 // The circle that a corner of the profile turns into.
-void AppendCircle(const host::solid::Frame& frame, const AcGePoint2d& corner, const Camera& camera,
+void AppendCircle(const host::solid::Frame& frame, const plane::Point& corner, const Camera& camera,
                   std::vector<float>& out) {
     const AcGeVector3d side = frame.Normal();
     QVector3D before;
@@ -77,7 +77,8 @@ void AppendCircle(const host::solid::Frame& frame, const AcGePoint2d& corner, co
 // Corners at which the profile has a bend; arcs that go on smoothly have none.
 bool IsSharp(const host::solid::Piece& piece, const host::solid::Piece& next) {
     constexpr double kBend = 0.02;  // radians
-    return piece.EndDirection().angleTo(next.StartDirection()) > kBend;
+    const plane::Vector a = piece.EndDirection(), b = next.StartDirection();
+    return std::fabs(std::atan2(a.x * b.y - a.y * b.x, a.x * b.x + a.y * b.y)) > kBend;
 }
 
 }  // namespace
