@@ -457,9 +457,12 @@ TEST_F(BatchTest, ReasonsOfAComputationThatFoundNothing) {
     AcDbObjectPointer<AcDbLayerTableRecord> layer(FindLayer(_T("LOCKED")), AcDb::kForWrite);
     layer->setIsLocked(true);
     ASSERT_EQ(Acad::eOk, layer.close());
-    EXPECT_EQ("所选半边没有找到轮廓（部分图元在锁定的图层上）", reason());
+    EXPECT_EQ(
+        "所选半边没有找到轮廓（部分图元在锁定的图层上）；未参与：锁定图层 LOCKED 2个，非轮廓类型 "
+        "Text 1个",
+        reason());
     tool.sourceIds.removeLast();
-    EXPECT_EQ("图元全部在锁定的图层上", reason());
+    EXPECT_EQ("图元全部在锁定的图层上；未参与：锁定图层 LOCKED 2个", reason());
     tool.sourceIds = AcDbObjectIdArray();
     EXPECT_EQ("没有图元（已删除）", reason());
 }

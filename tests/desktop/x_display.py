@@ -100,6 +100,15 @@ class Desktop:
         return self.until("a window " + pattern, lambda: [
             i for i, title in self.windows() if re.search(pattern, title)])[-1]
 
+    def comes(self, pattern, seconds):
+        """Whether a window of that title comes up in time."""
+        end = time.monotonic() + seconds
+        while time.monotonic() < end:
+            if any(re.search(pattern, title) for title in self.titles()):
+                return True
+            time.sleep(0.05)
+        return False
+
     def gone(self, pattern):
         self.until("the end of the window " + pattern, lambda: not [
             i for i, title in self.windows() if re.search(pattern, title)])
