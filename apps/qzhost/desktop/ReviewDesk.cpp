@@ -192,12 +192,12 @@ void ReviewDesk::ShowReview() {
 
 void ReviewDesk::ZoomTo(const std::vector<AcDbObjectId>& ids) {
     const Scene* const scene = m_view.CurrentScene();
-    QRectF all;
+    QRectF all = NoBox();
     for (const AcDbObjectId id : ids) {
         const SceneChunk* chunk = nullptr;
         if (const SceneItem* const item = scene->Find(id, chunk)) all = United(all, item->box);
     }
-    if (!all.topLeft().isNull() || !all.isNull()) m_view.ZoomTo(all);
+    if (!IsNoBox(all)) m_view.ZoomTo(all);
 }
 
 void ReviewDesk::ShowRow(const ReviewRow& row) {

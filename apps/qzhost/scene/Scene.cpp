@@ -68,7 +68,6 @@ bool Scene::Update() {
         SetChunk(index, std::move(chunk));
     }
     AppendChunks(fresh);
-    CountUnshown();
     return true;
 }
 
@@ -78,17 +77,21 @@ void Scene::MakeAll() {
     m_sources.clear();
     m_stale.clear();
     m_staleInOrder.clear();
+    m_unshown.clear();
     m_weight = 0;
     m_isAllStale = false;
     m_styles = std::make_unique<SceneStyles>(*m_database);
     AppendChunks(host::QueryEntities(*m_database, host::QueryRules::Displayed()));
-    CountUnshown();
 }
 
 void Scene::SetChunk(size_t index, std::shared_ptr<const SceneChunk> chunk) {
     if (index == m_chunks.size()) m_chunks.emplace_back();
-    if (m_chunks[index] != nullptr) m_weight -= m_chunks[index]->points.size();
+    if (m_chunks[index] != nullptr) {
+        m_weight -= m_chunks[index]->points.size();
+        CountUnshown(*m_chunks[index], -1);
+    }
     m_weight += chunk->points.size();
+    CountUnshown(*chunk, 1);
     for (size_t i = 0; i < chunk->items.size(); ++i)
         m_places[chunk->items[i].id] = {static_cast<unsigned>(index), static_cast<unsigned>(i)};
     m_chunks[index] = std::move(chunk);
@@ -124,11 +127,13 @@ bool Scene::AppendItem(AcDbObjectId id, SceneChunk& chunk) {
     return true;
 }
 
-void Scene::CountUnshown() {
-    m_unshown.clear();
-    for (const auto& chunk : m_chunks)
-        for (const SceneItem& item : chunk->items)
-            if (item.parts == 0 && item.labels == 0) ++m_unshown[item.id.objectClass()->name()];
+void Scene::CountUnshown(const SceneChunk& chunk, int step) {
+    for (const SceneItem& item : chunk.items) {
+        if (item.parts > 0 || item.labels > 0) continue;
+        const auto count = m_unshown.try_emplace(item.id.objectClass()->name(), 0).first;
+        count->second += step;
+        if (count->second == 0) m_unshown.erase(count);
+    }
 }
 
 const SceneItem* Scene::Find(AcDbObjectId id, const SceneChunk*& chunk) const {
@@ -160,9 +165,9 @@ std::vector<const host::SnapSource*> Scene::SourcesNear(const QRectF& area) {
 }
 
 QRectF Scene::Extents() const {
-    QRectF all;
+    QRectF all = NoBox();
     for (const auto& chunk : m_chunks) all = United(all, chunk->box);
-    return all;
+    return IsNoBox(all) ? QRectF() : all;
 }
 
 }  // namespace app

@@ -74,7 +74,8 @@ private:
     // False when the entity cannot be read now.
     bool AppendItem(AcDbObjectId id, SceneChunk& chunk);
     void SetChunk(size_t index, std::shared_ptr<const SceneChunk> chunk);
-    void CountUnshown();
+    // Adds the items of a chunk to those without a shape, or takes them out.
+    void CountUnshown(const SceneChunk& chunk, int step);
 
     AcDbDatabase* m_database;
     SceneChunks m_chunks;

@@ -5,8 +5,6 @@
 namespace app {
 
 QRectF United(const QRectF& a, const QRectF& b) {
-    if (a.isNull() && a.topLeft().isNull()) return b;
-    if (b.isNull() && b.topLeft().isNull()) return a;
     const QPointF low((std::min)(a.left(), b.left()), (std::min)(a.top(), b.top()));
     const QPointF high((std::max)(a.right(), b.right()), (std::max)(a.bottom(), b.bottom()));
     return QRectF(low, high);

@@ -38,9 +38,13 @@ struct ScenePart {
 // Dashes in drawing units: positive drawn, negative left out, 0 a dot.
 using DashPatterns = std::vector<std::vector<double>>;
 
+// The box of nothing; unlike QRectF's it is no point at the origin.
+inline QRectF NoBox() { return QRectF(QPointF(1e300, 1e300), QPointF(-1e300, -1e300)); }
+inline bool IsNoBox(const QRectF& box) { return box.width() < 0.0; }
+
 struct SceneItem {
     AcDbObjectId id;
-    QRectF box;
+    QRectF box = NoBox();
     unsigned firstPart = 0, parts = 0;
     unsigned firstLabel = 0, labels = 0;
 };
@@ -51,7 +55,7 @@ struct SceneChunk {
     std::vector<ScenePart> parts;
     std::vector<QPointF> points;
     std::vector<SceneLabel> labels;
-    QRectF box;
+    QRectF box = NoBox();
 
     // Appends a copy of an item of another chunk, or of this one's like.
     void Append(const SceneChunk& from, const SceneItem& item);
@@ -64,7 +68,8 @@ inline bool Touches(const QRectF& a, const QRectF& b) {
            b.top() <= a.bottom();
 }
 
-// The smallest box around both; unlike QRectF's it counts boxes without area.
+// The smallest box around both; unlike QRectF's it counts boxes without area, and NoBox() adds
+// nothing.
 QRectF United(const QRectF& a, const QRectF& b);
 
 }  // namespace app

@@ -121,7 +121,7 @@ private:
 
 // Around the points of a part; arcs by the places where they turn.
 QRectF BoxOf(const ScenePart& part, const std::vector<QPointF>& points) {
-    QRectF box;
+    QRectF box = NoBox();
     const QPointF* const p = points.data() + part.first;
     const auto add = [&box](const QPointF& at) { box = United(box, QRectF(at, at)); };
     if (part.kind != ScenePart::kArc) {
