@@ -27,7 +27,7 @@ struct Options {
     std::vector<std::string> drawings;
     std::vector<std::string> modules;
     std::string dwgConverter;  // command; empty: the one that is found
-    std::string language;  // "en", "zh"; empty: the one that was chosen, or the locale's
+    std::string language;      // "en", "zh"; empty: the one that was chosen, or the locale's
     bool noModule = false;
 };
 

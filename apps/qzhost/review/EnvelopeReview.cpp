@@ -40,6 +40,8 @@ const char* KindName(product::Finding::Kind kind) {
             return Word("Outline");
         case Kind::Solid:
             return Word("Solid");
+        case Kind::Parts:
+            return Word("Parts");
         case Kind::Note:
             break;
     }

@@ -12,6 +12,7 @@
 #include "apps/qzhost/words/Words.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/tool/SolidBodies.h"
 
 namespace app {
 namespace {
@@ -181,8 +182,11 @@ QString SolidPanel::Save(const QString& path) {
         return Tr("%1: a solid is saved as .stp, .sat, .stl or .png.").arg(path);
     std::vector<std::string> written;
     try {
-        product::WriteSolidFiles(body->run, path.section('/', -1).section('.', 0, 0).toStdString(),
-                                 *m_database, files, nullptr, written);
+        product::ToolRun run;
+        run.solid = body->run;
+        const std::string name = path.section('/', -1).section('.', 0, 0).toStdString();
+        product::WriteSolidFiles(run.solid, product::BodiesOf({}, run, name), *m_database, files,
+                                 nullptr, written);
     } catch (const product::Failure& failure) {
         return QString::fromStdString(failure.what());
     }

@@ -502,6 +502,10 @@
         <translation>范围</translation>
     </message>
     <message>
+        <source>Parts</source>
+        <translation>切削部分</translation>
+    </message>
+    <message>
         <source>Perpendicular</source>
         <translation>垂足</translation>
     </message>
