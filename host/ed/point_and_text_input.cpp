@@ -1,6 +1,8 @@
 // acedGetPoint, acedGetString and what goes with them.
 #include <algorithm>
 #include <cwchar>
+#include <sstream>
+#include <vector>
 
 #include "acedads.h"
 #include "acutads.h"
@@ -14,6 +16,25 @@ namespace {
 
 // Set by acedInitGet for the next input only.
 int g_initGetBits = 0;
+std::wstring g_keywords;
+
+std::vector<std::wstring> Words(const std::wstring& text) {
+    std::vector<std::wstring> words;
+    std::wstringstream stream(text);
+    for (std::wstring word; stream >> word;) words.push_back(word);
+    return words;
+}
+
+// What an answer's keyword comes as; empty when the text is none.
+std::wstring KeywordOf(const std::wstring& text) {
+    const size_t split = g_keywords.find(L'_');
+    const std::vector<std::wstring> words = Words(g_keywords.substr(0, split));
+    const std::vector<std::wstring> names =
+        split == std::wstring::npos ? words : Words(g_keywords.substr(split + 1));
+    for (size_t i = 0; i < words.size(); ++i)
+        if (!MatchKeyword(text, {words[i]}).empty()) return i < names.size() ? names[i] : words[i];
+    return {};
+}
 
 bool TakesEnter() { return (g_initGetBits & RSG_NONULL) == 0; }
 
@@ -22,13 +43,41 @@ int CodeOf(const Answer& answer) {
     return answer.kind == Answer::kEnter ? RTNONE : RTCAN;
 }
 
+// A text that does not fit is cut, as the keyboard would stop taking characters.
+void Give(const std::wstring& text, ACHAR* result, size_t n) {
+    const size_t length = (std::min)(text.size(), n - 1);
+    std::wmemcpy(result, text.c_str(), length);
+    result[length] = 0;
+}
+
 std::wstring TextOf(const ACHAR* prompt) { return prompt == nullptr ? L"" : prompt; }
 
 }  // namespace
 
-int acedInitGet(int bits, const ACHAR*) {
+int acedInitGet(int bits, const ACHAR* keywords) {
     g_initGetBits = bits;
+    g_keywords = TextOf(keywords);
     return RTNORM;
+}
+
+int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t n) {
+    if (result == nullptr || n == 0 || g_keywords.empty() || Session::Get().Current() == nullptr)
+        return RTERROR;
+    std::wstring keyword;
+    int code = RTNORM;
+    while (keyword.empty() && code == RTNORM) {
+        const Answer answer = AskText(TextOf(prompt), false);
+        if (answer.kind == Answer::kEscape)
+            code = RTCAN;
+        else if (answer.text.empty())
+            code = TakesEnter() ? RTNONE : RTNORM;
+        else if ((keyword = KeywordOf(answer.text)).empty())
+            Session::Get().Print(L"\nInvalid option keyword.");
+    }
+    g_initGetBits = 0;
+    g_keywords.clear();
+    if (code == RTNORM) Give(keyword, result, n);
+    return code;
 }
 
 int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
@@ -55,10 +104,7 @@ int acedGetString(int cronly, const ACHAR* prompt, ACHAR* result, size_t n) {
     const Answer answer = AskText(TextOf(prompt), cronly != 0);
     g_initGetBits = 0;
     if (answer.kind == Answer::kEscape) return RTCAN;
-    // A text that does not fit is cut, as the keyboard would stop taking characters.
-    const size_t length = (std::min)(answer.text.size(), n - 1);
-    std::wmemcpy(result, answer.text.c_str(), length);
-    result[length] = 0;
+    Give(answer.text, result, n);
     return RTNORM;
 }
 

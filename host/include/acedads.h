@@ -38,8 +38,24 @@ int acedGetString(int cronly, const ACHAR* prompt, ACHAR (&result)[N]) {
     return acedGetString(cronly, prompt, result, N);
 }
 int acedGetString(int cronly, const ACHAR* prompt, AcString& result);
-// Rules for the next input only: RSG_NONULL asks again instead of taking Enter.
+// Rules for the next input only: RSG_NONULL asks again instead of taking Enter. keywords, with
+// blanks between them, are for acedGetKword; their capitals alone may be typed. What stands behind
+// "_" are their names in the same order, which answers come as: "Ja Nein _Yes No".
 int acedInitGet(int bits, const ACHAR* keywords);
+// Asks for one of the keywords of acedInitGet, again until it is one. RTNORM with the keyword,
+// RTNONE for Enter, RTCAN for Esc, RTERROR without keywords. n as of acedGetString.
+int acedGetKword(const ACHAR* prompt, ACHAR* result, size_t n);
+template <size_t N>
+int acedGetKword(const ACHAR* prompt, ACHAR (&result)[N]) {
+    return acedGetKword(prompt, result, N);
+}
+
+// A variable that outlives the session: AutoCAD keeps it in the registry of the user's profile,
+// this host in a file "qzhost/settings" where programs keep their settings (XDG_CONFIG_HOME, else
+// .config in the home folder; on Windows APPDATA). Names in any case of letters. RTERROR for one
+// that is not kept, or that cannot be.
+int acedGetEnv(const ACHAR* name, ACHAR* value, size_t n);
+int acedSetEnv(const ACHAR* name, const ACHAR* value);
 
 int acedPrompt(const ACHAR* text);  // writes a text to the command line and asks nothing
 

@@ -118,7 +118,7 @@ SRunReport BatchTask::run() {
     const CRunningTask running(*this);
     SRunReport report =
         RunTools(running, _T("QZRUNTASK"), nullptr, [](const BatchTask& task, BatchTool& tool) {
-            tool.computeEnvelope(task.params);
+            tool.computeEnvelope(task.params, GetPipeline(GetEnvelopeMethod()));
             return tool.execStatus == kBatchDone;
         });
     Finish(running, report, &BatchTask::execStatus, &BatchTool::execStatus);

@@ -1,17 +1,15 @@
 #include "StdAfx.h"
 #include "BatchTool.h"
 
-#include "AxisLine.h"
 #include "BatchSerial.h"
-#include "CurrentLayerGuard.h"
 #include "DocumentLock.h"
 #include "EncircleLayers.h"
-#include "EntityBox.h"
 #include "EraseEntity.h"
 #include "FlushGraphics.h"
 #include "LayerTools.h"
 #include "RunLine.h"
 #include "RunReport.h"
+#include "ToolAxis.h"
 #include "UnlockedLayer.h"
 
 namespace {
@@ -73,29 +71,39 @@ void BatchTool::computeEnvelope(const CEncircleCalInfo& params, EnvelopePipeline
 }
 
 void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeline) {
-    // The axis does not go on the user's layer: that may be locked, and it could not be erased.
-    CCurrentLayerGuard layer(kEnvelopeLayer);
-    CAxisLine axis(GetEntitiesBox(sourceIds), centre.y);
-    layer.Restore();
+    const bool bExact = pPipeline == GetPipeline(E_Method_Exact);
+    CToolAxis axis(sourceIds, centre, bExact);
     CEncircleCalInfo info(params);
     info.m_midLineId = axis.GetId();
     CEncircleLine engine(info);
     CEncircleTrace trace;
-    const CEncircleTraceScope watched(trace);
-    (engine.*pPipeline)(sourceIds, envelopeId);
+    {
+        const CEncircleTraceScope watched(trace);
+        (engine.*pPipeline)(sourceIds, envelopeId);
+    }
     if (envelopeId.isNull()) {
-        reason = GetNoEnvelopeReason(sourceIds, !info.m_midLineId.isNull());
+        reason = bExact ? GetExactRefusal(info, sourceIds) : CString();
+        if (reason.IsEmpty()) {
+            reason = GetNoEnvelopeReason(sourceIds, !info.m_midLineId.isNull());
+        }
         const CString strLeftOut = GetLeftOutText(trace);
         if (!strLeftOut.IsEmpty()) {
             reason += _T("；") + strLeftOut;
         }
     } else {
-        acutPrintf(_T("\n%s：%s\n"), name.GetString(),
-                   GetEnvelopeLine(envelopeId, centre.y, trace).GetString());
+        acutPrintf(_T("
+%s：%s
+"), name.GetString(),
+                   GetEnvelopeLine(envelopeId, centre.y, info.m_midLineId, trace).GetString());
+        if (!bExact) {
+            TellEnvelopeCheck(info, sourceIds, envelopeId, name);
+        }
     }
     const CString strWarning = GetParameterWarning(info);
     if (!strWarning.IsEmpty()) {
-        acutPrintf(_T("\n%s：%s\n"), name.GetString(), strWarning.GetString());
+        acutPrintf(_T("
+%s：%s
+"), name.GetString(), strWarning.GetString());
     }
     if (!axis.Erase()) {
         reason = _T("临时轴线无法删除");

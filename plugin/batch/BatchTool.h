@@ -2,12 +2,9 @@
 #pragma once
 
 #include "BatchStatus.h"
-#include "EncircleLine.h"
 #include "EnvelopeExport.h"
+#include "EnvelopeMethod.h"
 #include "ExportNames.h"
-
-// One of the engine's pipelines.
-using EnvelopePipeline = void (CEncircleLine::*)(const AcDbObjectIdArray& ids, AcDbObjectId& outId);
 
 // All operations work on the working database; those that change it take its document's write lock.
 class BatchTool {
@@ -15,6 +12,9 @@ public:
     BatchTool();
 
     // Computes the envelope with a copy of the parameters and sets execStatus to done or failed.
+    //
+    // The axis is level through the centre; of the exact pipeline see CToolAxis. An envelope of the
+    // steps that lies off the exact one is told on the command line.
     //
     // drawing  envelopes among sourceIds are erased and leave the list; the tool's former envelope
     //          is erased; the new one is drawn and highlighted. A locked envelope layer is unlocked

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <memory>
 
 namespace {
 
@@ -20,6 +21,26 @@ const SReasonText kReasons[] = {
     {CEncircleTrace::E_LeftOut_Explode, _T("图块无法分解")},
     {CEncircleTrace::E_LeftOut_NotFinite, _T("坐标无效")},
 };
+
+// The box of the envelope as it lies when the axis is turned level, and the axis' height then.
+Acad::ErrorStatus GetExtentsAlong(const AcDbPolyline& envelope, const AcDbObjectId& axisId,
+                                  AcDbExtents& box, double& dAxis) {
+    const AcDbObjectPointer<AcDbLine> pAxis(axisId, AcDb::kForRead);
+    if (pAxis.openStatus() != Acad::eOk) {
+        return envelope.getGeomExtents(box);
+    }
+    const AcGePoint3d start = pAxis->startPoint();
+    const AcGeVector3d along = pAxis->endPoint() - start;
+    dAxis = start.y;
+    if (along.y == 0.0) {
+        return envelope.getGeomExtents(box);
+    }
+    AcDbEntity* pMade = nullptr;
+    const Acad::ErrorStatus status = envelope.getTransformedCopy(
+        AcGeMatrix3d::rotation(-std::atan2(along.y, along.x), AcGeVector3d::kZAxis, start), pMade);
+    const std::unique_ptr<AcDbEntity> pLevel(pMade);
+    return status == Acad::eOk ? pLevel->getGeomExtents(box) : status;
+}
 
 bool IsPositive(double dValue) { return dValue > 0.0 && std::isfinite(dValue); }
 
@@ -42,7 +63,8 @@ CString GetLeftOutText(const CEncircleTrace& trace) {
     return strText;
 }
 
-CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const CEncircleTrace& trace) {
+CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const AcDbObjectId& axisId,
+                        const CEncircleTrace& trace) {
     CString strText;
     const AcDbObjectPointer<AcDbPolyline> pEnvelope(envelopeId, AcDb::kForRead);
     if (pEnvelope.openStatus() != Acad::eOk) {
@@ -50,7 +72,7 @@ CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const CEnc
     }
     const unsigned int nVertices = pEnvelope->numVerts();
     AcDbExtents box;
-    if (pEnvelope->getGeomExtents(box) != Acad::eOk) {
+    if (GetExtentsAlong(*pEnvelope, axisId, box, dAxis) != Acad::eOk) {
         return strText;
     }
     const double dAbove = std::abs(box.maxPoint().y - dAxis);

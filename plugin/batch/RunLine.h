@@ -7,8 +7,11 @@
 // Length and diameter, vertices, and what was left out and why.
 //
 // dAxis   height of the axis; the diameter is twice the greatest distance from it
+// axisId  the axis line; length and diameter are along and across it, whatever its direction. Null:
+//         the axis is level
 // result  empty when the envelope cannot be opened
-CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const CEncircleTrace& trace);
+CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const AcDbObjectId& axisId,
+                        const CEncircleTrace& trace);
 
 // What takes no part, by reason; empty when everything does.
 CString GetLeftOutText(const CEncircleTrace& trace);

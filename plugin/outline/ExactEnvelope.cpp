@@ -8,6 +8,7 @@
 
 #include "ContourReader.h"
 #include "EncircleLayers.h"
+#include "EnvelopeAxis.h"
 #include "EnvelopePolyline.h"
 #include "Halves.h"
 #include "LayerTools.h"
@@ -273,6 +274,10 @@ AcDbObjectId CExactEnvelope::Draw(const SExactResult& result) {
     int index = 0;
     for (const SExactResult::SVertex& v : result.m_vertices)
         AddVertex(polyline.get(), AcGePoint3d(v.m_dX, v.m_dY, 0.0), v.m_dBulge, index);
+    const SExactResult::SVertex &first = result.m_vertices.front(),
+                                &last = result.m_vertices.back();
+    const bool isLevel = first.m_dY == last.m_dY && first.m_dX < last.m_dX;
+    if (!isLevel && !MarkClosingEdgeAsAxis(*polyline)) return id;
     AddEnvelope(std::move(polyline), id);
     return id;
 }

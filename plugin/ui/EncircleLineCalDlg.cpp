@@ -3,14 +3,13 @@
 
 #include <vector>
 
-#include "AxisLine.h"
-#include "CurrentLayerGuard.h"
 #include "DocumentLock.h"
 #include "DrawingVisibility.h"
 #include "EncircleLayers.h"
 #include "EncircleLine.h"
 #include "EntityBox.h"
 #include "EnvelopeAxis.h"
+#include "EnvelopeMethod.h"
 #include "EraseEntity.h"
 #include "FlushGraphics.h"
 #include "HideScope.h"
@@ -22,6 +21,7 @@
 #include "RunLine.h"
 #include "RunReport.h"
 #include "RunWatch.h"
+#include "ToolAxis.h"
 #include "ToolFrame.h"
 #include "UnlockedLayer.h"
 
@@ -194,38 +194,43 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
 
 void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
                                     const CRunWatch& watch) {
-    // The axis does not go on the user's layer: that may be locked, and it could not be erased.
-    CCurrentLayerGuard layer(kEnvelopeLayer);
-    CAxisLine axis(GetEntitiesBox(sourceIds), m_centre.y);
-    layer.Restore();
-    const bool bAxis = !axis.GetId().isNull();
+    const bool bLive = algorithm == E_Algorithm_Live;
+    const bool bExact = bLive && GetEnvelopeMethod() == E_Method_Exact;
+    CToolAxis axis(sourceIds, m_centre, bExact);
     CEncircleCalInfo info;
     m_values.WriteTo(info);
     info.m_midLineId = axis.GetId();
+    const EnvelopePipeline pPipeline =
+        bLive ? GetPipeline(GetEnvelopeMethod()) : &CEncircleLine::GetEncircleLineByHatch;
     CEncircleLine engine(info);
     CEncircleTrace trace;
-    const CEncircleTraceScope watched(trace);
-    if (algorithm == E_Algorithm_Live) {
-        engine.GetEncircleLine3(sourceIds, m_resultId);
-    } else {
-        engine.GetEncircleLineByHatch(sourceIds, m_resultId);
+    {
+        const CEncircleTraceScope watched(trace);
+        (engine.*pPipeline)(sourceIds, m_resultId);
+    }
+    if (!watch.IsStopped()) {
+        TellRun(info, sourceIds, trace, bExact);
     }
     if (!axis.Erase()) {
         acutPrintf(_T("\n临时轴线无法删除\n"));
     }
-    if (!m_resultId.isNull() || !watch.IsStopped()) {
-        TellRun(info, sourceIds, bAxis, trace);
-    }
 }
 
 void CEncircleLineCalDlg::TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds,
-                                  bool bAxis, const CEncircleTrace& trace) const {
+                                  const CEncircleTrace& trace, bool bExact) const {
     if (!m_resultId.isNull()) {
-        acutPrintf(_T("\n%s\n"), GetEnvelopeLine(m_resultId, m_centre.y, trace).GetString());
+        acutPrintf(_T("\n%s\n"),
+                   GetEnvelopeLine(m_resultId, m_centre.y, info.m_midLineId, trace).GetString());
+        if (!bExact) {
+            TellEnvelopeCheck(info, sourceIds, m_resultId, CString());
+        }
     } else {
+        CString strReason = bExact ? GetExactRefusal(info, sourceIds) : CString();
+        if (strReason.IsEmpty()) {
+            strReason = GetNoEnvelopeReason(sourceIds, !info.m_midLineId.isNull());
+        }
         const CString strLeftOut = GetLeftOutText(trace);
-        acutPrintf(_T("\n未生成包络线：%s%s%s\n"),
-                   GetNoEnvelopeReason(sourceIds, bAxis).GetString(),
+        acutPrintf(_T("\n未生成包络线：%s%s%s\n"), strReason.GetString(),
                    strLeftOut.IsEmpty() ? _T("") : _T("；"), strLeftOut.GetString());
     }
     const CString strWarning = GetParameterWarning(info);
@@ -274,7 +279,8 @@ E_ExportResult CEncircleLineCalDlg::ExportOne(const AcDbObjectId& id,
                                               const std::vector<SToolFrame>& frames,
                                               std::vector<CString>& failures) {
     m_resultId = id;
-    if (!GetEnvelopeAxisPoint(id, m_centre)) {
+    AcGeVector3d along;
+    if (!GetEnvelopeAxis(id, m_centre, along)) {
         // Without a horizontal edge there is no axis to revolve about.
         failures.push_back(FindToolNumber(frames, GetEntityBox(id)) + _T("生成三维实体失败"));
         acutPrintf(_T("\n包络线没有水平边，无法确定轴线\n"));

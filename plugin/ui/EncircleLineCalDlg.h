@@ -43,8 +43,8 @@ private:
     void RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
                    const CRunWatch& watch);
     // One line on what came of it, and one on numbers that may have spoilt it.
-    void TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds, bool bAxis,
-                 const CEncircleTrace& trace) const;
+    void TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds,
+                 const CEncircleTrace& trace, bool bExact) const;
     // Derives the axis point from the envelope, revolves and exports it; a failure adds a line.
     E_ExportResult ExportOne(const AcDbObjectId& id, const std::vector<SToolFrame>& frames,
                              std::vector<CString>& failures);

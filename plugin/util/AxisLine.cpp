@@ -12,6 +12,9 @@ CAxisLine::CAxisLine(const CQZRect& box, double dHeight) {
     }
 }
 
+CAxisLine::CAxisLine(const AcGePoint3d& from, const AcGePoint3d& to)
+    : m_id(AddLine(from, to, 256, ACDB_MODEL_SPACE)) {}
+
 bool CAxisLine::Erase() {
     if (m_id.isNull()) {
         return true;

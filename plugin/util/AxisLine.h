@@ -2,12 +2,13 @@
 
 #include "QZRect.h"
 
-// The horizontal centre line of one computation: drawn in model space through a height, past the
-// box of the picked entities, and erased again at the end of its life.
+// The centre line of one computation: drawn in model space and erased again at the end of its life.
 class CAxisLine {
 public:
-    // An empty box makes no line.
+    // Horizontal through a height, past the box of the picked entities. An empty box makes no line.
     CAxisLine(const CQZRect& box, double dHeight);
+    // From one point to another.
+    CAxisLine(const AcGePoint3d& from, const AcGePoint3d& to);
     ~CAxisLine() { Erase(); }
     CAxisLine(const CAxisLine&) = delete;
     CAxisLine& operator=(const CAxisLine&) = delete;

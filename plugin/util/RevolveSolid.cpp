@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "AddEntity.h"
+#include "EnvelopeAxis.h"
 #include "plane/point.h"
 
 namespace {
@@ -90,8 +91,10 @@ AcDbObjectId RevolveThroughRegion(const AcDbObjectId& curveId, const AcGePoint3d
 
 AcDbObjectId RevolveEnvelope(const AcDbObjectId& envelopeId, const AcGePoint3d& centre) {
     const double dFullTurn = 2.0 * plane::kHalfTurn;
-    const AcGeVector3d axisDir(1.0, 0.0, 0.0);
-    const AcDbObjectId solidId = RevolveCurve(envelopeId, centre, axisDir, dFullTurn);
-    return solidId.isNull() ? RevolveThroughRegion(envelopeId, centre, axisDir, dFullTurn)
+    AcGePoint3d axisPoint(centre);
+    AcGeVector3d axisDir(1.0, 0.0, 0.0);
+    static_cast<void>(GetMarkedAxis(envelopeId, axisPoint, axisDir));
+    const AcDbObjectId solidId = RevolveCurve(envelopeId, axisPoint, axisDir, dFullTurn);
+    return solidId.isNull() ? RevolveThroughRegion(envelopeId, axisPoint, axisDir, dFullTurn)
                             : solidId;
 }

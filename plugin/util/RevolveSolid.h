@@ -18,6 +18,7 @@ AcDbObjectId RevolveCurve(const AcDbObjectId& curveId, const AcGePoint3d& axisPo
 AcDbObjectId RevolveThroughRegion(const AcDbObjectId& curveId, const AcGePoint3d& axisPoint,
                                   const AcGeVector3d& axisDir, double dAngle);
 
-// An envelope's solid: a full turn about the horizontal through the centre point; directly, else
-// through a region. Null when neither works.
+// An envelope's solid: a full turn about the horizontal through the centre point, or about its own
+// axis where it is marked (see EnvelopeAxis.h); directly, else through a region. Null when neither
+// works.
 AcDbObjectId RevolveEnvelope(const AcDbObjectId& envelopeId, const AcGePoint3d& centre);

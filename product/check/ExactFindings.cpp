@@ -2,6 +2,7 @@
 #include <cmath>
 #include <map>
 
+#include "plane/apart.h"
 #include "product/base/Text.h"
 #include "product/check/Findings.h"
 #include "product/check/SourceCurves.h"
@@ -12,7 +13,6 @@ namespace {
 constexpr double kNotable = 0.01;        // drawing units
 constexpr double kDiameterShare = 1e-3;  // or of the diameter, whichever is less
 constexpr double kChordShare = 1e-6;     // of the diameter: what chords leave arcs by
-constexpr size_t kMostSamples = 20000;
 
 Point At(const SExactResult::SPlace& place) { return {place.m_dX, place.m_dY}; }
 std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
@@ -48,66 +48,10 @@ const char* WhySuspicious(SExactResult::E_LeftOut reason) {
     }
 }
 
-double DistanceToChord(const Point& p, const Point& a, const Point& b) {
-    const double dx = b.x - a.x, dy = b.y - a.y, square = dx * dx + dy * dy;
-    const double share =
-        square > 0 ? std::clamp(((p.x - a.x) * dx + (p.y - a.y) * dy) / square, 0.0, 1.0) : 0;
-    return std::hypot(p.x - a.x - share * dx, p.y - a.y - share * dy);
-}
-
-// The corner or sample of one ring that is farthest from the other, whose chords are sorted along
-// x so that only those near by are looked at.
-class Farthest {
-public:
-    explicit Farthest(const std::vector<Point>& ring) : m_ring(ring) {
-        for (size_t i = 1; i < ring.size(); ++i) m_order.push_back(i);
-        std::sort(m_order.begin(), m_order.end(),
-                  [&](size_t a, size_t b) { return Left(a) < Left(b); });
-        for (const size_t i : m_order) {
-            const double right = std::max(m_ring[i - 1].x, m_ring[i].x);
-            m_rightmost.push_back(m_rightmost.empty() ? right
-                                                      : std::max(right, m_rightmost.back()));
-        }
-    }
-
-    double DistanceOf(const Point& p) const {
-        // Outwards from p in both directions until nothing nearer can come.
-        const size_t middle =
-            static_cast<size_t>(std::lower_bound(m_order.begin(), m_order.end(), p.x,
-                                                 [&](size_t i, double x) { return Left(i) < x; }) -
-                                m_order.begin());
-        double best = 1e300;
-        for (size_t k = middle; k < m_order.size() && Left(m_order[k]) - p.x < best; ++k)
-            best = std::min(best, To(p, m_order[k]));
-        for (size_t k = middle; k-- > 0 && p.x - m_rightmost[k] < best;)
-            best = std::min(best, To(p, m_order[k]));
-        return best;
-    }
-
-private:
-    double Left(size_t i) const { return std::min(m_ring[i - 1].x, m_ring[i].x); }
-    double To(const Point& p, size_t i) const {
-        return DistanceToChord(p, m_ring[i - 1], m_ring[i]);
-    }
-
-    const std::vector<Point>& m_ring;
-    std::vector<size_t> m_order;
-    std::vector<double> m_rightmost;
-};
-
-struct Apart {
-    double distance = 0;
-    Point at;
-};
-
-void Look(const std::vector<Point>& ring, const std::vector<Point>& other, Apart& worst) {
-    const Farthest farthest(other);
-    const size_t stride = ring.size() / kMostSamples + 1;
-    for (size_t i = 1; i < ring.size(); i += stride)
-        for (const Point& p : {ring[i], Between(ring[i - 1], ring[i])}) {
-            const double distance = farthest.DistanceOf(p);
-            if (distance > worst.distance) worst = {distance, p};
-        }
+std::vector<plane::Point> PlaneChords(const std::vector<Vertex>& ring, double tolerance) {
+    std::vector<plane::Point> chords;
+    for (const Point& p : ChordsOf(ring, true, tolerance)) chords.push_back({p.x, p.y});
+    return chords;
 }
 
 }  // namespace
@@ -140,11 +84,10 @@ void AddDifference(const std::vector<Vertex>& ring, const std::vector<Vertex>& e
     const double diameter = 2 * std::max(about.high.y, -about.low.y);
     const double other = 2 * std::max(otherBox.high.y, -otherBox.low.y);
     const double chord = std::max(kChordShare * diameter, 1e-12);
-    const std::vector<Point> a = ChordsOf(ring, true, chord), b = ChordsOf(exact, true, chord);
+    const std::vector<plane::Point> a = PlaneChords(ring, chord), b = PlaneChords(exact, chord);
     if (a.size() < 2 || b.size() < 2) return;
-    Apart worst;
-    Look(a, b, worst);
-    Look(b, a, worst);
+    const plane::Apart apart = plane::FarthestApart(a, b);
+    const Deviation worst{apart.distance, {apart.at.x, apart.at.y}, false};
     const double notable = std::min(kNotable, kDiameterShare * diameter);
     if (worst.distance <= notable) {
         Add(findings, Finding::Kind::Exact, false, "the exact envelope is the same");

@@ -224,8 +224,9 @@ private:
         out.offset = line.offset;
         out.cue = line.cue;
         out.components = group;
-        const std::vector<int> strokes = StrokesOf(line, group);
+        std::vector<int> strokes = StrokesOf(line, group);
         if (strokes.empty()) return out;
+        LeaveHangersOut(line, out, strokes);
         out.strokeCount = strokes.size();
         Box box;
         for (const int s : strokes) box.Add(BoxOf(sheet().strokes[s]));
@@ -254,7 +255,75 @@ private:
                 std::max(0.0, std::min(line.end, out.end) - std::max(line.start, out.start)) /
                 out.Length();
         out.openEnds = out.isHalf && FreeEndsOn(out, strokes);
+        for (const int c : m_circles) {
+            const Point p = sheet().strokes[c].centre;
+            out.holes += p.x > out.start && p.x < out.end &&
+                         std::abs(p.y - line.offset) < out.radius &&
+                         std::abs(p.y - line.offset) > 0.05 * out.radius;
+        }
         return out;
+    }
+
+    // Marks that stand out from the contour on one side only are none of the tool. Of half a
+    // contour there is no other side to ask: then a text has to stand beside them.
+    void LeaveHangersOut(const AxisLine& line, Candidate& out, std::vector<int>& strokes) const {
+        if (m_level.hangers.empty()) return;
+        Box box;
+        std::vector<char> isMine(sheet().strokes.size(), 0);
+        for (const int s : strokes) {
+            box.Add(BoxOf(sheet().strokes[s]));
+            isMine[s] = 1;
+        }
+        const double radius = std::max(box.maxY - line.offset, line.offset - box.minY);
+        const double slack = 4 * tolerance() + 1e-3 * radius;
+        const bool isHalf =
+            HalfHeights(sheet(), strokes, line.offset, box.minX, box.maxX).IsOneSided();
+        std::vector<char> hangs(sheet().strokes.size(), 0);
+        for (size_t i = 0; i < m_level.hangers.size(); ++i) {
+            const Hanger& hanger = m_level.hangers[i];
+            if (!isMine[hanger.strokes.front()] || (isHalf && !hanger.hasText)) continue;
+            if (!StandsOut(hanger, line.offset, slack)) continue;
+            if (!isHalf && IsMirrored(hanger, line.offset, slack, strokes)) continue;
+            out.hanging.push_back(static_cast<int>(i));
+            for (const int s : hanger.strokes) hangs[s] = 1;
+        }
+        strokes.erase(
+            std::remove_if(strokes.begin(), strokes.end(), [&](int s) { return hangs[s] != 0; }),
+            strokes.end());
+    }
+
+    // Nowhere nearer to the axis than where it touches, and farther out somewhere.
+    bool StandsOut(const Hanger& hanger, double offset, double slack) const {
+        const double foot = hanger.at.y - offset;
+        const double side = foot < 0 ? -1 : 1;
+        double farthest = 0;
+        for (const int s : hanger.strokes)
+            for (const Point& p : sheet().strokes[s].points) {
+                const double r = side * (p.y - offset);
+                if (r < std::abs(foot) - slack) return false;
+                farthest = std::max(farthest, r);
+            }
+        return farthest > std::abs(foot) + slack;
+    }
+
+    // Whether most of it has a mirror image among the strokes.
+    bool IsMirrored(const Hanger& hanger, double offset, double slack,
+                    const std::vector<int>& strokes) const {
+        double whole = 0, mirrored = 0;
+        for (const int s : hanger.strokes) {
+            const Box box = BoxOf(sheet().strokes[s]);
+            const double length = sheet().strokes[s].Length();
+            whole += length;
+            if (std::any_of(strokes.begin(), strokes.end(), [&](int other) {
+                    const Box b = BoxOf(sheet().strokes[other]);
+                    return std::abs(b.minX - box.minX) <= slack &&
+                           std::abs(b.maxX - box.maxX) <= slack &&
+                           std::abs(2 * offset - b.minY - box.maxY) <= slack &&
+                           std::abs(2 * offset - b.maxY - box.minY) <= slack;
+                }))
+                mirrored += length;
+        }
+        return mirrored > 0.5 * whole;
     }
 
     // What a tool's size is taken from: strokes along the axis are none of its contour.

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "product/detect/Components.h"
+#include "product/detect/Hangers.h"
 #include "product/detect/Stroke.h"
 
 namespace product::detect {
@@ -34,7 +35,9 @@ struct Candidate {
     double lineCover = 0;  // share of the length that the line of the cue runs along
     double foot = 0;       // share of the length along which a full line lies on the axis
     size_t strokeCount = 0;
-    bool openEnds = false;  // a half's two free ends lie on the axis
+    bool openEnds = false;     // a half's two free ends lie on the axis
+    size_t holes = 0;          // full circles on the contour off the axis
+    std::vector<int> hanging;  // of the level sheet's hangers, those that are none of the tool
     double score = 0;
     std::string why;  // what weighed against it
 
@@ -45,6 +48,7 @@ struct Candidate {
 struct LevelSheet {
     Sheet sheet;                        // turned
     std::vector<Component> components;  // of the turned sheet's contour, notes left out
+    std::vector<Hanger> hangers;        // on these components
     double tolerance = 0;               // drawing units
 };
 

@@ -51,6 +51,31 @@ std::vector<Chord> ChordsOf(const Sheet& sheet, const std::vector<char>& use) {
     return chords;
 }
 
+// Looks at every two chords whose boxes come closer than the tolerance: along x, and what has ended
+// is dropped as it is met.
+template <class Look>
+void Sweep(const std::vector<Chord>& chords, double tolerance, Look look) {
+    std::vector<int> open;
+    for (size_t i = 0; i < chords.size(); ++i) {
+        const Chord& chord = chords[i];
+        // What is drawn on the same place again touches what the first one touches.
+        if (i > 0 && chord.Place() == chords[i - 1].Place()) {
+            look(chord, chords[i - 1]);
+            continue;
+        }
+        size_t kept = 0;
+        for (const int k : open) {
+            const Chord& other = chords[k];
+            if (other.right < chord.left - tolerance) continue;
+            open[kept++] = k;
+            if (other.low <= chord.high + tolerance && other.high >= chord.low - tolerance)
+                look(chord, other);
+        }
+        open.resize(kept);
+        open.push_back(static_cast<int>(i));
+    }
+}
+
 }  // namespace
 
 double Distance(Point p, Point a, Point b) {
@@ -68,32 +93,33 @@ double Distance(Point a, Point b, Point c, Point d) {
                     std::min(Distance(c, a, b), Distance(d, a, b)));
 }
 
+bool ForEachTouch(const Sheet& sheet, const std::vector<char>& use, double tolerance,
+                  const std::function<bool(int a, int b, Point at)>& touch) {
+    bool goesOn = true;
+    Sweep(ChordsOf(sheet, use), tolerance, [&](const Chord& p, const Chord& q) {
+        if (!goesOn || p.stroke == q.stroke) return;
+        const auto tell = [&](Point at) { goesOn = goesOn && touch(p.stroke, q.stroke, at); };
+        bool isAtEnd = false;
+        for (const auto& [end, a, b] : {std::tuple(p.a, q.a, q.b), std::tuple(p.b, q.a, q.b),
+                                        std::tuple(q.a, p.a, p.b), std::tuple(q.b, p.a, p.b)})
+            if (Distance(end, a, b) <= tolerance) {
+                isAtEnd = true;
+                tell(end);
+            }
+        if (isAtEnd || Distance(p.a, p.b, q.a, q.b) > tolerance) return;
+        const Point along = p.b - p.a, across = q.b - q.a;
+        tell(p.a + (Cross(q.a - p.a, across) / Cross(along, across)) * along);
+    });
+    return goesOn;
+}
+
 std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char>& use,
                                       double tolerance) {
-    const std::vector<Chord> chords = ChordsOf(sheet, use);
     Groups groups(sheet.strokes.size());
-    // Sweeps along x; what has ended is dropped as it is met.
-    std::vector<int> open;
-    for (size_t i = 0; i < chords.size(); ++i) {
-        const Chord& chord = chords[i];
-        // What is drawn on the same place again touches what the first one touches.
-        if (i > 0 && chord.Place() == chords[i - 1].Place()) {
-            groups.Join(chord.stroke, chords[i - 1].stroke);
-            continue;
-        }
-        size_t kept = 0;
-        for (const int k : open) {
-            const Chord& other = chords[k];
-            if (other.right < chord.left - tolerance) continue;
-            open[kept++] = k;
-            if (other.low > chord.high + tolerance || other.high < chord.low - tolerance) continue;
-            if (groups.Find(chord.stroke) == groups.Find(other.stroke)) continue;
-            if (Distance(chord.a, chord.b, other.a, other.b) <= tolerance)
-                groups.Join(chord.stroke, other.stroke);
-        }
-        open.resize(kept);
-        open.push_back(static_cast<int>(i));
-    }
+    Sweep(ChordsOf(sheet, use), tolerance, [&](const Chord& p, const Chord& q) {
+        if (groups.Find(p.stroke) == groups.Find(q.stroke)) return;
+        if (Distance(p.a, p.b, q.a, q.b) <= tolerance) groups.Join(p.stroke, q.stroke);
+    });
     std::vector<int> number(sheet.strokes.size(), -1);
     std::vector<Component> out;
     for (size_t i = 0; i < sheet.strokes.size(); ++i) {

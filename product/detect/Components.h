@@ -1,6 +1,7 @@
 // Strokes that touch one another.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include "product/detect/Stroke.h"
@@ -19,6 +20,14 @@ struct Component {
 // cost  O(n log n + p) for p pairs of chords whose boxes come together
 std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char>& use,
                                       double tolerance);
+
+// Calls touch(a, b, at) for every two strokes of those in use that come closer than the tolerance,
+// and each place where they do: crossings, ends, and both ends of a stretch along which they run
+// together. It goes on while touch() is true; whether it was to the end.
+//
+// cost  as FindComponents()
+bool ForEachTouch(const Sheet& sheet, const std::vector<char>& use, double tolerance,
+                  const std::function<bool(int a, int b, Point at)>& touch);
 
 // The distance of two straight pieces; 0 when they cross.
 double Distance(Point a, Point b, Point c, Point d);

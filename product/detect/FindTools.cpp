@@ -43,6 +43,7 @@ public:
                 ++m_contourOf[stroke.entity];
         }
         m_components = FindComponents(upright, use, kJoint * Diagonal(m_sheet.box));
+        m_hangers = FindHangers(m_sheet, use, kJoint * Diagonal(m_sheet.box));
         for (size_t f = 0; f < m_frames.size(); ++f) Consider(f);
         JudgeAll();
         Choose();
@@ -62,7 +63,8 @@ private:
     }
 
     void Consider(size_t f) {
-        LevelSheet level{Turned(m_sheet, m_frames[f]), m_components, m_tolerance};
+        LevelSheet level{Turned(m_sheet, m_frames[f]), m_components, m_hangers, m_tolerance};
+        for (Hanger& hanger : level.hangers) hanger.at = m_frames[f].In(hanger.at);
         for (Component& component : level.components) {
             component.box = {};
             for (const int s : component.strokes) component.box.Add(BoxOf(level.sheet.strokes[s]));
@@ -78,13 +80,24 @@ private:
             if (c.nearAxis && (c.reachesStart || c.reachesEnd))
                 greatest = std::max(greatest, c.Length());
         }
-        for (Placed& placed : m_all) Judge(placed.candidate, greatest);
+        const double letters = UsualLetters();
+        for (Placed& placed : m_all) Judge(placed.candidate, greatest, letters);
         std::stable_sort(m_all.begin(), m_all.end(), [](const Placed& a, const Placed& b) {
             const double x = a.candidate.score, y = b.candidate.score;
             if (x != y) return x > y;
             return a.candidate.Length() * a.candidate.radius >
                    b.candidate.Length() * b.candidate.radius;
         });
+    }
+
+    // The middle one of the texts' heights.
+    double UsualLetters() const {
+        std::vector<double> heights;
+        for (const NoteText& text : m_sheet.texts) heights.push_back(text.height);
+        if (heights.size() < 3) return 0;
+        const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
+        std::nth_element(heights.begin(), middle, heights.end());
+        return *middle;
     }
 
     void Choose() {
@@ -148,7 +161,11 @@ private:
             if (!std::any_of(other.candidate.components.begin(), other.candidate.components.end(),
                              shared))
                 continue;
-            tool.confidence -= 0.2;
+            // Drawn centre lines that cross: a plate or a face seen from the front.
+            const bool isCross = chosen.candidate.cue == AxisCue::CentreLine &&
+                                 other.candidate.cue == AxisCue::CentreLine &&
+                                 other.frame != chosen.frame;
+            tool.confidence -= isCross ? 0.45 : 0.2;
             tool.remarks.push_back(std::string("as much speaks for another axis, by its ") +
                                    NameOf(other.candidate.cue));
             return;
@@ -160,6 +177,12 @@ private:
         const Candidate& c = placed.candidate;
         const Frame& frame = m_frames[placed.frame];
         for (const int i : c.components) taken[i] = 1;
+        std::vector<char> hangs(m_sheet.strokes.size(), 0);
+        for (const int i : c.hanging) {
+            const Hanger& hanger = m_hangers[i];
+            for (const int s : hanger.strokes) hangs[s] = 1;
+            tool.leftOut.push_back({hanger.at, hanger.strokes.size(), hanger.hasText});
+        }
         for (size_t i = 0; i < m_components.size(); ++i) {
             if (taken[i] == 0) {
                 bool inside = true;
@@ -177,6 +200,7 @@ private:
                 continue;
             }
             for (const int s : m_components[i].strokes) {
+                if (hangs[s] != 0) continue;
                 tool.entities.push_back(m_sheet.strokes[s].entity);
                 tool.strokes.push_back(s);
                 if (!LiesAlong(m_sheet.strokes[s], frame, c.offset))
@@ -215,6 +239,7 @@ private:
     std::vector<Frame> m_frames;
     std::map<int, int> m_contourOf;  // strokes of each entity
     std::vector<Component> m_components;
+    std::vector<Hanger> m_hangers;
     std::vector<Placed> m_all;
     Finding m_finding;
 };

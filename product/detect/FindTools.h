@@ -10,6 +10,13 @@
 
 namespace product::detect {
 
+// Strokes that touch the contour and were taken for a note.
+struct LeftOutNote {
+    Point at;
+    size_t strokes = 0;
+    bool hasText = false;  // a text stands beside it, which makes it one beyond doubt
+};
+
 struct FoundTool {
     Point from,
         to;      // of the axis where the contour begins and ends: rightwards, upwards if upright
@@ -23,6 +30,7 @@ struct FoundTool {
     bool isHalf = false;
     double agreement = 0;              // share of places at which its halves are alike
     std::vector<std::string> remarks;  // what weighs against it
+    std::vector<LeftOutNote> leftOut;
 };
 
 struct Finding {

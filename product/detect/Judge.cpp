@@ -5,6 +5,8 @@
 namespace product::detect {
 namespace {
 
+constexpr double kSymbolHeights = 5;  // heights of letters: no smaller tool could be read
+
 void Against(Candidate& candidate, double weight, const char* why) {
     candidate.score -= weight;
     if (!candidate.why.empty()) candidate.why += ", ";
@@ -77,15 +79,23 @@ void WeighShape(Candidate& candidate, double greatest) {
         candidate.score += 0.1 * std::min(1.0, 5 * share);
 }
 
+// Symbols of title blocks, letters in frames, plates seen from the front.
+void WeighSymbol(Candidate& candidate, double greatest, double letters) {
+    if (candidate.Length() < kSymbolHeights * letters && candidate.Length() < 0.35 * greatest)
+        Against(candidate, 0.5, "no larger than a symbol beside the sheet's letters");
+    if (candidate.holes >= 3) Against(candidate, 0.3, "several circles lie off the line");
+}
+
 }  // namespace
 
-void Judge(Candidate& candidate, double greatest) {
+void Judge(Candidate& candidate, double greatest, double letters) {
     candidate.score = 0;
     candidate.why.clear();
     WeighLine(candidate);
     WeighHalves(candidate);
     WeighPlace(candidate);
     WeighShape(candidate, greatest);
+    WeighSymbol(candidate, greatest, letters);
     candidate.score = std::clamp(candidate.score, 0.0, 1.0);
 }
 

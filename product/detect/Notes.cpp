@@ -13,7 +13,8 @@ constexpr double kTextReach = 2.5;  // heights of a text between it and its dime
 constexpr double kPastLine = 1.5;   // lengths of a head by which extension lines run past
 constexpr double kMostHolds = 0.5;  // share of the length of all else that a border holds
 constexpr size_t kTextsOfTable = 2;
-constexpr size_t kMostSides = 60;  // of which the largest rectangle is made
+constexpr size_t kStrokesOfText = 6;  // strokes of cells for each text of a table
+constexpr size_t kMostSides = 60;     // of which the largest rectangle is made
 
 bool IsParallel(const Vector& a, const Vector& b) {
     return std::abs(Cross(a, b)) <= kLevel * std::sqrt(Dot(a, a) * Dot(b, b));
@@ -199,8 +200,9 @@ private:
         while (RemoveBorder()) {
         }
         for (const Component& component : Components())
-            if (IsGrid(component) && !HasCentreLine(component.box) && IsTable(component) &&
-                TextsIn(component.box) >= kTextsOfTable)
+            if (IsGrid(component) && !HasCentreLine(component.box) &&
+                (IsFullOfTexts(component) ||
+                 (IsTable(component) && TextsIn(component.box) >= kTextsOfTable)))
                 MarkAll(component, NoteKind::Table);
     }
 
@@ -306,6 +308,12 @@ private:
             std::min(std::min(inner.low.x - border.low.x, border.high.x - inner.high.x),
                      std::min(inner.low.y - border.low.y, border.high.y - inner.high.y));
         return TextsIn(border) >= kTextsOfTable || room > 0.01 * Diagonal(border);
+    }
+
+    // Whether about every cell has its text, however its lines are drawn.
+    bool IsFullOfTexts(const Component& component) const {
+        const size_t texts = TextsIn(component.box);
+        return texts >= 4 && kStrokesOfText * texts >= component.strokes.size();
     }
 
     // Whether several lines run from one side to the other, so that there are cells.

@@ -47,9 +47,8 @@ SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Axis& a
 SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelope,
                           const Axis& axis, bool& isLayerEmpty) {
     const CCurrentLayerGuard guard(kSolidLayer);
-    // The plug-in's operation turns about level axes alone, and does not say why there is no solid.
-    const AcDbObjectId solidId =
-        axis.IsLevel() ? ::RevolveEnvelope(envelopeId, PointOn(axis)) : AcDbObjectId();
+    // The plug-in's operation does not say why there is no solid.
+    const AcDbObjectId solidId = ::RevolveEnvelope(envelopeId, PointOn(axis));
     if (solidId.isNull()) return RevolveRing(envelope.vertices, envelope.closed, axis);
     SolidRun run;
     {
@@ -68,12 +67,13 @@ SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelo
 
 SolidRun RevolveEnvelope(const AcDbObjectId& id) {
     AcGePoint3d axisPoint;
-    if (!GetEnvelopeAxisPoint(id, axisPoint)) return {};
+    AcGeVector3d along;
+    if (!GetEnvelopeAxis(id, axisPoint, along)) return {};
     const AcDbObjectPointer<AcDbEntity> envelope(id, AcDb::kForRead);
     if (envelope.openStatus() != Acad::eOk) return {};
     host::solid::Profile profile;
     const host::solid::Refusal refusal =
-        host::solid::ProfileOfEntity(*envelope.object(), axisPoint, AcGeVector3d(1, 0, 0), profile);
+        host::solid::ProfileOfEntity(*envelope.object(), axisPoint, along, profile);
     return Told(refusal, std::move(profile));
 }
 

@@ -41,8 +41,8 @@ SolidRun RevolveRing(const std::vector<Vertex>& ring, bool closed, const Axis& a
 SolidRun RevolveInDrawing(const AcDbObjectId& envelopeId, const Envelope& envelope,
                           const Axis& axis, bool& isLayerEmpty);
 
-// The solid of an envelope in the drawing about its own longest horizontal edge; neither solid nor
-// refusal when it has none. Nothing in the drawing changes.
+// The solid of an envelope in the drawing about its own axis, by its mark or its longest horizontal
+// edge; neither solid nor refusal when it has none. Nothing in the drawing changes.
 SolidRun RevolveEnvelope(const AcDbObjectId& id);
 
 }  // namespace product

@@ -29,9 +29,14 @@ class ProgramTest(unittest.TestCase):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
+        # What the user of these tests has set is nobody else's.
+        settings = tempfile.TemporaryDirectory()
+        self.addCleanup(settings.cleanup)
+        self.settings = pathlib.Path(settings.name)
 
     def run_program(self, *arguments):
         return subprocess.run([str(PROGRAM), *map(str, arguments)], cwd=self.folder,
+                              env=dict(os.environ, XDG_CONFIG_HOME=str(self.settings)),
                               capture_output=True, text=True, timeout=120)
 
     def compute(self, drawing, *arguments):

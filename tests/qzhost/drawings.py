@@ -49,6 +49,28 @@ def envelopes(folder):
         "".join("%3d\n%s\n" % tag for tag in tags), encoding="utf-8")
 
 
+def two_directions(folder):
+    """One stepped tool with its centre line turned by 30 degrees, and one that stands upright."""
+    tags = [(0, "SECTION"), (2, "HEADER"), (9, "$ACADVER"), (1, "AC1015"), (9, "$HANDSEED"),
+            (5, "100"), (0, "ENDSEC"), (0, "SECTION"), (2, "TABLES"),
+            (0, "TABLE"), (2, "LTYPE"), (5, "3"), (70, 1),
+            (0, "LTYPE"), (5, "30"), (100, "AcDbSymbolTableRecord"),
+            (100, "AcDbLinetypeTableRecord"), (2, "CENTER"), (70, 0), (3, ""), (72, 65), (73, 4),
+            (40, 20), (49, 12), (74, 0), (49, -3), (74, 0), (49, 2), (74, 0), (49, -3), (74, 0),
+            (0, "ENDTAB"), (0, "ENDSEC"), (0, "SECTION"), (2, "ENTITIES")]
+    corners = [(0, 10), (20, 10), (20, 5), (60, 5), (60, -5), (20, -5), (20, -10), (0, -10)]
+    for number, (c, s, x) in enumerate(((0.75 ** 0.5, 0.5, 0), (0, 1, 200))):
+        def place(along, left, c=c, s=s, x=x):
+            return x + c * along - s * left, s * along + c * left
+        tags += polyline("5%d" % number, "0", [place(*corner) for corner in corners])
+        (x1, y1), (x2, y2) = place(-3, 0), place(63, 0)
+        tags += [(0, "LINE"), (5, "6%d" % number), (100, "AcDbEntity"), (8, "0"), (6, "CENTER"),
+                 (100, "AcDbLine"), (10, x1), (20, y1), (11, x2), (21, y2)]
+    tags += [(0, "ENDSEC"), (0, "EOF")]
+    (folder / "directions.dxf").write_text("".join("%3d\n%s\n" % tag for tag in tags),
+                                           encoding="utf-8")
+
+
 TOOL = [(20, 40), (20, 80), (60, 80), (64, 76), (64, 72), (120, 72), (140, 60), (120, 48),
         (64, 48), (64, 44), (60, 40)]
 

@@ -28,6 +28,7 @@ class Scripts(ProgramTest):
         drawings.hidden(self.folder)
         drawings.envelopes(self.folder)
         drawings.tools(self.folder)
+        drawings.two_directions(self.folder)
         (self.folder / "out").mkdir()
         self.given = set(self.left_behind())
 
@@ -66,6 +67,24 @@ class Scripts(ProgramTest):
         before = dxf_tags.entities(self.folder / END_MILL)
         after = dxf_tags.entities(self.folder / "out.dxf")
         self.assertEqual(before, [r for r in after if r not in self.envelopes("out.dxf")])
+
+    def test_the_method_goes_with_the_user(self):
+        # Kept beyond the session; upright and slanted tools come out about their own centre lines.
+        self.assertEqual({"exact.dxf", "upright.sat", "slanted.sat"},
+                         self.session("method", "directions.dxf"))
+        self.assertEqual("QZEnvelopeMethod=Exact\n",
+                         (self.settings / "qzhost" / "settings").read_text(encoding="utf-8"))
+        for name, along in (("upright", (0, 1)), ("slanted", (0.75 ** 0.5, 0.5))):
+            cones = re.findall(r"^cone-surface .*?\$-1 (?:-?[\d.e+-]+ ){3}(\S+) (\S+) (\S+) ",
+                               (self.folder / (name + ".sat")).read_text(), re.M)
+            self.assertEqual(2, len(cones), name)
+            for x, y, z in cones:
+                self.assertAlmostEqual(0, float(x) * along[1] - float(y) * along[0], 9, name)
+                self.assertEqual(0, float(z))
+        # The next session computes the same way, until it is told otherwise.
+        self.session("method_again", "directions.dxf")
+        self.assertEqual("QZEnvelopeMethod=Steps\n",
+                         (self.settings / "qzhost" / "settings").read_text(encoding="utf-8"))
 
     def test_lower_half_and_the_other_way(self):
         self.assertEqual(set(), self.session("lower_half", END_MILL))

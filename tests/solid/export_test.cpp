@@ -206,9 +206,11 @@ TEST_F(Export, AxisPointOfTheClosingEdge) {
     for (const auto& c : cases) {
         test::TestDrawing drawing(c.envelope);
         AcGePoint3d point(-1, -1, -1);
-        ASSERT_TRUE(GetEnvelopeAxisPoint(drawing.ids()[0], point));
+        AcGeVector3d along;
+        ASSERT_TRUE(GetEnvelopeAxis(drawing.ids()[0], point, along));
         EXPECT_EQ(c.x, point.x) << c.envelope;
         EXPECT_EQ(0.0, point.y);
+        EXPECT_EQ(AcGeVector3d(1, 0, 0), along);
     }
 }
 
