@@ -360,7 +360,8 @@ ExitStatus RunBatch(const BatchOptions& options) {
     // The results first: page and table can be made again, the work need not be.
     Print(options.json ? BatchJson(result) : BatchSummary(result));
     if (!trouble.empty()) throw Failure(Fault::Output, trouble);
-    return StatusOf(result);
+    return std::max(StatusOf(result),
+                    options.isStrict && result.ToolsWithWarnings() > 0 ? kNoResult : kDone);
 }
 
 }  // namespace app

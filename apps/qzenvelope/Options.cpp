@@ -264,6 +264,8 @@ void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
     command.add_option("--name-pattern", request.name.pattern,
                        "call each tool by the text near it that matches: * any run, ? any "
                        "character, # a digit, @ a letter");
+    command.add_flag("--strict", options.isStrict,
+                     "exit status 1, too, when something is worth a look");
     command.add_flag("--step", request.step, "write each solid as STEP too");
     command.add_flag("--stl", request.stl, "write each solid as STL too");
     command.add_flag("--profile", request.profile,

@@ -27,11 +27,12 @@ struct ComputeOptions {
 struct BatchOptions {
     BatchRequest request;
     std::vector<std::string> inputs;
-    std::string report;    // the page's file; empty: none
-    std::string tools;     // file that names the tools; empty: none
-    std::string table;     // of the tools, .csv or .json; empty: none
-    int jobs = 0;          // drawings at a time; 0: one for each processor
-    double timeLimit = 0;  // of each tool, seconds; 0: none
+    std::string report;     // the page's file; empty: none
+    std::string tools;      // file that names the tools; empty: none
+    std::string table;      // of the tools, .csv or .json; empty: none
+    int jobs = 0;           // drawings at a time; 0: one for each processor
+    double timeLimit = 0;   // of each tool, seconds; 0: none
+    bool isStrict = false;  // what is worth a look is a failure
     bool json = false;
 };
 

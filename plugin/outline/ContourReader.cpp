@@ -93,6 +93,9 @@ private:
     }
 
     void Take(const SDrawnItem& item) {
+        if (m_request.m_takes &&
+            !m_request.m_takes(m_pWalk->LayerName(item.m_layerId), item.m_entity.isA()))
+            return;
         SExactResult::E_LeftOut reason;
         CString strWhat;
         if (IsLeftOut(item, reason, strWhat))

@@ -5,6 +5,7 @@
 // that was bridged, cut off, left open or left out is told with its place.
 #pragma once
 
+#include <functional>
 #include <vector>
 
 #include <afxwin.h>
@@ -20,6 +21,10 @@ struct SExactRequest {
     AcDbObjectIdArray m_ids;
     // Curves beside them or instead of them; no layer and no line type.
     std::vector<plane::Curve> m_curves;
+
+    // Of what is picked, blocks taken apart: whether something on that layer, as it shows, and of
+    // that class takes part; what does not is not told of. Empty: everything does.
+    std::function<bool(const CString& strLayer, const AcRxClass* pClass)> m_takes;
 
     // The axis, directed: the upper half lies to the left of the way from one to the other.
     AcGePoint3d m_axisFrom;

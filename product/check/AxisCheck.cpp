@@ -77,6 +77,8 @@ private:
             if (there.Agreement(Slack()) < agreement + kBetter) continue;
             m_check.shift = line.offset;
             m_check.shiftAt = m_frame.Out({(m_box.low.x + m_box.high.x) / 2, line.offset});
+            for (double* c : {&m_check.shiftAt.x, &m_check.shiftAt.y})
+                if (std::abs(*c) < 1e-9 * m_radius) *c = 0;
             return;
         }
     }

@@ -12,6 +12,7 @@ namespace {
 
 constexpr double kNotable = 0.01;        // drawing units
 constexpr double kDiameterShare = 1e-3;  // or of the diameter, whichever is less
+constexpr double kVolumeShare = 1e-4;    // what differs by less is told to agree
 constexpr double kChordShare = 1e-6;     // of the diameter: what chords leave arcs by
 
 Point At(const SExactResult::SPlace& place) { return {place.m_dX, place.m_dY}; }
@@ -52,6 +53,17 @@ std::vector<plane::Point> PlaneChords(const std::vector<Vertex>& ring, double to
     std::vector<plane::Point> chords;
     for (const Point& p : ChordsOf(ring, true, tolerance)) chords.push_back({p.x, p.y});
     return chords;
+}
+
+// Of what the ring sweeps about the axis: by the moment of its area.
+double VolumeOf(const std::vector<Vertex>& ring, const Axis& axis) {
+    const AxisFrame frame(axis);
+    std::vector<Vertex> about;
+    for (const Vertex& v : ring) {
+        const Point p = frame.In({v.x, v.y});
+        about.push_back({p.x, p.y, v.bulge});
+    }
+    return plane::kFullTurn * std::abs(plane::Integrate(EdgesOf(about)).moment);
 }
 
 }  // namespace
@@ -99,6 +111,9 @@ void AddDifference(const std::vector<Vertex>& ring, const std::vector<Vertex>& e
         text += ", diameter " + Figure(diameter) + " for " + Figure(other);
     if (std::abs(otherBox.Width() - about.Width()) > notable)
         text += ", length " + Figure(about.Width()) + " for " + Figure(otherBox.Width());
+    const double volume = VolumeOf(exact, axis), otherVolume = VolumeOf(ring, axis);
+    if (std::abs(otherVolume - volume) > kVolumeShare * volume)
+        text += ", volume " + Figure(volume) + " for " + Figure(otherVolume);
     Add(findings, Finding::Kind::Exact, true, text + "; use --algorithm exact", worst.at);
 }
 

@@ -10,6 +10,8 @@
 namespace product {
 namespace {
 
+constexpr double kHeightShare = 0.01;  // of the diameter, for heights place by place
+
 std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
 
 void Add(std::vector<Finding>& findings, Finding::Kind kind, bool isWarning,
@@ -55,6 +57,30 @@ void AddLeftOut(const CEncircleTrace::SLeftOut& left, std::vector<Finding>& find
     Add(findings, Finding::Kind::LeftOut, IsSuspicious(left.m_reason), text);
 }
 
+// What is left to compare when nothing encloses an area: heights place by place.
+void AddHeightFindings(const OutlineMeasure& measure, const std::string& half, double notable,
+                       std::vector<Finding>& findings) {
+    const AxisCheck* const heights = measure.heights;
+    if (heights == nullptr || !heights->envelopeApart) {
+        Add(findings, Finding::Kind::Outline, true,
+            "the " + half + " encloses no area: the envelope has nothing to be compared with");
+        return;
+    }
+    // A flank may lie anywhere within the stretch that a height is taken over.
+    const double coarse = std::max(notable, kHeightShare * measure.diameter);
+    const bool isOff = *heights->envelopeApart > coarse;
+    Add(findings, Finding::Kind::Outline, isOff,
+        isOff ? "the envelope lies " + Figure(*heights->envelopeApart) +
+                    " off the outermost that is drawn, at " + Place(heights->envelopeAt)
+              : "the envelope is as high as what is drawn; the " + half + " encloses no area",
+        isOff ? std::optional<Point>(heights->envelopeAt) : std::nullopt);
+    if (heights->isOneSided || heights->halvesApartBehindTeeth <= coarse) return;
+    Add(findings, Finding::Kind::Halves, true,
+        "upper and lower half differ by up to " + Figure(heights->halvesApart) + ", at " +
+            Place(heights->halvesAt),
+        heights->halvesAt);
+}
+
 }  // namespace
 
 void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
@@ -95,8 +121,7 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
         return figures;
     }
     if (!check.hasContour) {
-        Add(findings, Finding::Kind::Outline, true,
-            "the " + half + " encloses no area: the envelope has nothing to be compared with");
+        AddHeightFindings(measure, half, notable, findings);
         return figures;
     }
     if (check.envelope) {

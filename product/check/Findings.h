@@ -10,6 +10,7 @@
 #include "product/check/AxisCheck.h"
 #include "product/check/Finding.h"
 #include "product/check/TrueOutline.h"
+#include "product/detect/Stroke.h"
 
 namespace product {
 
@@ -40,6 +41,14 @@ void AddExactFindings(const SExactResult& exact, std::vector<Finding>& findings)
 // and how length and diameter differ. More than 0.01 or a thousandth of the diameter is a warning.
 void AddDifference(const std::vector<Vertex>& ring, const std::vector<Vertex>& exact,
                    const Axis& axis, std::vector<Finding>& findings);
+
+// Edges of an outline along which nothing is drawn, with their lengths: bridges of every kind, ends
+// that were moved to the axis. Edges along the axis are none, nor are those square to it, which
+// close faces that are seen edge-on.
+//
+// sheet  what was picked
+void AddUndrawnFindings(const std::vector<Vertex>& ring, const detect::Sheet& sheet,
+                        const Axis& axis, double pointTolerance, std::vector<Finding>& findings);
 
 // How the drawing lies about the axis.
 void AddAxisFindings(const AxisCheck& check, const Axis& axis, std::vector<Finding>& findings);

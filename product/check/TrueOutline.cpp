@@ -138,9 +138,28 @@ struct Gathered {
     Box box;
 };
 
-Gathered Gather(const AcArray<AcDbObjectId>& ids, bool withDashed, double chord) {
+// Calls use() for what of the source's entities counts.
+void ForEachTaken(const OutlineSource& source, const std::function<void(const SourceCurve&)>& use) {
+    ForEachCurve(source.ids, true, [&](const SourceCurve& curve) {
+        if (!source.takes || source.takes(FromUtf8(curve.layer), curve.curve.isA())) use(curve);
+    });
+}
+
+Gathered GatherCurves(const std::vector<plane::Curve>& curves, double chord) {
     Gathered gathered;
-    ForEachCurve(ids, true, [&](const SourceCurve& source) {
+    for (const plane::Curve& curve : curves) {
+        Polyline points = ChordsOf(
+            {{curve.from.x, curve.from.y, curve.bulge}, {curve.to.x, curve.to.y, 0}}, false, chord);
+        for (const Point& p : points) gathered.box.Add(p);
+        gathered.contour.push_back(std::move(points));
+    }
+    return gathered;
+}
+
+Gathered Gather(const OutlineSource& from, bool withDashed, double chord) {
+    if (!from.curves.empty()) return GatherCurves(from.curves, chord);
+    Gathered gathered;
+    ForEachTaken(from, [&](const SourceCurve& source) {
         const bool isDashed = source.kind == CurveKind::Dashed || source.kind == CurveKind::Centre;
         if (source.kind == CurveKind::Ignored || (isDashed && !withDashed)) return;
         Polyline points = ChordsOf(source.curve, chord);
@@ -202,22 +221,33 @@ Polylines HalfOf(const Polylines& lines, const AxisFrame& frame, double toleranc
     return half;
 }
 
-}  // namespace
-
-OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Half half,
-                          bool withDashed, const std::vector<Vertex>& envelope, double tolerance) {
-    OutlineCheck check;
+Box RoughBox(const OutlineSource& from) {
     Box rough;
-    ForEachCurve(ids, true, [&](const SourceCurve& source) {
+    for (const plane::Curve& curve : from.curves) {
+        const plane::Box box = plane::BoxOf(curve);
+        rough.Add(Point{box.low.x, box.low.y});
+        rough.Add(Point{box.high.x, box.high.y});
+    }
+    if (!from.curves.empty()) return rough;
+    ForEachTaken(from, [&](const SourceCurve& source) {
         AcDbExtents extents;
         if (source.kind != CurveKind::Contour || source.curve.getGeomExtents(extents) != Acad::eOk)
             return;
         rough.Add(Point{extents.minPoint().x, extents.minPoint().y});
         rough.Add(Point{extents.maxPoint().x, extents.maxPoint().y});
     });
+    return rough;
+}
+
+}  // namespace
+
+OutlineCheck CheckOutline(const OutlineSource& source, const Axis& axis, Half half, bool withDashed,
+                          const std::vector<Vertex>& envelope, double tolerance) {
+    OutlineCheck check;
+    const Box rough = RoughBox(source);
     if (rough.IsEmpty()) return check;
     const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
-    Gathered gathered = Gather(ids, withDashed, chord);
+    Gathered gathered = Gather(source, withDashed, chord);
     DropRepeats(gathered.contour);
     check.isTangled = IsTangled(gathered.contour, tolerance);
     if (check.isTangled) return check;

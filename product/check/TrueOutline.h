@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "product/base/Axis.h"
+#include "product/detect/ReadSheet.h"
 #include "arxHeaders.h"
 
 namespace product {
@@ -42,7 +43,14 @@ struct OutlineCheck {
     std::vector<Round> rounds;
 };
 
-// ids        the tool's entities
+// What is compared: the tool's entities, of which a filter may take a part only, blocks taken
+// apart; or curves that stand for them, unless there are none.
+struct OutlineSource {
+    const AcArray<AcDbObjectId>& ids;
+    const detect::ItemFilter& takes;
+    const std::vector<plane::Curve>& curves;
+};
+
 // axis       in any direction
 // half       the half that the envelope is of; of both, what lies right of the axis is mirrored
 //            upon the left
@@ -52,7 +60,7 @@ struct OutlineCheck {
 // cost       O(n log n) for n chords, for each half, and linear in the pairs of them that come near
 //            one another, up to a budget; the distance between samples of a contour is a
 //            4000th of its length
-OutlineCheck CheckOutline(const AcArray<AcDbObjectId>& ids, const Axis& axis, Half half,
-                          bool withDashed, const std::vector<Vertex>& envelope, double tolerance);
+OutlineCheck CheckOutline(const OutlineSource& source, const Axis& axis, Half half, bool withDashed,
+                          const std::vector<Vertex>& envelope, double tolerance);
 
 }  // namespace product

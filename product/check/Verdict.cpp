@@ -41,13 +41,18 @@ int RankOf(Finding::Kind kind) {
 
 }  // namespace
 
+void SortFindings(std::vector<Finding>& findings) {
+    std::stable_sort(findings.begin(), findings.end(), [](const Finding& a, const Finding& b) {
+        if (a.isWarning != b.isWarning) return a.isWarning;
+        return a.isWarning && RankOf(a.kind) < RankOf(b.kind);
+    });
+}
+
 std::vector<Finding> Warnings(const std::vector<Finding>& findings) {
     std::vector<Finding> warnings;
     std::copy_if(findings.begin(), findings.end(), std::back_inserter(warnings),
                  [](const Finding& finding) { return finding.isWarning; });
-    std::stable_sort(warnings.begin(), warnings.end(), [](const Finding& a, const Finding& b) {
-        return RankOf(a.kind) < RankOf(b.kind);
-    });
+    SortFindings(warnings);
     return warnings;
 }
 

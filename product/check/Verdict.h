@@ -11,6 +11,9 @@ namespace product {
 // "sure", or "worth a look: ..." with every warning, the most important first.
 std::string VerdictOf(const std::vector<Finding>& findings);
 
+// Warnings first, the most important before the others; what was only looked at as it came.
+void SortFindings(std::vector<Finding>& findings);
+
 // The warnings, the most important first: what makes the result wrong before what may.
 std::vector<Finding> Warnings(const std::vector<Finding>& findings);
 

@@ -14,6 +14,7 @@ constexpr size_t kMostLines = 64;
 constexpr double kSupported = 0.5;      // share of a component's length that has a mirror image
 constexpr double kPartly = 0.15;        // of one that lies on both sides of the line alike,
 constexpr double kEven = 0.8;           // the nearer side at least this part of the farther
+constexpr double kPeakReach = 0.03;     // of the length, to both sides of a peak
 constexpr double kGap = 0.05;           // of the length so far, between parts of one tool
 constexpr double kGapAlongLine = 0.25;  // the same where the axis is drawn through the gap
 
@@ -238,6 +239,8 @@ private:
         const HalfHeights heights(sheet(), strokes, line.offset, out.start, out.end);
         out.agreement = heights.Agreement(0.01 * out.radius + tolerance());
         out.isHalf = heights.IsOneSided();
+        out.isPlain = heights.IsLevel(0.01 * out.radius + tolerance());
+        out.hasPeak = HangsOnPeak(out, heights);
         out.cover = heights.Cover();
         const double nearBy = 0.02 * out.radius + tolerance();
         const double close = std::min(0.06 * out.Length(), 0.5 * out.radius) + tolerance();
@@ -274,10 +277,10 @@ private:
             box.Add(BoxOf(sheet().strokes[s]));
             isMine[s] = 1;
         }
-        const double radius = std::max(box.maxY - line.offset, line.offset - box.minY);
+        const double radius = std::max(box.high.y - line.offset, line.offset - box.low.y);
         const double slack = 4 * tolerance() + 1e-3 * radius;
         const bool isHalf =
-            HalfHeights(sheet(), strokes, line.offset, box.minX, box.maxX).IsOneSided();
+            HalfHeights(sheet(), strokes, line.offset, box.low.x, box.high.x).IsOneSided();
         std::vector<char> hangs(sheet().strokes.size(), 0);
         for (size_t i = 0; i < m_level.hangers.size(); ++i) {
             const Hanger& hanger = m_level.hangers[i];
@@ -290,6 +293,18 @@ private:
         strokes.erase(
             std::remove_if(strokes.begin(), strokes.end(), [&](int s) { return hangs[s] != 0; }),
             strokes.end());
+    }
+
+    // Whether something that was left out hung where the contour falls on both sides: it may have
+    // stood on a mark that is still there.
+    bool HangsOnPeak(const Candidate& candidate, const HalfHeights& heights) const {
+        const double beside = kPeakReach * candidate.Length();
+        return std::any_of(candidate.hanging.begin(), candidate.hanging.end(), [&](int i) {
+            const Point at = m_level.hangers[static_cast<size_t>(i)].at;
+            const double least =
+                std::abs(at.y - candidate.offset) - 0.02 * candidate.radius - tolerance();
+            return heights.At(at.x - beside) < least && heights.At(at.x + beside) < least;
+        });
     }
 
     // Nowhere nearer to the axis than where it touches, and farther out somewhere.
@@ -316,10 +331,10 @@ private:
             whole += length;
             if (std::any_of(strokes.begin(), strokes.end(), [&](int other) {
                     const Box b = BoxOf(sheet().strokes[other]);
-                    return std::abs(b.minX - box.minX) <= slack &&
-                           std::abs(b.maxX - box.maxX) <= slack &&
-                           std::abs(2 * offset - b.minY - box.maxY) <= slack &&
-                           std::abs(2 * offset - b.maxY - box.minY) <= slack;
+                    return std::abs(b.low.x - box.low.x) <= slack &&
+                           std::abs(b.high.x - box.high.x) <= slack &&
+                           std::abs(2 * offset - b.low.y - box.high.y) <= slack &&
+                           std::abs(2 * offset - b.high.y - box.low.y) <= slack;
                 }))
                 mirrored += length;
         }

@@ -36,6 +36,8 @@ struct Candidate {
     double foot = 0;       // share of the length along which a full line lies on the axis
     size_t strokeCount = 0;
     bool openEnds = false;     // a half's two free ends lie on the axis
+    bool isPlain = false;      // of one height all along
+    bool hasPeak = false;      // something that was left out hangs on a peak of the contour
     size_t holes = 0;          // full circles on the contour off the axis
     std::vector<int> hanging;  // of the level sheet's hangers, those that are none of the tool
     double score = 0;

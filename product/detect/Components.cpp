@@ -107,8 +107,8 @@ bool ForEachTouch(const Sheet& sheet, const std::vector<char>& use, double toler
                 tell(end);
             }
         if (isAtEnd || Distance(p.a, p.b, q.a, q.b) > tolerance) return;
-        const Point along = p.b - p.a, across = q.b - q.a;
-        tell(p.a + (Cross(q.a - p.a, across) / Cross(along, across)) * along);
+        const Vector along = p.b - p.a, across = q.b - q.a;
+        tell(p.a + along * (Cross(q.a - p.a, across) / Cross(along, across)));
     });
     return goesOn;
 }

@@ -94,7 +94,7 @@ private:
     double UsualLetters() const {
         std::vector<double> heights;
         for (const NoteText& text : m_sheet.texts) heights.push_back(text.height);
-        if (heights.size() < 3) return 0;
+        if (heights.empty()) return 0;
         const auto middle = heights.begin() + static_cast<std::ptrdiff_t>(heights.size() / 2);
         std::nth_element(heights.begin(), middle, heights.end());
         return *middle;
@@ -130,6 +130,9 @@ private:
         FoundTool tool;
         tool.from = frame.Out({c.start, c.offset});
         tool.to = frame.Out({c.end, c.offset});
+        // Turning there and back leaves dust where a coordinate is 0.
+        for (double* value : {&tool.from.x, &tool.from.y, &tool.to.x, &tool.to.y})
+            if (std::abs(*value) < 1e-7 * m_tolerance) *value = 0;
         const double slack = 1e-9 * Distance(tool.from, tool.to);
         if (tool.from.x > tool.to.x + slack ||
             (std::abs(tool.from.x - tool.to.x) <= slack && tool.from.y > tool.to.y))

@@ -94,6 +94,22 @@ HalfHeights::Difference HalfHeights::To(const HalfHeights& other, bool above, bo
     return a.height >= b.height ? a : b;
 }
 
+double HalfHeights::At(double place) const {
+    const double cell = std::clamp((place - m_start) / m_step, 0.0, kCount - 1.0);
+    const auto i = static_cast<size_t>(cell);
+    return std::max(m_above[i], m_below[i]);
+}
+
+bool HalfHeights::IsLevel(double tolerance) const {
+    double low = 1e300, high = 0;
+    for (size_t i = 0; i < m_above.size(); ++i) {
+        const double height = std::max(m_above[i], m_below[i]);
+        low = std::min(low, height);
+        high = std::max(high, height);
+    }
+    return high - low <= tolerance;
+}
+
 bool HalfHeights::IsOneSided() const {
     const double above = std::accumulate(m_above.begin(), m_above.end(), 0.0);
     const double below = std::accumulate(m_below.begin(), m_below.end(), 0.0);

@@ -32,6 +32,11 @@ public:
     // Stretches in which nothing of these is drawn do not count.
     Difference To(const HalfHeights& other, bool above, bool below) const;
 
+    // The greater height of both sides there.
+    double At(double place) const;
+    // Whether the greater height of both sides is the same all along, within the tolerance.
+    bool IsLevel(double tolerance) const;
+
     // Whether one side has next to nothing.
     bool IsOneSided() const;
     // Share of the stretches with anything in them.

@@ -13,7 +13,7 @@ namespace {
 constexpr double kMostShare = 0.25;  // of its component's length
 constexpr size_t kMostStrokes = 24;
 constexpr size_t kMostContacts = 40;  // of a stroke, on average
-constexpr double kTextReach = 3.0;    // heights of a text between it and what it explains
+constexpr double kTextReach = 2.0;    // heights of a text between it and what it explains
 
 // Strokes and the points at which they touch, as one graph: a stroke leads to its points, a point
 // to its strokes.
@@ -158,9 +158,9 @@ private:
         Box box;
         for (const int s : hanger.strokes) box.Add(BoxOf(m_sheet.strokes[s]));
         for (const NoteText& text : m_sheet.texts) {
-            const double dx = std::max({box.minX - text.at.x, text.at.x - box.maxX, 0.0});
-            const double dy = std::max({box.minY - text.at.y, text.at.y - box.maxY, 0.0});
-            if (std::hypot(dx, dy) <= kTextReach * text.height) return true;
+            const double dx = std::max({box.low.x - text.at.x, text.at.x - box.high.x, 0.0});
+            const double dy = std::max({box.low.y - text.at.y, text.at.y - box.high.y, 0.0});
+            if (std::hypot(dx, dy) <= kTextReach * text.height + text.halfLength) return true;
         }
         for (const Stroke& circle : m_sheet.strokes) {
             if (!circle.isFullCircle) continue;

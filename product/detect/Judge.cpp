@@ -59,8 +59,6 @@ void WeighPlace(Candidate& candidate) {
         Against(candidate, 0.35, "the contour does not come to the line");
     else if (candidate.reachesStart && candidate.reachesEnd)
         candidate.score += 0.1;
-    if (candidate.strokeCount <= 4 && candidate.cue == AxisCue::Mirror)
-        Against(candidate, 0.15, "no more than a rectangle");
     if (candidate.cover < 0.7) Against(candidate, 0.2, "much of its length is empty");
 }
 
@@ -79,10 +77,12 @@ void WeighShape(Candidate& candidate, double greatest) {
         candidate.score += 0.1 * std::min(1.0, 5 * share);
 }
 
-// Symbols of title blocks, letters in frames, plates seen from the front.
+// Symbols of title blocks, letters in frames, plates seen from the front, views of flat things.
 void WeighSymbol(Candidate& candidate, double greatest, double letters) {
     if (candidate.Length() < kSymbolHeights * letters && candidate.Length() < 0.35 * greatest)
         Against(candidate, 0.5, "no larger than a symbol beside the sheet's letters");
+    if (candidate.isPlain) Against(candidate, 0.1, "no more than a rectangle");
+    if (candidate.hasPeak) Against(candidate, 0, "a mark may stand on its contour");
     if (candidate.holes >= 3) Against(candidate, 0.3, "several circles lie off the line");
 }
 

@@ -12,7 +12,7 @@ constexpr double kLeast = 0.25;
 // Sets the candidate's score, 0 to 1, and what weighs against it.
 //
 // greatest  length of the longest candidate of the sheet
-// letters   usual height of the sheet's texts; 0: it has too few to tell
+// letters   usual height of the sheet's texts; 0: it has none
 void Judge(Candidate& candidate, double greatest, double letters);
 
 }  // namespace product::detect

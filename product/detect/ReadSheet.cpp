@@ -13,10 +13,25 @@ namespace {
 
 constexpr double kChordAngle = 0.17;  // radians that one chord of an arc turns at most
 
+// The points of a stroke from its curves.
+void AddChords(Stroke& stroke) {
+    const plane::Point& from = stroke.curves.front().from;
+    stroke.points.push_back({from.x, from.y});
+    for (const plane::Curve& curve : stroke.curves) {
+        const double turns = std::ceil(std::abs(curve.Sweep()) / kChordAngle);
+        // Even, so that an arc's middle is one of its points.
+        const int steps = curve.IsArc() ? 2 * std::max(1, static_cast<int>(turns / 2 + 0.5)) : 1;
+        for (int k = 1; k <= steps; ++k) {
+            const plane::Point p = plane::PointAt(curve, static_cast<double>(k) / steps);
+            stroke.points.push_back({p.x, p.y});
+        }
+    }
+}
+
 class Reader {
 public:
-    Reader(AcDbDatabase& database, double tolerance, ReadResult& out)
-        : m_walk(&database), m_tolerance(tolerance), m_out(out) {}
+    Reader(AcDbDatabase& database, double tolerance, const ItemFilter& takes, ReadResult& out)
+        : m_walk(&database), m_tolerance(tolerance), m_takes(takes), m_out(out) {}
 
     void Read(const AcArray<AcDbObjectId>& ids) {
         m_walk.Walk(ids, [this](const SDrawnItem& item) { Take(item); });
@@ -28,6 +43,7 @@ public:
 private:
     void Take(const SDrawnItem& item) {
         if (!item.IsShown() || item.IsLocked() || IsIgnored(item.m_layerId)) return;
+        if (m_takes && !m_takes(m_walk.LayerName(item.m_layerId), item.m_entity.isA())) return;
         SDrawnShape shape;
         if (GetDrawnShape(item.m_entity, item.m_place, m_tolerance, shape)) {
             AddShape(item, shape);
@@ -85,26 +101,11 @@ private:
                 stroke.centre = {first.centre.x, first.centre.y};
                 stroke.radius = first.radius;
             }
-            AddPoints(stroke);
+            AddChords(stroke);
             if (std::all_of(stroke.points.begin(), stroke.points.end(),
                             [](Point p) { return std::isfinite(p.x) && std::isfinite(p.y); }))
                 m_out.sheet.strokes.push_back(std::move(stroke));
             i = end;
-        }
-    }
-
-    static void AddPoints(Stroke& stroke) {
-        const plane::Point& from = stroke.curves.front().from;
-        stroke.points.push_back({from.x, from.y});
-        for (const plane::Curve& curve : stroke.curves) {
-            const double turns = std::ceil(std::abs(curve.Sweep()) / kChordAngle);
-            // Even, so that an arc's middle is one of its points.
-            const int steps =
-                curve.IsArc() ? 2 * std::max(1, static_cast<int>(turns / 2 + 0.5)) : 1;
-            for (int k = 1; k <= steps; ++k) {
-                const plane::Point p = plane::PointAt(curve, static_cast<double>(k) / steps);
-                stroke.points.push_back({p.x, p.y});
-            }
         }
     }
 
@@ -126,6 +127,7 @@ private:
         NoteText text;
         text.at = {middle.x, middle.y};
         text.height = height * along.length();
+        text.halfLength = std::hypot(high.x - low.x, high.y - low.y) / 2 * along.length();
         text.angle = std::atan2(along.y, along.x);
         text.isNumber = IsNumber(value);
         m_out.sheet.texts.push_back(text);
@@ -173,6 +175,7 @@ private:
 
     CDrawnWalk m_walk;
     double m_tolerance;
+    const ItemFilter& m_takes;
     ReadResult& m_out;
 };
 
@@ -191,11 +194,29 @@ double SizeOf(const AcArray<AcDbObjectId>& ids) {
 
 }  // namespace
 
-ReadResult ReadSheet(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids, double tolerance) {
+ReadResult ReadSheet(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids, double tolerance,
+                     const ItemFilter& takes) {
     ReadResult result;
     if (!(tolerance > 0)) tolerance = std::max(1e-5 * SizeOf(ids), 1e-9);
-    Reader(database, tolerance, result).Read(ids);
+    Reader(database, tolerance, takes, result).Read(ids);
     return result;
+}
+
+Sheet SheetOf(const std::vector<plane::Curve>& curves) {
+    Sheet sheet;
+    for (const plane::Curve& curve : curves) {
+        Stroke stroke;
+        stroke.curves.push_back(curve);
+        if (curve.IsArc()) {
+            stroke.isArc = true;
+            stroke.centre = {curve.centre.x, curve.centre.y};
+            stroke.radius = curve.radius;
+        }
+        AddChords(stroke);
+        sheet.box.Add(BoxOf(stroke));
+        sheet.strokes.push_back(std::move(stroke));
+    }
+    return sheet;
 }
 
 }  // namespace product::detect

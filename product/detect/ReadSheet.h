@@ -1,8 +1,10 @@
 // A drawing as the search for tools sees it.
 #pragma once
 
+#include <functional>
 #include <vector>
 
+#include "afx.h"
 #include "arxHeaders.h"
 #include "product/detect/Stroke.h"
 
@@ -15,11 +17,19 @@ struct ReadResult {
     std::vector<std::string> faults;  // blocks that could not be taken apart, UTF-8
 };
 
+// Whether something on that layer, as it shows, and of that class counts; empty: everything does.
+using ItemFilter = std::function<bool(const CString& layer, const AcRxClass* type)>;
+
 // Left out: what is not displayed or locked, the dimension layer, earlier envelopes, dimensions,
 // hatches, leaders, images.
 //
 // tolerance  drawing units that chords may leave curves by; 0: a hundred thousandth of the extents
+// takes      what of the entities, blocks taken apart, counts
 // cost       O(pieces); nothing stays open
-ReadResult ReadSheet(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids, double tolerance);
+ReadResult ReadSheet(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids, double tolerance,
+                     const ItemFilter& takes = {});
+
+// A sheet of curves alone, all of them contour.
+Sheet SheetOf(const std::vector<plane::Curve>& curves);
 
 }  // namespace product::detect

@@ -43,6 +43,7 @@ struct Stroke {
 struct NoteText {
     Point at;  // its middle
     double height = 0;
+    double halfLength = 0;  // from its middle to its ends
     double angle = 0;
     bool isNumber = false;  // what a dimension shows: digits with signs, units and tolerances
 };

@@ -14,6 +14,7 @@
 #include "ToolFrame.h"
 
 #include "product/tool/EngineRequest.h"
+#include "product/tool/FoundTools.h"
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
 #include "product/report/SolidReport.h"
@@ -50,6 +51,8 @@ struct DrawingInfo {
     std::vector<EnvelopeInfo> envelopes;
     std::optional<int> taskItems;
     std::string units;
+    std::vector<detect::FoundTool> candidates;  // those that compute would take first
+    std::string notLookedFor;                   // why there are none; empty: there are none
 };
 
 class Collector {
@@ -65,6 +68,7 @@ public:
         CountBlocks();
         m_info.taskItems = CountTaskItems();
         m_info.units = UnitName(m_database);
+        FindCandidates();
         return std::move(m_info);
     }
 
@@ -142,6 +146,17 @@ private:
         m_info.frames.push_back(std::move(info));
     }
 
+    void FindCandidates() {
+        try {
+            FoundTools found = CandidatesOf(m_database);
+            for (FoundRequest& one : found.tools) m_info.candidates.push_back(std::move(one.tool));
+            for (detect::FoundTool& one : found.doubtful)
+                m_info.candidates.push_back(std::move(one));
+        } catch (const Failure& failure) {
+            m_info.notLookedFor = failure.what();
+        }
+    }
+
     void CountBlocks() {
         AcDbObjectPointer<AcDbBlockTable> table(m_database.blockTableId(), AcDb::kForRead);
         AcDbBlockTableIterator* made = nullptr;
@@ -186,9 +201,21 @@ Json Corners(const std::optional<Box>& box) {
     return {box->low.x, box->low.y, box->high.x, box->high.y};
 }
 
+Json CandidateJson(const detect::FoundTool& tool) {
+    return {{"axis", {{tool.from.x, tool.from.y}, {tool.to.x, tool.to.y}}},
+            {"window", Corners(tool.window)},
+            {"cue", NameOf(tool.cue)},
+            {"confidence", tool.confidence},
+            {"sure", tool.isSure},
+            {"half", tool.isHalf},
+            {"agreement", tool.agreement},
+            {"remarks", tool.remarks}};
+}
+
 std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::string& path) {
     Json layers = Json::array(), types = Json::object(), frames = Json::array(),
-         envelopes = Json::array();
+         envelopes = Json::array(), candidates = Json::array();
+    for (const detect::FoundTool& tool : info.candidates) candidates.push_back(CandidateJson(tool));
     for (const LayerInfo& layer : info.layers)
         layers.push_back({{"name", layer.name},
                           {"on", !layer.off},
@@ -218,6 +245,7 @@ std::string AsJson(const DrawingInfo& info, const Drawing& drawing, const std::s
                        {"layers", std::move(layers)},
                        {"frames", std::move(frames)},
                        {"envelopes", std::move(envelopes)},
+                       {"candidates", std::move(candidates)},
                        {"tasks", info.taskItems ? Json{{"items", *info.taskItems}} : Json()},
                        {"unreadable", info.unreadable},
                        {"notes", drawing.Notes()}};
@@ -232,6 +260,24 @@ std::string Padded(std::string text, size_t width) {
 std::string Counted(int count) {
     const std::string number = std::to_string(count);
     return "  " + std::string(number.size() < 7 ? 7 - number.size() : 0, ' ') + number + "  ";
+}
+
+// What compute would take, and what it would tell of only.
+std::string CandidatesText(const DrawingInfo& info) {
+    if (!info.notLookedFor.empty()) return "not looked for: " + info.notLookedFor + "\n";
+    if (info.candidates.empty()) return "none\n";
+    std::string out = std::to_string(info.candidates.size()) + "\n";
+    for (const detect::FoundTool& tool : info.candidates) {
+        out += std::string("  ") + (tool.isSure ? "sure    " : "unsure  ") + Describe(tool);
+        if (!tool.isHalf)
+            out += ", halves alike over " +
+                   std::to_string(static_cast<int>(100 * tool.agreement + 0.5)) + " %";
+        else
+            out += ", one half";
+        for (const std::string& remark : tool.remarks) out += "; " + remark;
+        out += "\n          " + OptionsFor(tool) + "\n";
+    }
+    return out;
 }
 
 std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::string& path) {
@@ -268,6 +314,7 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
         out += "  handle " + envelope.handle + ", solid " +
                (phrase.empty() ? "none: no horizontal edge to be its axis" : phrase) + "\n";
     }
+    out += "Tools by their looks: " + CandidatesText(info);
     out += "Stored task list: " +
            (info.taskItems ? "yes, a record of " + std::to_string(*info.taskItems) + " items"
                            : std::string("none")) +

@@ -8,10 +8,10 @@
 namespace product {
 
 // Layers with their state and what lies on them, entities by type, extents, frames with their tool
-// numbers, envelopes with the figures of their solids, a stored task list, faults in the file: as
-// text for a terminal, or as one JSON object.
+// numbers, envelopes with the figures of their solids, what may be a tool and what speaks for it, a
+// stored task list, faults in the file: as text for a terminal, or as one JSON object.
 //
-// cost     opens every entity of model space once
+// cost     opens every entity of model space once, and looks for tools
 // fails    Failure with Input when the drawing has no model space
 std::string InfoText(const Drawing& drawing, const std::string& path, bool asJson);
 

@@ -44,6 +44,7 @@ public:
         Summary();
         Troubles();
         Table();
+        Remarks();
         m_out += "<script>";
         m_out += PageScript();
         m_out += "</script>\n</body>\n</html>\n";
@@ -88,28 +89,38 @@ private:
             "<option value=\"look\">worth a look</option></select></label></p>\n</header>\n";
     }
 
-    // What concerns no single tool.
+    // What concerns no single tool and went wrong.
     void Troubles() {
         std::string items;
         for (const std::string& warning : m_result.warnings)
             items += "<li>" + Escaped(warning) + "</li>\n";
-        for (const DrawingResult& drawing : m_result.drawings) {
+        for (const DrawingResult& drawing : m_result.drawings)
             if (!drawing.reason.empty())
                 items += "<li class=\"failed\">" + Escaped(drawing.reason) + "</li>\n";
+        if (!items.empty()) m_out += "<ul class=\"troubles\">\n" + items + "</ul>\n";
+    }
+
+    // What was passed over in the files, which harms no tool.
+    void Remarks() {
+        std::string items;
+        for (const DrawingResult& drawing : m_result.drawings)
             for (const std::string& note : drawing.notes)
                 items += "<li>" + Escaped(drawing.input + ": " + note) + "</li>\n";
-        }
-        if (!items.empty()) m_out += "<ul class=\"troubles\">\n" + items + "</ul>\n";
+        if (!items.empty())
+            m_out += "<section class=\"remarks\"><h2>Notes on the files</h2>\n<ul>\n" + items +
+                     "</ul></section>\n";
     }
 
     void Table() {
         // Columns with a kind can be sorted.
         static const struct {
             const char *title, *kind;
-        } kColumns[] = {{"Tool", "text"},       {"Profile and envelope", ""}, {"Solid", ""},
-                        {"Status", "text"},     {"Time, ms", "number"},       {"Length", "number"},
-                        {"Diameter", "number"}, {"Volume", "number"},         {"Unit", "text"},
-                        {"Findings", "number"}, {"Drawing", "text"}};
+        } kColumns[] = {{"Tool", "text"},       {"Verdict", "text"},
+                        {"Findings", "number"}, {"Profile and envelope", ""},
+                        {"Solid", ""},          {"Length", "number"},
+                        {"Diameter", "number"}, {"Volume", "number"},
+                        {"Unit", "text"},       {"Time, ms", "number"},
+                        {"Drawing", "text"}};
         m_out += "<table>\n<thead><tr>";
         for (const auto& column : kColumns) {
             const std::string title = column.title;
@@ -145,33 +156,39 @@ private:
         const char* const status = !tool.IsGood() ? "failed" : warnings > 0 ? "look" : "done";
         m_out += std::string("<tr class=\"") + status + "\">\n";
         Cell(tool.name, "<b class=\"name\">" + Escaped(tool.name) + "</b>");
+        const char* const text = !tool.IsGood() ? "failed" : warnings > 0 ? "worth a look" : "sure";
+        Cell(status, std::string("<span class=\"status ") + status + "\">" + text + "</span>" +
+                         (tool.reason.empty() ? "" : "<p>" + Escaped(tool.reason) + "</p>"));
+        Cell(std::to_string(warnings), Findings(tool), "findings");
         Cell("", Renamed(tool.svg, m_row++), "picture");
         Cell("",
              tool.png.empty() ? std::string("–")
                               : "<img alt=\"the solid of tool " + Escaped(tool.name) +
                                     "\" src=\"data:image/png;base64," + tool.png + "\">",
              "solid");
-        const char* const text = !tool.IsGood() ? "failed" : "done";
-        Cell(status, std::string("<span class=\"status ") + status + "\">" + text + "</span>" +
-                         (tool.reason.empty() ? "" : "<p>" + Escaped(tool.reason) + "</p>"));
-        Cell(Number("%.9g", tool.seconds), Number("%.1f", tool.seconds * 1000), "number");
         Size(tool.length);
         Size(tool.diameter);
         Size(tool.volume);
         Cell(tool.unit, Escaped(tool.unit));
-        Cell(std::to_string(warnings), Findings(tool), "findings");
-        Cell(drawing.input, Escaped(drawing.input));
+        Cell(Number("%.9g", tool.seconds), Number("%.1f", tool.seconds * 1000), "number");
+        Cell(drawing.input, Escaped(drawing.input), "file");
         m_out += "</tr>\n";
     }
 
     // Warnings with the numbers that mark their places in the picture, then the rest.
     static std::string Findings(const ToolResult& tool) {
         std::string warnings, rest;
-        for (const Finding& finding : tool.findings)
+        size_t count = 0;
+        for (const Finding& finding : tool.findings) {
             (finding.isWarning ? warnings : rest) += "<li>" + Escaped(finding.text) + "</li>\n";
+            count += finding.isWarning ? 0 : 1;
+        }
         std::string text;
         if (!warnings.empty()) text += "<ol>\n" + warnings + "</ol>\n";
-        if (!rest.empty()) text += "<ul>\n" + rest + "</ul>\n";
+        if (!rest.empty())
+            text += "<details><summary>" + std::to_string(count) +
+                    (count == 1 ? " remark" : " remarks") + "</summary><ul>\n" + rest +
+                    "</ul></details>\n";
         return text.empty() ? "none" : text;
     }
 

@@ -32,17 +32,24 @@ td.number{text-align:right;font-variant-numeric:tabular-nums;white-space:nowrap}
 td p{margin:4px 0 0;max-width:22em;color:var(--bad)}
 .name{font-weight:600;white-space:nowrap}
 .status{padding:1px 9px;border-radius:9px;color:#fff;background:var(--good)}
-.status.failed{background:var(--bad)}
+.status{white-space:nowrap}
+.status.failed{background:var(--bad)}.status.look{background:var(--look)}
 td.picture svg{display:block;width:330px;max-height:230px}
 td.solid img{display:block;width:200px;max-height:190px;object-fit:contain}
-td.findings{min-width:23em;font-size:12.5px}
+td.findings{min-width:22em;font-size:13px}
+td.findings summary{color:var(--soft);cursor:pointer}
+td.file{max-width:11em;overflow-wrap:anywhere;font-size:12.5px;color:var(--soft)}
+.remarks{margin-top:22px;color:var(--soft);font-size:12.5px}
+.remarks h2{margin:0 0 4px;font-size:14px;font-weight:600}
 td.findings ol{margin:0 0 4px;padding-left:20px;color:var(--look)}
 td.findings ul{margin:0;padding-left:20px;color:var(--soft)}
 [hidden]{display:none}
 @media (max-width:1500px){
-td.picture svg{width:250px}
-td.solid img{width:150px}
-td.findings{min-width:15em}
+body{padding:18px 14px 40px}
+td,th{padding:8px 6px}
+td.picture svg{width:230px}
+td.solid img{width:120px}
+td.findings{min-width:21em}
 }
 @media print{
 @page{size:A4 landscape;margin:10mm}
@@ -57,6 +64,7 @@ td,th{padding:4px 5px}
 td.picture svg{width:62mm;max-height:45mm}
 td.solid img{width:36mm}
 td.findings{min-width:0;font-size:7.5pt}
+td.findings summary{display:none}
 }
 )css";
 }

@@ -1,5 +1,6 @@
 #include "product/report/Report.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <nlohmann/json.hpp>
@@ -163,7 +164,8 @@ std::string EnvelopeSummary(const Envelope& e) {
     return text;
 }
 
-std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters) {
+// hasGaps  the checks know of places that are not drawn
+std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters, bool hasGaps) {
     std::string text;
     int steps = 0, gaps = 0;
     for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, parameters.pointTolerance)) {
@@ -174,8 +176,11 @@ std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters) {
                      Figure(gap.m_to.x).c_str(), Figure(gap.m_to.y).c_str(),
                      Figure(gap.m_dLength).c_str());
     }
-    if (gaps == 0) text += "  gaps       none\n";
-    if (steps > 0) text += Line("  steps      %d faces seen edge-on", steps);
+    if (gaps == 0)
+        text += hasGaps ? "  gaps       see the verdict: parts of the outline are not drawn\n"
+                        : "  gaps       none\n";
+    if (steps > 0)
+        text += Line("  faces      %d square to the axis, closed as they should be", steps);
     for (const CEncircleTrace::SLeftOut& left : run.trace.m_leftOut)
         text += Line("  left out   %5d  %-10s %s", left.m_nCount,
                      CEncircleTrace::GetReasonName(left.m_reason), ToUtf8(left.m_strWhat).c_str());
@@ -263,7 +268,11 @@ std::string UnitPhrase(const ToolRequest& request, const Drawing& drawing) {
     return name + ", as the drawing's header says";
 }
 
-std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Drawing& drawing) {
+std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Drawing& drawing,
+                       const std::vector<Finding>& findings) {
+    const bool hasGaps = std::any_of(findings.begin(), findings.end(), [](const Finding& finding) {
+        return finding.kind == Finding::Kind::Gap && finding.isWarning;
+    });
     std::string text = request.input + "\n";
     text += Line("  picked     %d entities, %s%s", run.selection.ids.length(),
                  HalfPhrase(request.parameters.half), request.SeesAxis() ? "" : ", no axis");
@@ -277,7 +286,7 @@ std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Dra
         text += "  solid      " + phrase + "\n";
     text += PartsPhrase(run);
     text += "  unit       " + UnitPhrase(request, drawing) + "\n";
-    text += run.exact ? ExactSummary(*run.exact) : TraceSummary(run, request.parameters);
+    text += run.exact ? ExactSummary(*run.exact) : TraceSummary(run, request.parameters, hasGaps);
     text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
     for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
     if (run.envelope.found && !request.output.empty())
@@ -321,7 +330,7 @@ std::string JobsSummary(const std::vector<ToolJob>& jobs, const Drawing& drawing
     std::string text;
     for (size_t i = 0; i < jobs.size(); ++i) {
         const ToolJob& job = jobs[i];
-        text += RunSummary(job.run, job.request, drawing);
+        text += RunSummary(job.run, job.request, drawing, job.review.findings);
         if (job.found)
             text += "  found      " +
                     (jobs.size() > 1 ? "tool " + std::to_string(i + 1) + " of " +

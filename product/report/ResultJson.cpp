@@ -103,6 +103,7 @@ Json ToJson(const ToolResult& tool, bool withPictures) {
     });
     json["off_contour"] = OrNull(tool.offContour);
     json["between_halves"] = OrNull(tool.betweenHalves);
+    json["verdict"] = tool.Verdict();
     json["findings"] = Json::array();
     for (const Finding& finding : tool.findings) json["findings"].push_back(FindingJson(finding));
     if (withPictures) {

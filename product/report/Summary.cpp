@@ -1,5 +1,6 @@
 #include "product/report/Summary.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "product/report/ResultJson.h"
@@ -23,12 +24,19 @@ std::string BatchSummary(const BatchResult& result) {
             if (!tool.IsGood())
                 text += "  FAILED  " + drawing.input + ": tool " + tool.name + ": " + tool.reason +
                         "\n";
+            else if (tool.HasWarning())
+                text += "  LOOK    " + drawing.input + ": tool " + tool.name + ": " +
+                        tool.Verdict() + "\n";
     }
     const size_t tools = result.ToolCount(), failed = result.FailedTools();
+    const auto drawings = static_cast<size_t>(
+        std::count_if(result.drawings.begin(), result.drawings.end(),
+                      [](const DrawingResult& drawing) { return !drawing.reason.empty(); }));
     std::string head = Counted(tools, "tool", "tools") + " of " +
                        Counted(result.drawings.size(), "drawing", "drawings") + ": " +
                        std::to_string(tools - failed) + " done, " + std::to_string(failed) +
                        " failed";
+    if (drawings > 0) head += ", " + Counted(drawings, "drawing", "drawings") + " failed";
     if (const size_t warned = result.ToolsWithWarnings(); warned > 0)
         head += ", " + std::to_string(warned) + " worth a look";
     char time[32];

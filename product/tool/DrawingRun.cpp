@@ -10,6 +10,7 @@
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
 #include "product/picture/Picture.h"
+#include "product/tool/FoundTools.h"
 #include "product/tool/ToolRun.h"
 
 namespace product {
@@ -93,8 +94,7 @@ private:
                      std::to_string(planned.notDisplayed) +
                          " not displayed: invisible, or on layers that are off or frozen",
                      std::nullopt});
-            for (const std::string& remark : planned.remarks)
-                result.findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
+            if (planned.found) AddFoundFindings(*planned.found, result.findings);
             const auto ended = m_asked.skipped.find(i);
             if (!IsRefused(planned, ended == m_asked.skipped.end() ? nullptr : &ended->second, tool,
                            result))
@@ -121,6 +121,7 @@ private:
         request.formerEnvelope = tool.envelopeId;
         request.axis = planned.axis ? *planned.axis : Axis::Level({tool.centre.x, tool.centre.y});
         request.curves = planned.curves;
+        if (planned.found) request.foundWindow = planned.found->window;
         request.name = planned.name;
         const std::string path = (std::filesystem::path(m_request.out) / file).string();
         request.fileName = file;
@@ -157,10 +158,10 @@ private:
         result.entities = run.selection.ids.length();
         result.files = run.files;
         KeepInTask(run, tool);
-        ToolReview review = runner.Review(request, run, result.id);
+        ToolReview review = runner.Review(request, run, result.id, result.findings);
         result.offContour = review.figures.offContour;
         result.betweenHalves = review.figures.betweenHalves;
-        for (Finding& finding : review.findings) result.findings.push_back(std::move(finding));
+        result.findings = std::move(review.findings);
         result.svg = std::move(review.svg);
         result.png = Base64(review.png);
     }

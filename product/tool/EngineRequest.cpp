@@ -10,6 +10,9 @@
 namespace product {
 namespace {
 
+// An axis that passes what was picked by less of its size lies on its border.
+constexpr double kBeside = 1e-6;
+
 std::string Format(const char* format, double a, double b = 0) {
     char text[128];
     std::snprintf(text, sizeof text, format, a, b);
@@ -87,18 +90,22 @@ void CheckAxisLine(const Axis& axis, const Box& box, double size,
     const std::string what =
         "the axis passes " + Figure(off) + " units beside what was picked (" + Describe(box) + ")";
     if (!(off <= size)) throw Failure(Fault::Request, what + "; give a line through the tool");
-    if (off > 0) warnings.push_back(what);
+    if (off > kBeside * size) warnings.push_back(what + ": the profile does not come to its axis");
 }
 
 void CheckAxis(const Point& c, const Box& box, double size, std::vector<std::string>& warnings) {
     const double offX = std::max({box.low.x - c.x, c.x - box.high.x, 0.0});
     const double offY = std::max({box.low.y - c.y, c.y - box.high.y, 0.0});
-    const std::string where = "the centre " + Figure(c.x) + "," + Figure(c.y) + " lies ";
-    const std::string what = " units outside what was picked (" + Describe(box) + ")";
     if (!(std::max(offX, offY) <= size))
-        throw Failure(Fault::Request, where + Figure(std::max(offX, offY)) + what +
-                                          "; give a point on the tool's axis");
-    if (offY > 0) warnings.push_back(where + Figure(offY) + what);
+        throw Failure(Fault::Request, "the centre " + Figure(c.x) + "," + Figure(c.y) + " lies " +
+                                          Figure(std::max(offX, offY)) +
+                                          " units outside what was picked (" + Describe(box) +
+                                          "); give a point on the tool's axis");
+    if (offY > kBeside * size)
+        warnings.push_back(
+            "the profile does not come to its axis: everything that was picked lies " +
+            Figure(offY) + (c.y < box.low.y ? " or more above" : " or more below") +
+            " y = " + Figure(c.y));
 }
 
 }  // namespace

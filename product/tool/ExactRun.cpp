@@ -7,8 +7,10 @@ namespace product {
 
 SExactRequest ExactRequestOf(const ToolParameters& parameters, const Axis& axis,
                              const AcArray<AcDbObjectId>& ids,
-                             const std::vector<plane::Curve>& curves) {
+                             const std::vector<plane::Curve>& curves,
+                             const detect::ItemFilter& takes) {
     SExactRequest request;
+    request.m_takes = takes;
     if (curves.empty()) request.m_ids = ids;
     request.m_curves = curves;
     request.m_axisFrom.set(axis.from.x, axis.from.y, 0.0);

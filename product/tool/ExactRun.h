@@ -10,9 +10,11 @@ namespace product {
 // The request in the engine's words, for some entities of one database.
 //
 // curves  when there are any, they stand for the entities
+// takes   what of the entities takes part
 SExactRequest ExactRequestOf(const ToolParameters& parameters, const Axis& axis,
                              const AcArray<AcDbObjectId>& ids,
-                             const std::vector<plane::Curve>& curves = {});
+                             const std::vector<plane::Curve>& curves = {},
+                             const detect::ItemFilter& takes = {});
 
 // Finds and draws it.
 //

@@ -1,5 +1,6 @@
 #include "product/tool/FoundTools.h"
 
+#include <algorithm>
 #include <cstdio>
 
 #include "product/base/Extents.h"
@@ -15,6 +16,9 @@ namespace {
 constexpr size_t kMostTold = 4;  // candidates in a refusal
 // Of a tool's diagonal: how far its envelope may reach beyond what is drawn.
 constexpr double kAround = 1e-3;
+// What was not taken is told beside tools that were, when it is as long as that share of the
+// longest of them and as sure as that.
+constexpr double kTellLength = 0.3, kTellConfidence = 0.4;
 
 void NumberFiles(ToolRequest& request, size_t number) {
     for (std::string* path : {&request.svg, &request.solid.sat, &request.solid.step,
@@ -27,10 +31,11 @@ ToolRequest RequestFor(const ToolRequest& asked, const detect::FoundTool& tool,
                        const detect::ReadResult& read) {
     ToolRequest request = asked;
     request.axis = Axis{tool.from, tool.to};
+    request.foundWindow = tool.window;
     AcArray<AcDbObjectId> ids;
     for (const int entity : tool.entities) ids.append(read.entities[entity]);
     request.picked = ids;
-    if (tool.hasWholeEntities) return request;
+    if (tool.hasWholeEntities && !request.rule.HasFilters()) return request;
     // A block holds more than this tool.
     for (const int s : tool.strokes) {
         const std::vector<plane::Curve>& curves = read.sheet.strokes[s].curves;
@@ -66,16 +71,52 @@ void AddEarlier(const AcArray<AcDbObjectId>& envelopes, FoundTools& found) {
         const detect::FoundTool& tool = found.doubtful[i];
         text += "\n  " + Describe(tool);
         for (const std::string& remark : tool.remarks) text += "; " + remark;
-        text += "; to take it: --axis=" + Figure(tool.from.x) + "," + Figure(tool.from.y) + "," +
-                Figure(tool.to.x) + "," + Figure(tool.to.y) +
-                " --window=" + Figure(tool.window.low.x) + "," + Figure(tool.window.low.y) + "," +
-                Figure(tool.window.high.x) + "," + Figure(tool.window.high.y);
+        text += "; to take it: " + OptionsFor(tool);
     }
     throw Failure(Fault::NothingThere,
                   text + "\n  name the axis with --centre or --axis, and the tool with --window");
 }
 
+double LengthOf(const detect::FoundTool& tool) { return plane::Distance(tool.from, tool.to); }
+
+// Nobody shall miss a tool because others were found.
+void TellTheRest(FoundTools& found) {
+    double longest = 0;
+    for (const FoundRequest& one : found.tools) longest = std::max(longest, LengthOf(one.tool));
+    for (const detect::FoundTool& other : found.doubtful)
+        if (LengthOf(other) >= kTellLength * longest && other.confidence >= kTellConfidence)
+            found.tools.front().tool.remarks.push_back(
+                "the sheet may hold another tool, which was not taken: " + Describe(other) +
+                "; to take it: " + OptionsFor(other));
+}
+
 }  // namespace
+
+std::string OptionsFor(const detect::FoundTool& tool) {
+    return "--axis=" + Figure(tool.from.x) + "," + Figure(tool.from.y) + "," + Figure(tool.to.x) +
+           "," + Figure(tool.to.y) + " --window=" + Figure(tool.window.low.x) + "," +
+           Figure(tool.window.low.y) + "," + Figure(tool.window.high.x) + "," +
+           Figure(tool.window.high.y);
+}
+
+void AddFoundFindings(const detect::FoundTool& tool, std::vector<Finding>& findings) {
+    for (const std::string& remark : tool.remarks)
+        findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
+    for (const detect::LeftOutNote& note : tool.leftOut)
+        findings.push_back({Finding::Kind::LeftOut, !note.hasText,
+                            std::to_string(note.strokes) +
+                                (note.strokes == 1 ? " line that touches" : " lines that touch") +
+                                " the contour at " + Figure(note.at.x) + ", " + Figure(note.at.y) +
+                                (note.strokes == 1 ? " was" : " were") + " taken for a note",
+                            note.at});
+}
+
+FoundTools CandidatesOf(AcDbDatabase& database) {
+    const ToolRequest request;
+    const Selection selection = PickBy(database, request.rule);
+    CheckPieces(selection.ids, request.parameters.limit);
+    return LookForTools(database, selection.ids, request);
+}
 
 std::string Describe(const detect::FoundTool& tool) {
     char confidence[32];
@@ -86,7 +127,7 @@ std::string Describe(const detect::FoundTool& tool) {
 
 FoundTools LookForTools(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids,
                         const ToolRequest& request) {
-    const detect::ReadResult read = detect::ReadSheet(database, ids, 0);
+    const detect::ReadResult read = detect::ReadSheet(database, ids, 0, request.rule.Filter());
     detect::Finding finding = detect::FindTools(read.sheet);
     FoundTools found;
     found.doubtful = std::move(finding.doubtful);
@@ -111,6 +152,7 @@ FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request) {
     FoundTools found = LookForTools(database, selection.ids, request);
     if (found.tools.empty()) RefuseUnsure(found);
     AddEarlier(selection.envelopes, found);
+    TellTheRest(found);
     return found;
 }
 

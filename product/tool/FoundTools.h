@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "product/check/Finding.h"
 #include "product/detect/FindTools.h"
 #include "product/tool/ToolRequest.h"
 
@@ -33,6 +34,18 @@ FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request);
 // The same among some entities, and without refusing.
 FoundTools LookForTools(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids,
                         const ToolRequest& request);
+
+// What the search says of a tool: what weighs against its axis, and what touches it and was taken
+// for a note, without a doubt where a text stands beside it.
+void AddFoundFindings(const detect::FoundTool& tool, std::vector<Finding>& findings);
+
+// The candidates of a whole drawing, found or not; nothing is refused.
+//
+// fails  as CheckPieces() for a drawing that comes to too many pieces
+FoundTools CandidatesOf(AcDbDatabase& database);
+
+// "--axis=0,0,120,0 --window=0,-10,120,10": the options that take it.
+std::string OptionsFor(const detect::FoundTool& tool);
 
 // "axis 0,0 to 120,0 by its centre line, confidence 0.95".
 std::string Describe(const detect::FoundTool& tool);

@@ -39,6 +39,13 @@ SDrawnOptions EntityByEntity() {
     return options;
 }
 
+std::wstring Joined(const std::vector<std::string>& patterns) {
+    std::wstring joined;
+    for (const std::string& pattern : patterns)
+        joined += (joined.empty() ? L"" : L",") + std::wstring(FromUtf8(pattern).GetString());
+    return joined;
+}
+
 // Attributes are handed on behind their references, which stand for them here.
 bool IsAttribute(const SDrawnItem& item) { return item.m_id != item.m_pickedId; }
 
@@ -74,6 +81,18 @@ PieceEstimate SumOf(const AcArray<AcDbObjectId>& ids, CBlockSum figures) {
 }
 
 }  // namespace
+
+detect::ItemFilter PickRule::Filter() const {
+    if (!HasFilters()) return {};
+    return [only = Joined(layers), without = Joined(withoutLayers),
+            withoutType = Joined(withoutTypes)](const CString& layer, const AcRxClass* type) {
+        const std::wstring name = layer.GetString();
+        return (only.empty() || host::MatchesWildcards(name, only)) &&
+               (without.empty() || !host::MatchesWildcards(name, without)) &&
+               (withoutType.empty() ||
+                !host::MatchesWildcards(FromUtf8(TypeName(type)).GetString(), withoutType));
+    };
+}
 
 Selection SelectionOf(const AcArray<AcDbObjectId>& picked) {
     Selection selection;
@@ -165,34 +184,47 @@ void PickList::CountCut(const Box& window, Selection& selection) const {
 
 namespace {
 
-// By layer and type, as the host compares names.
-class Filter {
+// What becomes of each picked entity under a filter. A block counts by what it holds; its own layer
+// and type can only keep it out.
+class FilteredPick {
 public:
-    explicit Filter(const PickRule& rule)
-        : m_layers(Joined(rule.layers)),
-          m_withoutLayers(Joined(rule.withoutLayers)),
-          m_withoutTypes(Joined(rule.withoutTypes)) {}
+    FilteredPick(AcDbDatabase& database, const PickRule& rule)
+        : m_walk(&database), m_takes(rule.Filter()), m_rule(rule) {}
 
-    bool Passes(const AcDbObjectId& id) const {
-        const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() != Acad::eOk) return true;
-        AcString name;
-        const std::wstring layer = entity->layer(name) == Acad::eOk ? name.kwszPtr() : L"";
-        const std::wstring type = FromUtf8(TypeName(entity->isA())).GetString();
-        return (m_layers.empty() || host::MatchesWildcards(layer, m_layers)) &&
-               (m_withoutLayers.empty() || !host::MatchesWildcards(layer, m_withoutLayers)) &&
-               (m_withoutTypes.empty() || !host::MatchesWildcards(type, m_withoutTypes));
+    void Take(const AcDbObjectId& id, Selection& kept) {
+        if (KeepsOut(id)) {
+            ++kept.filtered;
+            return;
+        }
+        size_t all = 0, taken = 0;
+        AcArray<AcDbObjectId> one;
+        one.append(id);
+        m_walk.Walk(one, [&](const SDrawnItem& item) {
+            ++all;
+            taken += m_takes(m_walk.LayerName(item.m_layerId), item.m_entity.isA());
+        });
+        if (all > 0 && taken == 0) {
+            ++kept.filtered;
+            return;
+        }
+        kept.partial += taken < all;
+        kept.ids.append(id);
     }
 
 private:
-    static std::wstring Joined(const std::vector<std::string>& patterns) {
-        std::wstring joined;
-        for (const std::string& pattern : patterns)
-            joined += (joined.empty() ? L"" : L",") + std::wstring(FromUtf8(pattern).GetString());
-        return joined;
+    // A block on a layer that is excluded, or blocks altogether.
+    bool KeepsOut(const AcDbObjectId& id) {
+        const AcDbObjectPointer<AcDbBlockReference> block(id, AcDb::kForRead);
+        if (block.openStatus() != Acad::eOk) return false;
+        PickRule without = m_rule;
+        without.layers.clear();
+        const detect::ItemFilter takes = without.Filter();
+        return takes && !takes(m_walk.LayerName(block->layerId()), block->isA());
     }
 
-    std::wstring m_layers, m_withoutLayers, m_withoutTypes;
+    CDrawnWalk m_walk;
+    detect::ItemFilter m_takes;
+    const PickRule& m_rule;
 };
 
 AcArray<AcDbObjectId> CrossedBy(AcDbDatabase& database, const Box& window) {
@@ -216,14 +248,12 @@ Selection PickBy(AcDbDatabase& database, const PickRule& rule) {
         if (rule.window) list.CountCut(*rule.window, selection);
     }
     if (!rule.HasFilters()) return selection;
-    const Filter filter(rule);
-    AcArray<AcDbObjectId> kept;
-    for (int i = 0; i < selection.ids.length(); ++i)
-        if (filter.Passes(selection.ids[i])) kept.append(selection.ids[i]);
-    selection.filtered = selection.ids.length() - kept.length();
-    selection.ids = kept;
-    selection.box = BoxOf(GetEntitiesBox(kept));
-    return selection;
+    Selection kept = selection;
+    kept.ids.removeAll();
+    FilteredPick filter(database, rule);
+    for (int i = 0; i < selection.ids.length(); ++i) filter.Take(selection.ids[i], kept);
+    kept.box = BoxOf(GetEntitiesBox(kept.ids));
+    return kept;
 }
 
 PieceEstimate EstimateSegments(const AcArray<AcDbObjectId>& ids, double arcPrecision) {

@@ -15,6 +15,7 @@ struct Selection {
     int notDisplayed = 0;       // inside the window, but invisible or on a layer off or frozen
     AcArray<AcDbObjectId> envelopes;  // of earlier runs, where the others were picked
     int filtered = 0;                 // inside the window, but kept out by layer or type
+    int partial = 0;                  // blocks among the ids of which that holds for a part
     // Displayed entities that the window cuts: how many, and where the first one leaves it.
     int cut = 0;
     Point cutAt;

@@ -3,9 +3,20 @@
 #include <algorithm>
 
 #include "EncircleWatch.h"
+#include "product/base/Text.h"
+#include "product/check/TraceGaps.h"
+#include "product/tool/FoundTools.h"
 
 namespace product {
 namespace {
+
+std::string WhyNone(const ToolParameters& parameters) {
+    if (parameters.algorithm == Algorithm::Hatch)
+        return "no envelope: what was picked encloses no area that could be traced; close the "
+               "contour, or use --algorithm exact";
+    return "no envelope: nothing that was picked is seen from the chosen half; check --centre and "
+           "--half, and the list of what was left out";
+}
 
 // Hands on what the engine tells, and never stops it: who interrupts the program ends it at once.
 class Watch : public CEncircleWatch {
@@ -38,18 +49,21 @@ void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs, RunListener* listener
         try {
             runner.Compute(job.request, job.run);
             if (!job.run.envelope.found)
-                job.failure.emplace(Fault::NoResult,
-                                    "no envelope: nothing that was picked is seen from the chosen "
-                                    "half; check --centre and --half, and the list of what was "
-                                    "left out");
+                job.failure.emplace(Fault::NoResult, WhyNone(job.request.parameters));
+            else if (Crosses(job.run.envelope.selfMeeting))
+                job.failure.emplace(Fault::NoSolid,
+                                    "the envelope crosses itself at " +
+                                        Figure(job.run.envelope.selfMeeting->at.x) + "," +
+                                        Figure(job.run.envelope.selfMeeting->at.y) +
+                                        ": no solid can be made of it; use --algorithm exact");
         } catch (const Failure& failure) {
             job.failure = failure;
         }
+        if (!job.run.isBegun) continue;
         tell("checking");
-        if (job.run.isBegun) job.review = runner.Review(job.request, job.run, {});
-        if (job.found)
-            for (const std::string& remark : job.found->remarks)
-                job.review.findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
+        std::vector<Finding> known;
+        if (job.found) AddFoundFindings(*job.found, known);
+        job.review = runner.Review(job.request, job.run, {}, known);
     }
     tell("writing");
     const auto hasEnvelope = [](const ToolJob& job) { return job.run.envelope.found; };

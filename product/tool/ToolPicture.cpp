@@ -65,6 +65,16 @@ void AddParts(Picture& picture, const ToolRequest& request, const ToolRun& run) 
                      {run.parts->rest.ring, request.parts.colours.rest}};
 }
 
+// What was picked in, as it was given or found.
+void AddWindow(Picture& picture, const ToolRequest& request) {
+    const std::optional<Box>& window =
+        request.rule.window ? request.rule.window : request.foundWindow;
+    if (!window) return;
+    picture.hasWindow = true;
+    picture.window = *window;
+    picture.view.Add(*window);
+}
+
 }  // namespace
 
 Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun& run,
@@ -73,11 +83,7 @@ Picture SheetPicture(Picture picture, const ToolRequest& request, const ToolRun&
     picture.envelope = run.envelope.vertices;
     AddParts(picture, request, run);
     picture.view = run.selection.box;
-    if (const std::optional<Box>& window = request.rule.window) {
-        picture.hasWindow = true;
-        picture.window = *window;
-        picture.view.Add(*window);
-    }
+    AddWindow(picture, request);
     if (request.SeesAxis())
         AddAxis(picture, run.envelope.found ? run.envelope.extents : run.selection.box,
                 kSheetOverhang, *request.axis);
@@ -112,6 +118,7 @@ Picture PagePicture(Picture picture, const ToolRequest& request, const ToolRun& 
         for (const Box& dimension : picture.dimensions)
             if (nearby.Contains(dimension)) picture.view.Add(dimension);
     }
+    AddWindow(picture, request);
     int number = 0;
     for (const Finding& finding : findings) {
         if (!finding.isWarning) continue;

@@ -143,7 +143,7 @@ public:
         planned.notDisplayed = notDisplayed;
         planned.axis = axis;
         planned.curves = found.request.curves;
-        planned.remarks = found.tool.remarks;
+        planned.found = found.tool;
         m_plan.list[m_task].tools.push_back(tool);
         m_plan.tools.push_back(planned);
     }

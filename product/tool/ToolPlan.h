@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "BatchTaskList.h"
+#include "product/detect/FindTools.h"
 #include "product/tool/ToolRequest.h"
 #include "product/tool/ToolTable.h"
 
@@ -18,13 +19,13 @@ enum class ToolSource { Frames, Stored, Table, Found };
 const char* NameOf(ToolSource source);
 
 struct PlannedTool {
-    size_t task = 0, tool = 0;         // in the list
-    std::string name;                  // UTF-8
-    std::string problem;               // why it cannot be computed; empty: it can
-    int notDisplayed = 0;              // inside its frame or window, but not picked
-    std::optional<Axis> axis;          // none: level through the tool's centre
-    std::vector<plane::Curve> curves;  // as ToolRequest::curves
-    std::vector<std::string> remarks;  // what weighs against the axis that was found
+    size_t task = 0, tool = 0;               // in the list
+    std::string name;                        // UTF-8
+    std::string problem;                     // why it cannot be computed; empty: it can
+    int notDisplayed = 0;                    // inside its frame or window, but not picked
+    std::optional<Axis> axis;                // none: level through the tool's centre
+    std::vector<plane::Curve> curves;        // as ToolRequest::curves
+    std::optional<detect::FoundTool> found;  // when the tool was found, not named
 };
 
 struct ToolPlan {

@@ -12,6 +12,7 @@
 #include "EncircleCalInfo.h"
 #include "plane/curve.h"
 #include "product/base/Axis.h"
+#include "product/detect/ReadSheet.h"
 #include "product/parts/PartRequest.h"
 
 namespace product {
@@ -79,6 +80,9 @@ struct PickRule {
     bool HasFilters() const {
         return !layers.empty() || !withoutLayers.empty() || !withoutTypes.empty();
     }
+    // What of a picked block's content takes part, by the layer on which it shows and its type; no
+    // filter when nothing is filtered.
+    detect::ItemFilter Filter() const;
 };
 
 // Files of the revolved solid; empty: not written.
@@ -110,6 +114,8 @@ struct ToolRequest {
     // tool.
     std::vector<plane::Curve> curves;
     AcDbObjectId formerEnvelope;  // replaced too, if it still is one; null: none
+
+    std::optional<Box> foundWindow;  // around a tool that was found; pictures show it
 
     // None: the outline of all four sides, and no solid.
     std::optional<Axis> axis;

@@ -2,11 +2,15 @@
 
 #include <algorithm>
 
+#include "product/check/Verdict.h"
+
 namespace product {
 
 bool ToolResult::HasWarning() const {
     return std::any_of(findings.begin(), findings.end(),
                        [](const Finding& finding) { return finding.isWarning; });
 }
+
+std::string ToolResult::Verdict() const { return isComputed ? VerdictOf(findings) : std::string(); }
 
 }  // namespace product

@@ -32,6 +32,8 @@ struct ToolResult {
 
     bool IsGood() const { return isComputed && isExported; }
     bool HasWarning() const;
+    // As of a single computation; empty when there is no envelope.
+    std::string Verdict() const;
 };
 
 struct DrawingResult {

@@ -17,6 +17,7 @@
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
 #include "product/check/TrueOutline.h"
+#include "product/check/Verdict.h"
 #include "product/detect/ReadSheet.h"
 #include "product/picture/SolidPicture.h"
 #include "product/tool/EngineRequest.h"
@@ -30,7 +31,8 @@
 namespace product {
 namespace {
 
-constexpr int kPageSolidWidth = 560;  // pixels
+constexpr int kPageSolidWidth = 560;   // pixels
+constexpr double kSecondShift = 1000;  // of the second pipeline, to the right
 
 using Pipeline = void (CEncircleLine::*)(const AcArray<AcDbObjectId>& ids, AcDbObjectId& outId);
 
@@ -102,17 +104,27 @@ double PointTolerance(const ToolRun& run, const ToolParameters& parameters) {
 
 // The exact envelope costs little: what the steps miss is seen beside it.
 void CompareWithExact(const ToolRequest& request, const ToolRun& run,
-                      std::vector<Finding>& findings) {
+                      const std::vector<Vertex>& ring, std::vector<Finding>& findings) {
     if (run.exact) return;
     const SExactResult exact =
-        CExactEnvelope(ExactRequestOf(request.parameters, *request.axis, run.selection.ids)).Find();
+        CExactEnvelope(ExactRequestOf(request.parameters, *request.axis, run.selection.ids,
+                                      request.curves, request.rule.Filter()))
+            .Find();
     if (exact.m_refusal != SExactResult::E_Refusal_None) {
         findings.push_back({Finding::Kind::Exact, true,
                             "there is no exact envelope: " + ToUtf8(CExactEnvelope::Explain(exact)),
                             std::nullopt});
         return;
     }
-    AddDifference(run.envelope.vertices, RingOf(exact), *request.axis, findings);
+    AddDifference(ring, RingOf(exact), *request.axis, findings);
+}
+
+// The envelope where the tool lies: the second pipeline puts it beside.
+std::vector<Vertex> RingAtTheTool(const ToolRun& run, Algorithm algorithm) {
+    std::vector<Vertex> ring = run.envelope.vertices;
+    if (algorithm == Algorithm::Second)
+        for (Vertex& v : ring) v.x -= kSecondShift;
+    return ring;
 }
 
 CQZRect RectOf(const Box& box) {
@@ -132,7 +144,14 @@ void ToolRunner::Compute(const ToolRequest& request, ToolRun& run) {
     run.selection =
         request.picked ? SelectionOf(*request.picked) : PickBy(m_database, request.rule);
     if (run.selection.ids.isEmpty()) RefuseEmpty(run.selection, request);
-    if (request.parameters.algorithm != Algorithm::Exact) RequireLevel(request.axis);
+    if (request.parameters.algorithm != Algorithm::Exact) {
+        RequireLevel(request.axis);
+        if (run.selection.partial > 0)
+            run.warnings.push_back(
+                std::to_string(run.selection.partial) +
+                " blocks hold some of what --layer, --exclude-layer and --exclude-type keep out; "
+                "this algorithm takes blocks whole, --algorithm exact does not");
+    }
     CheckRequest(run.selection, request.parameters, axis, run.warnings);
     if (request.parameters.algorithm == Algorithm::Exact)
         DrawExactEnvelope(request, run);
@@ -176,9 +195,9 @@ void ToolRunner::DrawExactEnvelope(const ToolRequest& request, ToolRun& run) {
     run.envelopesErased = EraseEnvelopes(run.selection.envelopes);
     EraseFormer(request.formerEnvelope);
     const auto start = std::chrono::steady_clock::now();
-    run.exact = DrawExact(
-        ExactRequestOf(request.parameters, *request.axis, run.selection.ids, request.curves),
-        run.envelopeId);
+    run.exact = DrawExact(ExactRequestOf(request.parameters, *request.axis, run.selection.ids,
+                                         request.curves, request.rule.Filter()),
+                          run.envelopeId);
     run.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
@@ -234,9 +253,10 @@ void ToolRunner::WriteFiles(const ToolRequest& request, ToolRun& run) {
     run.files.push_back(request.profile);
 }
 
-ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
-                              const std::string& id) {
+ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run, const std::string& id,
+                              const std::vector<Finding>& before) {
     ToolReview review;
+    review.findings = before;
     const ToolParameters& parameters = request.parameters;
     for (const std::string& warning : run.warnings)
         review.findings.push_back({Finding::Kind::Note, true, warning, std::nullopt});
@@ -255,18 +275,25 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
                                        Figure(run.selection.cutAt.y) + "; --crossing picks them",
                                    run.selection.cutAt});
     std::optional<AxisCheck> heights;
-    // The second pipeline puts its envelope beside the tool: there is nothing to compare.
-    if (parameters.algorithm != Algorithm::Second && request.SeesAxis() && run.envelope.found) {
-        const detect::ReadResult read = detect::ReadSheet(m_database, run.selection.ids, 0);
-        heights = CheckAxisPlace(read.sheet, *request.axis, parameters.half, run.envelope.vertices,
-                                 2e-5 * detect::Diagonal(read.sheet.box));
+    const std::vector<Vertex> ring = RingAtTheTool(run, parameters.algorithm);
+    if (request.SeesAxis() && run.envelope.found) {
+        const detect::Sheet sheet =
+            request.curves.empty()
+                ? detect::ReadSheet(m_database, run.selection.ids, 0, request.rule.Filter()).sheet
+                : detect::SheetOf(request.curves);
+        heights = CheckAxisPlace(sheet, *request.axis, parameters.half, ring,
+                                 2e-5 * detect::Diagonal(sheet.box));
         AddAxisFindings(*heights, *request.axis, review.findings);
-        CompareWithExact(request, run, review.findings);
+        CompareWithExact(request, run, ring, review.findings);
+        if (!run.exact)
+            AddUndrawnFindings(ring, sheet, *request.axis, PointTolerance(run, parameters),
+                               review.findings);
     }
-    if (parameters.algorithm != Algorithm::Second && request.axis) {
-        const OutlineCheck check = CheckOutline(run.selection.ids, *request.axis, parameters.half,
-                                                parameters.includeDashed, run.envelope.vertices,
-                                                PointTolerance(run, parameters));
+    if (request.axis) {
+        const detect::ItemFilter filter = request.rule.Filter();
+        const OutlineCheck check = CheckOutline(
+            {run.selection.ids, filter, request.curves}, *request.axis, parameters.half,
+            parameters.includeDashed, ring, PointTolerance(run, parameters));
         const double diameter =
             run.solid.profile ? run.solid.measures.largestDiameter : run.envelope.diameter;
         review.figures = AddOutlineFindings(check,
@@ -274,6 +301,7 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run,
                                              diameter, heights ? &*heights : nullptr},
                                             review.findings);
     }
+    SortFindings(review.findings);
     if (m_pictures != nullptr && !id.empty()) DrawForPage(request, run, id, review);
     return review;
 }

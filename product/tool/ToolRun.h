@@ -74,9 +74,12 @@ public:
     // Tells what is worth a look: gaps, what was left out, where the envelope meets itself. With
     // pictures also how far it lies from the drawing's contour, and its pictures for the page.
     //
-    // id     a name of its own on the page, a letter and digits; empty: no pictures
-    // fails  never: what cannot be shown is a finding
-    ToolReview Review(const ToolRequest& request, const ToolRun& run, const std::string& id);
+    // id       a name of its own on the page, a letter and digits; empty: no pictures
+    // before   what is known of the tool already
+    // result   the findings in the order of SortFindings(), which numbers the marks of pictures
+    // fails    never: what cannot be shown is a finding
+    ToolReview Review(const ToolRequest& request, const ToolRun& run, const std::string& id,
+                      const std::vector<Finding>& before);
 
 private:
     void DrawEnvelope(const ToolRequest& request, ToolRun& run);
