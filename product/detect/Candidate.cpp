@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "product/detect/HalfHeights.h"
 #include "product/detect/Symmetry.h"
@@ -14,6 +15,7 @@ constexpr size_t kMostLines = 64;
 constexpr double kSupported = 0.5;      // share of a component's length that has a mirror image
 constexpr double kPartly = 0.15;        // of one that lies on both sides of the line alike,
 constexpr double kEven = 0.8;           // the nearer side at least this part of the farther
+constexpr double kGoesOn = 0.9;         // share of a mark's width below which the contour goes on
 constexpr double kPeakReach = 0.03;     // of the length, to both sides of a peak
 constexpr double kGap = 0.05;           // of the length so far, between parts of one tool
 constexpr double kGapAlongLine = 0.25;  // the same where the axis is drawn through the gap
@@ -281,18 +283,47 @@ private:
         const double slack = 4 * tolerance() + 1e-3 * radius;
         const bool isHalf =
             HalfHeights(sheet(), strokes, line.offset, box.low.x, box.high.x).IsOneSided();
-        std::vector<char> hangs(sheet().strokes.size(), 0);
+        std::vector<int> chosen;
         for (size_t i = 0; i < m_level.hangers.size(); ++i) {
             const Hanger& hanger = m_level.hangers[i];
             if (!isMine[hanger.strokes.front()] || (isHalf && !hanger.hasText)) continue;
             if (!StandsOut(hanger, line.offset, slack)) continue;
             if (!isHalf && IsMirrored(hanger, line.offset, slack, strokes)) continue;
-            out.hanging.push_back(static_cast<int>(i));
-            for (const int s : hanger.strokes) hangs[s] = 1;
+            chosen.push_back(static_cast<int>(i));
         }
-        strokes.erase(
-            std::remove_if(strokes.begin(), strokes.end(), [&](int s) { return hangs[s] != 0; }),
-            strokes.end());
+        const std::vector<int> rest = Without(strokes, chosen);
+        if (chosen.empty() || rest.empty()) return;
+        const HalfHeights heights(sheet(), rest, line.offset, box.low.x, box.high.x);
+        for (const int i : chosen)
+            if (StandsOnContour(m_level.hangers[static_cast<size_t>(i)], line.offset, isHalf,
+                                0.01 * radius + slack, heights))
+                out.hanging.push_back(i);
+        strokes = Without(strokes, out.hanging);
+    }
+
+    std::vector<int> Without(const std::vector<int>& strokes,
+                             const std::vector<int>& hangers) const {
+        std::vector<char> hangs(sheet().strokes.size(), 0);
+        for (const int i : hangers)
+            for (const int s : m_level.hangers[static_cast<size_t>(i)].strokes) hangs[s] = 1;
+        std::vector<int> out;
+        std::copy_if(strokes.begin(), strokes.end(), std::back_inserter(out),
+                     [&](int s) { return hangs[s] == 0; });
+        return out;
+    }
+
+    // Whether the contour goes on below a mark when the mark is gone: a piece of the contour that
+    // holds to the rest in one point, because of a gap, leaves a hole.
+    bool StandsOnContour(const Hanger& hanger, double offset, bool isHalf, double slack,
+                         const HalfHeights& rest) const {
+        Box box;
+        for (const int s : hanger.strokes) box.Add(BoxOf(sheet().strokes[s]));
+        const double foot = hanger.at.y - offset;
+        if (isHalf)
+            return rest.ReachingBetween(box.low.x, box.high.x, foot > 0, std::abs(foot) - slack) >=
+                   kGoesOn;
+        return rest.AgreementBetween(box.low.x, box.high.x, slack) >= kGoesOn &&
+               rest.ReachingBetween(hanger.at.x, hanger.at.x, foot > 0, std::abs(foot) - slack) > 0;
     }
 
     // Whether something that was left out hung where the contour falls on both sides: it may have

@@ -94,9 +94,36 @@ HalfHeights::Difference HalfHeights::To(const HalfHeights& other, bool above, bo
     return a.height >= b.height ? a : b;
 }
 
+int HalfHeights::Cell(double place) const {
+    return static_cast<int>(std::clamp((place - m_start) / m_step, 0.0, kCount - 1.0));
+}
+
+double HalfHeights::AgreementBetween(double from, double to, double tolerance) const {
+    int same = 0;
+    for (int i = Cell(from); i <= Cell(to); ++i)
+        for (int k = std::max(0, i - 1); k <= std::min(kCount - 1, i + 1); ++k)
+            if (std::abs(m_above[i] - m_below[k]) <= tolerance ||
+                std::abs(m_above[k] - m_below[i]) <= tolerance) {
+                ++same;
+                break;
+            }
+    return static_cast<double>(same) / (Cell(to) - Cell(from) + 1);
+}
+
+double HalfHeights::ReachingBetween(double from, double to, bool above, double height) const {
+    const std::vector<double>& side = above ? m_above : m_below;
+    int reaching = 0;
+    for (int i = Cell(from); i <= Cell(to); ++i) {
+        double highest = 0;
+        for (int k = std::max(0, i - 1); k <= std::min(kCount - 1, i + 1); ++k)
+            highest = std::max(highest, side[k]);
+        reaching += highest >= height;
+    }
+    return static_cast<double>(reaching) / (Cell(to) - Cell(from) + 1);
+}
+
 double HalfHeights::At(double place) const {
-    const double cell = std::clamp((place - m_start) / m_step, 0.0, kCount - 1.0);
-    const auto i = static_cast<size_t>(cell);
+    const auto i = static_cast<size_t>(Cell(place));
     return std::max(m_above[i], m_below[i]);
 }
 

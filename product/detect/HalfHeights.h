@@ -32,6 +32,11 @@ public:
     // Stretches in which nothing of these is drawn do not count.
     Difference To(const HalfHeights& other, bool above, bool below) const;
 
+    // Share of the stretches between two places at which both halves reach the same height within
+    // the tolerance, and at which the given side reaches at least a height; a neighbour's height
+    // will do.
+    double AgreementBetween(double from, double to, double tolerance) const;
+    double ReachingBetween(double from, double to, bool above, double height) const;
     // The greater height of both sides there.
     double At(double place) const;
     // Whether the greater height of both sides is the same all along, within the tolerance.
@@ -48,6 +53,7 @@ private:
 
     double m_start = 0, m_step = 0;
 
+    int Cell(double place) const;
     void Add(Point a, Point b, double start, double end);
     Difference Greatest(const std::vector<double>& a, const std::vector<double>& b) const;
 };
