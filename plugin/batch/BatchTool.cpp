@@ -91,9 +91,7 @@ void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeli
             reason += _T("；") + strLeftOut;
         }
     } else {
-        acutPrintf(_T("
-%s：%s
-"), name.GetString(),
+        acutPrintf(_T("\n%s：%s\n"), name.GetString(),
                    GetEnvelopeLine(envelopeId, centre.y, info.m_midLineId, trace).GetString());
         if (!bExact) {
             TellEnvelopeCheck(info, sourceIds, envelopeId, name);
@@ -101,9 +99,7 @@ void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeli
     }
     const CString strWarning = GetParameterWarning(info);
     if (!strWarning.IsEmpty()) {
-        acutPrintf(_T("
-%s：%s
-"), name.GetString(), strWarning.GetString());
+        acutPrintf(_T("\n%s：%s\n"), name.GetString(), strWarning.GetString());
     }
     if (!axis.Erase()) {
         reason = _T("临时轴线无法删除");

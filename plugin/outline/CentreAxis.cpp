@@ -2,6 +2,7 @@
 
 #include "CentreAxis.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "DrawnWalk.h"

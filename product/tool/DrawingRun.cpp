@@ -95,6 +95,8 @@ private:
                          " not displayed: invisible, or on layers that are off or frozen",
                      std::nullopt});
             if (planned.found) AddFoundFindings(*planned.found, result.findings);
+            for (const std::string& remark : planned.remarks)
+                result.findings.push_back({Finding::Kind::Note, true, remark, std::nullopt});
             const auto ended = m_asked.skipped.find(i);
             if (!IsRefused(planned, ended == m_asked.skipped.end() ? nullptr : &ended->second, tool,
                            result))

@@ -26,6 +26,7 @@ struct PlannedTool {
     std::optional<Axis> axis;                // none: level through the tool's centre
     std::vector<plane::Curve> curves;        // as ToolRequest::curves
     std::optional<detect::FoundTool> found;  // when the tool was found, not named
+    std::vector<std::string> remarks;        // what a person may want to look at beside that
 };
 
 struct ToolPlan {

@@ -1,6 +1,6 @@
 """Tools found on random sheets, against what was drawn.
 
-usage: sheets_test.py PROGRAM [FIRST COUNT]
+usage: sheets_test.py PROGRAM [FIRST COUNT [views]]
 
 Four figures count: tools found, found right (axis, extent and area of the envelope), wrong but told
 ("worth a look", or nothing at all), and wrong without a word, of which there may be none.
@@ -16,9 +16,13 @@ import tempfile
 import unittest
 
 import sheets
+import views
 
 PROGRAM = pathlib.Path(sys.argv[1]).resolve()
 FIRST, COUNT = (int(sys.argv[2]), int(sys.argv[3])) if len(sys.argv) > 3 else (0, 48)
+# The second kind is drawn by habits that the detector was not made for; what is told counts there.
+HARD = len(sys.argv) > 4 and sys.argv[4] == "views"
+MAKE, LEAST_RIGHT, MOST_SILENT_EXTRAS = (views.make, 0.45, 0.1) if HARD else (sheets.make, 0.9, 0)
 # Of the tool's size: the axis' ends; of its area.
 PLACE, AREA = 2e-3, 5e-3
 
@@ -45,7 +49,7 @@ def is_axis(found, truth):
 
 
 def is_right(found, truth):
-    if "halves differ" in truth.kind or truth.kind == "thread_mill":
+    if truth.kind == "thread_mill":
         return True  # what a turning tool sweeps is more than either half
     return abs(area_of(found["envelope"]["vertices"]) / truth.area - 1) < AREA
 
@@ -53,11 +57,11 @@ def is_right(found, truth):
 class Sheets(unittest.TestCase):
     def test_tools_are_found_or_the_run_says_so(self):
         figures = {"tools": 0, "found": 0, "right": 0, "told": 0, "silent": 0, "extra": 0}
-        silent = []
+        silent, extras = [], []
         with tempfile.TemporaryDirectory() as folder:
             path = pathlib.Path(folder) / "sheet.dxf"
             for seed in range(FIRST, FIRST + COUNT):
-                sheet = sheets.make(seed)
+                sheet = MAKE(seed)
                 sheet.save(path)
                 found, done = run(path)
                 self.assertIn(done.returncode, (0, 1), f"sheet {seed}: {done.stderr}")
@@ -81,10 +85,11 @@ class Sheets(unittest.TestCase):
                 # A missed tool is told of by another one's doubts, or by the refusal.
                 figures["told"] += len(missed)
                 figures["extra"] += len(left)
-                silent += [(seed, "extra", f["axis"]) for f in left if f["verdict"] == "sure"]
-        print("sheets", COUNT, figures)
+                extras += [(seed, "extra", f["axis"]) for f in left if f["verdict"] == "sure"]
+        print("sheets", COUNT, figures, "sure extras", len(extras))
         self.assertEqual([], silent)
-        self.assertGreaterEqual(figures["right"], 0.9 * figures["tools"])
+        self.assertLessEqual(len(extras), MOST_SILENT_EXTRAS * COUNT, extras)
+        self.assertGreaterEqual(figures["right"], LEAST_RIGHT * figures["tools"])
 
     def test_a_turned_sheet_gives_the_turned_finding(self):
         rng = random.Random(5)

@@ -57,17 +57,17 @@ def chain(count, of):
 
 
 CORNERS = [p for p in [(0, 0), (0, 10), (20, 10), (20, 15), (60, 15), (60, 0)] for _ in range(4)]
-# name: drawing | status of compute | what it says
+# name: drawing | status of compute, 1 for an outline that crosses itself | what it says
 DRAWINGS = {
     "corners as equal control points": (drawing(spline(CORNERS)), 0, r"length +\d"),
-    "a spline at one point": (drawing(spline([(7, 8)] * 9) + line(0, 0, 9, 9)), 0, r"length"),
+    "a spline at one point": (drawing(spline([(7, 8)] * 9) + line(0, 0, 9, 9)), 1, r"length"),
     "two in each of forty": (
         drawing(insert("B40"), chain(40, lambda name: insert(name) + insert(name, 1))), 2,
         r"block 'B40' \(reference \w+\) makes most of the [\d.e+]+ entities"),
     "arrays of arrays": (
         drawing(insert("B3"), chain(3, lambda name: insert(name, 0, 70, 300, 71, 300, 44, 1, 45, 1))),
         2, r"block 'B3' \(reference \w+\) makes most"),
-    "deeper than the stack": (drawing(insert("B60000"), chain(60000, insert)), 0, r"length"),
+    "deeper than the stack": (drawing(insert("B60000"), chain(60000, insert)), 1, r"length"),
     "a grid": (
         drawing("".join(line(0, i, 1500, i) + line(i, 0, i, 1500) for i in range(1500))), 2,
         r"cross 22\d{5} times.*raise --limit"),
@@ -79,7 +79,7 @@ DRAWINGS = {
     "a line drawn over and over": (drawing(line(0, 0, 10, 5) * 20000 + line(10, 5, 20, 5)), 0,
                                    "length"),
     "a grid that nobody wants to be checked": (
-        drawing("".join(line(0, i, 200, i) + line(i, 0, i, 200) for i in range(200))), 0,
+        drawing("".join(line(0, i, 200, i) + line(i, 0, i, 200) for i in range(200))), 1,
         r"not checked against the contour"),
     "a bulge next to nothing": (
         drawing(entity("LWPOLYLINE", "AcDbPolyline", 90, 3, 70, 0, 10, 0, 20, 0, 10, 10, 20, 5, 42,

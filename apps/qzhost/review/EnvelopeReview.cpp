@@ -104,7 +104,7 @@ void ReviewSteps(AcDbDatabase& drawing, DrawingCopy& copy, const ToolPick& pick,
     try {
         product::ToolRunner runner(copy.Database(), false);
         runner.Compute(request, run);
-        const product::ToolReview findings = runner.Review(request, run, {});
+        const product::ToolReview findings = runner.Review(request, run, {}, {});
         AddFindings(findings.findings, review);
         AddLeftOut(run.trace, drawing, review);
         for (const product::Finding& finding : findings.findings)
