@@ -8,6 +8,7 @@
 #include "KnifeDiagramFactory.h"
 #include "host/ed/session.h"
 #include "host/base/format.h"
+#include "host/db/build.h"
 #include "support/scratch.h"
 #include "support/scripted_input.h"
 #include "support/test_drawing.h"
@@ -88,6 +89,13 @@ TEST(Module, LivesWithItsDrawings) {
     ASSERT_EQ(AcRx::kRetOK, acrxEntryPoint(AcRx::kInitAppMsg, nullptr));
     EXPECT_EQ((Names{"one", "two"}), TasksOf(one));
     EXPECT_EQ(Names{"other"}, TasksOf(two));
+    // Reading a list changes nothing, and takes no lock that somebody else could hold.
+    EXPECT_FALSE(host::IsModified(*one->database()) || host::IsModified(*two->database()));
+    ASSERT_EQ(Acad::eOk, acDocManager->lockDocument(two, AcAp::kXWrite));
+    CKnifeDiagramFactory::GetInstance().GetTaskList(two->database()).load(two->database());
+    EXPECT_EQ(Names{"other"}, TasksOf(two));
+    EXPECT_FALSE(host::IsModified(*two->database()));
+    ASSERT_EQ(Acad::eOk, acDocManager->unlockDocument(two));
     for (const AcRx::AppMsgCode message : {AcRx::kLoadDwgMsg, AcRx::kSaveMsg, AcRx::kUnloadAppMsg})
         EXPECT_EQ(AcRx::kRetOK, acrxEntryPoint(message, nullptr));
     // Loaded again after the unload, nothing is there twice, and nothing is said of it.
