@@ -6,7 +6,7 @@ _qzenvelope() {
     previous=${COMP_WORDS[COMP_CWORD - 1]}
     command=
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        case $word in compute | batch | info | copy | report) command=$word && break ;; esac
+        case $word in compute | batch | info | copy) command=$word && break ;; esac
     done
     COMPREPLY=()
     case $previous in
@@ -18,10 +18,9 @@ _qzenvelope() {
     --direction) mapfile -t COMPREPLY < <(compgen -W 'left right z+ z- x+ x-' -- "$current") && return ;;
     --name) mapfile -t COMPREPLY < <(compgen -W 'frames file' -- "$current") && return ;;
     --units) mapfile -t COMPREPLY < <(compgen -W 'mm cm m inch ft' -- "$current") && return ;;
-    --lang) mapfile -t COMPREPLY < <(compgen -W 'en zh' -- "$current") && return ;;
     esac
     if [ -z "$command" ]; then
-        mapfile -t COMPREPLY < <(compgen -W 'compute batch info copy report --help --version' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W 'compute batch info copy --help --version' -- "$current")
         return
     fi
     if [[ $current == -* ]]; then
