@@ -10,7 +10,7 @@ constexpr int kLayout = 2;  // of the panels; another number forgets where they 
 
 QPalette DarkPalette() {
     const QColor window(0x2B, 0x30, 0x38), base(0x1F, 0x24, 0x2B), ink(0xE4, 0xE7, 0xEB);
-    QPalette palette(ink, window);
+    QPalette palette(QColor(0x3A, 0x41, 0x4B), window);  // of buttons and headings, and behind all
     palette.setColor(QPalette::Base, base);
     palette.setColor(QPalette::AlternateBase, window);
     palette.setColor(QPalette::Text, ink);
