@@ -41,19 +41,14 @@ struct Access {
     HOST_FIELD(DirtyBits, AcDbObject, m_dirty)  // aspects that were changed since it was read
     HOST_FIELD(OpenFlags, AcDbObject, m_openFlags)  // see OpenFlag
     HOST_FIELD(Extras, AcDbObject, m_extras)        // null until something needs them
+    // The protected members that the database calls at the right moments.
     static void OwnedIds(const AcDbObject& object, AcDbObjectIdArray& ids) { object.ownedIds(ids); }
     static void SettleOwned(AcDbObject& object) { object.settleOwned(); }
     static void TranslateIds(AcDbObject& object, const AcDbIdMapping& map) {
         object.translateIds(map);
     }
-    static Acad::ErrorStatus SubErase(AcDbObject& object, bool erasing) {
-        return object.subErase(erasing);
-    }
     static Acad::ErrorStatus BeginWrite(AcDbObject& object, Adesk::UInt16 mask) {
         return object.beginWrite(mask);
-    }
-    static Acad::ErrorStatus SubTransformBy(AcDbEntity& entity, const AcGeMatrix3d& matrix) {
-        return entity.subTransformBy(matrix);
     }
     static AcRxClass* RecordClass(const AcDbSymbolTable& table) { return table.recordClass(); }
     static DatabaseImp& Imp(const AcDbDatabase& db) { return *db.m_imp; }  // what dbmain.h hides
@@ -169,8 +164,9 @@ struct Access {
     HOST_FIELD(StoredHeight, AcDbMText, m_storedHeight)  // group 43
     HOST_FIELD(Contents, AcDbMText, m_contents)          // groups 3 and 1
     HOST_FIELD(Style, AcDbMText, m_style)
-    HOST_FIELD(Attachment, AcDbMText, m_attachment)                               // group 71
-    static AcGePoint3d* Corners(FourCorners& object) { return object.m_points; }  // groups 10 to 13
+    HOST_FIELD(Attachment, AcDbMText, m_attachment)  // group 71
+    // Groups 10 to 13.
+    static AcGePoint3d* Corners(FourCorners& object) { return object.m_points; }
     static const AcGePoint3d* Corners(const FourCorners& object) { return object.m_points; }
     HOST_FIELD(Normal, FourCorners, m_normal)
     HOST_FIELD(Thickness, FourCorners, m_thickness)
@@ -236,7 +232,8 @@ struct Access {
     static constexpr int kDimSlots = AcDbDimension::kNumSlots;
 
     // Hatch, pictures, modelled and unknown entities
-    static HatchData& Hatch(AcDbHatch& object) { return *object.m_data; }  // see hatch_data.h
+    // See hatch_data.h.
+    static HatchData& Hatch(AcDbHatch& object) { return *object.m_data; }
     static const HatchData& Hatch(const AcDbHatch& object) { return *object.m_data; }
     HOST_FIELD(Origin, AcDbRasterImage, m_origin)  // group 10
     HOST_FIELD(UVector, AcDbRasterImage, m_u)      // group 11, of one pixel

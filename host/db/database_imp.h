@@ -20,6 +20,7 @@ public:
     StubArena(const StubArena&) = delete;
     StubArena& operator=(const StubArena&) = delete;
 
+    // A stub that nothing refers to yet; stays where it is for the life of the process.
     Stub* New();
 
     template <class Visit>
@@ -62,6 +63,7 @@ private:
 // open at a time, so the newest few are kept in a list; the rest goes to a hash.
 class SnapshotStore {
 public:
+    // The first state of an open counts: a second Put changes nothing.
     void Put(Stub& stub, std::unique_ptr<AcDbObject> before);
     // Takes the state out; null when there is none.
     std::unique_ptr<AcDbObject> Take(Stub& stub);
@@ -92,6 +94,7 @@ struct DatabaseImp {
     std::vector<Stub*> erased;  // since the last purge; may hold stubs un-erased meanwhile
     SnapshotStore snapshots;
 
+    // with the next handle, not resident yet
     Stub* NewStub(AcRxClass* cls, Stub* owner, Adesk::UInt16 flags);
     Adesk::UInt64 TakeHandle();  // the next free one
     Acad::ErrorStatus MayWrite() const {

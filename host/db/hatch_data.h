@@ -45,6 +45,7 @@ struct HatchLoop {
     bool hasBulges = false;
     std::vector<HatchVertex> vertices;
     std::vector<HatchEdge> edges;
+    // group 330
     std::vector<AcDbObjectId> sources;  // boundary objects
     bool IsPolyline() const { return (flags & 2) != 0; }
 };

@@ -33,6 +33,7 @@ private:
     std::vector<AcGePoint2d> m_boundary;  // two corners of a rectangle, or a polygon; empty: all
 };
 
+// A frame that hides what lies behind it. Drawn as a frame.
 class AcDbWipeout : public AcDbRasterImage {
 public:
     ACRX_DECLARE_MEMBERS(AcDbWipeout);

@@ -43,6 +43,7 @@ public:
     bool IsStraight(size_t index) const { return m_segments[index].bulge == 0.0; }
     BulgeArc ArcOf(size_t index) const;  // of a segment that is not straight
 
+    // As AcDbCurve's functions of those names; the outputs change on success only.
     Acad::ErrorStatus PointAt(double param, AcGePoint3d& point) const;
     Acad::ErrorStatus DerivAt(double param, AcGeVector3d& derivative) const;
     Acad::ErrorStatus DistAt(double param, double& dist) const;

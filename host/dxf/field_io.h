@@ -63,17 +63,20 @@ public:
     // Whether the record states the group; always true for writing.
     virtual bool Has(int code) = 0;
 
-    void OptReal(int code, double& value, double absent);  // the same for values with a default
+    // The same for values with a default.
+    void OptReal(int code, double& value, double absent);
     void OptAngle(int code, double& radians, double absent);
     void OptText(int code, std::wstring& value, const std::wstring& absent);
     void OptNamed(int code, Root table, AcDbObjectId& id, AcDbObjectId absent);
     void Vector(int code, AcGeVector3d& vector);  // three groups, not moved by any plane
+    // A whole number of another type; cut to it when read.
     template <class T>
     void IntAs(int code, T& value) {  // A whole number of another type; cut to it when read
         std::int64_t number = static_cast<std::int64_t>(value);
         Int(code, number);
         if (AsReader() != nullptr) value = static_cast<T>(number);
     }
+    // The same with a default.
     template <class T>
     void OptInt(int code, T& value, T absent) {  // the same with a default
         if (AsWriter() == nullptr || value != absent) IntAs(code, value);
@@ -99,6 +102,7 @@ private:
 class FlagSet {
 public:
     FlagSet(FieldIo& io, int code);
+    // Reads the bit into the value, or gathers it for Done().
     void Bit(std::int64_t mask, bool& value);
     // Writes the bits; with absent, not when they are all clear.
     void Done(bool optional = false);

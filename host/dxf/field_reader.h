@@ -17,6 +17,7 @@ struct Lookup {
     const Names& names;
 };
 
+// A group that the record lacks leaves the value as it is: the object's own default.
 class FieldReader : public FieldIo {
 public:
     FieldReader(const Lookup& lookup, std::size_t record);
@@ -26,15 +27,19 @@ public:
     FieldReader& operator=(const FieldReader&) = delete;
     FieldReader* AsReader() override { return this; }
 
+    // From here on groups are looked for behind that mark first.
     void Subclass(const char* name) override;
+    // One value each: the first tag of the code in the scope.
     void Real(int code, double& value) override;
     void Int(int code, std::int64_t& value) override;
     void Text(int code, std::wstring& value) override;
     void Point(int code, AcGePoint3d& point) override;
     void Point(int code, AcGePoint2d& point) override;
+    // to WCS by the normal
     void OcsPoint(int code, AcGePoint3d& point, const AcGeVector3d& normal) override;
     void Normal(AcGeVector3d& normal) override;
     void Angle(int code, double& radians) override;  // from degrees
+    // null for a name that no record has
     void Named(int code, Root table, AcDbObjectId& id) override;
     void Handle(int code, AcDbObjectId& id) override;  // null for one that no object has
     bool Has(int code) override { return Find(code) != nullptr; }
@@ -46,6 +51,7 @@ public:
     const RecordTags& tags() const { return tags_; }  // all of the record's
     const Lookup& lookup() const { return lookup_; }
 
+    // Values of tags from ScopeTags().
     double RealOf(const Tag& tag) const { return lookup_.source.Real(tag); }
     std::int64_t IntOf(const Tag& tag) const { return lookup_.source.Int(tag); }
     std::wstring TextOf(const Tag& tag) const { return lookup_.source.Text(tag); }
@@ -59,9 +65,11 @@ private:
     bool InScope(const PlacedTag& placed) const;
 
     const Lookup& lookup_;
+    // cut here
     RecordTags own_;  // unless they were given
     const RecordTags& tags_;
     bool marks_;
+    // index of the current subclass mark
     int scope_ = -1;  // -1: the whole body
     // Subclasses entered so far; no class has more.
     std::array<std::string_view, 12> entered_;

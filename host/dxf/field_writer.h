@@ -21,6 +21,7 @@ public:
         // Names as they stood in the file, to compare with what stands there; null: the current
         // ones.
         const Names* originalNames = nullptr;
+        // null: every line type is stated
         AcDbObjectId byLayer;     // the linetype that entities need not state
         bool paperSpace = false;  // the entity lies on a sheet
         bool whole = false;       // nothing of the object stands in a file yet
@@ -35,14 +36,17 @@ public:
     FieldWriter* AsWriter() override { return this; }  // this one
 
     void Subclass(const char* name) override;  // writes the mark, where there are marks
+    // One tag each, in the order in which the codec names them.
     void Real(int code, double& value) override { out_.PutReal(code, value); }
     void Int(int code, std::int64_t& value) override { out_.PutInt(code, value); }
     void Text(int code, std::wstring& value) override { PutText(code, value); }
     void Point(int code, AcGePoint3d& point) override { PutPoint(code, point); }
     void Point(int code, AcGePoint2d& point) override { PutPoint(code, point); }
+    // from WCS by the normal
     void OcsPoint(int code, AcGePoint3d& point, const AcGeVector3d& normal) override;
     void Normal(AcGeVector3d& normal) override;  // left out when it is +z
     void Angle(int code, double& radians) override { PutAngle(code, radians); }
+    // the record's name, original or present
     void Named(int code, Root table, AcDbObjectId& id) override;
     void Handle(int code, AcDbObjectId& id) override { PutId(code, id); }
     bool Has(int) override { return true; }
@@ -74,8 +78,8 @@ public:
     const std::vector<Stub*>& references() const { return references_; }
 
 private:
-    TagBuffer& out_;                 // receives everything
-    Options options_;                // of this record
+    TagBuffer& out_;  // receives everything
+    Options options_;
     std::vector<Stub*> references_;  // in the order in which they came up
 };
 

@@ -28,6 +28,7 @@ constexpr std::size_t kNoIndex = static_cast<std::size_t>(-1);
 
 class LoadedDrawing : public DrawingSource {  // the source of the database's objects
 public:
+    // Takes the scanned file; objects are made when they are asked for.
     LoadedDrawing(const AcDbDatabase& db, std::unique_ptr<Source> source)
         : source_(std::move(source)),
           lookup_{db, *source_, names},

@@ -16,6 +16,7 @@ namespace host::dxf {
 
 class NewObjects {  // one for each writing
 public:
+    // drawing is null for a database that was never read. Nothing is written yet.
     NewObjects(const AcDbDatabase& db, const LoadedDrawing* drawing, const WriteStyle& style,
                Report& report);
 
@@ -36,6 +37,7 @@ public:
     // The file has no handles, but what is stored now may refer to objects by them: every entity is
     // to get its own.
     bool TurnsHandlesOn() const { return turnsHandlesOn_; }
+    // for marks that are no objects; 0 without handles
     std::uint64_t TakeHandle() { return handles_ ? nextHandle_++ : 0; }
     std::uint64_t nextHandle() const { return nextHandle_; }
     // Handle of the first object that holds a number that is none, as text; empty when all is well.
@@ -55,6 +57,7 @@ public:
 private:
     bool IsUnwritable(const Stub& stub) const;  // of a class that files cannot hold
     bool IsImplied(const Stub& stub) const;     // stands in its owner's record already
+    // layers, line types, styles that it uses
     void RequireNamed(const std::vector<Stub*>& references);
     bool OnSheet(const Stub& stub) const;  // lies in a paper space
     const Stub* ModelSpace() const;
@@ -65,7 +68,9 @@ private:
     void WriteStub(const Stub& stub);       // what stands for it, by its kind
     void WriteRecord(const Stub& stub);
     void WriteEntity(const Stub& stub, std::string& out);
+    // as what older versions have instead
     void WriteOlder(const Stub& stub, const AcDbEntity& entity, std::string& out);
+    // one such piece
     void WriteForm(const AcDbEntity& form, RecordHead head, const Stub& original, std::string& out);
     void RequireTable(Root table);  // the table that a record needs
     std::string WholeRecord(const Stub& stub, const std::string& name);

@@ -12,6 +12,7 @@ namespace host::dxf {
 
 // What stands at the beginning of a record, and how the record is written.
 struct RecordHead {
+    // as files call the class
     std::string name;          // group 0
     std::uint64_t handle = 0;  // 0: not written
     std::uint64_t owner = 0;   // 0: not written

@@ -26,6 +26,7 @@ public:
     bool IsHugeArray(std::size_t record) const;
 
 private:
+    // one number of a record, without making an object
     std::int64_t Peek(std::size_t record, int code, std::int64_t absent) const;
     AcRxClass* PolylineClass(std::size_t record) const;   // 2D, 3D, or a mesh, by group 70
     AcRxClass* VertexClass() const;                       // as the polyline before it

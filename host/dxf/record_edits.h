@@ -10,9 +10,11 @@
 
 namespace host::dxf {
 
+// Places are those of the unchanged file; none of the changes may overlap another.
 class RecordEdits {
 public:
-    void Clear() {  // forgets all changes; the memory is used again
+    // Forgets all changes; the memory is used again.
+    void Clear() {
         edits_.clear();
         texts_.clear();
     }
@@ -24,11 +26,13 @@ public:
         append(texts_);  // at its end
         edits_.push_back({begin, end, text, texts_.size()});
     }
+    // Adds bytes without taking any away.
     template <class Append>
     void Insert(std::size_t at, Append append) {  // adds bytes without taking any away
         Replace(at, at, append);
     }
-    void Remove(std::size_t begin, std::size_t end) {  // takes bytes away
+    // Takes bytes away.
+    void Remove(std::size_t begin, std::size_t end) {
         Replace(begin, end, [](std::string&) {});
     }
 

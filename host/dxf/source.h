@@ -111,6 +111,7 @@ public:
     }
     const std::string& Type(std::size_t record) const { return types[records[record].type]; }
     bool Is(std::size_t record, TypeNumber type) const { return records[record].type == type; }
+    // Undecoded bytes of the groups that the scan noted; empty when there was none.
     std::string_view Name(std::size_t record) const;
     std::string_view Layer(std::size_t record) const;
     std::string_view Linetype(std::size_t record) const;

@@ -36,16 +36,20 @@ struct OutTag {
 
 class TagBuffer {
 public:
+    // empty, in the file's way of writing
     explicit TagBuffer(const WriteStyle& style) : style_(style) { Clear(); }
     // As new; the memory is used again.
     void Clear();
 
     // The raw value as it stands in a file: a string already encoded.
+    // Each appends one tag in the present scope and list.
     void PutText(int code, std::string_view text);
     void PutReal(int code, double value);             // a number that is none is noted
     void PutInt(int code, std::int64_t value);        // of the size that the code has
     void PutHandle(int code, std::uint64_t handle);   // hexadecimal capitals
     void PutChunk(int code, std::string_view bytes);  // hexadecimal pairs in text files
+    // A group of bits of which the class knows those of the mask; the others stay as they are in a
+    // changed record.
     void PutFlags(int code, std::int64_t mask, std::int64_t value);
 
     // Following tags stand in this place.
@@ -74,6 +78,7 @@ public:
     std::size_t ListCount() const { return listCount_; }
 
     const std::vector<OutTag>& tags() const { return tags_; }
+    // subclasses entered so far, the head included
     std::size_t ScopeCount() const { return scopeCount_; }
     std::string_view ScopeName(std::size_t scope) const { return scopes_[scope]; }
     std::string_view ScopeName(const OutTag& tag) const { return scopes_[tag.scope]; }

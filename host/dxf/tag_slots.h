@@ -27,6 +27,7 @@ inline bool IsBlock(Area area) { return area == Area::kGroup || area == Area::kX
 // Reused from record to record. All three sides are walked once, in step; O(tags).
 class TagSlots {
 public:
+    // Forgets the record before; the arguments must outlive the slots' use.
     void Fill(const RecordTags& file, const TagBuffer& before, const TagBuffer& after);
 
     std::vector<TagSlot> slots;         // in the order of the file, new ones behind
@@ -47,6 +48,7 @@ private:
         std::int32_t first = kNoTag, last = kNoTag, before = kNoTag, after = kNoTag;
     };
 
+    // numbers one side's subclasses
     template <class NameOf>
     void Unify(std::size_t count, NameOf nameOf, std::vector<std::uint16_t>& numbers);
     Chain& ChainOf(std::uint16_t place, int code);  // of a code in a subclass; made when it is new
@@ -57,8 +59,8 @@ private:
     std::vector<Place> places_;
     std::vector<std::uint16_t> numbers_;
     std::vector<Chain> table_;  // a hash of keys
-    std::uint32_t stamp_ = 0;   // of the present record
-    std::size_t used_ = 0;      // chains of it
+    std::uint32_t stamp_ = 0;
+    std::size_t used_ = 0;
 };
 
 }  // namespace host::dxf

@@ -17,21 +17,27 @@ public:
     TextTokens(std::string_view bytes, std::size_t begin, std::size_t stop)
         : base_(bytes.data()), p_(base_ + begin), stop_(base_ + stop) {}
 
+    // in the file, behind the last tag
     std::size_t position() const { return static_cast<std::size_t>(p_ - base_); }
+    // what is wrong at position(); null without a fault
     const char* fault() const { return fault_; }
 
+    // Cuts the next tag. Its value points into the file's bytes; nothing is copied or decoded.
     Step Next(Tag& tag) {
         const char* start = p_;
         const char* p = p_;
+        // the code, right-aligned in most files
         while (p != stop_ && (*p == ' ' || *p == '\t')) ++p;
         if (p == stop_) return Step::kEnd;
         bool negative = *p == '-';  // codes of extended entity data in memory
         if (negative) ++p;
         int code = 0;
         const char* digits = p;
+        // six digits are more than any code has
         while (p != stop_ && *p >= '0' && *p <= '9' && p - digits < 6)
-            code = code * 10 + (*p++ - '0');    // six digits are more than any code has
-        if (p == digits) return NoCode(start);  // no digit: the end of the file, or no DXF
+            code = code * 10 + (*p++ - '0');
+        // No digit: the end of the file, or no DXF.
+        if (p == digits) return NoCode(start);
         while (p != stop_ && (*p == ' ' || *p == '\t' || (Eol == '\n' && *p == '\r'))) ++p;
         if (p == stop_) return Fault("the file ends after a group code, its value is missing");
         if (*p != Eol) return NoCode(start);
@@ -39,7 +45,8 @@ public:
         if (tag.code < kLowestCode || tag.code > kHighestCode) return NoCode(start);
         ++p;
         if (p == stop_) return Fault("the file ends after a group code, its value is missing");
-        const char* end =  // the value runs to the end of its line
+        // The value runs to the end of its line.
+        const char* end =
             static_cast<const char*>(std::memchr(p, Eol, static_cast<std::size_t>(stop_ - p)));
         const char* next = end != nullptr ? end + 1 : stop_;
         if (end == nullptr) end = stop_;  // the last line of a file may lack its end
@@ -80,14 +87,16 @@ public:
     std::size_t position() const { return position_; }  // in the file, behind the last tag
     const char* fault() const { return fault_; }
 
-    Step Next(Tag& tag) {  // as of text files
+    // As of text files.
+    Step Next(Tag& tag) {
         if (position_ == stop_) return Step::kEnd;
         std::size_t at = position_;
         if (!ReadCode(at, tag.code)) return Fault("the file ends within a group code");
         if (tag.code < 0) return Fault("the group code is not known");
         std::size_t length = 0, skip = 0;  // of the value, and of its end mark
         switch (KindOf(tag.code)) {
-            case ValueKind::kText:  // A string up to its zero
+            // A string up to its zero.
+            case ValueKind::kText:
             case ValueKind::kHandle: {
                 const std::size_t zero = bytes_.find('\0', at);
                 if (zero == std::string_view::npos || zero >= stop_)
@@ -96,7 +105,8 @@ public:
                 skip = 1;
                 break;
             }
-            case ValueKind::kReal:  // numbers as the processor of a PC holds them, lowest byte
+            // Numbers as the processor of a PC holds them, lowest byte first.
+            case ValueKind::kReal:
             case ValueKind::kInt64:
                 length = 8;
                 break;
@@ -109,7 +119,8 @@ public:
             case ValueKind::kBool:
                 length = 1;
                 break;
-            case ValueKind::kChunk:  // A length in one byte, then so many
+            // A length in one byte, then so many.
+            case ValueKind::kChunk:
                 if (at == stop_) return Fault("the file ends within a value");
                 length = static_cast<unsigned char>(bytes_[at]);
                 ++at;
@@ -126,6 +137,7 @@ public:
     }
 
 private:
+    // One byte, or two behind 255; in the wide form always two.
     bool ReadCode(std::size_t& at, int& code) const {
         const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(bytes_[i]); };
         if (!Wide && byte(at) != 255) {

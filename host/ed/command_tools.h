@@ -30,6 +30,7 @@ Acad::ErrorStatus AddCopy(AcDbDatabase& database, std::unique_ptr<AcDbEntity> en
 class DragOutline {
 public:
     explicit DragOutline(const SelectionSet& entities);  // O(curves of the entities), once
+    // for drawing while the pointer moves
     std::vector<Piece> After(const AcGeMatrix3d& matrix) const;
 
 private:
@@ -42,12 +43,19 @@ CommandEnd TransformAll(const SelectionSet& entities, const AcGeMatrix3d& matrix
 void Say(const std::wstring& line);  // a line to the command line's history
 
 // The commands, by file.
-CommandEnd DrawLine(AcApDocument* document);      // LINE: segments until Enter, Close or Undo
-CommandEnd DrawPolyline(AcApDocument* document);  // PLINE: one polyline of lines and arcs
-CommandEnd DrawArc(AcApDocument* document);       // ARC: through three points
-CommandEnd MoveEntities(AcApDocument* document);  // MOVE: from one point to another
+// LINE: segments until Enter, Close or Undo.
+CommandEnd DrawLine(AcApDocument* document);
+// PLINE: one polyline of lines and arcs.
+CommandEnd DrawPolyline(AcApDocument* document);
+// ARC: through three points.
+CommandEnd DrawArc(AcApDocument* document);
+// MOVE: from one point to another.
+CommandEnd MoveEntities(AcApDocument* document);
+// ROTATE: about a point, by an angle or a second point.
 CommandEnd RotateEntities(AcApDocument* document);
+// SCALE: from a point, by a factor or two lengths.
 CommandEnd ScaleEntities(AcApDocument* document);
+// MIRROR: at a line, with or without what it was.
 CommandEnd MirrorEntities(AcApDocument* document);
 CommandEnd Zoom(AcApDocument* document);        // ZOOM: all, extents, window, previous, or a factor
 CommandEnd Pan(AcApDocument* document);         // PAN: moves the view

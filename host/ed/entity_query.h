@@ -24,6 +24,7 @@ struct QueryRules {
     bool skipInvisible = false;  // by its own switch
     bool allSpaces = false;      // every layout, not only the current space
 
+    // What the screen shows; what the selection by "A" takes; what "X" takes.
     static QueryRules Displayed() { return {true, false, true, true, false}; }
     static QueryRules ModeAll() { return {true, true, false, false, false}; }
     static QueryRules WholeDrawing() { return {false, false, false, false, true}; }
@@ -32,6 +33,7 @@ struct QueryRules {
 // Entities in the order of the drawing. O(entities).
 std::vector<AcDbObjectId> QueryEntities(AcDbDatabase& database, const QueryRules& rules);
 
+// Whether one entity passes; false when it cannot be opened.
 bool MeetsRules(AcDbObjectId id, const QueryRules& rules);
 
 // The newest displayed entity, or none.

@@ -18,6 +18,7 @@ public:
         m_reactors.erase(std::remove(m_reactors.begin(), m_reactors.end(), reactor),
                          m_reactors.end());
     }
+    // Calls call(reactor) for each that is there now and still is when its turn comes.
     template <class Call>
     void Notify(Call call) {
         const std::vector<Reactor*> present = m_reactors;

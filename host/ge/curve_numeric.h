@@ -23,6 +23,7 @@ double NearestParam(const CurveEval& curve, const AcGeDoubleArray& breaks, int s
                     const AcGePoint3d& p);
 
 // Appends what lies behind from up to to, halving until the chord is within eps of the curve.
+// sixteen halvings at most
 void AppendByChord(const CurveEval& curve, double from, double to, double eps,
                    AcGePoint3dArray& pts, AcGeDoubleArray& params);  // sixteen halvings at most
 

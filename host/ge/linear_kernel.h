@@ -49,6 +49,7 @@ bool CrossingInSpace(const Straight& a, const Straight& b, const AcGeTol& tol, d
 // without length crosses nothing. The dear test for parallels comes last: most pairs miss one
 // another.
 inline bool Crossing(const Straight& a, const Straight& b, const AcGeTol& tol, double& t) {
+    // The determinant of both directions seen from above.
     const double c = a.dir.x * b.dir.y - a.dir.y * b.dir.x;
     if (c == 0.0) return CrossingInSpace(a, b, tol, t);
     const AcGeVector3d w = b.start - a.start;

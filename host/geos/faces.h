@@ -9,7 +9,8 @@ namespace host {
 
 // A closed walk along pieces, each in its direction or against it. Counter-clockwise.
 struct FaceLoop {
-    struct Step {  // one piece of the walk
+    // One piece of the walk.
+    struct Step {
         size_t piece;
         bool isForward;  // as the curve runs
     };

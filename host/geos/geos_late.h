@@ -11,6 +11,7 @@
 namespace host {
 
 // Why GEOS cannot be used; empty when it can. Loads it.
-const std::string& GeosFault();  // ends with the system's own message; the same text at every call
+// Ends with the system's own message; the same text at every call.
+const std::string& GeosFault();
 
 }  // namespace host

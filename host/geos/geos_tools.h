@@ -28,7 +28,8 @@ public:
     // For calls of GEOS itself; valid as long as the context.
     GEOSContextHandle_t Handle() const { return m_handle; }
 
-    struct Destroy {  // frees a geometry in the context that made it
+    // Frees a geometry in the context that made it.
+    struct Destroy {
         GEOSContextHandle_t handle;
         void operator()(GEOSGeometry* geometry) const { GEOSGeom_destroy_r(handle, geometry); }
     };

@@ -14,6 +14,7 @@ public:
     // object.
     void AttachInstance(HINSTANCE hInstance) { m_hInstance = hInstance; }
     void DetachInstance() { m_hInstance = nullptr; }
+    // The module that dialogs and texts of this one are looked up in.
     HINSTANCE ModuleResourceInstance() const;
 
 private:
@@ -27,8 +28,10 @@ HOST_MODULE_LOCAL CAcExtensionModule& ExtensionModule();
 HINSTANCE SwitchResources(HINSTANCE to);
 }  // namespace host
 
+// In a header of the module: tells its other sources of the object.
 #define AC_DECLARE_EXTENSION_MODULE(extModuleIdentifier) \
     extern CAcExtensionModule extModuleIdentifier
+// In one source of the module: makes the object, and tells the host which one is this module's.
 #define AC_IMPLEMENT_EXTENSION_MODULE(extModuleIdentifier)                      \
     CAcExtensionModule extModuleIdentifier;                                     \
     CAcExtensionModule& host::ExtensionModule() { return extModuleIdentifier; } \

@@ -1,4 +1,5 @@
 #pragma once
 
-#include "acadstrc.h"  // the C-style interface under its older name
+// The C-style interface under its older name.
+#include "acadstrc.h"
 #include "adesk.h"

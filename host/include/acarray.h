@@ -24,9 +24,11 @@ class AcArrayObjectReallocator {};  // named only: one policy for all
 template <class T, class R = AcArrayObjectReallocator<T>>
 class AcArray {  // of values that can be copied
 public:
+    // physicalLength elements are made room for, none is there. growLength: see above.
     explicit AcArray(int physicalLength = 0, int growLength = 8) : m_grow(growLength) {
         setPhysicalLength(physicalLength);
     }
+    // Copies every element, O(n). A moved-from array is empty and can go on being used.
     AcArray(const AcArray& other) : m_grow(other.m_grow) { append(other); }
     AcArray(AcArray&& other) noexcept { swapWith(other); }  // takes the storage over
     ~AcArray() { release(); }                               // ends every element
@@ -61,6 +63,7 @@ public:
     int growLength() const { return m_grow; }
     bool isEmpty() const { return m_length == 0; }  // no elements
 
+    // The element; valid until the array grows, shrinks or is assigned.
     T& operator[](int i) { return m_data[i]; }
     const T& operator[](int i) const { return m_data[i]; }
     T& at(int i) { return m_data[i]; }
@@ -69,6 +72,7 @@ public:
         m_data[i] = value;
         return *this;
     }
+    // Every element becomes a copy of the value, also when that is one of them.
     AcArray& setAll(const T& value) {
         std::fill(begin(), end(), T(value));
         return *this;
@@ -111,6 +115,7 @@ public:
         return true;
     }
 
+    // by ==, O(n)
     bool contains(const T& value, int start = 0) const { return findFrom(value, start) >= 0; }
     // foundAt keeps its value when nothing is found.
     bool find(const T& value, int& foundAt, int start = 0) const {
@@ -144,6 +149,7 @@ public:
         return *this;
     }
 
+    // the elements side by side; null when there never was one
     const T* asArrayPtr() const { return m_data; }
     T* asArrayPtr() { return m_data; }
     T* begin() { return m_data; }  // for range loops, which the SDK's class has too
@@ -152,6 +158,7 @@ public:
     const T* end() const { return m_data + m_length; }
 
 private:
+    // Constructs in place, or in new storage when the old is full.
     template <class V>
     int emplaceLast(V&& value) {  // constructs in place, or in new storage when the old is full
         if (m_length < m_capacity) {
@@ -218,8 +225,9 @@ AcArray<T, R>& AcArray<T, R>::setLogicalLength(int length) {
 template <class T, class R>
 AcArray<T, R>& AcArray<T, R>::setPhysicalLength(int length) {
     if (length == m_capacity) return *this;
-    T* data = nullptr;  // stays null for length 0
-    int kept = 0;       // what fits moves over, the rest ends
+    T* data = nullptr;
+    // What fits moves over, the rest ends.
+    int kept = 0;
     if (length > 0) {
         kept = (std::min)(m_length, length);
         data = std::allocator<T>().allocate(static_cast<std::size_t>(length));

@@ -5,12 +5,15 @@
 #include "adesk.h"
 
 namespace AcDb {
+// kForRead allows 256 readers at a time; kForWrite one writer alone; kForNotify is for reactors.
 enum OpenMode { kForRead = 0, kForWrite = 1, kForNotify = 2 };
 
+// The entity's own switch, group 60; layers hide besides.
 enum Visibility { kVisible = 0, kInvisible = 1 };
 
 // Hundredths of a millimetre, or one of the three negative states.
-enum LineWeight {  // Of group 370. Kept and written back; the desktop draws hairlines.
+// Of group 370. Kept and written back; the desktop draws hairlines.
+enum LineWeight {
     kLnWt000 = 0,
     kLnWt005 = 5,
     kLnWt009 = 9,
@@ -62,6 +65,7 @@ enum Poly2dType {
     k2dQuadSplinePoly = 2,  // chords along a quadratic spline
     k2dCubicSplinePoly = 3  // along a cubic one
 };
+// The same in space.
 enum Poly3dType { k3dSimplePoly = 0, k3dQuadSplinePoly = 1, k3dCubicSplinePoly = 2 };
 enum Vertex2dType {
     k2dVertex = 0,           // a vertex as drawn
@@ -69,6 +73,7 @@ enum Vertex2dType {
     k2dSplineFitVertex = 2,  // made by the spline; drawn
     k2dCurveFitVertex = 3    // made by the curve fit; drawn
 };
+// The same in space.
 enum Vertex3dType { k3dSimpleVertex = 0, k3dControlVertex = 1, k3dFitVertex = 2 };
 
 // Group 72 and 73 of TEXT.
@@ -80,10 +85,14 @@ enum TextHorzMode {
     kTextMid = 4,    // middle of the text's box
     kTextFit = 5     // stretched, the height stays
 };
+// What of a line lies on the point: its base line, the lowest letter, the middle, or the top.
 enum TextVertMode { kTextBase = 0, kTextBottom = 1, kTextVertMid = 2, kTextTop = 3 };
 
+// Whose curves go on beyond their ends. No call of this host carries one out.
 enum Intersect { kOnBothOperands = 0, kExtendThis = 1, kExtendArg = 2, kExtendBoth = 3 };
 
+// What becomes of names that the target has already. Kept with dictionaries and records as files
+// state it; cloning stays within one drawing, where no name meets itself.
 enum DuplicateRecordCloning {
     kDrcNotApplicable = 0,
     kDrcIgnore = 1,
@@ -93,7 +102,8 @@ enum DuplicateRecordCloning {
     kDrcUnmangleName = 5
 };
 
-enum DeepCloneType {  // Why objects are cloned. Only kDcObjects happens here.
+// Why objects are cloned. Only kDcObjects happens here.
+enum DeepCloneType {
     kDcCopy = 0,
     kDcExplode = 1,
     kDcBlock = 2,
@@ -105,6 +115,8 @@ enum DeepCloneType {  // Why objects are cloned. Only kDcObjects happens here.
 };
 
 // Where a new object's drawing units come from ($INSUNITS).
+// The numbers of the DXF reference; those of other units (miles, light years ...) pass through as
+// numbers.
 enum UnitsValue {
     kUnitsUndefined = 0,
     kUnitsInches = 1,

@@ -29,7 +29,8 @@ enum DocLockMode {
 class AcApDocument : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcApDocument);
-    AcApDocument();  // made and deleted by the manager alone
+    // Made and deleted by the manager alone.
+    AcApDocument();
     ~AcApDocument() override;
 
     AcDbDatabase* database() const;  // lives as long as the document
@@ -64,22 +65,28 @@ class AcApDocManagerReactor : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcApDocManagerReactor);
 
+    // Before a document's database is read, and when that is done or failed.
     virtual void documentCreateStarted(AcApDocument*) {}
     virtual void documentCreated(AcApDocument*) {}
+    // The document is still whole; afterwards only its file's name is left.
     virtual void documentToBeDestroyed(AcApDocument*) {}
     virtual void documentDestroyed(const ACHAR*) {}
     virtual void documentCreateCanceled(AcApDocument*) {}
+    // With the present mode, the coming one, the strongest afterwards and the command's name.
     virtual void documentLockModeWillChange(AcApDocument*, AcAp::DocLockMode, AcAp::DocLockMode,
                                             AcAp::DocLockMode, const ACHAR*) {}
     virtual void documentLockModeChangeVetoed(AcApDocument*, const ACHAR*) {}
     virtual void documentLockModeChanged(AcApDocument*, AcAp::DocLockMode, AcAp::DocLockMode,
                                          AcAp::DocLockMode, const ACHAR*) {}
-    virtual void documentBecameCurrent(AcApDocument*) {}  // null when the last document has closed
+    // Null when the last document has closed.
+    virtual void documentBecameCurrent(AcApDocument*) {}
+    // Around a change of the document that the user works in; "Modified" is never called here.
     virtual void documentToBeActivated(AcApDocument*) {}
     virtual void documentToBeDeactivated(AcApDocument*) {}
     virtual void documentActivationModified(bool) {}
     virtual void documentActivated(AcApDocument*) {}
-    virtual void documentTitleUpdated(AcApDocument*) {}  // after a save under another name
+    // After a save under another name.
+    virtual void documentTitleUpdated(AcApDocument*) {}
 };
 
 // The documents of the session. Code runs in the context of a document (registered commands) or of
@@ -89,13 +96,17 @@ public:
     ACRX_DECLARE_MEMBERS(AcApDocManager);
 
     // Null without a document.
+    // Where code runs: of a command its own document, else the active one.
     AcApDocument* curDocument() const;
-    AcApDocument* mdiActiveDocument() const;  // that the user works in
+    // That the user works in.
+    AcApDocument* mdiActiveDocument() const;
     // Null for a side database.
     AcApDocument* document(const AcDbDatabase* database) const;
     // The caller deletes it.
     AcApDocumentIterator* newAcApDocumentIterator();
     int documentCount() const;  // open ones
+    // True in window messages and timers, where a change wants a lock; false in a command's
+    // function.
     bool isApplicationContext() const;
 
     // Pointer kept, not owned; called in the order of addition.
@@ -110,8 +121,11 @@ public:
     // Takes back the caller's newest lock; eInvalidInput, eNotApplicable when there is none.
     Acad::ErrorStatus unlockDocument(AcApDocument* document);
 
+    // Makes the document the current one, and locks it unless the mode says no; eInvalidInput for
+    // an unknown one, else as lockDocument. activate adds nothing here.
     Acad::ErrorStatus setCurDocument(AcApDocument* document, AcAp::DocLockMode = AcAp::kNone,
                                      bool activate = false);
+    // The same without a lock; eInvalidInput for null.
     Acad::ErrorStatus activateDocument(AcApDocument* document, bool passScript = false);
 
     // Text as typed: a line end is Enter. Only queued here; executed when the document is idle.
@@ -120,14 +134,18 @@ public:
                                           bool echoString = true);
 
     // Application context only, else eInvalidContext. Unlike AutoCAD, files are DXF.
+    // A template is read like a drawing and gives no name; null: an empty drawing.
     Acad::ErrorStatus appContextNewDocument(const ACHAR* templateName);
+    // eFileAccessErr when it cannot be read; why is printed to the command line.
     Acad::ErrorStatus appContextOpenDocument(const ACHAR* fileName);
+    // Never asks: what was not saved is lost. eLockConflict while a command runs there.
     Acad::ErrorStatus appContextCloseDocument(AcApDocument* document);
 
     // Runs the function at once in the application context.
     Acad::ErrorStatus executeInApplicationContext(void (*function)(void*), void* data) const;
 };
 
-AcApDocManager* acDocManagerPtr();  // the only one; never null
+// The only one; never null.
+AcApDocManager* acDocManagerPtr();
 #define acDocManager acDocManagerPtr()
 AcApDocument* curDoc();  // short for acDocManager->curDocument()

@@ -9,6 +9,7 @@
 class AcDbViewTableRecord;
 class AcDbViewport;
 
+// Names in the registry under which the editor and its services stand.
 #define ACED_EDITOR_OBJ ACRX_T("AcEditor")
 #define ACED_SERVICES ACRX_T("AcEdServices")
 #define acedEditor AcEditor::cast(acrxSysRegistry()->at(ACED_EDITOR_OBJ))
@@ -19,13 +20,18 @@ class AcEditorReactor : public AcRxEventReactor {
 public:
     ACRX_DECLARE_MEMBERS(AcEditorReactor);
 
+    // After the command's function was found, before it is called.
     virtual void commandWillStart(const ACHAR*) {}
+    // One of the three follows each start: the function came back, Esc ended it, or it threw.
     virtual void commandEnded(const ACHAR*) {}
     virtual void commandCancelled(const ACHAR*) {}
     virtual void commandFailed(const ACHAR*) {}
+    // The typed name that no command has. A reactor may know it all the same.
     virtual void unknownCommand(const ACHAR*, AcDbVoidPtrArray*) {}
+    // The drawing is about to be closed; the database is still whole.
     virtual void beginClose(AcDbDatabase*) {}
     virtual void beginQuit() {}  // of AutoCAD; never called here
+    // Around the change of a system variable; true when it was changed.
     virtual void sysVarWillChange(const ACHAR*) {}
     virtual void sysVarChanged(const ACHAR*, bool) {}
     virtual void pickfirstModified() {}  // likewise

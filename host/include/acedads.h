@@ -18,11 +18,15 @@
 //         RTCAN for Esc
 int acedSSGet(const ACHAR* mode, const void* pt1, const void* pt2, const resbuf* filter,
               ads_name ss);
+// How many entities the set holds, erased ones included. RTERROR for a set that was freed.
 int acedSSLength(const ads_name ss, Adesk::Int32* length);
+// The entity at a place, counted from 0, as a name for acdbGetObjectId. RTERROR beyond the end.
 int acedSSName(const ads_name ss, int index, ads_name entity);
+// Gives the set's number back; its entities stay. RTERROR for a set that was freed already.
 int acedSSFree(const ads_name ss);
 // Adds or removes one entity; a nil set makes a new one. result receives the set.
 int acedSSAdd(const ads_name entity, const ads_name ss, ads_name result);
+// Takes one entity out; RTERROR when it is not in the set.
 int acedSSDel(const ads_name entity, const ads_name ss);
 // RTNORM when the entity is in the set, else RTERROR.
 int acedSSMemb(const ads_name entity, const ads_name ss);

@@ -1,3 +1,4 @@
 #pragma once
 
-#include "AcString.h"  // the older name of AcString.h
+// The older name of AcString.h.
+#include "AcString.h"

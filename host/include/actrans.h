@@ -14,6 +14,7 @@ public:
     virtual int numActiveTransactions();
 };
 
+// The only one; never null. The interface has it under three names.
 AcTransactionManager* acTransactionManagerPtr();
 #define actrTransactionManager acTransactionManagerPtr()
 #define acTransactionManager acTransactionManagerPtr()

@@ -4,8 +4,8 @@
 #include "adsdef.h"
 #include "adscodes.h"
 
-// A node with the given group code or result type, behind which none comes; null when out of
-// memory. Its value is the caller's to set: builds with assertions fill it with 0xCD.
+// A zeroed node with the given group code or result type; null when out of memory.
+// The value is of the type that the code has; see ads_u_val. Strings come by acutNewString.
 resbuf* acutNewRb(int restype);
 
 // Frees the whole chain, its strings and binary runs included. Null is harmless. RTNORM.

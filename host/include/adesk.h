@@ -4,11 +4,13 @@
 #include "host_wintypes.h"
 #include "tchar.h"
 
+// 16 bits in AutoCAD, the C library's own width here: nothing may depend on either.
 typedef wchar_t ACHAR;
 #define ACRX_T(text) HOST_WIDEN(text)
 
 namespace Adesk {
-typedef std::int8_t Int8;  // numbers of a fixed width
+// Numbers of a fixed width.
+typedef std::int8_t Int8;
 typedef std::int16_t Int16;
 typedef std::int32_t Int32;
 typedef std::int64_t Int64;
@@ -16,7 +18,8 @@ typedef std::uint8_t UInt8;
 typedef std::uint16_t UInt16;
 typedef std::uint32_t UInt32;
 typedef std::uint64_t UInt64;
-typedef std::intptr_t IntPtr;  // numbers that a pointer fits into
+// Numbers that a pointer fits into.
+typedef std::intptr_t IntPtr;
 typedef std::uintptr_t UIntPtr;
 typedef std::intptr_t LongPtr;
 typedef std::uintptr_t ULongPtr;

@@ -3,16 +3,21 @@
 
 #include "adesk.h"
 
-typedef double ads_real;  // coordinates and lengths in drawing units, angles in radians
+// Coordinates and lengths in drawing units, angles in radians.
+typedef double ads_real;
 typedef ads_real ads_point[3];
+// The name of an entity or a selection set, valid for the session.
 typedef Adesk::IntPtr ads_name[2];
 typedef ads_real ads_matrix[4][4];  // rows of an affine map
 
+// Copies one name to another; empties one; asks whether it is empty.
 #define ads_name_set(from, to) (*(to) = *(from), (to)[1] = (from)[1])
 #define ads_name_clear(name) ((name)[0] = (name)[1] = 0)
 #define ads_name_nil(name) ((name)[0] == 0 && (name)[1] == 0)
+// Copies a point to another.
 #define ads_point_set(from, to) (*(to) = *(from), (to)[1] = (from)[1], (to)[2] = (from)[2])
-#ifndef PAUSE  // an argument of a command that the user shall answer
+// An argument of a command that the user shall answer.
+#ifndef PAUSE
 #define PAUSE ACRX_T("\\")
 #endif
 

@@ -1,7 +1,8 @@
 // The C-style interface in one include.
 #pragma once
 
-#include "adsdef.h"  // nothing of its own: what C programs for the older interface included
+// Nothing of its own: what C programs for the older interface included.
+#include "adsdef.h"
 #include "adscodes.h"
 #include "acutads.h"
 #include "acutmem.h"

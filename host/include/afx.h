@@ -4,7 +4,8 @@
 #include "atlstr.h"
 #include "host_wintypes.h"
 
-#ifdef NDEBUG  // Checks of the debug build. VERIFY evaluates its condition in both builds.
+// Checks of the debug build. VERIFY evaluates its condition in both builds.
+#ifdef NDEBUG
 #define ASSERT(condition) ((void)0)
 #define VERIFY(condition) ((void)(condition))
 #else
@@ -12,8 +13,9 @@
 #define ASSERT(condition) assert(condition)
 #define VERIFY(condition) assert(condition)
 #endif
-#define TRACE(...) ((void)0)  // says nothing here; arguments are not evaluated
-#define AFXAPI __stdcall      // the calling convention; means nothing but on 32-bit Windows
+// Says nothing here; arguments are not evaluated.
+#define TRACE(...) ((void)0)
+#define AFXAPI __stdcall  // the calling convention; means nothing but on 32-bit Windows
 
 class CObject;
 
@@ -36,6 +38,7 @@ public:
     CObject& operator=(const CObject&) = delete;
     virtual ~CObject() = default;
 
+    // The class of the object; made by the macros below.
     virtual CRuntimeClass* GetRuntimeClass() const;
     BOOL IsKindOf(const CRuntimeClass* pClass) const;  // of the class or derived from it
 
@@ -45,17 +48,21 @@ protected:
     CObject() = default;
 };
 
+// The description of a class by its name.
 #define RUNTIME_CLASS(class_name) (&class_name::class##class_name)
 
+// In the class: it knows its description.
 #define DECLARE_DYNAMIC(class_name)         \
 public:                                     \
     static CRuntimeClass class##class_name; \
     CRuntimeClass* GetRuntimeClass() const override;
 
+// In the class: it can be made by its description, too.
 #define DECLARE_DYNCREATE(class_name) \
     DECLARE_DYNAMIC(class_name)       \
     static CObject* CreateObject();
 
+// In one source: the description itself. The two macros below are what sources use.
 #define HOST_RUNTIME_CLASS(class_name, base_name, create)                                        \
     CRuntimeClass class_name::class##class_name = {#class_name, int(sizeof(class_name)), create, \
                                                    RUNTIME_CLASS(base_name)};                    \

@@ -3,6 +3,7 @@
 
 #include "afxwin.h"
 
+// A bar that fills. Shows its position as a share of the range; no marquee, no colours.
 class CProgressCtrl : public CWnd {
     DECLARE_DYNAMIC(CProgressCtrl)
 public:
@@ -52,6 +53,7 @@ public:
     BOOL SetItemState(int nItem, UINT nState, UINT nMask);
     UINT GetItemState(int nItem, UINT nMask) const;
     UINT GetSelectedCount() const;  // selected rows
+    // Null when no row is selected; valid until the selection changes.
     POSITION GetFirstSelectedItemPosition() const;
     int GetNextSelectedItem(POSITION& pos) const;  // the row, and pos on to the next
     // The next row after nItem (-1: the first) with all of the flags LVNI_SELECTED, LVNI_FOCUSED.

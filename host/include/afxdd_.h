@@ -9,6 +9,7 @@ class CWnd;
 // One exchange, made by CWnd::UpdateData.
 class CDataExchange {
 public:
+    // For code that exchanges by hand; the window must live as long as the object.
     CDataExchange(CWnd* pDlgWnd, BOOL bSaveAndValidate);
 
     BOOL m_bSaveAndValidate;           // TRUE: controls to members
@@ -19,7 +20,8 @@ public:
     // The control an exchange is about to use; throws CNotSupportedException* when the dialog has
     // none of that number.
     HWND PrepareCtrl(int nIDC);
-    HWND PrepareEditCtrl(int nIDC);  // the same for an edit box, whose text Fail selects
+    // The same for an edit box, whose text Fail selects.
+    HWND PrepareEditCtrl(int nIDC);
     // Puts the focus on the last control, selects the text of an edit box, and ends the exchange
     // with a CUserException*. Members exchanged before keep their new values.
     [[noreturn]] void Fail();
@@ -30,7 +32,8 @@ public:
 void DDX_Text(CDataExchange* pDX, int nIDC, double& value);
 // As for double, whole numbers of 32 bits.
 void DDX_Text(CDataExchange* pDX, int nIDC, int& value);
-void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);  // any text passes
+// Any text passes.
+void DDX_Text(CDataExchange* pDX, int nIDC, CString& value);
 // 0, 1 or 2; any other value loads as 0.
 void DDX_Check(CDataExchange* pDX, int nIDC, int& value);
 // Index of the checked button in the group that begins at nIDC, -1 for none. The group ends before

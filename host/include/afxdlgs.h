@@ -18,11 +18,14 @@ public:
 
     INT_PTR DoModal() override;  // IDOK or IDCANCEL
     CString GetPathName() const { return m_path; }
-    CString GetFileName() const;    // with extension
-    CString GetFileTitle() const;   // without
-    CString GetFileExt() const;     // without the point
-    CString GetFolderPath() const;  // without a separator at the end, except for a root
+    // as chosen
+    CString GetFileName() const;   // with extension
+    CString GetFileTitle() const;  // without
+    CString GetFileExt() const;    // without the point
+    // Without a separator at the end, except for a root.
+    CString GetFolderPath() const;
 
+    // Read by DoModal: title and first folder. Written: nothing, unlike in Windows.
     OPENFILENAME m_ofn = {};
 
 protected:
@@ -35,7 +38,8 @@ private:
     CString m_filter;
 };
 
-class CFolderPickerDialog : public CFileDialog {  // The same for folders. Files are not shown.
+// The same for folders. Files are not shown.
+class CFolderPickerDialog : public CFileDialog {
     DECLARE_DYNAMIC(CFolderPickerDialog)
 public:
     explicit CFolderPickerDialog(LPCTSTR lpszFolder = nullptr, DWORD dwFlags = 0,

@@ -5,8 +5,10 @@
 #include "afxext.h"
 
 // Fills the record; always TRUE for a real module handle.
+// The counterpart of AfxTermExtensionModule.
 BOOL AfxInitExtensionModule(AFX_EXTENSION_MODULE& state, HMODULE hModule);
-void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll = FALSE);  // empties the record
+// Empties the record.
+void AfxTermExtensionModule(AFX_EXTENSION_MODULE& state, BOOL bAll = FALSE);
 
 // Makes the module's resources known; the look-up here needs no such list, so it only keeps the
 // handle.

@@ -11,7 +11,7 @@ class CWnd;
 struct AFX_MSGMAP_ENTRY;  // see below
 
 // What a command handler is called with; pNotify is null but for notifications.
-struct AFX_NOTIFY {    // of WM_NOTIFY
+struct AFX_NOTIFY {
     LRESULT* pResult;  // what the sender gets
     NMHDR* pNMHDR;     // who sent it, and why
 };
@@ -20,6 +20,7 @@ struct AFX_NOTIFY {    // of WM_NOTIFY
 // an AFX_NOTIFY.
 typedef LRESULT (*AFX_PMSG)(CCmdTarget* target, WPARAM wParam, LPARAM lParam);
 
+// One line of a map. Messages but commands and notifications have 0 in code and numbers.
 struct AFX_MSGMAP_ENTRY {
     UINT nMessage;  // WM_...
     UINT nCode;     // control code; of a WM_NOTIFY the lower 16 bits of its code
@@ -28,7 +29,8 @@ struct AFX_MSGMAP_ENTRY {
     AFX_PMSG pfn;   // null ends the table
 };
 
-struct AFX_MSGMAP {                        // the lines of one class, and the way to its base's
+// The lines of one class, and the way to its base's.
+struct AFX_MSGMAP {
     const AFX_MSGMAP* (*pfnGetBaseMap)();  // null at the root
     const AFX_MSGMAP_ENTRY* lpEntries;     // searched from the first on
 };
@@ -36,6 +38,7 @@ struct AFX_MSGMAP {                        // the lines of one class, and the wa
 // The callers behind the macros. A handler of another signature does not compile.
 namespace host {  // not for plug-ins
 
+// void f()
 template <class Class, auto handler>
 LRESULT CallPlain(CCmdTarget* target, WPARAM, LPARAM) {  // void f()
     static_assert(std::is_void_v<decltype((static_cast<Class*>(target)->*handler)())>,
@@ -44,6 +47,7 @@ LRESULT CallPlain(CCmdTarget* target, WPARAM, LPARAM) {  // void f()
     return 0;
 }
 
+// LRESULT f(WPARAM, LPARAM): registered and user's messages.
 template <class Class, auto handler>
 LRESULT CallMessage(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     static_assert(
@@ -52,6 +56,7 @@ LRESULT CallMessage(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     return (static_cast<Class*>(target)->*handler)(wParam, lParam);
 }
 
+// void f(NMHDR*, LRESULT*): WM_NOTIFY.
 template <class Class, auto handler>
 LRESULT CallNotify(CCmdTarget* target, WPARAM, LPARAM lParam) {
     const AFX_NOTIFY* const notify = reinterpret_cast<const AFX_NOTIFY*>(lParam);
@@ -59,12 +64,14 @@ LRESULT CallNotify(CCmdTarget* target, WPARAM, LPARAM lParam) {
     return 0;
 }
 
+// void f(UINT id): one handler for many buttons.
 template <class Class, auto handler>
 LRESULT CallRange(CCmdTarget* target, WPARAM wParam, LPARAM) {
     (static_cast<Class*>(target)->*handler)(static_cast<UINT>(LOWORD(wParam)));
     return 0;
 }
 
+// void f(UINT type, int width, int height).
 template <class Class, auto handler>
 LRESULT CallSize(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     (static_cast<Class*>(target)->*handler)(static_cast<UINT>(wParam), LOWORD(lParam),
@@ -72,18 +79,21 @@ LRESULT CallSize(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 
+// void f(BOOL shown, UINT status).
 template <class Class, auto handler>
 LRESULT CallShow(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     (static_cast<Class*>(target)->*handler)(static_cast<BOOL>(wParam), static_cast<UINT>(lParam));
     return 0;
 }
 
+// void f(BOOL).
 template <class Class, auto handler>
 LRESULT CallFlag(CCmdTarget* target, WPARAM wParam, LPARAM) {  // void f(BOOL)
     (static_cast<Class*>(target)->*handler)(static_cast<BOOL>(wParam));
     return 0;
 }
 
+// void f(UINT key, UINT repeats, UINT flags); repeats are always 1 here.
 template <class Class, auto handler>
 LRESULT CallKey(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     (static_cast<Class*>(target)->*handler)(static_cast<UINT>(wParam), LOWORD(lParam),
@@ -91,14 +101,17 @@ LRESULT CallKey(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     return 0;
 }
 
-CWnd* WindowOfHandle(HWND hWnd);  // the object of a handle; null for none
+// The object of a handle; null for none.
+CWnd* WindowOfHandle(HWND hWnd);
 
+// void f(CWnd* other): the window that loses or gets the focus.
 template <class Class, auto handler>
 LRESULT CallFocus(CCmdTarget* target, WPARAM wParam, LPARAM) {
     (static_cast<Class*>(target)->*handler)(WindowOfHandle(reinterpret_cast<HWND>(wParam)));
     return 0;
 }
 
+// UINT f(): the answer is the message's result.
 template <class Class, auto handler>
 LRESULT CallMenu(CCmdTarget* target, WPARAM wParam, LPARAM lParam) {
     // Signed: a screen may lie to the left of the main one, and -1,-1 means the keyboard.
@@ -121,11 +134,14 @@ LRESULT CallAnswer(CCmdTarget* target, WPARAM, LPARAM) {
 
 }  // namespace host
 
+// In the class: it has a map.
 #define DECLARE_MESSAGE_MAP()                     \
 protected:                                        \
     static const AFX_MSGMAP* GetThisMessageMap(); \
     const AFX_MSGMAP* GetMessageMap() const override;
 
+// In the source: the map, line by line, up to END_MESSAGE_MAP. The base's lines are searched when
+// none of these fits.
 #define BEGIN_MESSAGE_MAP(theClass, baseClass)                                                  \
     const AFX_MSGMAP* theClass::GetMessageMap() const { return theClass::GetThisMessageMap(); } \
     const AFX_MSGMAP* theClass::GetThisMessageMap() {                                           \
@@ -148,25 +164,32 @@ constexpr AFX_MSGMAP_ENTRY EndOfMap() {
 }
 }  // namespace host
 
+// One line; the caller is chosen by the macro, and checks the handler's signature.
 #define HOST_MAP_ENTRY(message, code, first, last, caller, handler)                       \
     {message, static_cast<UINT>(code), static_cast<UINT>(first), static_cast<UINT>(last), \
      &host::caller<ThisClass, handler>},
 
+// A command or button by its number.
 #define ON_COMMAND(id, memberFxn) HOST_MAP_ENTRY(WM_COMMAND, 0, id, id, CallPlain, memberFxn)
+// All numbers from the first to the last.
 #define ON_COMMAND_RANGE(id, idLast, memberFxn) \
     HOST_MAP_ENTRY(WM_COMMAND, 0, id, idLast, CallRange, memberFxn)
+// A control's own notification.
 #define ON_CONTROL(code, id, memberFxn) \
     HOST_MAP_ENTRY(WM_COMMAND, code, id, id, CallPlain, memberFxn)
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
 #define ON_EN_CHANGE(id, memberFxn) ON_CONTROL(EN_CHANGE, id, memberFxn)
 #define ON_EN_KILLFOCUS(id, memberFxn) ON_CONTROL(EN_KILLFOCUS, id, memberFxn)
 #define ON_EN_SETFOCUS(id, memberFxn) ON_CONTROL(EN_SETFOCUS, id, memberFxn)
+// A common control's notification.
 #define ON_NOTIFY(code, id, memberFxn) \
     HOST_MAP_ENTRY(WM_NOTIFY, static_cast<WORD>(code), id, id, CallNotify, memberFxn)
+// Any other message.
 #define ON_MESSAGE(message, memberFxn) HOST_MAP_ENTRY(message, 0, 0, 0, CallMessage, memberFxn)
 
 // Own-drawn windows are not offered by this host, so there are no macros for painting, scrolling
 // and the mouse.
+// The messages of a window's life, by handlers of fixed names.
 #define ON_WM_DESTROY() HOST_MAP_ENTRY(WM_DESTROY, 0, 0, 0, CallPlain, &ThisClass::OnDestroy)
 #define ON_WM_NCDESTROY() HOST_MAP_ENTRY(WM_NCDESTROY, 0, 0, 0, CallPlain, &ThisClass::OnNcDestroy)
 #define ON_WM_CLOSE() HOST_MAP_ENTRY(WM_CLOSE, 0, 0, 0, CallPlain, &ThisClass::OnClose)

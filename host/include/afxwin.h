@@ -40,6 +40,7 @@ public:
     CString GetText() const override { return CString(); }
 };
 
+// A control that the exchange needs is not there; the text says which.
 class CNotSupportedException : public CException {
     DECLARE_DYNAMIC(CNotSupportedException)
 public:
@@ -60,9 +61,12 @@ public:
 
 protected:
     static const AFX_MSGMAP* GetThisMessageMap();
+    // Of the object's class; made by the macros of afxmsg_.h.
     virtual const AFX_MSGMAP* GetMessageMap() const;
 };
 
+// A drawing tool with a handle. Of the original's kinds there are fonts alone: the host paints
+// nothing itself.
 class CGdiObject : public CObject {
     DECLARE_DYNAMIC(CGdiObject)
 public:
@@ -87,6 +91,8 @@ public:
     static CFont* FromHandle(HFONT hFont);
 };
 
+// A window, or the object that stands for one. Painting, scrolling, menus, timers and the mouse are
+// not carried out; what a dialog of controls needs is.
 class CWnd : public CCmdTarget {
     DECLARE_DYNAMIC(CWnd)
 public:
@@ -99,13 +105,15 @@ public:
     // The object attached to a handle, else one that the host keeps as long as the window lives;
     // null for no window.
     static CWnd* FromHandle(HWND hWnd);
-    static CWnd* FromHandlePermanent(HWND hWnd);  // only objects that were attached; null else
-    static CWnd* GetFocus();                      // null when no window of the host has it
-    static CWnd* GetActiveWindow();               // the top-level window in front
+    // Only objects that were attached; null else.
+    static CWnd* FromHandlePermanent(HWND hWnd);
+    static CWnd* GetFocus();         // null when no window of the host has it
+    static CWnd* GetActiveWindow();  // the top-level window in front
     // Unlike in Windows the object must not be null.
     HWND GetSafeHwnd() const { return m_hWnd; }
-    BOOL Attach(HWND hWndNew);  // FALSE when either has another one already
-    HWND Detach();              // the handle, which lives on
+    // FALSE when the handle has an object already, or this object a window.
+    BOOL Attach(HWND hWndNew);
+    HWND Detach();  // the handle, which lives on
     // Attach and detach, with PreSubclassWindow called in between.
     BOOL SubclassWindow(HWND hWnd);
     BOOL SubclassDlgItem(UINT nID, CWnd* pParent);  // the same for a control by number
@@ -128,8 +136,10 @@ public:
     void BringWindowToTop();     // likewise, without the focus
     // In the middle of its owner, else of the screen.
     void CenterWindow(CWnd* pAlternateOwner = nullptr);
+    // In pixels of the parent, of the screen for a top-level window.
     void MoveWindow(int x, int y, int nWidth, int nHeight, BOOL bRepaint = TRUE);
     void MoveWindow(LPCRECT lpRect, BOOL bRepaint = TRUE);
+    // Of the flags SWP_NOMOVE, SWP_NOSIZE, SWP_SHOWWINDOW and SWP_HIDEWINDOW are looked at.
     BOOL SetWindowPos(const CWnd* pWndInsertAfter, int x, int y, int cx, int cy, UINT nFlags);
     void GetWindowRect(LPRECT lpRect) const;   // screen pixels
     void GetClientRect(LPRECT lpRect) const;   // from 0,0
@@ -141,46 +151,65 @@ public:
     CWnd* GetTopLevelParent() const;  // itself when it is one
     CWnd* GetDlgItem(int nID) const;  // a child by number; null for none
     int GetDlgCtrlID() const;         // 0 for a top-level window
+    // The next control with WS_TABSTOP that shows and is enabled; around the end.
     CWnd* GetNextDlgTabItem(CWnd* pWndCtl, BOOL bPrevious = FALSE) const;
 
+    // Title of a dialog, text of a control; sends what a change by the user would send for an edit
+    // box.
     void SetWindowText(LPCTSTR lpszString);
     void GetWindowText(CString& rString) const;
+    // Characters copied; what does not fit is cut.
     int GetWindowText(LPTSTR lpszStringBuf, int nMaxCount) const;
     int GetWindowTextLength() const;  // without the end mark
+    // Of a child by number; nothing, and 0, when there is none.
     void SetDlgItemText(int nID, LPCTSTR lpszString);
     int GetDlgItemText(int nID, CString& rString) const;
     void SetDlgItemInt(int nID, UINT nValue, BOOL bSigned = TRUE);
+    // lpTrans receives whether it was a number
     UINT GetDlgItemInt(int nID, BOOL* lpTrans = nullptr, BOOL bSigned = TRUE) const;
     void CheckDlgButton(int nIDButton, UINT nCheck);  // 0, 1 or 2
     UINT IsDlgButtonChecked(int nIDButton) const;
+    // checks one of a range, and clears the others
     void CheckRadioButton(int nIDFirst, int nIDLast, int nIDCheck);
+    // The font must outlive the window's use of it.
     void SetFont(CFont* pFont, BOOL bRedraw = TRUE);
     CFont* GetFont() const;  // null: the display's own
 
+    // handled before it returns; 0 for no window
     LRESULT SendMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) const;
+    // handled by the message loop
     BOOL PostMessage(UINT message, WPARAM wParam = 0, LPARAM lParam = 0);
+    // Shows a text and waits; the number of the button. Scripts answer it by its text.
     int MessageBox(LPCTSTR lpszText, LPCTSTR lpszCaption = nullptr, UINT nType = MB_OK);
 
     // Exchanges all controls with the members; FALSE when one failed. The controls' own
     // notifications are held back meanwhile.
     BOOL UpdateData(BOOL bSaveAndValidate = TRUE);
 
+    // Sees posted messages before they are sent: keys of a dialog. TRUE: dealt with.
     virtual BOOL PreTranslateMessage(MSG* pMsg);
-    virtual void PreSubclassWindow();  // the window is attached, and nothing was sent to it yet
+    // The window is attached, and nothing was sent to it yet.
+    virtual void PreSubclassWindow();
 
 protected:
+    // One DDX_ call for each control; called by UpdateData in both directions.
     virtual void DoDataExchange(CDataExchange* pDX);
     // Every message of the window comes here. The object may be gone afterwards.
     virtual LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    // Looks through the maps; FALSE when no handler takes the message.
     virtual BOOL OnWndMsg(UINT message, WPARAM wParam, LPARAM lParam, LRESULT* pResult);
+    // What the window does by itself.
     virtual LRESULT DefWindowProc(UINT message, WPARAM wParam, LPARAM lParam);
+    // WM_COMMAND: to the control itself first, then through the maps.
     virtual BOOL OnCommand(WPARAM wParam, LPARAM lParam);
-    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);  // WM_NOTIFY, likewise
+    // WM_NOTIFY, likewise.
+    virtual BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult);
     // The last thing that happens to the object of a destroyed window: the place for delete this.
     virtual void PostNcDestroy();
     // The message that is being handled goes on to the window's own procedure.
     LRESULT Default();
 
+    // Handlers of the usual messages; each does what the window would do by itself.
     afx_msg void OnDestroy();
     afx_msg void OnNcDestroy();
     afx_msg void OnClose();
@@ -225,6 +254,7 @@ public:
     void Click();               // as by the user
 };
 
+// A line of text. Several lines, passwords and undo are not carried out.
 class CEdit : public CWnd {
     DECLARE_DYNAMIC(CEdit)
 public:
@@ -234,14 +264,17 @@ public:
     BOOL SetReadOnly(BOOL bReadOnly = TRUE);            // users cannot change it; programs can
 };
 
-class CStatic : public CWnd {  // A text or a frame beside controls. No pictures.
+// A text or a frame beside controls. No pictures.
+class CStatic : public CWnd {
     DECLARE_DYNAMIC(CStatic)
 };
 
-class CDialog : public CWnd {  // A window made of a template in a module's resource script
+// A window made of a template in a module's resource script.
+class CDialog : public CWnd {
     DECLARE_DYNAMIC(CDialog)
 public:
     CDialog() = default;
+    // For DoModal; the template is looked up then.
     explicit CDialog(UINT nIDTemplate, CWnd* pParentWnd = nullptr);
     ~CDialog() override;
 
@@ -254,6 +287,7 @@ public:
     // Ends DoModal once the handler returns; a modeless dialog is only hidden.
     void EndDialog(int nResult);
 
+    // All controls are there and have the members' values. TRUE: the first control gets the focus.
     virtual BOOL OnInitDialog();
     // Control that Enter presses when no other button has the focus.
     void SetDefID(UINT nID);
@@ -265,8 +299,10 @@ public:
     BOOL PreTranslateMessage(MSG* pMsg) override;
 
 protected:
+    // Enter: takes the values over and ends with IDOK, or stays when one is no value.
     virtual void OnOK();
-    virtual void OnCancel();  // esc and the close box: ends with IDCANCEL
+    // Esc and the close box: ends with IDCANCEL.
+    virtual void OnCancel();
     afx_msg LRESULT HandleInitDialog(WPARAM, LPARAM);
     DECLARE_MESSAGE_MAP()
 
@@ -281,6 +317,7 @@ private:
     INT_PTR m_nModalResult = 0;
 };
 
+// The host's main window, as a parent; nothing more can be asked of it.
 class CFrameWnd : public CWnd {
     DECLARE_DYNAMIC(CFrameWnd)
 };
@@ -316,10 +353,12 @@ LPCTSTR AfxGetAppName();
 // dialog.
 HINSTANCE AfxGetResourceHandle();
 void AfxSetResourceHandle(HINSTANCE hInstResource);
-HINSTANCE AfxGetInstanceHandle();  // the program itself, not the module that asks
+// The program itself, not the module that asks.
+HINSTANCE AfxGetInstanceHandle();
 // Lets the windows from the message's one upwards look at it first; TRUE: it is dealt with.
 BOOL AfxPreTranslateMessage(MSG* pMsg);
 // Shows the text with the host's name as title; the number of the button that was pressed.
 int AfxMessageBox(LPCTSTR lpszText, UINT nType = MB_OK, UINT nIDHelp = 0);
 int AfxMessageBox(UINT nIDPrompt, UINT nType = MB_OK, UINT nIDHelp = 0);
-[[noreturn]] void AfxThrowUserException();  // ends an exchange whose user was told
+// Ends an exchange whose user was told.
+[[noreturn]] void AfxThrowUserException();

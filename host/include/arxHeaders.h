@@ -1,6 +1,8 @@
 // Everything of the interface in one include.
 #pragma once
 
+// In the order in which they depend on one another. A source that needs little may include that
+// alone; the plug-in's sources take all of it by StdAfx.h.
 #include "acadstrc.h"
 #include "acestext.h"
 #include "adslib.h"

@@ -1,3 +1,4 @@
 #pragma once
 
-#include "cstringt.h"  // the name under which CString is found without windows
+// The name under which CString is found without windows.
+#include "cstringt.h"

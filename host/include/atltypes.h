@@ -3,7 +3,8 @@
 
 #include "host_winuser.h"
 
-class CSize : public SIZE {  // width and height
+// A width and a height. No arithmetic: dialogs here only compare and hand on.
+class CSize : public SIZE {
 public:
     CSize() : SIZE{0, 0} {}  // nothing
     CSize(int initCX, int initCY) : SIZE{initCX, initCY} {}
@@ -12,7 +13,8 @@ public:
     BOOL operator!=(SIZE size) const { return !(*this == size); }
 };
 
-class CPoint : public POINT {  // A place; x to the right, y down
+// A place; x to the right, y down.
+class CPoint : public POINT {
 public:
     CPoint() : POINT{0, 0} {}  // the corner of its parent
     CPoint(int initX, int initY) : POINT{initX, initY} {}
@@ -30,10 +32,12 @@ class CRect : public RECT {  // left, top, right, bottom
 public:
     CRect() : RECT{0, 0, 0, 0} {}  // empty
     CRect(int l, int t, int r, int b) : RECT{l, t, r, b} {}
-    CRect(const RECT& rect) : RECT(rect) {}  // from the plain record
+    CRect(const RECT& rect) : RECT(rect) {}
+    // The rectangle of that size below and to the right of a point.
     CRect(POINT point, SIZE size) : RECT{point.x, point.y, point.x + size.cx, point.y + size.cy} {}
 
-    operator LPRECT() { return this; }  // for functions that take the plain record
+    // For functions that take the plain record.
+    operator LPRECT() { return this; }
     operator LPCRECT() const { return this; }
     int Width() const { return right - left; }  // below 0 when the sides stand crosswise
     int Height() const { return bottom - top; }
@@ -41,9 +45,11 @@ public:
     CPoint TopLeft() const { return CPoint(left, top); }
     CPoint CenterPoint() const { return CPoint((left + right) / 2, (top + bottom) / 2); }
     BOOL IsRectEmpty() const { return right <= left || bottom <= top; }  // no pixel lies inside
-    BOOL PtInRect(POINT point) const {  // left and top belong to it
+    // Left and top belong to it.
+    BOOL PtInRect(POINT point) const {
         return point.x >= left && point.x < right && point.y >= top && point.y < bottom;
     }
+    // left, top, right, bottom
     void SetRect(int l, int t, int r, int b) { *this = CRect(l, t, r, b); }
     void OffsetRect(int x, int y) {  // moves it, its size stays
         left += x;

@@ -23,8 +23,8 @@ public:
 
     CStringT() noexcept;                       // the empty text; allocates nothing
     CStringT(const CStringT& other) noexcept;  // shares the buffer
-    CStringT(CStringT&& other) noexcept;       // the other one is empty then
-    CStringT(PCXSTR text);                     // a null pointer gives the empty text
+    CStringT(CStringT&& other) noexcept;
+    CStringT(PCXSTR text);  // a null pointer gives the empty text
     // Unlike Windows, narrow text is UTF-8 whatever the system's code page; bytes that are not give
     // U+FFFD each.
     CStringT(const char* text);
@@ -47,11 +47,13 @@ public:
     PCXSTR GetString() const noexcept { return m_pszData; }  // valid until the text changes
     operator PCXSTR() const noexcept { return m_pszData; }
     void SetString(PCXSTR text) { *this = text; }
+    // The first elements of a text, which may be this one's own.
     void SetString(PCXSTR text, int length);
 
     // Room for minLength elements and the end mark, holding the present text; to be followed by
     // ReleaseBuffer, where -1 means up to the first 0.
     PXSTR GetBuffer(int minLength = 0);
+    // The same, and the text has that length afterwards, its new part undefined.
     PXSTR GetBufferSetLength(int length);
     void ReleaseBuffer(int newLength = -1);  // the pointer is no longer valid
     void ReleaseBufferSetLength(int newLength) { ReleaseBuffer(newLength); }
@@ -61,15 +63,16 @@ public:
     CStringT Left(int count) const;                                    // the first ones
     CStringT Right(int count) const;                                   // the last ones
     CStringT Mid(int first) const { return Mid(first, GetLength()); }  // all from a place on
-    CStringT Mid(int first, int count) const;                          // cut to the text
+    CStringT Mid(int first, int count) const;
+    // The beginning, as far as its characters are, or are not, of the set.
     CStringT SpanIncluding(PCXSTR set) const;
     CStringT SpanExcluding(PCXSTR set) const;
 
     // The position, or -1. A search of the empty text finds it at start.
     int Find(PCXSTR text, int start = 0) const;
-    int Find(XCHAR ch, int start = 0) const;  // the first place, or -1
-    int ReverseFind(XCHAR ch) const;          // the last place
-    int FindOneOf(PCXSTR set) const;          // the first place of any of the set
+    int Find(XCHAR ch, int start = 0) const;
+    int ReverseFind(XCHAR ch) const;  // the last place
+    int FindOneOf(PCXSTR set) const;  // the first place of any of the set
 
     // Less than, equal to or greater than 0. CompareNoCase lower-cases single characters; Collate
     // does the same as Compare: this host has no collation of its own.
@@ -78,6 +81,7 @@ public:
     int Collate(PCXSTR text) const { return Compare(text); }
     int CollateNoCase(PCXSTR text) const { return CompareNoCase(text); }
 
+    // O(length of what is added) on average; the argument may be this text.
     CStringT& operator+=(const CStringT& other);
     CStringT& operator+=(PCXSTR text);
     CStringT& operator+=(wchar_t ch);  // one character
@@ -91,7 +95,8 @@ public:
     // point; %p, %%; flags, width, precision, both also as *. %n is refused. Arguments may be this
     // text.
     void Format(PCXSTR format, ...);
-    void Format(UINT formatId, ...);  // the format is a string resource of the current module
+    // The format is a string resource of the current module.
+    void Format(UINT formatId, ...);
     void FormatV(PCXSTR format, va_list args);
     void AppendFormat(PCXSTR format, ...);  // behind the present text
     void AppendFormat(UINT formatId, ...);
@@ -137,10 +142,12 @@ private:
     PXSTR m_pszData;  // behind a header that holds the count of sharers, the length and the room
 };
 
-typedef CStringT<wchar_t> CStringW;  // both builds' names: there is no narrow build here
+// Both builds' names: there is no narrow build here.
+typedef CStringT<wchar_t> CStringW;
 typedef CStringW CString;
 
-CString operator+(const CString& a, const CString& b);  // the two one behind the other, O(length)
+// The two one behind the other, O(length).
+CString operator+(const CString& a, const CString& b);
 CString operator+(const CString& a, const wchar_t* b);
 CString operator+(const wchar_t* a, const CString& b);
 CString operator+(const CString& a, wchar_t b);

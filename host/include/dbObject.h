@@ -54,6 +54,7 @@ public:
     AcDbObjectId ownerId() const;
     // The next append overrides it. eNotOpenForWrite.
     virtual Acad::ErrorStatus setOwnerId(AcDbObjectId owner);
+    // The number that files name it by; 0 for a non-resident object.
     void getAcDbHandle(AcDbHandle& handle) const;
     // Null for a non-resident object.
     AcDbDatabase* database() const;
@@ -110,6 +111,7 @@ public:
 
     // Transient reactors: const because watching changes nothing. Order kept.
     Acad::ErrorStatus addReactor(AcDbObjectReactor* reactor) const;
+    // eKeyNotFound for one that is not there.
     Acad::ErrorStatus removeReactor(AcDbObjectReactor* reactor) const;
     // Persistent reactors: identifiers stored with the object. eNotOpenForWrite, eDuplicateKey,
     // eKeyNotFound.
@@ -166,6 +168,7 @@ private:
 //         eLockViolation; eOnLockedLayer
 Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb::OpenMode mode,
                                      bool openErased = false);
+// The same, read being the usual mode.
 Acad::ErrorStatus acdbOpenObject(AcDbObject*& object, AcDbObjectId id,
                                  AcDb::OpenMode mode = AcDb::kForRead, bool openErased = false);
 

@@ -13,6 +13,8 @@ public:
 
     // Null when there is no document.
     AcDbDatabase* workingDatabase() const { return m_workingDatabase; }
+    // Changes nothing in any drawing. Documents set it as they become current; null leaves calls
+    // without a database nothing to work on.
     void setWorkingDatabase(AcDbDatabase* db) { m_workingDatabase = db; }
 
 private:

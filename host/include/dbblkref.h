@@ -12,15 +12,19 @@ class AcDbAttribute : public AcDbText {
 public:
     ACRX_DECLARE_MEMBERS(AcDbAttribute);  // in files: ATTRIB
     AcDbAttribute() = default;
+    // Height and the rest as a text's; see AcDbText.
     AcDbAttribute(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
                   AcDbObjectId style = AcDbObjectId());
 
-    ACHAR* tag() const;  // Group 2. A copy for acutDelString, or the record's own.
+    // Group 2. A copy for acutDelString, or the record's own.
+    ACHAR* tag() const;
     const ACHAR* tagConst() const { return m_tag.c_str(); }
+    // Capitals are the user's business. eInvalidInput for an empty tag.
     Acad::ErrorStatus setTag(const ACHAR* tag);
     bool isInvisible() const { return (m_flags & 1) != 0; }  // does not show with its reference
     Acad::ErrorStatus setInvisible(bool invisible);
     bool isConstant() const { return (m_flags & 2) != 0; }  // the same in every reference
+    // asked for twice by the host's command
     bool isVerifiable() const { return (m_flags & 4) != 0; }
     bool isPreset() const { return (m_flags & 8) != 0; }  // not asked for at all
 
@@ -41,17 +45,20 @@ class AcDbAttributeDefinition : public AcDbText {
 public:
     ACRX_DECLARE_MEMBERS(AcDbAttributeDefinition);  // in files: ATTDEF
     AcDbAttributeDefinition() = default;
+    // text is the value that new references begin with.
     AcDbAttributeDefinition(const AcGePoint3d& position, const ACHAR* text, const ACHAR* tag,
                             const ACHAR* prompt, AcDbObjectId style = AcDbObjectId());
 
-    ACHAR* tag() const;  // as of an attribute
+    // As of an attribute.
+    ACHAR* tag() const;
     const ACHAR* tagConst() const { return m_tag.c_str(); }
     Acad::ErrorStatus setTag(const ACHAR* tag);
     ACHAR* prompt() const;  // group 3: what the user is asked
     const ACHAR* promptConst() const { return m_prompt.c_str(); }
-    Acad::ErrorStatus setPrompt(const ACHAR* prompt);        // eInvalidInput for null
+    Acad::ErrorStatus setPrompt(const ACHAR* prompt);        // null empties it
     bool isInvisible() const { return (m_flags & 1) != 0; }  // so will be the attributes
     Acad::ErrorStatus setInvisible(bool invisible);
+    // shows in references itself: there are no attributes of it
     bool isConstant() const { return (m_flags & 2) != 0; }
 
     AcRxObject* clone() const override;
@@ -73,6 +80,7 @@ class AcDbBlockReference : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBlockReference);  // in files: INSERT
     AcDbBlockReference() = default;
+    // Scale 1, no turn. The definition is not asked for its kind.
     AcDbBlockReference(const AcGePoint3d& position, AcDbObjectId blockTableRecord);
 
     AcDbObjectId blockTableRecord() const { return m_blockId; }  // group 2 of INSERT
@@ -107,7 +115,8 @@ public:
     // Box of the definition's entities without attributes.
     Acad::ErrorStatus geomExtentsBestFit(
         AcDbExtents& extents, const AcGeMatrix3d& parent = AcGeMatrix3d::kIdentity) const;
-    bool isPlanar() const override { return false; }  // what it shows may lie anywhere
+    // What it shows may lie anywhere.
+    bool isPlanar() const override { return false; }
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -137,6 +146,7 @@ class AcDbMInsertBlock : public AcDbBlockReference {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMInsertBlock);  // in files: INSERT with groups 70 and 71
     AcDbMInsertBlock() = default;
+    // Spacings in drawing units. 0 columns or rows, which some writers leave, count as 1.
     AcDbMInsertBlock(const AcGePoint3d& position, AcDbObjectId blockTableRecord,
                      Adesk::UInt16 columns, Adesk::UInt16 rows, double columnSpacing,
                      double rowSpacing);  // 0 columns or rows count as 1
@@ -145,6 +155,7 @@ public:
     Acad::ErrorStatus setColumns(Adesk::UInt16 columns);
     Adesk::UInt16 rows() const { return m_rows; }  // group 71
     Acad::ErrorStatus setRows(Adesk::UInt16 rows);
+    // group 44, drawing units; may be negative
     double columnSpacing() const { return m_columnSpacing; }
     Acad::ErrorStatus setColumnSpacing(double spacing);
     double rowSpacing() const { return m_rowSpacing; }  // group 45

@@ -19,13 +19,16 @@ protected:
     friend struct Access;
     ModelledEntity() = default;
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    // Moves the shape; scales must be equal, else eCannotScaleNonUniformly.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // eNotApplicable: faces are not taken apart here.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
     std::shared_ptr<const Shape> m_shape;
     bool m_stored = false;  // the drawing file holds the data
 };
 }  // namespace host
 
+// A body of any kind, as SAT files have them. Booleans, faces and edges are not carried out.
 class AcDbBody : public host::ModelledEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbBody);  // in files: BODY

@@ -28,8 +28,10 @@ public:
     };
 
     AcCmEntityColor() = default;
+    // Of kByLayer, kByBlock and kNone; the others need a value.
     explicit AcCmEntityColor(ColorMethod method) : m_value(Adesk::UInt32(method) << 24) {}
-    AcCmEntityColor(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {  // 0..255 each
+    // 0..255 each.
+    AcCmEntityColor(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue) {
         m_value = Adesk::UInt32(kByColor) << 24 | Adesk::UInt32(red) << 16 |
                   Adesk::UInt32(green) << 8 | Adesk::UInt32(blue);
     }
@@ -43,6 +45,7 @@ public:
 
     // Makes it a red-green-blue colour; always eOk.
     Acad::ErrorStatus setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue);
+    // of a colour that isByColor(); else without meaning
     Adesk::UInt8 red() const { return Adesk::UInt8(m_value >> 16); }
     Adesk::UInt8 green() const { return Adesk::UInt8(m_value >> 8); }
     Adesk::UInt8 blue() const { return Adesk::UInt8(m_value); }
@@ -64,7 +67,8 @@ protected:
 
 // The colour class of the interface. Names of colour books are not kept here; a drawing that has
 // them keeps them in its file.
-class AcCmColor : public AcCmEntityColor {  // the same as a value that calls take
+// The same as a value that calls take.
+class AcCmColor : public AcCmEntityColor {
 public:
     AcCmColor() = default;  // ByLayer
     AcCmColor(const AcCmEntityColor& color) : AcCmEntityColor(color) {}

@@ -16,8 +16,10 @@ public:
 
     virtual bool isClosed() const;    // ends where it starts
     virtual bool isPeriodic() const;  // closed, and parameters go round
-    virtual Acad::ErrorStatus getStartParam(double& param) const;  // the range of the parameter
+    // The range of the parameter.
+    virtual Acad::ErrorStatus getStartParam(double& param) const;
     virtual Acad::ErrorStatus getEndParam(double& param) const;
+    // The points at both ends of the range.
     virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
     virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
 
@@ -25,10 +27,14 @@ public:
     virtual Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const;
     // eInvalidInput when the point is farther than 1e-6 drawing units from the curve.
     virtual Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const;
+    // Length from the start on, and the way back. O(1) for lines and arcs, a quadrature for the
+    // rest.
     virtual Acad::ErrorStatus getDistAtParam(double param, double& dist) const;
     virtual Acad::ErrorStatus getParamAtDist(double dist, double& param) const;
+    // The same by a point of the curve; see getParamAtPoint.
     virtual Acad::ErrorStatus getDistAtPoint(const AcGePoint3d& point, double& dist) const;
     virtual Acad::ErrorStatus getPointAtDist(double dist, AcGePoint3d& point) const;
+    // By the parameter: its length is not 1.
     virtual Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const;
 
     // Nearest point of the curve; with extend, of its continuation where that is a line or circle.

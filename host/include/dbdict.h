@@ -13,8 +13,8 @@ class AcDbDictionaryIterator;
 // the order in which they were made. Look-up costs O(1).
 class AcDbDictionary : public AcDbObject {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbDictionary);  // in files: DICTIONARY
-    AcDbDictionary();                      // empty
+    ACRX_DECLARE_MEMBERS(AcDbDictionary);
+    AcDbDictionary();  // empty
     ~AcDbDictionary() override;
 
     // eKeyNotFound; failures of opening; the caller closes.
@@ -24,8 +24,8 @@ public:
     Acad::ErrorStatus nameAt(AcDbObjectId id, AcString& name) const;
     Acad::ErrorStatus nameAt(AcDbObjectId id, ACHAR*& name) const;
     bool has(const ACHAR* name) const;  // erased entries do not count
-    bool has(AcDbObjectId id) const;    // of this very dictionary
-    Adesk::UInt32 numEntries() const;   // without erased ones
+    bool has(AcDbObjectId id) const;
+    Adesk::UInt32 numEntries() const;  // without erased ones
 
     // Puts a new object under a name; an entry of that name is erased. The dictionary must be open
     // for write and resident; the object becomes resident and stays open for write. eInvalidInput
@@ -36,10 +36,12 @@ public:
     Acad::ErrorStatus remove(const ACHAR* name, AcDbObjectId& id);
     Acad::ErrorStatus remove(AcDbObjectId id);
     // eKeyNotFound, eDuplicateKey.
+    // True when the entry has the new name. It keeps its place in the order.
     bool setName(const ACHAR* oldName, const ACHAR* newName);
 
     bool isTreatElementsAsHard() const { return m_hard; }  // group 280: purging keeps the entries
-    void setTreatElementsAsHard(bool hard);                // open for write, else the program stops
+    void setTreatElementsAsHard(bool hard);
+    // group 281, for cloning between drawings
     AcDb::DuplicateRecordCloning mergeStyle() const { return m_mergeStyle; }
     void setMergeStyle(AcDb::DuplicateRecordCloning style);
 
@@ -74,6 +76,7 @@ public:
     explicit AcDbDictionaryIterator(const AcDbDictionary& dictionary);
     const ACHAR* name() const;  // as it was spelled
     AcDbObjectId objectId() const;
+    // Opens the entry; the caller closes it.
     Acad::ErrorStatus getObject(AcDbObject*& object, AcDb::OpenMode mode = AcDb::kForRead);
     bool done() const;  // behind the last entry
     // False at the end.

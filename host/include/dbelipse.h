@@ -9,6 +9,7 @@ class AcDbEllipse : public AcDbCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbEllipse);  // in files: ELLIPSE
     AcDbEllipse() = default;
+    // Nothing is checked, unlike in set(); the normal is made unit.
     AcDbEllipse(const AcGePoint3d& center, const AcGeVector3d& unitNormal,
                 const AcGeVector3d& majorAxis, double radiusRatio, double startAngle = 0.0,
                 double endAngle = 6.28318530717958647692);
@@ -16,6 +17,7 @@ public:
     AcGePoint3d center() const { return m_center; }  // group 10
     Acad::ErrorStatus setCenter(const AcGePoint3d& center);
     AcGeVector3d normal() const { return m_normal; }  // group 210, unit
+    // group 11: from the centre to the end of the axis
     AcGeVector3d majorAxis() const { return m_major; }
     AcGeVector3d minorAxis() const;                 // normal x major, times the ratio
     double radiusRatio() const { return m_ratio; }  // group 40
@@ -37,8 +39,10 @@ public:
     bool isPeriodic() const override { return true; }
     Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;  // of an elliptical arc with its chord
-    Acad::ErrorStatus reverseCurve() override;  // turns the normal round; the shape stays
+    // Of an elliptical arc with its chord.
+    Acad::ErrorStatus getArea(double& area) const override;
+    // Turns the normal round; the shape stays.
+    Acad::ErrorStatus reverseCurve() override;
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

@@ -9,25 +9,29 @@
 class AcDbObjectIterator;  // of dbpoly.h
 
 // A straight segment. normal() is the extrusion direction of the thickness.
-class AcDbLine : public AcDbCurve {  // LINE
+// LINE.
+class AcDbLine : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLine);  // in files: LINE
-    AcDbLine() = default;            // both ends at the origin
+    ACRX_DECLARE_MEMBERS(AcDbLine);
+    AcDbLine() = default;  // both ends at the origin
     AcDbLine(const AcGePoint3d& start, const AcGePoint3d& end) : m_start(start), m_end(end) {}
 
-    AcGePoint3d startPoint() const { return m_start; }          // group 10, WCS
-    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);  // may equal the other end
-    AcGePoint3d endPoint() const { return m_end; }              // group 11, WCS
+    AcGePoint3d startPoint() const { return m_start; }  // group 10, WCS
+    Acad::ErrorStatus setStartPoint(const AcGePoint3d& point);
+    AcGePoint3d endPoint() const { return m_end; }  // group 11, WCS
     Acad::ErrorStatus setEndPoint(const AcGePoint3d& point);
     double thickness() const { return m_thickness; }  // group 39; kept, and not drawn
     Acad::ErrorStatus setThickness(double thickness);
     AcGeVector3d normal() const { return m_normal; }  // group 210, unit
+    // The direction is made unit; eInvalidInput for a zero vector.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
 
-    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;  // always eOk
-    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;    // always eOk
-    Acad::ErrorStatus reverseCurve() override;                           // exchanges the ends
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,                  // an AcGeLineSeg3d
+    // Always eOk.
+    Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const override;
+    Acad::ErrorStatus reverseCurve() override;
+    // An AcGeLineSeg3d.
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
 
     AcRxObject* clone() const override;
@@ -40,49 +44,56 @@ protected:
 private:
     friend struct host::Access;
     AcGePoint3d m_start;  // WCS
-    AcGePoint3d m_end;    // WCS
+    AcGePoint3d m_end;
     AcGeVector3d m_normal{0.0, 0.0, 1.0};
     double m_thickness = 0.0;
 };
 
 // Part of a circle, counter-clockwise about its normal from startAngle to endAngle, both measured
 // in the OCS of the normal and kept in [0, 2 pi). The centre is WCS.
-class AcDbArc : public AcDbCurve {  // ARC
+// ARC.
+class AcDbArc : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbArc);  // in files: ARC
-    AcDbArc() = default;            // radius 0 at the origin
+    ACRX_DECLARE_MEMBERS(AcDbArc);
+    AcDbArc() = default;  // radius 0 at the origin
+    // In the XY plane. Angles are radians.
     AcDbArc(const AcGePoint3d& center, double radius, double startAngle, double endAngle);
     AcDbArc(const AcGePoint3d& center, const AcGeVector3d& normal, double radius, double startAngle,
             double endAngle);
 
-    AcGePoint3d center() const { return m_center; }          // group 10
-    Acad::ErrorStatus setCenter(const AcGePoint3d& center);  // WCS
-    double radius() const { return m_radius; }               // group 40
+    AcGePoint3d center() const { return m_center; }  // group 10
+    Acad::ErrorStatus setCenter(const AcGePoint3d& center);
+    double radius() const { return m_radius; }  // group 40
     // eInvalidInput for a negative radius.
     Acad::ErrorStatus setRadius(double radius);
     double startAngle() const { return m_startAngle; }  // group 50, which is in degrees there
-    Acad::ErrorStatus setStartAngle(double angle);      // radians; brought into [0, 2 pi)
-    double endAngle() const { return m_endAngle; }      // group 51, likewise
-    Acad::ErrorStatus setEndAngle(double angle);        // radians; brought into [0, 2 pi)
+    Acad::ErrorStatus setStartAngle(double angle);
+    double endAngle() const { return m_endAngle; }  // group 51, likewise
+    Acad::ErrorStatus setEndAngle(double angle);
     // In (0, 2 pi]; equal angles mean a full turn.
     double totalAngle() const;
     double length() const { return m_radius * totalAngle(); }  // drawing units
     double thickness() const { return m_thickness; }           // group 39
     Acad::ErrorStatus setThickness(double thickness);
+    // group 210, unit; (0, 0, -1) after a mirroring
     AcGeVector3d normal() const { return m_normal; }
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isPlanar() const override { return true; }
 
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,  // an AcGeCircArc3d
+    // An AcGeCircArc3d.
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;  // of the segment between arc and chord
+    // Of the segment between arc and chord.
+    Acad::ErrorStatus getArea(double& area) const override;
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    // Scales must be equal, else eCannotScaleNonUniformly.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Unequal scales give an AcDbEllipse.
     Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& matrix,
                                             AcDbEntity*& copy) const override;
 
@@ -96,16 +107,18 @@ private:
     double m_thickness = 0.0;
 };
 
+// CIRCLE: starts on the x axis of its OCS, counter-clockwise about the normal.
 class AcDbCircle : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbCircle);  // in files: CIRCLE
-    AcDbCircle() = default;            // radius 0 at the origin
+    ACRX_DECLARE_MEMBERS(AcDbCircle);
+    AcDbCircle() = default;  // radius 0 at the origin
+    // The normal is made unit.
     AcDbCircle(const AcGePoint3d& center, const AcGeVector3d& normal, double radius);
 
     AcGePoint3d center() const { return m_center; }  // group 10, kept in WCS
     Acad::ErrorStatus setCenter(const AcGePoint3d& center);
     double radius() const { return m_radius; }  // group 40; setting a negative one is eInvalidInput
-    Acad::ErrorStatus setRadius(double radius);       // eInvalidInput for a negative one
+    Acad::ErrorStatus setRadius(double radius);
     double circumference() const;                     // drawing units
     double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
@@ -115,9 +128,11 @@ public:
 
     bool isClosed() const override { return true; }
     bool isPeriodic() const override { return true; }
-    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,  // A full AcGeCircArc3d
+    // A full AcGeCircArc3d.
+    Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus getArea(double& area) const override;  // of the disc
+    // Of the disc.
+    Acad::ErrorStatus getArea(double& area) const override;
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -125,6 +140,7 @@ public:
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Unequal scales give a closed AcDbEllipse.
     Acad::ErrorStatus subGetTransformedCopy(const AcGeMatrix3d& matrix,
                                             AcDbEntity*& copy) const override;
 
@@ -136,10 +152,11 @@ private:
     double m_thickness = 0.0;
 };
 
-class AcDbPoint : public AcDbEntity {  // POINT. Its mark, chosen by PDMODE, is not modelled.
+// POINT. Its mark, chosen by PDMODE, is not modelled.
+class AcDbPoint : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbPoint);  // in files: POINT
-    AcDbPoint() = default;            // at the origin
+    ACRX_DECLARE_MEMBERS(AcDbPoint);
+    AcDbPoint() = default;  // at the origin
     explicit AcDbPoint(const AcGePoint3d& position) : m_position(position) {}
 
     AcGePoint3d position() const { return m_position; }  // group 10, WCS
@@ -171,37 +188,40 @@ private:
 // rotation is measured in the OCS.
 class AcDbText : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbText);  // in files: TEXT
-    AcDbText() = default;            // empty, height 0
+    ACRX_DECLARE_MEMBERS(AcDbText);
+    AcDbText() = default;  // empty, height 0
+    // Height 0: that of the style.
     AcDbText(const AcGePoint3d& position, const ACHAR* text, AcDbObjectId style = AcDbObjectId(),
              double height = 0, double rotation = 0);  // height 0: that of the style
 
     AcGePoint3d position() const { return m_position; }  // group 10: left end of the base line
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
+    // group 11: counts unless isDefaultAlignment()
     AcGePoint3d alignmentPoint() const { return m_alignment; }
-    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);  // WCS
-    AcGeVector3d normal() const { return m_normal; }                // group 210, unit
+    Acad::ErrorStatus setAlignmentPoint(const AcGePoint3d& point);
+    AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
-    double oblique() const { return m_oblique; }          // group 51: slant of the letters, radians
-    Acad::ErrorStatus setOblique(double angle);           // radians
-    double rotation() const { return m_rotation; }        // group 50: of the base line, radians
-    Acad::ErrorStatus setRotation(double angle);          // radians
+    double oblique() const { return m_oblique; }  // group 51: slant of the letters, radians
+    Acad::ErrorStatus setOblique(double angle);
+    double rotation() const { return m_rotation; }  // group 50: of the base line, radians
+    Acad::ErrorStatus setRotation(double angle);
     double height() const { return m_height; }            // group 40: of capitals
     Acad::ErrorStatus setHeight(double height);           // eInvalidInput unless positive
     double widthFactor() const { return m_widthFactor; }  // group 41
-    Acad::ErrorStatus setWidthFactor(double factor);      // eInvalidInput unless positive
+    Acad::ErrorStatus setWidthFactor(double factor);
     // Copy for acutDelString, or the text itself, owned by the object.
-    ACHAR* textString() const;  // group 1, with its %% codes
+    // Group 1, with its %% codes.
+    ACHAR* textString() const;
     const ACHAR* textStringConst() const { return m_text.c_str(); }
-    Acad::ErrorStatus setTextString(const ACHAR* text);  // eInvalidInput for null
-    AcDbObjectId textStyle() const { return m_style; }   // group 7; null: Standard
+    Acad::ErrorStatus setTextString(const ACHAR* text);
+    AcDbObjectId textStyle() const { return m_style; }  // group 7; null: Standard
     Acad::ErrorStatus setTextStyle(AcDbObjectId style);
     bool isMirroredInX() const { return m_mirroredX; }  // backwards, bit 2 of group 71
-    Acad::ErrorStatus mirrorInX(bool mirrored);         // backwards
+    Acad::ErrorStatus mirrorInX(bool mirrored);
     bool isMirroredInY() const { return m_mirroredY; }  // upside down, bit 4
-    Acad::ErrorStatus mirrorInY(bool mirrored);         // upside down
+    Acad::ErrorStatus mirrorInY(bool mirrored);
     AcDb::TextHorzMode horizontalMode() const { return m_horizontal; }  // group 72
     Acad::ErrorStatus setHorizontalMode(AcDb::TextHorzMode mode);
     AcDb::TextVertMode verticalMode() const { return m_vertical; }  // group 73
@@ -214,6 +234,7 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
+    // Estimated by widths of letters: fonts are not read.
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     void translateIds(const AcDbIdMapping& mapping) override;
@@ -271,6 +292,7 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
 
+// TRACE: the same data, made by a command of older hosts.
 class AcDbTrace : public host::FourCorners {
 public:
     ACRX_DECLARE_MEMBERS(AcDbTrace);  // in files: TRACE
@@ -282,11 +304,14 @@ public:
 // 3DFACE: a triangle or quadrangle in space, corners in order, edges that may be hidden.
 class AcDbFace : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbFace);  // in files: 3DFACE
-    AcDbFace() = default;            // all corners at the origin
+    ACRX_DECLARE_MEMBERS(AcDbFace);
+    AcDbFace() = default;  // all corners at the origin
 
+    // index 0..3, else eInvalidIndex; groups 10 to 13, WCS. Third and fourth are one for a
+    // triangle.
     Acad::ErrorStatus getVertexAt(Adesk::UInt16 index, AcGePoint3d& point) const;
     Acad::ErrorStatus setVertexAt(Adesk::UInt16 index, const AcGePoint3d& point);
+    // Bits of group 70; the edge that leaves the vertex.
     Acad::ErrorStatus isEdgeVisibleAt(Adesk::UInt16 index, bool& visible) const;
     Acad::ErrorStatus makeEdgeVisibleAt(Adesk::UInt16 index);    // eInvalidIndex beyond 3
     Acad::ErrorStatus makeEdgeInvisibleAt(Adesk::UInt16 index);  // eInvalidIndex beyond 3
@@ -305,6 +330,7 @@ private:
 };
 
 // A window of a paper space.
+// VIEWPORT. What it looks at is kept in the file; views here are set by acedSetCurrentView.
 class AcDbViewport : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewport);  // in files: VIEWPORT
@@ -312,10 +338,10 @@ public:
 
     AcGePoint3d centerPoint() const { return m_center; }  // group 10, in paper space
     Acad::ErrorStatus setCenterPoint(const AcGePoint3d& center);
-    double width() const { return m_width; }          // group 40
-    Acad::ErrorStatus setWidth(double width);         // drawing units of the paper
-    double height() const { return m_height; }        // group 41
-    Acad::ErrorStatus setHeight(double height);       // drawing units of the paper
+    double width() const { return m_width; }  // group 40
+    Acad::ErrorStatus setWidth(double width);
+    double height() const { return m_height; }  // group 41
+    Acad::ErrorStatus setHeight(double height);
     Adesk::Int16 number() const { return m_number; }  // group 69; -1: not shown
 
     AcRxObject* clone() const override;
@@ -334,6 +360,7 @@ private:
 };
 
 // Ends the vertices of a heavy polyline and the attributes of a block reference.
+// SEQEND. Made by the host; programs have no use for one.
 class AcDbSequenceEnd : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSequenceEnd);  // in files: SEQEND

@@ -25,13 +25,15 @@ private:
     size_t m_at = 0;
 };
 
+// GROUP. Selecting a whole group by one of its members is not carried out by the prompts here.
 class AcDbGroup : public AcDbObject {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbGroup);  // in files: GROUP
-    AcDbGroup() = default;            // empty, selectable
+    ACRX_DECLARE_MEMBERS(AcDbGroup);
+    AcDbGroup() = default;  // empty, selectable
     explicit AcDbGroup(const ACHAR* description, bool selectable = true);
 
     AcDbGroupIterator* newIterator();  // the caller deletes it
+    // Appends the members in their order, and returns how many; erased ones are left out.
     Adesk::UInt32 allEntityIds(AcDbObjectIdArray& ids) const;
     Adesk::UInt32 numEntities() const;  // without erased ones
     bool isEmpty() const { return numEntities() == 0; }

@@ -19,6 +19,7 @@ public:
     bool isNull() const { return m_value == 0; }  // 0 names nothing
     void setNull() { m_value = 0; }
     Adesk::UInt32 low() const { return static_cast<Adesk::UInt32>(m_value); }  // lower 32 bits
+    // upper 32 bits
     Adesk::UInt32 high() const { return static_cast<Adesk::UInt32>(m_value >> 32); }
     AcDbHandle& increment() {  // the next number
         ++m_value;

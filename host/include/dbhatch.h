@@ -10,10 +10,12 @@ struct HatchData;
 }
 
 // The loops lie in the plane of the normal at the elevation.
+// HATCH. Drawn and measured by its loops; hatching, associating and evaluating again are not
+// carried out, so there are no setters.
 class AcDbHatch : public AcDbEntity {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbHatch);  // in files: HATCH
-    AcDbHatch();                      // without loops
+    ACRX_DECLARE_MEMBERS(AcDbHatch);
+    AcDbHatch();  // without loops
     ~AcDbHatch() override;
 
     const ACHAR* patternName() const;  // group 2; "SOLID" fills

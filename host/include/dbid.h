@@ -28,7 +28,8 @@ public:
     bool isValid() const;
 
     // True when the object is erased, or its database is gone; false for null.
-    bool isErased() const;  // what is erased is still there, and may come back
+    // What is erased is still there, and may come back.
+    bool isErased() const;
     bool isEffectivelyErased() const;
 
     // True when the object is in memory, not only known by its place in a file.
@@ -39,7 +40,8 @@ public:
     AcDbHandle nonForwardedHandle() const { return handle(); }
 
     // Null for null and when the database is gone.
-    AcDbDatabase* database() const;  // O(1)
+    // O(1).
+    AcDbDatabase* database() const;
 
     // Class of the object, known without opening it; null for null.
     AcRxClass* objectClass() const;
@@ -53,6 +55,7 @@ public:
     bool operator<=(const AcDbObjectId& other) const { return !(other < *this); }
     bool operator>=(const AcDbObjectId& other) const { return !(*this < other); }
 
+    // as a number, for ads_name
     Adesk::IntDbId asOldId() const { return reinterpret_cast<Adesk::IntDbId>(m_stub); }
     AcDbObjectId& setFromOldId(Adesk::IntDbId oldId) {
         // The interface passes identifiers through integers (ads_name).

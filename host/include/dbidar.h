@@ -4,4 +4,5 @@
 #include "acarray.h"
 #include "dbid.h"
 
+// In the order in which they were appended; nothing keeps an identifier from standing twice.
 typedef AcArray<AcDbObjectId> AcDbObjectIdArray;

@@ -25,6 +25,7 @@ public:
     bool isCloned() const { return m_cloned; }      // the value was made by this operation
     // False for objects that were cloned along with their owner.
     bool isPrimary() const { return m_primary; }
+    // its owner is the clone's, not the original's
     bool isOwnerXlated() const { return m_ownerXlated; }
 
     void setKey(const AcDbObjectId& key) { m_key = key; }  // what compute() looks for
@@ -60,6 +61,7 @@ public:
         return Acad::eOk;
     }
     void setDestDb(AcDbDatabase* db) { m_destDb = db; }
+    // always kDcObjects here
     AcDb::DeepCloneType deepCloneContext() const { return AcDb::kDcObjects; }
 
 private:

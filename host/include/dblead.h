@@ -22,6 +22,7 @@ public:
     AcDbObjectId dimensionStyle() const { return m_style; }  // group 3: size of the arrow
     bool isPlanar() const override { return true; }
 
+    // 0 to the number of segments, as of a polyline.
     Acad::ErrorStatus getStartParam(double& param) const override;
     Acad::ErrorStatus getEndParam(double& param) const override;
     // Paths of straight segments only; a splined one answers eNotImplementedYet.
@@ -35,6 +36,7 @@ public:
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Lines along the path; a splined one as chords. The arrow head is left out.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
     void translateIds(const AcDbIdMapping& mapping) override;
 

@@ -33,9 +33,11 @@ struct DatabaseImp;
 // An axis-parallel box in drawing units. Default: empty, its minimum above its maximum.
 class AcDbExtents {
 public:
-    AcDbExtents();  // an empty box
+    // An empty box.
+    AcDbExtents();
     AcDbExtents(const AcGePoint3d& min, const AcGePoint3d& max) : m_min(min), m_max(max) {}
 
+    // lowest corner; above the other one when empty
     const AcGePoint3d& minPoint() const { return m_min; }
     const AcGePoint3d& maxPoint() const { return m_max; }
 
@@ -55,7 +57,8 @@ private:
 };
 
 // A part of an object inside nested block references. Only whole objects are told apart here.
-class AcDbFullSubentPath {  // highlighting takes one; paths into blocks are kept and not followed
+// Highlighting takes one; paths into blocks are kept and not followed.
+class AcDbFullSubentPath {
 public:
     AcDbFullSubentPath() = default;
     const AcDbObjectIdArray& objectIds() const { return m_ids; }
@@ -76,7 +79,8 @@ public:
     ACRX_DECLARE_MEMBERS(AcDbEntity);
 
     // Block table record (or owning entity) that holds the entity; null when non-resident.
-    AcDbObjectId blockId() const;  // O(1); open for read
+    // O(1); open for read.
+    AcDbObjectId blockId() const;
 
     AcCmColor color() const { return AcCmColor(m_color); }  // as stated, group 62 or 420
     virtual Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true,
@@ -103,6 +107,7 @@ public:
     // Name of the linetype as the entity states it, "ByLayer" and "ByBlock" included.
     ACHAR* linetype() const;
     Acad::ErrorStatus linetype(AcString& name) const;
+    // group 6, ByLayer and ByBlock as records of their own
     AcDbObjectId linetypeId() const { return m_linetypeId; }
     // Failures as for setLayer.
     virtual Acad::ErrorStatus setLinetype(const ACHAR* name, bool doSubents = true);
@@ -154,7 +159,8 @@ public:
                                     Adesk::GsMarker otherMarker = 0) const;
 
     // Asks for the entity to be drawn again.
-    Acad::ErrorStatus draw();  // at the next flush
+    Acad::ErrorStatus draw();
+    // The same as draw(), for a change that went past the setters.
     Acad::ErrorStatus recordGraphicsModified(bool setModified = true);
 
     // True when the entity lies in a plane; for circles and the like that of their normal.
@@ -190,7 +196,9 @@ Acad::ErrorStatus acdbOpenAcDbEntity(AcDbEntity*& entity, AcDbObjectId id, AcDb:
 class AcDbDatabaseReactor {
 public:
     virtual ~AcDbDatabaseReactor() = default;
+    // A new object became the database's; it is still open for write.
     virtual void objectAppended(const AcDbDatabase*, const AcDbObject*) {}
+    // Never called: undo puts whole states back.
     virtual void objectUnAppended(const AcDbDatabase*, const AcDbObject*) {}
     virtual void objectReAppended(const AcDbDatabase*, const AcDbObject*) {}
     // First change while open for write.
@@ -199,8 +207,10 @@ public:
     virtual void objectModified(const AcDbDatabase*, const AcDbObject*) {}
     // At close of an object whose erase state changed.
     virtual void objectErased(const AcDbDatabase*, const AcDbObject*, bool = true) {}
+    // Around the change of a variable that the drawing stores, by name in capitals.
     virtual void headerSysVarWillChange(const AcDbDatabase*, const ACHAR*) {}
     virtual void headerSysVarChanged(const AcDbDatabase*, const ACHAR*, bool) {}
+    // Never called: classes that a module brings late stay unknown.
     virtual void proxyResurrectionCompleted(const AcDbDatabase*, const ACHAR*, AcDbObjectIdArray&) {
     }
     // The database is being destroyed; it forgets the reactor.
@@ -229,19 +239,29 @@ public:
     AcDbDatabase& operator=(const AcDbDatabase&) = delete;
 
     // Open one of the tables; the caller closes it. Failures as acdbOpenObject.
+    // Definitions, model space and paper spaces.
     Acad::ErrorStatus getBlockTable(AcDbBlockTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+    // Layers; "0" is always there.
     Acad::ErrorStatus getLayerTable(AcDbLayerTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+    // Line types; ByLayer, ByBlock and Continuous are always there.
     Acad::ErrorStatus getLinetypeTable(AcDbLinetypeTable*& table,
                                        AcDb::OpenMode mode = AcDb::kForRead);
+    // Applications that may store extended data.
     Acad::ErrorStatus getRegAppTable(AcDbRegAppTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+    // Styles of texts, and files of shapes.
     Acad::ErrorStatus getTextStyleTable(AcDbTextStyleTable*& table,
                                         AcDb::OpenMode mode = AcDb::kForRead);
-    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table,  // styles of dimensions
+    // Styles of dimensions.
+    Acad::ErrorStatus getDimStyleTable(AcDbDimStyleTable*& table,
                                        AcDb::OpenMode mode = AcDb::kForRead);
+    // Named coordinate systems.
     Acad::ErrorStatus getUCSTable(AcDbUCSTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
+    // Named views.
     Acad::ErrorStatus getViewTable(AcDbViewTable*& table, AcDb::OpenMode mode = AcDb::kForRead);
-    Acad::ErrorStatus getViewportTable(AcDbViewportTable*& table,  // arrangements of the screen
+    // Arrangements of the screen.
+    Acad::ErrorStatus getViewportTable(AcDbViewportTable*& table,
                                        AcDb::OpenMode mode = AcDb::kForRead);
+    // The same, chosen by the kind of pointer.
     Acad::ErrorStatus getSymbolTable(AcDbBlockTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbLayerTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbLinetypeTable*& table, AcDb::OpenMode mode);
@@ -251,11 +271,14 @@ public:
     Acad::ErrorStatus getSymbolTable(AcDbUCSTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbViewTable*& table, AcDb::OpenMode mode);
     Acad::ErrorStatus getSymbolTable(AcDbViewportTable*& table, AcDb::OpenMode mode);
+    // The root of all dictionaries, and the one that groups lie in.
     Acad::ErrorStatus getNamedObjectsDictionary(AcDbDictionary*& dictionary,
                                                 AcDb::OpenMode mode = AcDb::kForRead);
     Acad::ErrorStatus getGroupDictionary(AcDbDictionary*& dictionary,
                                          AcDb::OpenMode mode = AcDb::kForRead);
 
+    // The same as identifiers, without opening anything. Null in a database that nothing was read
+    // into.
     AcDbObjectId blockTableId() const;
     AcDbObjectId layerTableId() const;
     AcDbObjectId linetypeTableId() const;
@@ -282,19 +305,19 @@ public:
     // eNullObjectId; eWrongObjectType; eWasErased; eWrongDatabase; a frozen layer is refused with
     // eInvalidInput. Layers that are off or locked may be current.
     Acad::ErrorStatus setClayer(AcDbObjectId layer);
-    AcDbObjectId celtype() const;                         // CELTYPE: of new entities
-    Acad::ErrorStatus setCeltype(AcDbObjectId linetype);  // null and erased ones are refused
-    AcCmColor cecolor() const;                            // CECOLOR
+    AcDbObjectId celtype() const;  // CELTYPE: of new entities
+    Acad::ErrorStatus setCeltype(AcDbObjectId linetype);
+    AcCmColor cecolor() const;  // CECOLOR
     Acad::ErrorStatus setCecolor(const AcCmColor& color);
     double celtscale() const;  // CELTSCALE
     Acad::ErrorStatus setCeltscale(double scale);
-    AcDb::LineWeight celweight() const;                       // CELWEIGHT
-    Acad::ErrorStatus setCelweight(AcDb::LineWeight weight);  // for new entities
-    AcDbObjectId textstyle() const;                           // TEXTSTYLE
-    AcDbObjectId dimstyle() const;                            // DIMSTYLE
-    double ltscale() const;                                   // LTSCALE: of all line types
-    AcDb::UnitsValue insunits() const;                        // INSUNITS: what one drawing unit is
-    Acad::ErrorStatus setInsunits(AcDb::UnitsValue units);    // scales nothing
+    AcDb::LineWeight celweight() const;  // CELWEIGHT
+    Acad::ErrorStatus setCelweight(AcDb::LineWeight weight);
+    AcDbObjectId textstyle() const;     // TEXTSTYLE
+    AcDbObjectId dimstyle() const;      // DIMSTYLE
+    double ltscale() const;             // LTSCALE: of all line types
+    AcDb::UnitsValue insunits() const;  // INSUNITS: what one drawing unit is
+    Acad::ErrorStatus setInsunits(AcDb::UnitsValue units);
     AcGePoint3d insbase() const;  // INSBASE: base point when inserted elsewhere
 
     AcDbHandle handseed() const;  // HANDSEED: the next free handle
@@ -331,7 +354,8 @@ public:
                                   bool allowCPConversion = false,
                                   const wchar_t* password = nullptr);
     // Ends lazy loading: every object is in memory afterwards.
-    Acad::ErrorStatus closeInput(bool closeFile = true);  // O(objects not read yet)
+    Acad::ErrorStatus closeInput(bool closeFile = true);
+    // The same for a file named so; logName is not written.
     Acad::ErrorStatus dxfIn(const ACHAR* dxfName, const ACHAR* logName = nullptr);
     // Writes text DXF. precision 16 gives every digit.
     Acad::ErrorStatus dxfOut(const ACHAR* fileName, const int precision = 16,
@@ -340,6 +364,8 @@ public:
     // Unlike AutoCAD, writes DXF, in the version of the file that was read.
     Acad::ErrorStatus saveAs(const ACHAR* fileName, bool bakAndRename = false,
                              AcDb::AcDbDwgVersion version = AcDb::kDHL_CURRENT);
+    // To the file that was read or saved to last; eNoDatabase-like refusal (eNotApplicable) without
+    // one.
     Acad::ErrorStatus save();
 
     // Identifier of a handle. eNullHandle for 0, eUnknownHandle when there is none; an erased

@@ -5,6 +5,8 @@
 
 #include "dbmain.h"
 
+// MTEXT: several lines, with formatting codes. Columns, backgrounds and fields are kept in the file
+// and not shown.
 class AcDbMText : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbMText);  // in files: MTEXT
@@ -35,11 +37,14 @@ public:
     Acad::ErrorStatus setWidth(double width);
     double textHeight() const { return m_textHeight; }  // group 40: of capitals
     Acad::ErrorStatus setTextHeight(double height);
+    // which point of the text lies there
     AttachmentPoint attachment() const { return m_attachment; }
     Acad::ErrorStatus setAttachment(AttachmentPoint attachment);
+    // group 44; 1: five thirds of the height
     double lineSpacingFactor() const { return m_lineSpacing; }
     // With its formatting codes; copy for acutDelString.
-    ACHAR* contents() const;  // groups 3 and 1
+    // Groups 3 and 1.
+    ACHAR* contents() const;
     Acad::ErrorStatus setContents(const ACHAR* text);
     Acad::ErrorStatus text(AcString& plain) const;      // without formatting, lines parted by \n
     AcDbObjectId textStyle() const { return m_style; }  // group 7

@@ -10,10 +10,12 @@ template <class T>
 class AcDbObjectPointer {  // the way to open anything
 public:
     AcDbObjectPointer() = default;  // holds nothing
+    // Opens; ask openStatus() before the object is used.
     AcDbObjectPointer(AcDbObjectId id, AcDb::OpenMode mode, bool openErased = false) {
         m_status = acdbOpenObject(m_object, id, mode, openErased);  // the object is null on failure
     }
-    AcDbObjectPointer(AcDbObjectPointer&& other) noexcept  // the other one holds nothing afterwards
+    // The other one holds nothing afterwards.
+    AcDbObjectPointer(AcDbObjectPointer&& other) noexcept
         : m_object(other.m_object), m_status(other.m_status) {
         other.m_object = nullptr;  // it closes nothing any more
         other.m_status = Acad::eNullObjectPointer;
@@ -78,7 +80,8 @@ public:
     }
 
 private:
-    void Drop() {  // closes a resident object, deletes one that is in no drawing
+    // Closes a resident object, deletes one that is in no drawing.
+    void Drop() {
         if (m_object == nullptr) return;
         if (m_object->objectId().isNull())
             delete m_object;  // in no drawing
@@ -92,11 +95,13 @@ private:
     Acad::ErrorStatus m_status = Acad::eNullObjectPointer;  // what openStatus() tells
 };
 
-typedef AcDbObjectPointer<AcDbEntity> AcDbEntityPointer;  // the usual ones by their own names
-typedef AcDbObjectPointer<AcDbDictionary> AcDbDictionaryPointer;              // named objects
-typedef AcDbObjectPointer<AcDbBlockTable> AcDbBlockTablePointer;              // definitions
-typedef AcDbObjectPointer<AcDbBlockTableRecord> AcDbBlockTableRecordPointer;  // one definition
-typedef AcDbObjectPointer<AcDbLayerTable> AcDbLayerTablePointer;              // all layers
+// The usual ones by their own names.
+typedef AcDbObjectPointer<AcDbEntity> AcDbEntityPointer;
+typedef AcDbObjectPointer<AcDbDictionary> AcDbDictionaryPointer;
+typedef AcDbObjectPointer<AcDbBlockTable> AcDbBlockTablePointer;  // definitions
+// one of them, or a space
+typedef AcDbObjectPointer<AcDbBlockTableRecord> AcDbBlockTableRecordPointer;
+typedef AcDbObjectPointer<AcDbLayerTable> AcDbLayerTablePointer;
 typedef AcDbObjectPointer<AcDbLayerTableRecord> AcDbLayerTableRecordPointer;  // a layer
 typedef AcDbObjectPointer<AcDbLinetypeTable> AcDbLinetypeTablePointer;
 typedef AcDbObjectPointer<AcDbLinetypeTableRecord> AcDbLinetypeTableRecordPointer;

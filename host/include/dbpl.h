@@ -11,12 +11,14 @@
 // of the segment that starts there: tan(included angle / 4), counter-clockwise positive.
 class AcDbPolyline : public AcDbCurve {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbPolyline);  // in files: LWPOLYLINE
+    ACRX_DECLARE_MEMBERS(AcDbPolyline);
+    // What a segment is. kCoincident: its ends are one point.
     enum SegType { kLine, kArc, kCoincident, kPoint, kEmpty };
 
-    AcDbPolyline() = default;                      // without vertices
+    AcDbPolyline() = default;
     explicit AcDbPolyline(unsigned int numVerts);  // room for so many; none is there yet
 
+    // group 90
     unsigned int numVerts() const { return static_cast<unsigned int>(m_vertices.size()); }
     // index up to numVerts, else eInvalidIndex. A width of -1 means the default width.
     Acad::ErrorStatus addVertexAt(unsigned int index, const AcGePoint2d& point, double bulge = 0.,
@@ -30,13 +32,18 @@ public:
     // All indexed functions: eInvalidIndex.
     Acad::ErrorStatus getPointAt(unsigned int index, AcGePoint3d& point) const;  // WCS
     Acad::ErrorStatus getPointAt(unsigned int index, AcGePoint2d& point) const;  // OCS
+    // OCS, group 10; z is the elevation.
     Acad::ErrorStatus setPointAt(unsigned int index, const AcGePoint2d& point);
+    // Group 42; 0 is a straight segment.
     Acad::ErrorStatus getBulgeAt(unsigned int index, double& bulge) const;
-    Acad::ErrorStatus setBulgeAt(unsigned int index, double bulge);  // the radius follows
+    Acad::ErrorStatus setBulgeAt(unsigned int index, double bulge);
+    // Groups 40 and 41 in drawing units; the constant width where a vertex has none.
     Acad::ErrorStatus getWidthsAt(unsigned int index, double& start, double& end) const;
-    Acad::ErrorStatus setWidthsAt(unsigned int index, double start, double end);  // drawing units
+    Acad::ErrorStatus setWidthsAt(unsigned int index, double start, double end);
+    // Group 91; a number of the caller's.
     Acad::ErrorStatus getVertexIdentifierAt(unsigned int index, Adesk::Int32& identifier) const;
     Acad::ErrorStatus setVertexIdentifierAt(unsigned int index, Adesk::Int32 identifier);
+    // Group 43; eInvalidInput when vertices differ.
     Acad::ErrorStatus getConstantWidth(double& width) const;
     // Drops the widths of the vertices.
     Acad::ErrorStatus setConstantWidth(double width);
@@ -52,29 +59,35 @@ public:
     bool isOnlyLines() const { return !hasBulges(); }    // no bulges
     bool hasBulges() const;                              // O(vertices)
     bool hasWidth() const;                               // any width but 0
-    bool hasVertexIdentifiers() const;                   // any but 0
-    bool hasPlinegen() const { return m_plinegen; }      // bit 128: dashes run across vertices
-    void setPlinegen(bool plinegen);                     // open for write, else the program stops
-    double elevation() const { return m_elevation; }     // group 38, along the normal
-    Acad::ErrorStatus setElevation(double elevation);    // along the normal
-    double thickness() const { return m_thickness; }     // group 39
+    bool hasVertexIdentifiers() const;
+    bool hasPlinegen() const { return m_plinegen; }  // bit 128: dashes run across vertices
+    void setPlinegen(bool plinegen);
+    double elevation() const { return m_elevation; }  // group 38, along the normal
+    Acad::ErrorStatus setElevation(double elevation);
+    double thickness() const { return m_thickness; }  // group 39
     Acad::ErrorStatus setThickness(double thickness);
     AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     // The direction is made unit; eInvalidInput for a zero vector.
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
     bool isPlanar() const override { return true; }
 
+    // 0 to the number of segments, whole numbers at the vertices. Without vertices:
+    // eDegenerateGeometry.
     Acad::ErrorStatus getStartParam(double& param) const override;
     Acad::ErrorStatus getEndParam(double& param) const override;
     Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
+    // O(vertices), as the rest below.
     Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;
     Acad::ErrorStatus getDistAtParam(double param, double& dist) const override;
     Acad::ErrorStatus getParamAtDist(double dist, double& param) const override;
     Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;
     Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
                                         bool extend = false) const override;
+    // By the closing chord when open; arcs exactly.
     Acad::ErrorStatus getArea(double& area) const override;
-    Acad::ErrorStatus reverseCurve() override;  // last vertex first; bulges change sign
+    // Last vertex first; bulges change sign.
+    Acad::ErrorStatus reverseCurve() override;
+    // Of a single segment; eNotImplementedYet for more.
     Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
 
@@ -83,7 +96,10 @@ public:
 
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    // A mirroring changes bulges or turns the normal; unequal scales are refused when there are
+    // bulges: eCannotScaleNonUniformly.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // One AcDbLine or AcDbArc for each segment that has a length.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
 
 private:

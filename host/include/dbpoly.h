@@ -19,9 +19,10 @@ public:
     AcDbEntity* entity() const { return nullptr; }
 
 private:
-    void skip(bool skipDeleted);      // passes over erased ones
+    // Passes over erased ones.
+    void skip(bool skipDeleted);
     std::vector<AcDbObjectId> m_ids;  // a copy: owners may change meanwhile
-    size_t m_at = 0;                  // place in the list
+    size_t m_at = 0;
 };
 
 namespace host {
@@ -45,6 +46,7 @@ struct OwnedEntities {
 };
 }  // namespace host
 
+// What the vertices of both kinds share: they are owned, and never drawn alone.
 class AcDbVertex : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbVertex);
@@ -57,22 +59,22 @@ protected:
 // Vertex of a 2D polyline; the position is an OCS point whose z is the elevation.
 class AcDb2dVertex : public AcDbVertex {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb2dVertex);  // in files: VERTEX
-    AcDb2dVertex() = default;            // at the origin
+    ACRX_DECLARE_MEMBERS(AcDb2dVertex);
+    AcDb2dVertex() = default;  // at the origin
     explicit AcDb2dVertex(const AcGePoint3d& position, double bulge = 0, double startWidth = 0,
                           double endWidth = 0, double tangent = 0);
 
     AcDb::Vertex2dType vertexType() const { return m_type; }  // bits of group 70
     AcGePoint3d position() const { return m_position; }       // group 10
     Acad::ErrorStatus setPosition(const AcGePoint3d& position);
-    double bulge() const { return m_bulge; }              // group 42, of the segment that leaves it
-    Acad::ErrorStatus setBulge(double bulge);             // tan(angle / 4)
-    double startWidth() const { return m_startWidth; }    // group 40
-    Acad::ErrorStatus setStartWidth(double width);        // drawing units
-    double endWidth() const { return m_endWidth; }        // group 41
-    Acad::ErrorStatus setEndWidth(double width);          // drawing units
-    double tangent() const { return m_tangent; }          // group 50, radians, for curve fits
-    Acad::ErrorStatus setTangent(double angle);           // radians
+    double bulge() const { return m_bulge; }  // group 42, of the segment that leaves it
+    Acad::ErrorStatus setBulge(double bulge);
+    double startWidth() const { return m_startWidth; }  // group 40
+    Acad::ErrorStatus setStartWidth(double width);
+    double endWidth() const { return m_endWidth; }  // group 41
+    Acad::ErrorStatus setEndWidth(double width);
+    double tangent() const { return m_tangent; }  // group 50, radians, for curve fits
+    Acad::ErrorStatus setTangent(double angle);
     bool isTangentUsed() const { return m_tangentUsed; }  // bit 2 of group 70
 
     AcRxObject* clone() const override;
@@ -84,12 +86,13 @@ private:
     double m_bulge = 0.0;       // tan(angle / 4), counter-clockwise positive
     double m_startWidth = 0.0;  // drawing units
     double m_endWidth = 0.0;
-    double m_tangent = 0.0;                       // radians
-    AcDb::Vertex2dType m_type = AcDb::k2dVertex;  // what made the vertex
-    bool m_tangentUsed = false;                   // the curve fit keeps it
+    double m_tangent = 0.0;  // radians
+    AcDb::Vertex2dType m_type = AcDb::k2dVertex;
+    bool m_tangentUsed = false;
 };
 
-class AcDb3dPolylineVertex : public AcDbVertex {  // vertex of a 3D polyline, WCS
+// Vertex of a 3D polyline, WCS.
+class AcDb3dPolylineVertex : public AcDbVertex {
 public:
     ACRX_DECLARE_MEMBERS(AcDb3dPolylineVertex);  // in files: VERTEX with bit 32 of group 70
     AcDb3dPolylineVertex() = default;
@@ -116,12 +119,14 @@ class PolyPath;
 class HeavyPolyline : public AcDbCurve {
 public:
     bool isClosed() const override { return m_closed; }  // bit 1 of group 70
-    Acad::ErrorStatus makeClosed();  // one more segment from the last vertex to the first, or none
+    // One more segment from the last vertex to the first, or none.
+    Acad::ErrorStatus makeClosed();
     Acad::ErrorStatus makeOpen();
     // Vertices as stored, control vertices included. The caller deletes the iterator. Only for
     // resident polylines: a non-resident one's iterator is empty.
     AcDbObjectIterator* vertexIterator() const;
 
+    // 0 to the number of drawn segments; of a fitted polyline those of the fit.
     Acad::ErrorStatus getStartParam(double& param) const override;
     Acad::ErrorStatus getEndParam(double& param) const override;
     Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
@@ -139,6 +144,7 @@ protected:
     Acad::ErrorStatus appendVertexObject(AcDbObjectId& id, AcDbVertex* vertex);
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+    // Lines and arcs as drawn; owned vertices stay where they are.
     Acad::ErrorStatus subExplode(AcDbVoidPtrArray& pieces) const override;
     void ownedIds(AcDbObjectIdArray& ids) const override;
     void settleOwned() override;
@@ -157,8 +163,10 @@ private:
 // beside the control vertices, and only those are drawn.
 class AcDb2dPolyline : public host::HeavyPolyline {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb2dPolyline);  // in files: POLYLINE
-    AcDb2dPolyline() = default;            // without vertices
+    ACRX_DECLARE_MEMBERS(AcDb2dPolyline);
+    AcDb2dPolyline() = default;  // without vertices
+    // Vertices are OCS points; bulges: one for each, or null. Fitting is
+    // not carried out: fitted types want the fitted vertices with them.
     AcDb2dPolyline(AcDb::Poly2dType type, const AcGePoint3dArray& vertices, double elevation = 0.,
                    bool closed = false, double defaultStartWidth = 0, double defaultEndWidth = 0,
                    const AcGeDoubleArray* bulges = nullptr,
@@ -171,10 +179,12 @@ public:
     Acad::ErrorStatus setThickness(double thickness);
     AcGeVector3d normal() const { return m_normal; }  // group 210, unit
     Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+    // groups 40 and 41: of vertices that state none
     double defaultStartWidth() const { return m_startWidth; }
     double defaultEndWidth() const { return m_endWidth; }
     bool isPlanar() const override { return true; }
 
+    // Opens a vertex by its identifier, without asking whether it is this polyline's.
     Acad::ErrorStatus openVertex(AcDb2dVertex*& vertex, AcDbObjectId id, AcDb::OpenMode mode,
                                  bool openErased = false) const;
     // On a resident polyline the vertex becomes resident and stays open for write.
@@ -182,7 +192,8 @@ public:
     Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb2dVertex* vertex);
     // WCS point of a vertex.
     AcGePoint3d vertexPosition(const AcDb2dVertex& vertex) const;
-    Acad::ErrorStatus getArea(double& area) const override;  // as for light polylines
+    // As for light polylines.
+    Acad::ErrorStatus getArea(double& area) const override;
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -201,16 +212,19 @@ private:
     AcDb::Poly2dType m_type = AcDb::k2dSimplePoly;
 };
 
+// A polyline of straight segments in space; no bulges, no widths.
 class AcDb3dPolyline : public host::HeavyPolyline {
 public:
-    ACRX_DECLARE_MEMBERS(AcDb3dPolyline);  // in files: POLYLINE with bit 8 of group 70
-    AcDb3dPolyline() = default;            // without vertices
+    ACRX_DECLARE_MEMBERS(AcDb3dPolyline);
+    AcDb3dPolyline() = default;  // without vertices
     AcDb3dPolyline(AcDb::Poly3dType type, const AcGePoint3dArray& vertices, bool closed = false);
 
     AcDb::Poly3dType polyType() const { return m_type; }  // bits of groups 70 and 75
+    // As of a 2D polyline.
     Acad::ErrorStatus openVertex(AcDb3dPolylineVertex*& vertex, AcDbObjectId id,
                                  AcDb::OpenMode mode, bool openErased = false) const;
-    Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);  // likewise
+    // Likewise.
+    Acad::ErrorStatus appendVertex(AcDb3dPolylineVertex* vertex);
     Acad::ErrorStatus appendVertex(AcDbObjectId& id, AcDb3dPolylineVertex* vertex);
 
     AcRxObject* clone() const override;

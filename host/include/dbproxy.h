@@ -6,7 +6,8 @@
 
 #include "dbents.h"
 
-class AcDbProxyEntity : public AcDbEntity {  // what stands for an entity of an unknown class
+// What stands for an entity of an unknown class.
+class AcDbProxyEntity : public AcDbEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbProxyEntity);
     const ACHAR* originalDxfName() const;  // as in the file
@@ -15,7 +16,8 @@ protected:
     AcDbProxyEntity() = default;
 };
 
-class AcDbProxyObject : public AcDbObject {  // what stands for an object that is no entity
+// What stands for an object that is no entity.
+class AcDbProxyObject : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbProxyObject);
     const ACHAR* originalDxfName() const;
@@ -36,6 +38,7 @@ public:
 
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    // Always eNotImplementedYet: what its numbers mean is not known.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
     void ownedIds(AcDbObjectIdArray& ids) const override;
     void settleOwned() override;
@@ -51,6 +54,7 @@ private:
 class AcDbZombieObject : public AcDbProxyObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbZombieObject);
+    // type from host::OpaqueObjectClass
     explicit AcDbZombieObject(AcRxClass* type) : m_type(type) {}
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;

@@ -3,4 +3,5 @@
 
 #include "acarray.h"
 
+// What the pointers point to belongs to whom the call that fills the array says.
 typedef AcArray<void*> AcDbVoidPtrArray;

@@ -13,6 +13,7 @@ public:
     // Made unit; eInvalidInput for a zero vector.
     Acad::ErrorStatus setUnitDir(const AcGeVector3d& direction);
     // No geometry object: getAcGeCurve answers eNotImplementedYet, ends and lengths likewise.
+    // base + param * direction.
     Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
     Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& point, AcGePoint3d& onCurve,
                                         bool extend = false) const override;
@@ -25,16 +26,18 @@ protected:
 
 private:
     friend struct Access;
-    AcGePoint3d m_base;                       // WCS
+    AcGePoint3d m_base;
     AcGeVector3d m_direction{1.0, 0.0, 0.0};  // unit
 };
 }  // namespace host
 
-class AcDbRay : public host::UnboundedLine {  // RAY: begins at its base point
+// RAY: begins at its base point.
+class AcDbRay : public host::UnboundedLine {
 public:
     ACRX_DECLARE_MEMBERS(AcDbRay);  // in files: RAY
     AcDbRay() = default;
-    Acad::ErrorStatus getStartParam(double& param) const override;  // 0, and the base point
+    // 0, and the base point.
+    Acad::ErrorStatus getStartParam(double& param) const override;
     Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const override;
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -43,7 +46,8 @@ protected:
     double firstParam() const override { return 0.0; }
 };
 
-class AcDbXline : public host::UnboundedLine {  // XLINE: without end on both sides
+// XLINE: without end on both sides.
+class AcDbXline : public host::UnboundedLine {
 public:
     ACRX_DECLARE_MEMBERS(AcDbXline);  // in files: XLINE
     AcDbXline() = default;
@@ -51,5 +55,6 @@ public:
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
-    double firstParam() const override;  // minus infinity
+    // Minus infinity.
+    double firstParam() const override;
 };

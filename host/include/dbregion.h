@@ -3,6 +3,7 @@
 
 #include "dbbody.h"
 
+// REGION, as far as revolving needs one. Booleans, moments and faces are not carried out.
 class AcDbRegion : public host::ModelledEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDbRegion);  // in files: REGION
@@ -13,6 +14,7 @@ public:
     // eNonCoplanarGeometry, eNotImplementedYet without a modeller.
     static Acad::ErrorStatus createFromCurves(const AcDbVoidPtrArray& curves,
                                               AcDbVoidPtrArray& regions);
+    // Drawing units squared; eNotApplicable for a region without a shape here.
     Acad::ErrorStatus getArea(double& area) const;
     bool isPlanar() const override { return true; }
 

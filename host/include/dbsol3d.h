@@ -5,6 +5,8 @@
 #include "dbbody.h"
 #include "dbregion.h"
 
+// 3DSOLID. Solids are made by revolving alone; primitives, extruding, booleans, sections and mass
+// properties but the volume are not carried out.
 class AcDb3dSolid : public host::ModelledEntity {
 public:
     ACRX_DECLARE_MEMBERS(AcDb3dSolid);  // in files: 3DSOLID
@@ -18,9 +20,11 @@ public:
     Acad::ErrorStatus createRevolvedSolid(AcDbEntity* profile, const AcGePoint3d& axisPoint,
                                           const AcGeVector3d& axisDirection, double revolveAngle,
                                           double startAngle, AcDbRevolveOptions& options);
+    // The same of a region, from angle 0 on.
     Acad::ErrorStatus revolve(const AcDbRegion* region, const AcGePoint3d& axisPoint,
                               const AcGeVector3d& axisDirection, double angleOfRevolution);
     // Volume in cubic drawing units.
+    // O(curves of the profile); eNotImplementedYet for a solid that was read.
     Acad::ErrorStatus getVolume(double& volume) const;
 
     AcRxObject* clone() const override;

@@ -8,6 +8,7 @@
 #include "genurb3d.h"
 #include "gept3dar.h"
 
+// SPLINE. Inserting knots, raising the degree and fitting again are not carried out.
 class AcDbSpline : public AcDbCurve {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSpline);  // in files: SPLINE
@@ -31,10 +32,12 @@ public:
 
     int numFitPoints() const { return static_cast<int>(m_fitPoints.size()); }  // group 74
     bool hasFitData() const { return !m_fitPoints.empty(); }
+    // Group 11, WCS; eInvalidIndex.
     Acad::ErrorStatus getFitPointAt(int index, AcGePoint3d& point) const;
     // Tolerance of the fit, and the end tangents; eNotApplicable without fit points.
     Acad::ErrorStatus getFitTangents(AcGeVector3d& start, AcGeVector3d& end) const;
 
+    // All of it at once. Arrays are replaced; weights are left empty when there are none.
     Acad::ErrorStatus getNurbsData(int& degree, bool& rational, bool& closed, bool& periodic,
                                    AcGePoint3dArray& controlPoints, AcGeDoubleArray& knots,
                                    AcGeDoubleArray& weights, double& controlPtTol,
@@ -49,13 +52,15 @@ public:
     // Null curve and eDegenerateGeometry for a spline without control points.
     Acad::ErrorStatus getAcGeCurve(AcGeCurve3d*& curve,
                                    const AcGeTol& tol = AcGeContext::gTol) const override;
-    Acad::ErrorStatus reverseCurve() override;  // knots are mirrored within their range
+    // Knots are mirrored within their range.
+    Acad::ErrorStatus reverseCurve() override;
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 
 protected:
     Acad::ErrorStatus subGetGeomExtents(AcDbExtents& extents) const override;
+    // Any affine map: control points and fit points move.
     Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
 
 private:

@@ -10,7 +10,8 @@
 #include "dbmain.h"
 #include "gescl3d.h"
 
-#define ACDB_MODEL_SPACE ACRX_T("*Model_Space")  // names of the records that are always there
+// Names of the records that are always there.
+#define ACDB_MODEL_SPACE ACRX_T("*Model_Space")
 #define ACDB_PAPER_SPACE ACRX_T("*Paper_Space")
 #define ACDB_NULL_HANDLE ACRX_T("0")
 
@@ -32,7 +33,8 @@ public:
     Acad::ErrorStatus setName(const ACHAR* name);
 
     // Of an external reference.
-    bool isDependent() const;  // by its name: "drawing|record"
+    // By its name: "drawing|record".
+    bool isDependent() const;
     bool isResolved() const { return true; }
 
 protected:
@@ -40,6 +42,8 @@ protected:
     AcDbSymbolTableRecord() = default;
     AcDbSymbolTableRecord(const AcDbSymbolTableRecord&) = default;
     AcDbSymbolTableRecord& operator=(const AcDbSymbolTableRecord&) = default;
+    // The name becomes free for another record; un-erasing needs it back, else
+    // eDuplicateRecordName.
     Acad::ErrorStatus subErase(bool erasing) override;
 
 private:
@@ -70,6 +74,7 @@ private:
     std::ptrdiff_t m_at = 0;  // place in the table's list
 };
 
+// What all tables are: names, and the records behind them.
 class AcDbSymbolTable : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbSymbolTable);
@@ -80,7 +85,7 @@ public:
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbSymbolTableRecord*& record, AcDb::OpenMode mode,
                             bool openErasedRecord = false) const;
     bool has(const ACHAR* name) const;  // erased records do not count
-    bool has(AcDbObjectId id) const;    // of this very table
+    bool has(AcDbObjectId id) const;
 
     // Adds a new record with a name; the table must be open for write; the record is then open for
     // write. eDuplicateRecordName, eInvalidInput for a missing name, eWrongObjectType,
@@ -146,28 +151,31 @@ public:
 };
 }  // namespace host
 
+// LAYER. Overrides for single viewports, transparency, materials and filters are kept in the file
+// only.
 class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord);  // in files: LAYER
-    AcDbLayerTableRecord();                      // on, thawed, unlocked, colour 7, continuous
+    ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord);
+    // On, thawed, unlocked, colour 7, continuous.
+    AcDbLayerTableRecord();
 
     // Void setters stop the program when the record is not open for write.
-    bool isOff() const { return m_off; }        // a negative group 62
-    void setIsOff(bool off);                    // shows no longer; may stay current
+    bool isOff() const { return m_off; }  // a negative group 62
+    void setIsOff(bool off);
     bool isFrozen() const { return m_frozen; }  // bit 1 of group 70
     // eInvalidInput for the current layer.
     Acad::ErrorStatus setIsFrozen(bool frozen);
     bool isLocked() const { return m_locked; }  // bit 4: shows, and cannot be changed
-    void setIsLocked(bool locked);              // entities open for reading only
+    void setIsLocked(bool locked);
     bool isHidden() const { return m_hidden; }  // not offered to users
     Acad::ErrorStatus setIsHidden(bool hidden);
-    bool isPlottable() const { return m_plottable; }   // group 290
-    Acad::ErrorStatus setIsPlottable(bool plottable);  // nothing is plotted here
+    bool isPlottable() const { return m_plottable; }  // group 290
+    Acad::ErrorStatus setIsPlottable(bool plottable);
     // True when an entity that is not erased lies on the layer. O(all entities).
     bool isInUse() const;
 
-    AcCmColor color() const { return AcCmColor(m_color); }          // of what is ByLayer
-    void setColor(const AcCmColor& color);                          // an index or red, green, blue
+    AcCmColor color() const { return AcCmColor(m_color); }  // of what is ByLayer
+    void setColor(const AcCmColor& color);
     AcDbObjectId linetypeObjectId() const { return m_linetypeId; }  // group 6
     // eWrongObjectType.
     Acad::ErrorStatus setLinetypeObjectId(AcDbObjectId linetype);
@@ -192,10 +200,12 @@ private:
     bool m_hidden = false;
     bool m_plottable = true;  // group 290
 };
+// Visits the layers in the order in which they were made.
 class AcDbLayerTableIterator : public host::TypedTableIterator<AcDbLayerTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
+// The layers of a drawing.
 class AcDbLayerTable : public host::TypedSymbolTable<AcDbLayerTableRecord, AcDbLayerTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbLayerTable);  // in files: TABLE LAYER
@@ -204,7 +214,8 @@ public:
     // The last flag would hide hidden layers; here they are always found.
     Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id, bool getErasedRecord,
                             bool getHiddenRecord) const {
-        static_cast<void>(getHiddenRecord);  // nothing is hidden from programs
+        // Nothing is hidden from programs.
+        static_cast<void>(getHiddenRecord);
         return AcDbSymbolTable::getAt(name, id, getErasedRecord);
     }
 };
@@ -212,17 +223,17 @@ public:
 // Pattern of dashes (positive lengths), gaps (negative) and dots (zero), in drawing units.
 class AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord);  // in files: LTYPE
-    AcDbLinetypeTableRecord() = default;            // no gaps
+    ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord);
+    AcDbLinetypeTableRecord() = default;  // no gaps
 
-    ACHAR* comments() const;                                  // group 3, as "____ _ ____"
-    Acad::ErrorStatus setComments(const ACHAR* text);         // eInvalidInput for null
+    ACHAR* comments() const;  // group 3, as "____ _ ____"
+    Acad::ErrorStatus setComments(const ACHAR* text);
     double patternLength() const { return m_patternLength; }  // group 40: the sum of all parts
-    Acad::ErrorStatus setPatternLength(double length);        // not checked against the parts
+    Acad::ErrorStatus setPatternLength(double length);
     int numDashes() const { return static_cast<int>(m_dashes.size()); }  // group 73
-    Acad::ErrorStatus setNumDashes(int count);                           // new parts are 0: dots
-    double dashLengthAt(int index) const;                         // group 49; 0 for a wrong index
-    Acad::ErrorStatus setDashLengthAt(int index, double length);  // eInvalidIndex
+    Acad::ErrorStatus setNumDashes(int count);
+    double dashLengthAt(int index) const;  // group 49; 0 for a wrong index
+    Acad::ErrorStatus setDashLengthAt(int index, double length);
 
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
@@ -233,29 +244,32 @@ private:
     std::vector<double> m_dashes;  // drawing units
     double m_patternLength = 0.0;  // as stated, not summed up
 };
+// Visits the line types.
 class AcDbLinetypeTableIterator : public host::TypedTableIterator<AcDbLinetypeTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
+// The line types of a drawing. Loading from files of line types is not carried out.
 class AcDbLinetypeTable
     : public host::TypedSymbolTable<AcDbLinetypeTableRecord, AcDbLinetypeTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbLinetypeTable);  // in files: TABLE LTYPE
 };
 
+// STYLE. Fonts are named and not read: letters are those of the display.
 class AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord);  // in files: STYLE
-    AcDbTextStyleTableRecord() = default;            // no font
+    ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord);
+    AcDbTextStyleTableRecord() = default;  // no font
 
-    double textSize() const { return m_textSize; }            // group 40; 0: each text has its own
-    Acad::ErrorStatus setTextSize(double size);               // drawing units
-    double xScale() const { return m_xScale; }                // group 41
-    Acad::ErrorStatus setXScale(double scale);                // of the letters' widths
-    double obliquingAngle() const { return m_obliquing; }     // group 50, radians
-    Acad::ErrorStatus setObliquingAngle(double angle);        // radians
-    Acad::ErrorStatus fileName(AcString& name) const;         // group 3
-    Acad::ErrorStatus setFileName(const ACHAR* name);         // not looked for
+    double textSize() const { return m_textSize; }  // group 40; 0: each text has its own
+    Acad::ErrorStatus setTextSize(double size);
+    double xScale() const { return m_xScale; }  // group 41
+    Acad::ErrorStatus setXScale(double scale);
+    double obliquingAngle() const { return m_obliquing; }  // group 50, radians
+    Acad::ErrorStatus setObliquingAngle(double angle);
+    Acad::ErrorStatus fileName(AcString& name) const;  // group 3
+    Acad::ErrorStatus setFileName(const ACHAR* name);
     Acad::ErrorStatus bigFontFileName(AcString& name) const;  // group 4
     Acad::ErrorStatus setBigFontFileName(const ACHAR* name);
     bool isShapeFile() const { return m_shapeFile; }  // bit 1 of group 70: shapes, no letters
@@ -272,11 +286,13 @@ private:
     double m_obliquing = 0.0;  // radians
     bool m_shapeFile = false;
 };
+// Visits the text styles.
 class AcDbTextStyleTableIterator : public host::TypedTableIterator<AcDbTextStyleTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
-class AcDbTextStyleTable  // the text styles of a drawing
+// The text styles of a drawing.
+class AcDbTextStyleTable
     : public host::TypedSymbolTable<AcDbTextStyleTableRecord, AcDbTextStyleTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbTextStyleTable);  // in files: TABLE STYLE
@@ -290,11 +306,13 @@ public:
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
+// Visits the applications.
 class AcDbRegAppTableIterator : public host::TypedTableIterator<AcDbRegAppTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
-class AcDbRegAppTable  // the applications of a drawing
+// The applications of a drawing.
+class AcDbRegAppTable
     : public host::TypedSymbolTable<AcDbRegAppTableRecord, AcDbRegAppTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbRegAppTable);  // in files: TABLE APPID
@@ -310,19 +328,22 @@ public:
     AcRxObject* clone() const override;
     Acad::ErrorStatus copyFrom(const AcRxObject* other) override;
 };
+// Visits the dimension styles.
 class AcDbDimStyleTableIterator : public host::TypedTableIterator<AcDbDimStyleTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
-class AcDbDimStyleTable  // the dimension styles of a drawing
+// The dimension styles of a drawing.
+class AcDbDimStyleTable
     : public host::TypedSymbolTable<AcDbDimStyleTableRecord, AcDbDimStyleTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbDimStyleTable);  // in files: TABLE DIMSTYLE
 };
 
+// UCS: a named coordinate system. The current one of this host is always the world's.
 class AcDbUCSTableRecord : public AcDbSymbolTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbUCSTableRecord);        // in files: UCS
+    ACRX_DECLARE_MEMBERS(AcDbUCSTableRecord);
     AcDbUCSTableRecord() = default;                  // the world's
     AcGePoint3d origin() const { return m_origin; }  // group 10, WCS
     Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
@@ -339,10 +360,12 @@ private:
     AcGeVector3d m_xAxis{1.0, 0.0, 0.0};
     AcGeVector3d m_yAxis{0.0, 1.0, 0.0};
 };
+// Visits the coordinate systems.
 class AcDbUCSTableIterator : public host::TypedTableIterator<AcDbUCSTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
+// The named coordinate systems of a drawing.
 class AcDbUCSTable : public host::TypedSymbolTable<AcDbUCSTableRecord, AcDbUCSTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbUCSTable);  // in files: TABLE UCS
@@ -352,18 +375,18 @@ public:
 class AcDbAbstractViewTableRecord : public AcDbSymbolTableRecord {
 public:
     ACRX_DECLARE_MEMBERS(AcDbAbstractViewTableRecord);
-    AcGePoint2d centerPoint() const { return m_center; }        // of the picture, in its own plane
-    void setCenterPoint(const AcGePoint2d& center);             // in the picture's plane
-    double height() const { return m_height; }                  // of the picture, drawing units
-    void setHeight(double height);                              // drawing units
-    double width() const { return m_width; }                    // likewise
-    void setWidth(double width);                                // drawing units
-    AcGePoint3d target() const { return m_target; }             // what is looked at, WCS
-    void setTarget(const AcGePoint3d& target);                  // WCS
+    AcGePoint2d centerPoint() const { return m_center; }  // of the picture, in its own plane
+    void setCenterPoint(const AcGePoint2d& center);
+    double height() const { return m_height; }  // of the picture, drawing units
+    void setHeight(double height);
+    double width() const { return m_width; }  // likewise
+    void setWidth(double width);
+    AcGePoint3d target() const { return m_target; }  // what is looked at, WCS
+    void setTarget(const AcGePoint3d& target);
     AcGeVector3d viewDirection() const { return m_direction; }  // from the target to the eye
-    void setViewDirection(const AcGeVector3d& direction);       // not zero
+    void setViewDirection(const AcGeVector3d& direction);
     double viewTwist() const { return m_twist; }  // of the picture about that, radians
-    void setViewTwist(double angle);              // radians
+    void setViewTwist(double angle);
 
 protected:
     friend struct host::Access;
@@ -378,10 +401,11 @@ private:
     double m_twist = 0.0;                     // group 50 of VIEW, 51 of VPORT
 };
 
-class AcDbViewTableRecord : public AcDbAbstractViewTableRecord {  // VIEW: a named view
+// VIEW: a named view.
+class AcDbViewTableRecord : public AcDbAbstractViewTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbViewTableRecord);  // in files: VIEW
-    AcDbViewTableRecord() = default;            // one unit of plan view about the origin
+    ACRX_DECLARE_MEMBERS(AcDbViewTableRecord);
+    AcDbViewTableRecord() = default;  // one unit of plan view about the origin
     bool isPaperspaceView() const { return m_paperspace; }  // bit 1 of group 70
     void setIsPaperspaceView(bool paperspace);
     AcRxObject* clone() const override;
@@ -391,10 +415,12 @@ private:
     friend struct host::Access;
     bool m_paperspace = false;
 };
+// Visits the views.
 class AcDbViewTableIterator : public host::TypedTableIterator<AcDbViewTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
+// The named views of a drawing.
 class AcDbViewTable : public host::TypedSymbolTable<AcDbViewTableRecord, AcDbViewTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewTable);  // in files: TABLE VIEW
@@ -403,8 +429,9 @@ public:
 // Several records may be called "*Active": the viewports of one screen arrangement.
 class AcDbViewportTableRecord : public AcDbAbstractViewTableRecord {
 public:
-    ACRX_DECLARE_MEMBERS(AcDbViewportTableRecord);  // in files: VPORT
-    AcDbViewportTableRecord() = default;            // the whole screen
+    ACRX_DECLARE_MEMBERS(AcDbViewportTableRecord);
+    AcDbViewportTableRecord() = default;  // the whole screen
+    // groups 10 and 11, shares of the screen
     AcGePoint2d lowerLeftCorner() const { return m_lowerLeft; }
     void setLowerLeftCorner(const AcGePoint2d& corner);
     AcGePoint2d upperRightCorner() const { return m_upperRight; }
@@ -417,11 +444,13 @@ private:
     AcGePoint2d m_lowerLeft;
     AcGePoint2d m_upperRight{1.0, 1.0};
 };
+// Visits the viewports.
 class AcDbViewportTableIterator : public host::TypedTableIterator<AcDbViewportTableRecord> {
 public:
     using TypedTableIterator::TypedTableIterator;
 };
-class AcDbViewportTable  // the arrangements of the screen
+// The arrangements of the screen.
+class AcDbViewportTable
     : public host::TypedSymbolTable<AcDbViewportTableRecord, AcDbViewportTableIterator> {
 public:
     ACRX_DECLARE_MEMBERS(AcDbViewportTable);  // in files: TABLE VPORT

@@ -4,8 +4,10 @@
 #include "dbsymtb.h"
 
 namespace AcDbSymbolUtilities {
+// All by names and identifiers, nothing stays open. A null database means the working one.
 class Services {
 public:
+    // The space's record; null for a database that nothing was read into.
     AcDbObjectId blockModelSpaceId(AcDbDatabase* db) const;
     AcDbObjectId blockPaperSpaceId(AcDbDatabase* db) const;
     const ACHAR* blockModelSpaceName() const { return ACDB_MODEL_SPACE; }

@@ -3,6 +3,7 @@
 
 #include "dbmain.h"
 
+// XRECORD: values of any kind under group codes, for programs.
 class AcDbXrecord : public AcDbObject {
 public:
     ACRX_DECLARE_MEMBERS(AcDbXrecord);  // in files: XRECORD
@@ -39,6 +40,7 @@ private:
 // Visits the values of a record; the nodes stay the record's.
 class AcDbXrecordIterator {
 public:
+    // Copies the chain; the record may close meanwhile.
     explicit AcDbXrecordIterator(const AcDbXrecord* record);
     ~AcDbXrecordIterator();
     AcDbXrecordIterator(const AcDbXrecordIterator&) = delete;
@@ -49,7 +51,9 @@ public:
         if (m_at != nullptr) m_at = m_at->rbnext;
         return m_at != nullptr;
     }
+    // group code; 0 at the end
     short curRestype() const { return m_at == nullptr ? short(0) : m_at->restype; }
+    // The value alone; strings stay the iterator's. eInvalidIndex at the end.
     Acad::ErrorStatus getCurResbuf(resbuf& value, AcDbDatabase* db = nullptr) const;
 
 private:

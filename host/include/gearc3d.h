@@ -5,7 +5,8 @@
 
 // Parameter = angle in radians from refVec, counter-clockwise as seen against the normal; the
 // interval is [startAng, endAng]. A full circle runs over 2 pi.
-class AcGeCircArc3d : public AcGeCurve3d {  // A circle or a part of it in space
+// A circle or a part of it in space.
+class AcGeCircArc3d : public AcGeCurve3d {
 public:
     AcGeCircArc3d() : AcGeCircArc3d(AcGePoint3d::kOrigin, AcGeVector3d::kZAxis, 1.0) {}
     // A circle; refVec is the x axis the arbitrary axis rule gives the normal.
@@ -27,7 +28,8 @@ public:
 
     AcGeCircArc3d& setCenter(const AcGePoint3d& center);
     AcGeCircArc3d& setRadius(double radius);
-    AcGeCircArc3d& setAngles(double startAng, double endAng);  // kept as given
+    // Kept as given; the end should not lie below the start.
+    AcGeCircArc3d& setAngles(double startAng, double endAng);
 
 protected:
     AcGe::EntityId kind() const override { return AcGe::kCircArc3d; }

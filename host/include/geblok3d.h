@@ -20,6 +20,7 @@ public:
     AcGeBoundBlock3d& extend(const AcGePoint3d& p);                     // grows to hold the point
     AcGeBoundBlock3d& swell(double distance);                           // outwards on all sides
     bool contains(const AcGePoint3d& p) const;                          // the border belongs to it
+    // no point in common, not even of the borders
     bool isDisjoint(const AcGeBoundBlock3d& other) const;
 
 protected:

@@ -38,7 +38,9 @@ public:
     double paramAtLength(double datum, double len, bool positive = true,
                          double tol = AcGeContext::gTol.equalPoint()) const;
 
+    // Of a curve with several: one of them.
     AcGePoint3d closestPointTo(const AcGePoint3d& p, const AcGeTol& tol = AcGeContext::gTol) const;
+    // to the closest point, drawing units
     double distanceTo(const AcGePoint3d& p, const AcGeTol& tol = AcGeContext::gTol) const;
 
     using AcGeEntity3d::isOn;

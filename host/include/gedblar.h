@@ -2,4 +2,5 @@
 
 #include "acarray.h"
 
-typedef AcArray<double> AcGeDoubleArray;  // numbers: parameters, knots, weights
+// Numbers: parameters, knots, weights.
+typedef AcArray<double> AcGeDoubleArray;

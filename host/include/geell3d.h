@@ -7,9 +7,11 @@ class AcGeCircArc3d;
 
 // Point = center + majorRadius * cos(t) * majorAxis + minorRadius * sin(t) * minorAxis; the
 // interval is [startAng, endAng] of t, radians (not the angle of the point, save on a circle).
-class AcGeEllipArc3d : public AcGeCurve3d {  // an ellipse or a part of it in space
+// An ellipse or a part of it in space.
+class AcGeEllipArc3d : public AcGeCurve3d {
 public:
-    AcGeEllipArc3d();  // the unit circle in the XY plane
+    // The unit circle in the XY plane.
+    AcGeEllipArc3d();
     // A circular arc as an ellipse with equal radii.
     AcGeEllipArc3d(const AcGeCircArc3d& arc);
     // minorAxis need not be at right angles to majorAxis; it is turned so.
@@ -22,6 +24,7 @@ public:
     AcGePoint3d center() const { return m_center; }         // of the ellipse
     AcGeVector3d majorAxis() const { return m_majorAxis; }  // unit
     AcGeVector3d minorAxis() const { return m_minorAxis; }
+    // unit; the arc turns about it
     AcGeVector3d normal() const { return m_majorAxis.crossProduct(m_minorAxis); }
     double majorRadius() const { return m_majorRadius; }  // drawing units
     double minorRadius() const { return m_minorRadius; }
@@ -29,8 +32,10 @@ public:
     double endAng() const { return m_endAng; }
     AcGePoint3d startPoint() const { return eval(m_startAng, 0, nullptr); }
     AcGePoint3d endPoint() const { return eval(m_endAng, 0, nullptr); }
+    // both radii equal within equalPoint
     bool isCircular(const AcGeTol& tol = AcGeContext::gTol) const;
 
+    // parameters, kept as given
     AcGeEllipArc3d& setAngles(double startAng, double endAng);
 
 protected:

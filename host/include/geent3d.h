@@ -24,6 +24,7 @@ public:
         apply(m);
         return *this;
     }
+    // The moves below are transformBy with the matrix of that name.
     AcGeEntity3d& translateBy(const AcGeVector3d& v);
     AcGeEntity3d& rotateBy(double angle, const AcGeVector3d& axis);  // about the origin, radians
     AcGeEntity3d& rotateBy(double angle, const AcGeVector3d& axis, const AcGePoint3d& centre);

@@ -5,6 +5,7 @@
 #include "getol.h"
 
 namespace AcGe {
+// Classes and their bases; not all of AutoCAD's: those that curves of drawings need.
 enum EntityId {
     kEntity3d,
     kPlanarEnt,
@@ -22,7 +23,8 @@ enum EntityId {
 };
 }  // namespace AcGe
 
-struct AcGeContext {  // the tolerance that stands where none is given
+// The tolerance that stands where none is given.
+struct AcGeContext {
     // The default argument of all tests. Mutable; set it only while no other thread computes.
     static AcGeTol gTol;  // 1e-10 and 1e-10 at first
 };

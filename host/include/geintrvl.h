@@ -6,10 +6,12 @@
 // A range that may be open-ended on either side.
 class AcGeInterval {
 public:
-    AcGeInterval() = default;                 // unbounded
-    AcGeInterval(double lower, double upper)  // bounded; lower must not lie above upper
+    AcGeInterval() = default;  // unbounded
+    // Bounded; lower must not lie above upper.
+    AcGeInterval(double lower, double upper)
         : m_lower(lower), m_upper(upper), m_hasLower(true), m_hasUpper(true) {}
-    AcGeInterval(bool boundedBelow, double bound)  // open on one side
+    // Open on one side.
+    AcGeInterval(bool boundedBelow, double bound)
         : m_lower(bound), m_upper(bound), m_hasLower(boundedBelow), m_hasUpper(!boundedBelow) {}
 
     double lowerBound() const { return m_lower; }  // without meaning when there is none

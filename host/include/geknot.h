@@ -9,6 +9,7 @@ public:
     static double globalKnotTolerance;
 
     explicit AcGeKnotVector(double eps = globalKnotTolerance) : m_eps(eps) {}
+    // Copies; nothing is checked, the curve's constructor does that.
     AcGeKnotVector(int size, const double knots[], double eps = globalKnotTolerance);
     AcGeKnotVector(const AcGeDoubleArray& knots, double eps = globalKnotTolerance)
         : m_knots(knots), m_eps(eps) {}

@@ -43,6 +43,7 @@ public:
         return at(host::NearestOn(m_straight, p));
     }
 
+    // By unit directions, within equalVector; false for one without length.
     bool isParallelTo(const AcGeLinearEnt3d& line, const AcGeTol& tol = AcGeContext::gTol) const;
     bool isPerpendicularTo(const AcGeLinearEnt3d& line,
                            const AcGeTol& tol = AcGeContext::gTol) const;

@@ -7,8 +7,10 @@ class AcGeLine3d : public AcGeLinearEnt3d {
 public:
     // The x axis.
     AcGeLine3d() : AcGeLine3d(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis) {}
+    // Through a point along a vector, whose length is the parameter's unit.
     AcGeLine3d(const AcGePoint3d& p, const AcGeVector3d& v)
         : AcGeLinearEnt3d(p, v, p + v, false, false) {}
+    // Through two points; they should be apart.
     AcGeLine3d(const AcGePoint3d& p, const AcGePoint3d& q)
         : AcGeLinearEnt3d(p, q - p, q, false, false) {}  // through two points; they should be apart
 

@@ -7,6 +7,7 @@ class AcGeLineSeg3d final : public AcGeLinearEnt3d {
 public:
     // From the origin to (1, 0, 0).
     AcGeLineSeg3d() : AcGeLineSeg3d(AcGePoint3d::kOrigin, AcGeVector3d::kXAxis) {}
+    // Both ends are kept to the last digit.
     AcGeLineSeg3d(const AcGePoint3d& p, const AcGePoint3d& q)
         : AcGeLinearEnt3d(p, q - p, q, true, true) {}  // both ends are kept to the last digit
     AcGeLineSeg3d(const AcGePoint3d& p, const AcGeVector3d& v)
@@ -21,6 +22,7 @@ public:
 
     AcGePoint3d startPoint() const { return m_straight.start; }  // as given
     AcGePoint3d endPoint() const { return m_end; }
+    // at parameter 0.5
     AcGePoint3d midPoint() const { return m_straight.start + m_straight.dir * 0.5; }
     using AcGeCurve3d::length;
     double length() const { return m_straight.dir.length(); }  // drawing units

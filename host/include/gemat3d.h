@@ -21,11 +21,13 @@ public:
     // Counter-clockwise as seen against axis (right-hand rule), radians; a zero axis does nothing.
     AcGeMatrix3d& setToRotation(double angle, const AcGeVector3d& axis,
                                 const AcGePoint3d& centre = AcGePoint3d::kOrigin);
+    // from a point, equally in all directions
     AcGeMatrix3d& setToScaling(double factor, const AcGePoint3d& centre = AcGePoint3d::kOrigin);
     AcGeMatrix3d& setToMirroring(const AcGePlane& plane);  // at a plane, a point or a line
     AcGeMatrix3d& setToMirroring(const AcGePoint3d& point);
     AcGeMatrix3d& setToMirroring(const AcGeLine3d& line);
-    static AcGeMatrix3d translation(const AcGeVector3d& v);  // the same as new matrices
+    // The same as new matrices.
+    static AcGeMatrix3d translation(const AcGeVector3d& v);
     static AcGeMatrix3d rotation(double angle, const AcGeVector3d& axis,
                                  const AcGePoint3d& centre = AcGePoint3d::kOrigin);
     static AcGeMatrix3d scaling(double factor, const AcGePoint3d& centre = AcGePoint3d::kOrigin);
@@ -35,6 +37,7 @@ public:
 
     AcGeMatrix3d operator*(const AcGeMatrix3d& m) const;  // this one acts last
     AcGeMatrix3d& operator*=(const AcGeMatrix3d& m) { return *this = *this * m; }
+    // left acts last
     AcGeMatrix3d& preMultBy(const AcGeMatrix3d& left) { return *this = left * *this; }
     AcGeMatrix3d& postMultBy(const AcGeMatrix3d& right) { return *this = *this * right; }
     AcGeMatrix3d& setToProduct(const AcGeMatrix3d& a, const AcGeMatrix3d& b) {
@@ -57,6 +60,7 @@ public:
     // The length of the longest image of an axis.
     double scale() const;
     AcGeVector3d translation() const { return {entry[0][3], entry[1][3], entry[2][3]}; }
+    // every entry within equalVector
     bool isEqualTo(const AcGeMatrix3d& m, const AcGeTol& tol = AcGeContext::gTol) const;
     bool operator==(const AcGeMatrix3d& m) const { return isEqualTo(m); }
     bool operator!=(const AcGeMatrix3d& m) const { return !isEqualTo(m); }

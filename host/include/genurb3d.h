@@ -6,6 +6,7 @@
 
 // The interval is [knot(degree), knot(numControlPoints)], for a clamped spline from the first to
 // the last knot. Between knots the curve is a rational polynomial of the degree.
+// Editing of knots and degrees is not carried out; control points can be moved.
 class AcGeNurbCurve3d : public AcGeCurve3d {
 public:
     // A curve without control points.
@@ -31,16 +32,19 @@ public:
     int degree() const { return m_degree; }
     int order() const { return m_degree + 1; }  // degree + 1
     int numControlPoints() const { return m_points.length(); }
+    // i must exist, as for all of these
     AcGePoint3d controlPointAt(int i) const { return m_points[i]; }
     int numKnots() const { return m_knots.length(); }
     double knotAt(int i) const { return m_knots[i]; }
     const AcGeKnotVector& knots() const { return m_knots; }
     double startParam() const { return domain().lowerBound(); }  // ends of the interval
     double endParam() const { return domain().upperBound(); }
+    // the control point only when clamped
     AcGePoint3d startPoint() const { return eval(startParam(), 0, nullptr); }
     AcGePoint3d endPoint() const { return eval(endParam(), 0, nullptr); }
     bool isRational() const { return !m_weights.isEmpty(); }
     int numWeights() const { return m_weights.length(); }
+    // 1 for splines that are not rational
     double weightAt(int i) const { return m_weights.isEmpty() ? 1.0 : m_weights[i]; }
     // As it was made, not by looking at the ends.
     bool isPeriodic() const { return m_periodic; }
@@ -49,6 +53,7 @@ public:
     int numFitPoints() const { return m_fitPoints.length(); }
     bool getFitPointAt(int i, AcGePoint3d& p) const;
 
+    // The curve changes around that point; fit points are forgotten.
     AcGeNurbCurve3d& setControlPointAt(int i, const AcGePoint3d& p);
 
 protected:

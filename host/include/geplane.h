@@ -21,8 +21,10 @@ public:
         return line.intersectWith(*this, out, tol);
     }
     AcGePoint3d closestPointTo(const AcGePoint3d& p) const;  // the foot of the perpendicular
+    // either way round
     bool isParallelTo(const AcGePlanarEnt& plane, const AcGeTol& tol = AcGeContext::gTol) const;
     bool isParallelTo(const AcGeLinearEnt3d& line, const AcGeTol& tol = AcGeContext::gTol) const;
+    // parallel, and no farther apart than equalPoint
     bool isCoplanarTo(const AcGePlanarEnt& plane, const AcGeTol& tol = AcGeContext::gTol) const;
 
 protected:
@@ -38,13 +40,15 @@ protected:
     AcGeVector3d m_uAxis, m_vAxis, m_normal;  // unit, at right angles
 };
 
-class AcGePlane : public AcGePlanarEnt {  // A plane, without borders
+// A plane, without borders.
+class AcGePlane : public AcGePlanarEnt {
 public:
     AcGePlane();  // the XY plane
     // Axes by the arbitrary axis rule.
     AcGePlane(const AcGePoint3d& origin, const AcGeVector3d& normal);
     // vAxis needs not be at right angles to uAxis; it is turned so within the plane of both.
     AcGePlane(const AcGePoint3d& origin, const AcGeVector3d& uAxis, const AcGeVector3d& vAxis);
+    // Through three points, the middle one being the origin.
     AcGePlane(const AcGePoint3d& uPoint, const AcGePoint3d& origin, const AcGePoint3d& vPoint);
 
     static const AcGePlane kXYPlane;  // planes of the axes, through the origin

@@ -3,6 +3,7 @@
 
 #include "gevec2d.h"
 
+// A place; equality is by the global tolerance, unlike that of plain numbers.
 class AcGePoint2d {
 public:
     double x = 0.0, y = 0.0;
@@ -21,10 +22,12 @@ public:
     double& operator[](unsigned int i) { return i == 0 ? x : y; }
     AcGeVector2d asVector() const { return {x, y}; }  // from the origin to it
 
+    // moved by a vector
     AcGePoint2d operator+(const AcGeVector2d& v) const { return {x + v.x, y + v.y}; }
     AcGePoint2d operator-(const AcGeVector2d& v) const { return {x - v.x, y - v.y}; }
     AcGePoint2d& operator+=(const AcGeVector2d& v) { return *this = *this + v; }
     AcGePoint2d& operator-=(const AcGeVector2d& v) { return *this = *this - v; }
+    // from p to this one
     AcGeVector2d operator-(const AcGePoint2d& p) const { return {x - p.x, y - p.y}; }
     AcGePoint2d operator*(double s) const { return {x * s, y * s}; }  // from the origin
 
@@ -36,6 +39,7 @@ public:
     bool operator==(const AcGePoint2d& p) const { return isEqualTo(p); }
     bool operator!=(const AcGePoint2d& p) const { return !isEqualTo(p); }
 
+    // counter-clockwise, radians
     AcGePoint2d& rotateBy(double angle, const AcGePoint2d& centre = kOrigin);
     AcGePoint2d& scaleBy(double factor, const AcGePoint2d& centre = kOrigin);  // from the centre
     AcGePoint2d& transformBy(const AcGeMatrix2d& m);

@@ -3,4 +3,5 @@
 #include "acarray.h"
 #include "gepnt2d.h"
 
-typedef AcArray<AcGePoint2d> AcGePoint2dArray;  // points of the plane, in order
+// Points of the plane, in order.
+typedef AcArray<AcGePoint2d> AcGePoint2dArray;

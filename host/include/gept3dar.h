@@ -3,4 +3,5 @@
 #include "acarray.h"
 #include "gepnt3d.h"
 
-typedef AcArray<AcGePoint3d> AcGePoint3dArray;  // points in space, in order
+// Points in space, in order.
+typedef AcArray<AcGePoint3d> AcGePoint3dArray;

@@ -6,7 +6,8 @@
 // equalPoint   absolute, drawing units: points this close are the same (not strict)
 // equalVector  unit vectors that differ by less are parallel; vectors that differ by no more are
 // equal
-class AcGeTol {  // handed to every test; the default is AcGeContext::gTol
+// Handed to every test; the default is AcGeContext::gTol.
+class AcGeTol {
 public:
     constexpr AcGeTol() = default;
 

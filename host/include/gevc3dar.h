@@ -3,4 +3,5 @@
 #include "acarray.h"
 #include "gevec3d.h"
 
-typedef AcArray<AcGeVector3d> AcGeVector3dArray;  // vectors in space, in order
+// Vectors in space, in order.
+typedef AcArray<AcGeVector3d> AcGeVector3dArray;

@@ -8,7 +8,8 @@
 class AcGePoint2d;
 class AcGeMatrix2d;
 
-class AcGeVector2d {  // A direction with a length
+// A direction with a length.
+class AcGeVector2d {
 public:
     double x = 0.0, y = 0.0;  // drawing units
 
@@ -38,6 +39,7 @@ public:
     AcGeVector2d& operator-=(const AcGeVector2d& v) { return *this = *this - v; }
     AcGeVector2d& negate() { return *this = -*this; }  // turns it round
 
+    // 0 for a right angle
     double dotProduct(const AcGeVector2d& v) const { return x * v.x + y * v.y; }
     double lengthSqrd() const { return x * x + y * y; }  // no root: for comparing
     double length() const { return std::sqrt(x * x + y * y); }

@@ -9,7 +9,8 @@ class AcGePoint3d;
 class AcGeMatrix3d;
 class AcGePlanarEnt;
 
-class AcGeVector3d {  // A direction with a length
+// A direction with a length.
+class AcGeVector3d {
 public:
     double x = 0.0, y = 0.0, z = 0.0;  // drawing units
 
@@ -27,6 +28,7 @@ public:
         z = zz;
         return *this;
     }
+    // 0 is x, 1 is y, everything else z
     double operator[](unsigned int i) const { return i == 0 ? x : i == 1 ? y : z; }
     double& operator[](unsigned int i) { return i == 0 ? x : i == 1 ? y : z; }
 
@@ -41,7 +43,9 @@ public:
     AcGeVector3d& operator-=(const AcGeVector3d& v) { return *this = *this - v; }
     AcGeVector3d& negate() { return *this = -*this; }  // turns it round
 
+    // 0 for a right angle
     double dotProduct(const AcGeVector3d& v) const { return x * v.x + y * v.y + z * v.z; }
+    // At right angles to both, by the right-hand rule; as long as their parallelogram is large.
     AcGeVector3d crossProduct(const AcGeVector3d& v) const {
         return {y * v.z - z * v.y, z * v.x - x * v.z, x * v.y - y * v.x};
     }
@@ -53,6 +57,7 @@ public:
         return len > 0.0 ? AcGeVector3d(x / len, y / len, z / len) : AcGeVector3d();
     }
     AcGeVector3d& normalize() { return *this = normal(); }  // to length 1
+    // a zero vector stays one
     AcGeVector3d& setToLength(double len) { return *this = normal() * len; }
     AcGePoint3d asPoint() const;  // from the origin
 
@@ -62,6 +67,7 @@ public:
 
     // Components along the axes of a plane.
     AcGeVector2d convert2d(const AcGePlanarEnt& plane) const;
+    // the part at right angles to the normal
     AcGeVector3d orthoProject(const AcGeVector3d& planeNormal) const;
 
     // The angle between both, radians in [0, pi].
@@ -69,6 +75,7 @@ public:
     // From this one to v counter-clockwise as seen against refAxis, radians in [0, 2 pi).
     double angleTo(const AcGeVector3d& v, const AcGeVector3d& refAxis) const;
 
+    // by the right-hand rule, radians
     AcGeVector3d& rotateBy(double angle, const AcGeVector3d& axis);
     AcGeVector3d& mirror(const AcGeVector3d& planeNormal);  // at the plane with that normal
     // Translation does not act on vectors.

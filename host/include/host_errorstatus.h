@@ -3,6 +3,8 @@
 #pragma once
 
 // clang-format off
+// By kind: general ones, identifiers and handles, containers, opening and locks, what entities
+// refuse, geometry, result buffers and files.
 #define HOST_ERROR_STATUS_LIST(X) \
     X(eOk) X(eNotImplementedYet) X(eNotApplicable) X(eInvalidInput) X(eAmbiguousInput) \
     X(eAmbiguousOutput) X(eOutOfMemory) X(eBufferTooSmall) X(eInvalidOpenState) X(eHandleExists) \

@@ -1,50 +1,51 @@
 // Numbers of the Windows headers that dialogs and their resource scripts use: messages, styles,
-// commands, keys. Public values of the platform; a private header, reached through afxwin.h.
+// commands, keys. Public values of the platform; a private header, reached through afxwin.h. Styles
+// marked "no effect" may stand in a resource script: they are read, kept, and shown like none.
 #pragma once
 
 // Windows
-#define WS_OVERLAPPED 0x00000000u    // no effect here
+#define WS_OVERLAPPED 0x00000000u    // no effect
 #define WS_POPUP 0x80000000u         // a window of its own
 #define WS_CHILD 0x40000000u         // lies in another one
-#define WS_MINIMIZE 0x20000000u      // no effect here
+#define WS_MINIMIZE 0x20000000u      // no effect
 #define WS_VISIBLE 0x10000000u       // shown from the beginning
 #define WS_DISABLED 0x08000000u      // takes no input
-#define WS_CLIPSIBLINGS 0x04000000u  // no effect here
-#define WS_CLIPCHILDREN 0x02000000u  // no effect here
-#define WS_MAXIMIZE 0x01000000u      // no effect here
+#define WS_CLIPSIBLINGS 0x04000000u  // no effect
+#define WS_CLIPCHILDREN 0x02000000u  // no effect
+#define WS_MAXIMIZE 0x01000000u      // no effect
 #define WS_CAPTION 0x00C00000u       // has a title
 #define WS_BORDER 0x00800000u        // has a line around it
-#define WS_DLGFRAME 0x00400000u      // no effect here
-#define WS_VSCROLL 0x00200000u       // no effect here
-#define WS_HSCROLL 0x00100000u       // no effect here
+#define WS_DLGFRAME 0x00400000u      // no effect
+#define WS_VSCROLL 0x00200000u       // no effect
+#define WS_HSCROLL 0x00100000u       // no effect
 #define WS_SYSMENU 0x00080000u       // can be closed by its frame
-#define WS_THICKFRAME 0x00040000u    // no effect here
+#define WS_THICKFRAME 0x00040000u    // no effect
 #define WS_GROUP 0x00020000u         // the first of a group: arrows stay in it
 #define WS_TABSTOP 0x00010000u       // Tab comes to it
-#define WS_MINIMIZEBOX 0x00020000u   // no effect here
-#define WS_MAXIMIZEBOX 0x00010000u   // no effect here
+#define WS_MINIMIZEBOX 0x00020000u   // no effect
+#define WS_MAXIMIZEBOX 0x00010000u   // no effect
 
-#define WS_EX_DLGMODALFRAME 0x00000001u  // no effect here
-#define WS_EX_TOPMOST 0x00000008u        // no effect here
-#define WS_EX_TRANSPARENT 0x00000020u    // no effect here
-#define WS_EX_TOOLWINDOW 0x00000080u     // no effect here
-#define WS_EX_WINDOWEDGE 0x00000100u     // no effect here
+#define WS_EX_DLGMODALFRAME 0x00000001u  // no effect
+#define WS_EX_TOPMOST 0x00000008u        // no effect
+#define WS_EX_TRANSPARENT 0x00000020u    // no effect
+#define WS_EX_TOOLWINDOW 0x00000080u     // no effect
+#define WS_EX_WINDOWEDGE 0x00000100u     // no effect
 #define WS_EX_CLIENTEDGE 0x00000200u     // sunken edge
-#define WS_EX_RIGHT 0x00001000u          // no effect here
-#define WS_EX_CONTROLPARENT 0x00010000u  // no effect here
-#define WS_EX_STATICEDGE 0x00020000u     // no effect here
-#define WS_EX_APPWINDOW 0x00040000u      // no effect here
+#define WS_EX_RIGHT 0x00001000u          // no effect
+#define WS_EX_CONTROLPARENT 0x00010000u  // no effect
+#define WS_EX_STATICEDGE 0x00020000u     // no effect
+#define WS_EX_APPWINDOW 0x00040000u      // no effect
 
-#define DS_SYSMODAL 0x0002u      // no effect here
-#define DS_3DLOOK 0x0004u        // no effect here
-#define DS_FIXEDSYS 0x0008u      // no effect here
-#define DS_NOFAILCREATE 0x0010u  // no effect here
+#define DS_SYSMODAL 0x0002u      // no effect
+#define DS_3DLOOK 0x0004u        // no effect
+#define DS_FIXEDSYS 0x0008u      // no effect
+#define DS_NOFAILCREATE 0x0010u  // no effect
 #define DS_SETFONT 0x0040u
-#define DS_MODALFRAME 0x0080u     // no effect here
-#define DS_SETFOREGROUND 0x0200u  // no effect here
-#define DS_CONTROL 0x0400u        // no effect here
+#define DS_MODALFRAME 0x0080u     // no effect
+#define DS_SETFOREGROUND 0x0200u  // no effect
+#define DS_CONTROL 0x0400u        // no effect
 #define DS_CENTER 0x0800u         // in the middle of its owner
-#define DS_CENTERMOUSE 0x1000u    // no effect here
+#define DS_CENTERMOUSE 0x1000u    // no effect
 #define DS_SHELLFONT (DS_SETFONT | DS_FIXEDSYS)
 
 // Controls
@@ -57,65 +58,65 @@
 #define BS_AUTO3STATE 0x0006u
 #define BS_GROUPBOX 0x0007u         // a frame with a title
 #define BS_AUTORADIOBUTTON 0x0009u  // a click checks it, and clears its group
-#define BS_OWNERDRAW 0x000Bu        // no effect here
+#define BS_OWNERDRAW 0x000Bu        // no effect
 #define BS_TYPEMASK 0x000Fu         // the bits that tell the kind
-#define BS_LEFTTEXT 0x0020u         // no effect here
-#define BS_LEFT 0x0100u             // no effect here
-#define BS_RIGHT 0x0200u            // no effect here
-#define BS_CENTER 0x0300u           // no effect here
-#define BS_TOP 0x0400u              // no effect here
-#define BS_BOTTOM 0x0800u           // no effect here
-#define BS_VCENTER 0x0C00u          // no effect here
-#define BS_MULTILINE 0x2000u        // no effect here
-#define BS_NOTIFY 0x4000u           // no effect here
-#define BS_FLAT 0x8000u             // no effect here
+#define BS_LEFTTEXT 0x0020u         // no effect
+#define BS_LEFT 0x0100u             // no effect
+#define BS_RIGHT 0x0200u            // no effect
+#define BS_CENTER 0x0300u           // no effect
+#define BS_TOP 0x0400u              // no effect
+#define BS_BOTTOM 0x0800u           // no effect
+#define BS_VCENTER 0x0C00u          // no effect
+#define BS_MULTILINE 0x2000u        // no effect
+#define BS_NOTIFY 0x4000u           // no effect
+#define BS_FLAT 0x8000u             // no effect
 
 #define SS_LEFT 0x0000u  // where the text stands
 #define SS_CENTER 0x0001u
 #define SS_RIGHT 0x0002u
-#define SS_ICON 0x0003u        // no effect here
+#define SS_ICON 0x0003u        // no effect
 #define SS_ETCHEDHORZ 0x0010u  // a line instead of a text
 #define SS_ETCHEDVERT 0x0011u
-#define SS_ETCHEDFRAME 0x0012u     // no effect here
+#define SS_ETCHEDFRAME 0x0012u     // no effect
 #define SS_LEFTNOWORDWRAP 0x000Cu  // one line, cut at the end
 #define SS_TYPEMASK 0x001Fu
 #define SS_NOPREFIX 0x0080u  // & is a character
-#define SS_NOTIFY 0x0100u    // no effect here
+#define SS_NOTIFY 0x0100u    // no effect
 #define SS_CENTERIMAGE 0x0200u
-#define SS_SUNKEN 0x1000u       // no effect here
-#define SS_ENDELLIPSIS 0x4000u  // no effect here
+#define SS_SUNKEN 0x1000u       // no effect
+#define SS_ENDELLIPSIS 0x4000u  // no effect
 
 #define ES_LEFT 0x0000u         // at the left border
-#define ES_CENTER 0x0001u       // no effect here
-#define ES_RIGHT 0x0002u        // no effect here
+#define ES_CENTER 0x0001u       // no effect
+#define ES_RIGHT 0x0002u        // no effect
 #define ES_MULTILINE 0x0004u    // several lines; Enter stays in it
-#define ES_UPPERCASE 0x0008u    // no effect here
-#define ES_LOWERCASE 0x0010u    // no effect here
-#define ES_PASSWORD 0x0020u     // no effect here
-#define ES_AUTOVSCROLL 0x0040u  // no effect here
-#define ES_AUTOHSCROLL 0x0080u  // no effect here
-#define ES_NOHIDESEL 0x0100u    // no effect here
+#define ES_UPPERCASE 0x0008u    // no effect
+#define ES_LOWERCASE 0x0010u    // no effect
+#define ES_PASSWORD 0x0020u     // no effect
+#define ES_AUTOVSCROLL 0x0040u  // no effect
+#define ES_AUTOHSCROLL 0x0080u  // no effect
+#define ES_NOHIDESEL 0x0100u    // no effect
 #define ES_READONLY 0x0800u     // shows, and takes no typing
 #define ES_WANTRETURN 0x1000u   // Enter begins a line
-#define ES_NUMBER 0x2000u       // no effect here
+#define ES_NUMBER 0x2000u       // no effect
 
-#define PBS_SMOOTH 0x01u    // no effect here
-#define PBS_VERTICAL 0x04u  // no effect here
+#define PBS_SMOOTH 0x01u    // no effect
+#define PBS_VERTICAL 0x04u  // no effect
 
 #define LVS_REPORT 0x0001u
 #define LVS_SINGLESEL 0x0004u            // one row at most
-#define LVS_SHOWSELALWAYS 0x0008u        // no effect here
-#define LVS_SORTASCENDING 0x0010u        // no effect here
-#define LVS_NOSORTHEADER 0x8000u         // no effect here
-#define LVS_NOCOLUMNHEADER 0x4000u       // no effect here
-#define LVS_ALIGNLEFT 0x0800u            // no effect here
+#define LVS_SHOWSELALWAYS 0x0008u        // no effect
+#define LVS_SORTASCENDING 0x0010u        // no effect
+#define LVS_NOSORTHEADER 0x8000u         // no effect
+#define LVS_NOCOLUMNHEADER 0x4000u       // no effect
+#define LVS_ALIGNLEFT 0x0800u            // no effect
 #define LVS_EX_GRIDLINES 0x0001u         // lines between the cells
-#define LVS_EX_CHECKBOXES 0x0004u        // no effect here
-#define LVS_EX_FULLROWSELECT 0x0020u     // no effect here
-#define LVS_EX_DOUBLEBUFFER 0x00010000u  // no effect here
+#define LVS_EX_CHECKBOXES 0x0004u        // no effect
+#define LVS_EX_FULLROWSELECT 0x0020u     // no effect
+#define LVS_EX_DOUBLEBUFFER 0x00010000u  // no effect
 #define LVCFMT_LEFT 0                    // where a column's texts stand
-#define LVCFMT_RIGHT 1                   // no effect here
-#define LVCFMT_CENTER 2                  // no effect here
+#define LVCFMT_RIGHT 1                   // no effect
+#define LVCFMT_CENTER 2                  // no effect
 #define LVIS_FOCUSED 0x0001u             // the row that keys move from
 #define LVIS_SELECTED 0x0002u            // a picked row
 #define LVIF_TEXT 0x0001u

@@ -7,7 +7,8 @@
 #include <cstdint>
 
 #ifndef TRUE
-#define TRUE 1  // A BOOL has 32 bits; anything but 0 is true
+// A BOOL has 32 bits; anything but 0 is true.
+#define TRUE 1
 #endif
 #ifndef FALSE
 #define FALSE 0
@@ -16,15 +17,18 @@
 // Classes and functions marked for export become visible outside the module; a module is built with
 // hidden visibility, as a Windows library is.
 #if !defined(_WIN32)
+// What stands in brackets behind __declspec, for compilers that write it as attributes.
 #define HOST_DECLSPEC_dllexport __attribute__((visibility("default")))
 #define HOST_DECLSPEC_dllimport __attribute__((visibility("default")))
 #define HOST_DECLSPEC_noreturn __attribute__((noreturn))
 #define HOST_DECLSPEC_noinline __attribute__((noinline))
-#define HOST_DECLSPEC_novtable  // A hint to Microsoft's compiler alone
+// A hint to Microsoft's compiler alone.
+#define HOST_DECLSPEC_novtable
 #define HOST_DECLSPEC_selectany __attribute__((weak))
 #define HOST_DECLSPEC_align(n) __attribute__((aligned(n)))
 #define __declspec(x) HOST_DECLSPEC_##x
-#define __stdcall  // calling conventions differ on 32-bit Windows only
+// Calling conventions differ on 32-bit Windows only.
+#define __stdcall
 #define __cdecl
 #define HOST_MODULE_LOCAL __attribute__((visibility("hidden")))  // each module has its own
 #else
@@ -74,6 +78,7 @@ typedef const wchar_t* LPCWSTR;
 typedef TCHAR* LPTSTR;  // the build's own text
 typedef const TCHAR* LPCTSTR;
 
+// A type of handle that is no other one's; a number for the host, never a pointer to follow.
 #define DECLARE_HANDLE(name) \
     struct name##__;         \
     typedef struct name##__* name
@@ -93,6 +98,7 @@ typedef HICON HCURSOR;
 DECLARE_HANDLE(HMENU);
 DECLARE_HANDLE(HRSRC);
 
+// Parts of a word, and words of parts; numbers below 0 keep their bits.
 #define LOWORD(l) (static_cast<WORD>(static_cast<DWORD_PTR>(l) & 0xffffu))
 #define HIWORD(l) (static_cast<WORD>((static_cast<DWORD_PTR>(l) >> 16) & 0xffffu))
 #define LOBYTE(w) (static_cast<BYTE>(static_cast<DWORD_PTR>(w) & 0xffu))
@@ -101,19 +107,22 @@ DECLARE_HANDLE(HRSRC);
     (static_cast<LONG>(static_cast<DWORD>(LOWORD(low)) | (static_cast<DWORD>(LOWORD(high)) << 16)))
 #define MAKEWPARAM(low, high) (static_cast<WPARAM>(static_cast<DWORD>(MAKELONG(low, high))))
 #define MAKELPARAM(low, high) (static_cast<LPARAM>(static_cast<DWORD>(MAKELONG(low, high))))
+// 0x00BBGGRR.
 #define RGB(r, g, b)                                                         \
     (static_cast<COLORREF>(static_cast<BYTE>(r) |                            \
                            (static_cast<DWORD>(static_cast<BYTE>(g)) << 8) | \
                            (static_cast<DWORD>(static_cast<BYTE>(b)) << 16)))
 
-#define DLL_PROCESS_DETACH 0  // why DllMain is called; this host calls none
+// Why DllMain is called; this host calls none.
+#define DLL_PROCESS_DETACH 0
 #define DLL_PROCESS_ATTACH 1
 #define DLL_THREAD_ATTACH 2
 #define DLL_THREAD_DETACH 3
 #define MAX_PATH 260  // elements of a path's buffer; longer ones are refused
 #define UNREFERENCED_PARAMETER(p) (void)(p)
 
-#define afx_msg                              // marks handlers for the reader
-#define AFX_EXT_CLASS __declspec(dllexport)  // marks what other modules may use
+#define afx_msg  // marks handlers for the reader
+// Marks what other modules may use.
+#define AFX_EXT_CLASS __declspec(dllexport)
 #define AFX_EXT_API __declspec(dllexport)
 #define AFX_EXT_DATA __declspec(dllexport)

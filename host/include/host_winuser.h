@@ -6,15 +6,18 @@
 #include "host_winconst.h"
 #include "host_wintypes.h"
 
-struct POINT {  // in pixels; x to the right, y down
+// In pixels; x to the right, y down.
+struct POINT {
     LONG x;
     LONG y;
 };
-struct SIZE {  // in pixels
+// In pixels.
+struct SIZE {
     LONG cx;
     LONG cy;
 };
-struct RECT {  // in pixels; right and bottom lie outside
+// In pixels; right and bottom lie outside.
+struct RECT {
     LONG left;
     LONG top;
     LONG right;
@@ -24,7 +27,8 @@ typedef POINT* LPPOINT;
 typedef RECT* LPRECT;
 typedef const RECT* LPCRECT;
 
-struct MSG {        // A message on its way
+// A message on its way.
+struct MSG {
     HWND hwnd;      // null: to the whole program
     UINT message;   // WM_ number
     WPARAM wParam;  // what they hold depends on the message
@@ -34,7 +38,8 @@ struct MSG {        // A message on its way
 };
 typedef MSG* LPMSG;
 
-struct NMHDR {        // what every notification begins with
+// What every notification begins with.
+struct NMHDR {
     HWND hwndFrom;    // the control
     UINT_PTR idFrom;  // its number
     UINT code;        // what happened
@@ -168,4 +173,5 @@ ULONGLONG GetTickCount64();   // milliseconds since some moment in the past
 // The module that holds an address (flag FROM_ADDRESS), or one by file name; PIN keeps it mapped
 // for good. Unlike Windows, only by address or for the program itself (null).
 BOOL GetModuleHandleEx(DWORD dwFlags, LPCTSTR lpModuleName, HMODULE* phModule);
+// its length; null: of the program
 DWORD GetModuleFileName(HMODULE hModule, LPTSTR lpFilename, DWORD nSize);

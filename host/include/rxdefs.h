@@ -23,7 +23,9 @@ enum AppMsgCode {
     kInitDialogMsg = 14,
     kEndDialogMsg = 15
 };
+// What the module answers; kRetError to kInitAppMsg refuses to be loaded.
 enum AppRetCode { kRetOK = 0, kRetError = 3 };
+// How two objects compare.
 enum Ordering { kLessThan = -1, kEqual = 0, kGreaterThan = 1, kNotOrderable = 2 };
 }  // namespace AcRx
 

@@ -31,6 +31,7 @@ public:
 
     // Declares that the module copes with several open drawings.
     bool registerAppMDIAware(void* appId) const;
+    // The contrary; kept and told, without effect here.
     bool registerAppNotMDIAware(void* appId) const;
     bool isAppMDIAware(const ACHAR* modulename) const;
 };

@@ -5,6 +5,7 @@
 
 class AcDbDatabase;
 
+// Derived by the editor's reactor, which is the one to add; see aced.h.
 class AcRxEventReactor : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcRxEventReactor);
@@ -18,6 +19,7 @@ public:
     virtual void saveComplete(AcDbDatabase*, const ACHAR*) {}
     virtual void abortSave(AcDbDatabase*) {}
 
+    // Of AutoCAD, around the reading and writing of DXF; never called here.
     virtual void beginDxfIn(AcDbDatabase*) {}
     virtual void abortDxfIn(AcDbDatabase*) {}
     virtual void dxfInComplete(AcDbDatabase*) {}

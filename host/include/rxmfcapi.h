@@ -3,7 +3,8 @@
 
 #include "host_wintypes.h"
 
-class CDocument;  // only named here: this host makes none
+// Only named here: this host makes none.
+class CDocument;
 class CMDIFrameWnd;
 class CView;
 class CWinApp;

@@ -3,6 +3,7 @@
 
 #include "rxboiler.h"
 
+// An entry of the registry under a name; does nothing by itself.
 class AcRxService : public AcRxObject {
 public:
     ACRX_DECLARE_MEMBERS(AcRxService);

@@ -5,13 +5,15 @@
 
 #include "host_wintypes.h"
 
-#define _T(text) HOST_WIDEN(text)  // A text of the build's own characters. All three mean the same.
+// A text of the build's own characters. All three mean the same.
+#define _T(text) HOST_WIDEN(text)
 #define _TEXT(text) HOST_WIDEN(text)
 #define TEXT(text) HOST_WIDEN(text)
 #define HOST_WIDEN(text) L##text
 
 typedef wchar_t _TCHAR;
 
+// The C library's functions of the same meaning.
 inline std::size_t _tcslen(const TCHAR* text) { return std::wcslen(text); }
 inline int _tcscmp(const TCHAR* a, const TCHAR* b) { return std::wcscmp(a, b); }
 inline int _tcsncmp(const TCHAR* a, const TCHAR* b, std::size_t n) { return std::wcsncmp(a, b, n); }

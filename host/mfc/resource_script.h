@@ -11,7 +11,8 @@
 
 namespace host {
 
-struct ControlTemplate {       // one control of a dialog, as the script has it
+// One control of a dialog, as the script has it.
+struct ControlTemplate {
     std::wstring windowClass;  // lower case: "button", "edit", "static", "syslistview32" ...
     std::wstring text;
     int id = 0;
@@ -21,6 +22,8 @@ struct ControlTemplate {       // one control of a dialog, as the script has it
     int line = 0;     // in the script
 };
 
+// One dialog. Dialog units become pixels by the font: four across are a letter's mean width, eight
+// down its height.
 struct DialogTemplate {
     int id = 0;       // as code knows it
     RECT place = {};  // dialog units
@@ -35,7 +38,8 @@ struct DialogTemplate {
     int line = 0;
 };
 
-struct ResourceScript {  // what one module brings along
+// What one module brings along.
+struct ResourceScript {
     std::map<int, DialogTemplate> dialogs;
     std::map<UINT, std::wstring> strings;  // by number, for CString::LoadString
 };

@@ -22,6 +22,7 @@ struct ScriptToken {
 struct ScriptError {
     std::wstring text;  // the fault, ready to be shown
 };
+// Ends the reading with "file(line): why".
 [[noreturn]] void FailAt(const ScriptToken& token, const std::wstring& why);
 [[noreturn]] void FailAt(const std::wstring& file, int line, const std::wstring& why);
 

@@ -58,6 +58,7 @@ public:
     }
 
     // --- messages ---
+    // calls the window's procedure at once
     LRESULT Send(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);
     bool Post(HWND handle, UINT message, WPARAM wParam, LPARAM lParam);  // false for no window
     // What a user did to a window; runs when its turn comes, unless the window is gone or disabled

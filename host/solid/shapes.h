@@ -9,12 +9,14 @@
 
 namespace host::solid {
 
+// A solid of revolution. What the members answer is said in host/db/modeller.h.
 class RevolvedShape : public Shape {
 public:
     explicit RevolvedShape(Profile profile) : profile_(std::move(profile)) {}
     const Profile& GetProfile() const { return profile_; }
 
     Acad::ErrorStatus Extents(AcDbExtents& extents) const override;
+    // any uniform map; the profile's frame moves along
     Acad::ErrorStatus Moved(const AcGeMatrix3d& matrix,
                             std::shared_ptr<const Shape>& moved) const override;
     Acad::ErrorStatus Explode(AcDbVoidPtrArray& pieces) const override;  // eNotApplicable
@@ -26,7 +28,8 @@ private:
     Profile profile_;
 };
 
-class RegionShape : public Shape {  // A face inside one outline, without holes
+// A face inside one outline, without holes.
+class RegionShape : public Shape {
 public:
     RegionShape(Outline outline, double area) : outline_(std::move(outline)), area_(area) {}
     const Outline& GetOutline() const { return outline_; }

@@ -22,6 +22,7 @@ public:
     }
 
     // Begin("LINE").Word("''").Ref(3).Ref(4).End() gives the entity's number.
+    // One entity, put together argument by argument; End() gives its number.
     StepEntities& Begin(const char* type);
     StepEntities& Word(const char* word);                  // as it stands
     StepEntities& Ref(int entity);                         // "#12"
@@ -32,6 +33,7 @@ public:
     // An entity of several types, its text between the brackets.
     int Complex(const std::string& types);
 
+    // Entities by their kinds; each gives its number. Places and lengths are scaled.
     int Point(const AcGePoint3d& point);
     int Direction(const AcGeVector3d& vector);       // made unit
     int Placement(int origin, int axis, int first);  // axis and first direction at a point
@@ -42,6 +44,7 @@ public:
     int Arc(const Frame& frame, const Piece& arc);
     int Edge(int from, int to, int curve);  // between two vertices on a curve
     int Oriented(int edge, bool forward);   // forward: as its curve runs
+    // sameSense: outside where the surface says
     int Face(const std::vector<int>& bounds, int surface, bool sameSense);
 
     void Text(const std::string& text) { text_ += text; }

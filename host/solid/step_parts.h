@@ -56,7 +56,8 @@ inline char32_t NextCodePoint(const std::string& text, std::size_t& at) {
     const auto byte = [&](std::size_t i) {
         return i < text.size() ? static_cast<unsigned char>(text[i]) : 0u;
     };
-    const unsigned first = byte(at++);  // how many bytes follow is told by the first one
+    // How many bytes follow is told by the first one.
+    const unsigned first = byte(at++);
     const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : first >= 0xC0 ? 1 : 0;
     char32_t code = more == 0 ? first : first & (0x3Fu >> more);
     for (int i = 0; i < more; ++i) {

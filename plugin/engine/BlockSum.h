@@ -43,8 +43,8 @@ private:
     // Adds one entity to its block, or enters the block that it refers to and returns false.
     bool Take(const AcDbObjectId& id, SBlock& sum);
 
-    CFigure m_figure;                         // of an entity
-    CShare m_share;                           // of a reference
+    CFigure m_figure;
+    CShare m_share;
     std::map<AcDbObjectId, SBlock> m_blocks;  // each looked at once
     std::vector<SStep> m_path;                // of blocks in blocks
     bool m_bCycle = false;

@@ -86,19 +86,24 @@ private:
         std::uint32_t m_nIndex;  // and where among its boxes
     };
 
+    // Packs one size class.
     void AddTree(const std::vector<SFlatBox>& boxes, std::vector<int> items);
 
+    // Goes down from a node's first child on.
     template <class Enter, class Use>
     static bool VisitNodes(const STree& tree, size_t level, size_t first, const Enter& enter,
-                           const Use& use);  // goes down from a node's first child on
+                           const Use& use);
+    // Pairs between two nodes of one tree; a == b: within one.
     template <class Use>
     static void JoinWithin(const STree& tree, size_t level, size_t a, size_t b, double pad,
                            const Use& use);
+    // Pairs between a node of a tree of larger boxes and one of smaller ones.
     template <class MayMeet, class Use>
     static void JoinTrees(const STree& large, size_t levelA, size_t a, const STree& little,
                           size_t levelB, size_t b, double pad, const MayMeet& mayMeet,
                           const Use& use);
 
+    // behind the last child of a node
     static size_t LastChild(const STree& tree, size_t level, size_t node) {
         return (std::min)((node + 1) * kFanOut, tree.m_levels[level - 1].size());
     }
@@ -113,7 +118,8 @@ bool CBoxIndex::VisitNodes(const STree& tree, size_t level, size_t first, const 
     const std::vector<SFlatBox>& boxes = tree.m_levels[level];
     const size_t last = (std::min)(first + kFanOut, boxes.size());
     for (size_t i = first; i < last; ++i) {
-        if (!enter(boxes[i])) {  // no box below it can be wanted either
+        // No box below it can be wanted either.
+        if (!enter(boxes[i])) {
             continue;
         }
         if (level == 0 ? use(tree.m_items[i])
@@ -134,7 +140,8 @@ bool CBoxIndex::Visit(const Enter& enter, const Use& use) const {
 template <class Use>
 void CBoxIndex::JoinWithin(const STree& tree, size_t level, size_t a, size_t b, double pad,
                            const Use& use) {
-    if (level == 0) {  // two leaves that touch
+    // Two leaves that touch.
+    if (level == 0) {
         if (a != b) {
             use(tree.m_items[a], tree.m_items[b]);
         }
@@ -160,10 +167,12 @@ void CBoxIndex::JoinTrees(const STree& large, size_t levelA, size_t a, const STr
                           const Use& use) {
     const SFlatBox& boxA = large.m_levels[levelA][a];
     const SFlatBox& boxB = little.m_levels[levelB][b];
-    if (!boxA.Touches(boxB, pad)) {  // nothing in the one touches anything in the other
+    // Nothing in the one touches anything in the other.
+    if (!boxA.Touches(boxB, pad)) {
         return;
     }
-    if (levelA > 0 && levelA >= levelB) {  // the higher node is opened, so that both shrink alike
+    // The higher node is opened, so that both shrink alike.
+    if (levelA > 0 && levelA >= levelB) {
         for (size_t i = a * kFanOut; i < LastChild(large, levelA, a); ++i) {
             JoinTrees(large, levelA - 1, i, little, levelB, b, pad, mayMeet, use);
         }

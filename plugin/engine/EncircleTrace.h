@@ -50,6 +50,7 @@ public:
             s_pCurrent->SetCount(pName, nCount);
         }
     }
+    // Notes a bridge.
     static void Gap(E_RemoveLine_Dir side, const AcGePoint3d& from, const AcGePoint3d& to) {
         if (s_pCurrent != nullptr) {
             s_pCurrent->m_gaps.push_back({side, from, to, from.distanceTo(to)});

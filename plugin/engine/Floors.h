@@ -84,16 +84,17 @@ private:
     std::vector<double> m_edges;                     // of the columns, rising; one more than these
     std::vector<char> m_cutAcross;                   // of each column: something crosses it
     std::vector<int> m_guide;                        // edges below each of as many equal steps
-    double m_dGuideStep = 0.0;                       // between two entries of the guide
-    std::vector<SProof> m_proofs;                    // who made the floor of a column
-    std::vector<double> m_low;   // of a tree's node the lowest floor, the leaves at m_nLeaves
-    std::vector<double> m_high;  // and the highest
-    std::vector<int> m_starts;   // of each node's records in m_filed
+    double m_dGuideStep = 0.0;
+    std::vector<SProof> m_proofs;  // who made the floor of a column
+    std::vector<double> m_low;     // of a tree's node the lowest floor, the leaves at m_nLeaves
+    std::vector<double> m_high;    // and the highest
+    std::vector<int> m_starts;     // of each node's records in m_filed
     std::vector<int> m_filed;
 };
 
 template <class Use>
 void CFloors::Descend(const SSight& sight, const Use& use) const {
+    // What lies as near as that counts as above the column.
     const double reach = m_pPlaces->m_dNear;
     const int from = (std::max)(CountEdges(sight.m_dFrom - reach, true) - 1, 0);
     const int to = (std::min)(CountEdges(sight.m_dTo + reach, false) - 1, m_nCount - 1);
@@ -101,7 +102,8 @@ void CFloors::Descend(const SSight& sight, const Use& use) const {
         return;
     }
     // The lowest node that holds both.
-    int a = from + m_nLeaves;  // leaves are numbered behind the inner nodes
+    // Leaves are numbered behind the inner nodes.
+    int a = from + m_nLeaves;
     int b = to + m_nLeaves;
     int width = 1;
     for (; a != b; a /= 2, b /= 2) {
@@ -114,9 +116,11 @@ void CFloors::Descend(const SSight& sight, const Use& use) const {
 template <class Use>
 void CFloors::DescendFrom(int node, int first, int last, int from, int to, const SSight& sight,
                           const Use& use) const {
-    if (last < from || to < first) {  // to < first) || Beside what was asked for
+    // to < first) || Beside what was asked for.
+    if (last < from || to < first) {
         return;
     }
+    // The part of the node that the segment covers.
     const double left = (std::max)(m_edges[(std::max)(first, from)], sight.m_dFrom);
     const double right = (std::min)(m_edges[(std::min)(last, to) + 1], sight.m_dTo);
     if (sight.GetTop(left, right) + sight.m_dMargin < m_low[node]) {

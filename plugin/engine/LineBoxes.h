@@ -5,10 +5,12 @@
 #include "BoxIndex.h"
 #include "LineInfo.h"
 
+// The box of a segment's end points; z and break points do not count.
 inline SFlatBox GetFlatBox(const CLineInfo& line) {
     return SFlatBox::Of(line.m_startPt, line.m_endPt);
 }
 
+// The boxes of all segments, in their order: what indexes are built of.
 inline std::vector<SFlatBox> GetFlatBoxes(const std::vector<CLineInfo>& lines) {
     std::vector<SFlatBox> boxes;
     boxes.reserve(lines.size());

@@ -39,6 +39,7 @@ public:
     // Adds the point when it lies on the bounded segment within tol and equals none that is there.
     // Beyond the ends nothing counts, however near. O(break points).
     void AddBreakPoint(const AcGePoint3d& pt, const AcGeTol& tol);
+    // one after the other
     void AddBreakPoints(const std::vector<AcGePoint3d>& pts, const AcGeTol& tol);
     // Same end points within tol, in either direction.
     bool IsEqual(const CLineInfo& other, const AcGeTol& tol) const;

@@ -26,7 +26,9 @@ private:
     };
 
     bool IsNear(const CQZRect& a, const CQZRect& b) const;  // the plain comparison
+    // with any of these
     bool IsNearAny(const std::vector<CQZRect>& boxes, const CQZRect& box) const;
+    // looks into the cell and its neighbours
     bool IsNearInCells(const SCell& cell, const CQZRect& box) const;
 
     double m_dThreshold;  // drawing units

@@ -102,7 +102,9 @@ private:
         SRange m_y;  // horizontal ones
     };
 
+    // end points, equal ones once
     void Collect(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
+    // of every record
     void FindRanges(const std::vector<CLineInfo>& lines, const SProbeSetup& setup);
     SRange FindRange(const std::vector<int>& ranks, const std::vector<int>& starts,
                      const std::vector<int>& ends) const;

@@ -19,7 +19,9 @@ struct SSideView {
         : m_bVertical(IsVerticalSide(dir)),
           m_dSign(dir == E_Dir_Top || dir == E_Dir_Right ? 1.0 : -1.0) {}
 
+    // from left to right
     double GetAcross(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
+    // the larger the nearer
     double GetTowards(const AcGePoint3d& pt) const { return m_dSign * GetAlong(pt); }
     // The same of a box: where it begins and ends across, and what of it is nearest to the viewer.
     double GetFirstAcross(const SFlatBox& box) const {

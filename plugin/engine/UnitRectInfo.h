@@ -7,6 +7,7 @@
 #include "QZRect.h"
 #include "RemoveLineDir.h"
 
+// No pipeline of the engine uses it: it is there for modules that lay grids of their own.
 class AFX_EXT_CLASS CUnitRectInfo {
 public:
     CUnitRectInfo();

@@ -95,8 +95,9 @@ private:
     using Seen = std::vector<SSeenPiece>;
 
     Seen SeeAll(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);  // both calls in one
+    // sights, floors and places of a side
     void Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes);
-    void SetPlaces();                       // of the probes, sorted
+    void SetPlaces();
     SSight MakeSight(size_t record) const;  // a record as the side sees it
     void FindTightPlaces();
     void SeeRecord(size_t record, Seen& seen);

@@ -13,10 +13,13 @@ namespace host::solid {
 // Open CASCADE tells of its doings on standard output unless told not to.
 void SilenceMessages();
 
+// As Kernel::Revolve.
 std::unique_ptr<KernelSolid> MakeOcctSolid(const Profile& profile, double expectedVolume,
-                                           std::string& reason);  // as Kernel::Revolve
+                                           std::string& reason);
+// As KernelSolid::StepText.
 bool WriteStep(const TopoDS_Shape& shape, const StepOptions& options, std::string& text,
-               std::string& reason);  // as KernelSolid::StepText
+               std::string& reason);
+// As KernelSolid::Triangulate.
 bool TriangulateShape(const TopoDS_Shape& shape, double chordTolerance, Mesh& mesh,
                       std::string& reason);  // as KernelSolid::Triangulate
 
