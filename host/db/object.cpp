@@ -26,7 +26,8 @@ bool AcDbObjectId::isEffectivelyErased() const {
 }
 bool AcDbObjectId::isResident() const { return m_stub != nullptr && m_stub->object != nullptr; }
 AcDbHandle AcDbObjectId::handle() const {
-    return AcDbHandle(m_stub == nullptr ? 0 : m_stub->handle);
+    HOST_ASSERT(m_stub != nullptr, "the handle of a null identifier was asked for");
+    return AcDbHandle(m_stub->handle);
 }
 AcDbDatabase* AcDbObjectId::database() const {
     return m_stub == nullptr ? nullptr : m_stub->database;
@@ -94,7 +95,9 @@ Acad::ErrorStatus AcDbObject::setOwnerId(AcDbObjectId owner) {
     return Acad::eOk;
 }
 
-void AcDbObject::getAcDbHandle(AcDbHandle& handle) const { handle = objectId().handle(); }
+void AcDbObject::getAcDbHandle(AcDbHandle& handle) const {
+    handle = m_stub == nullptr ? AcDbHandle() : objectId().handle();
+}
 
 AcDbDatabase* AcDbObject::database() const {
     return m_stub == nullptr ? nullptr : m_stub->database;

@@ -22,9 +22,15 @@ void AcEditor::removeReactor(AcRxEventReactor* reactor) {
     host::Session::Get().EventReactors().Remove(reactor);
 }
 
-void AcTransactionManager::queueForGraphicsFlush() {}
+// Changes outside a transaction reach the screen only when they were queued before the flush.
+static bool s_isFlushQueued = false;
 
-void AcTransactionManager::flushGraphics() { acedUpdateDisplay(); }
+void AcTransactionManager::queueForGraphicsFlush() { s_isFlushQueued = true; }
+
+void AcTransactionManager::flushGraphics() {
+    if (s_isFlushQueued) acedUpdateDisplay();
+    s_isFlushQueued = false;
+}
 
 int AcTransactionManager::numActiveTransactions() { return 0; }
 
@@ -44,4 +50,12 @@ void RegisterEditorServices() {
 
 }  // namespace host
 
-bool acedPostCommandPrompt() { return acDocManagerPtr()->curDocument() != nullptr; }
+static unsigned s_promptPosts = 0;
+
+unsigned host::PromptPosts() { return s_promptPosts; }
+
+bool acedPostCommandPrompt() {
+    if (acDocManagerPtr()->curDocument() == nullptr) return false;
+    ++s_promptPosts;
+    return true;
+}

@@ -35,7 +35,7 @@ public:
     // True when the object is in memory, not only known by its place in a file.
     bool isResident() const;
 
-    // 0 for null.
+    // Not of null, which stops the program: what is no object has none.
     AcDbHandle handle() const;
     AcDbHandle nonForwardedHandle() const { return handle(); }
 

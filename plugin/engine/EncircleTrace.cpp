@@ -10,6 +10,9 @@ namespace {
 constexpr size_t kMaxHandles = 5;
 
 CString GetHandleText(const AcDbObjectId& id) {
+    if (id.isNull()) {
+        return _T("0");
+    }
     ACHAR text[AcDbHandle::kStrSiz] = {};
     return id.handle().getIntoAsciiBuffer(text, AcDbHandle::kStrSiz) ? CString(text) : CString();
 }

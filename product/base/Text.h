@@ -40,6 +40,8 @@ std::string Escaped(const std::string& text);
 std::string Figure(double value);
 
 std::string HandleText(const AcDbHandle& handle);
-inline std::string HandleText(const AcDbObjectId& id) { return HandleText(id.handle()); }
+inline std::string HandleText(const AcDbObjectId& id) {
+    return HandleText(id.isNull() ? AcDbHandle() : id.handle());
+}
 
 }  // namespace product

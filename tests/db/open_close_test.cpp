@@ -1,5 +1,8 @@
 // Who may open what, and what closing leaves behind.
 
+#include <type_traits>
+#include <utility>
+
 #include "db_test.h"
 #include "host/db/build.h"
 
@@ -34,6 +37,16 @@ const OpenCase kOpenings[] = {
 };
 
 class OpenClose : public DbTest {};
+
+// What a pointer that is const points at is const: the true interface compiles nothing else.
+template <class Pointer>
+using ObjectOf = decltype(std::declval<Pointer&>().object());
+template <class Pointer>
+using ArrowOf = decltype(std::declval<Pointer&>().operator->());
+static_assert(std::is_same_v<ObjectOf<const AcDbObjectPointer<AcDbLine>>, const AcDbLine*> &&
+              std::is_same_v<ArrowOf<const AcDbObjectPointer<AcDbLine>>, const AcDbLine*> &&
+              !std::is_convertible_v<const AcDbObjectPointer<AcDbLine>&, AcDbLine*> &&
+              std::is_convertible_v<AcDbObjectPointer<AcDbLine>&, AcDbLine*>);
 
 TEST_F(OpenClose, StatusByState) {
     for (const OpenCase& c : kOpenings) {
@@ -260,6 +273,15 @@ TEST_F(OpenClose, DeletingResidentObjectsStopsTheProgram) {
     EXPECT_OK(line->close());
     AcDbLayerTableRecordPointer layer(db.layerZero(), AcDb::kForRead);
     EXPECT_DEATH(layer->setIsOff(true), "not open for write");
+}
+
+// What asks nobody whether there is an object would find a zero here, and fall elsewhere.
+TEST_F(OpenClose, NullHasNoHandle) {
+    EXPECT_DEATH(AcDbObjectId::kNull.handle(), "handle of a null identifier");
+    EXPECT_DEATH(AcDbObjectId().nonForwardedHandle(), "handle of a null identifier");
+    AcDbHandle handle(7);
+    AcDbLine().getAcDbHandle(handle);
+    EXPECT_TRUE(handle.isNull()) << "an object that is in no drawing may be asked";
 }
 
 TEST_F(OpenClose, PurgedObjectsAreGoneForGood) {

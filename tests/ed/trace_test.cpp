@@ -166,4 +166,36 @@ TEST(TraceBoundary, TheCurrentDocument) {
     EXPECT_EQ("no", Trace({0, 0, 0})) << "the working database is another drawing's";
 }
 
+// Only what lies within the screen bounds anything: a view that ends with the frame, or cuts it,
+// and one that looks elsewhere find nothing.
+TEST(TraceBoundary, WithinTheScreen) {
+    test::ScriptedInput input;
+    AcApDocument* const document = host::Session::Get().New();
+    ASSERT_NE(nullptr, document);
+    ASSERT_EQ(Acad::eOk, acDocManager->lockDocument(document));
+    { TestDrawing drawing(*document->database(), "P 0,0 4,0 4,2 0,2 c"); }
+    ASSERT_EQ(Acad::eOk, acDocManager->unlockDocument(document));
+    const struct {
+        const char* name;
+        double x, y, width, height;
+        const char* loops;
+    } views[] = {
+        {"a tenth wider", 2, 1, 4.4, 2.2, "0,0 4,0 4,2 0,2 c"},
+        {"ends with it", 2, 1, 4, 2, "no"},
+        {"wide enough only", 2, 1, 4.4, 2, "no"},
+        {"high enough only", 2, 1, 4, 2.2, "no"},
+        {"beside it", 2.3, 1, 4.4, 2.2, "no"},
+        {"elsewhere", 20, 1, 4.4, 2.2, "no"},
+    };
+    for (const auto& row : views) {
+        SCOPED_TRACE(row.name);
+        AcDbViewTableRecord view;
+        view.setCenterPoint(AcGePoint2d(row.x, row.y));
+        view.setWidth(row.width);
+        view.setHeight(row.height);
+        ASSERT_EQ(Acad::eOk, acedSetCurrentView(&view, nullptr));
+        EXPECT_EQ(row.loops, Trace({1, 1, 0}));
+    }
+}
+
 }  // namespace

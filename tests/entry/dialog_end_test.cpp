@@ -6,10 +6,13 @@
 
 #include "StdAfx.h"
 
+#include "EraseEntity.h"
 #include "KnifeDiagramFactory.h"
 #include "ModuleDialogs.h"
 #include "PickedTool.h"
 #include "host/base/format.h"
+#include "host/db/highlight.h"
+#include "host/ed/editor_services.h"
 #include "host/ed/session.h"
 #include "host/mfc/dialog_probe.h"
 #include "host/mfc/host_frame.h"
@@ -79,6 +82,9 @@ public:
         return answer;
     }
     void Print(const std::wstring&) override {}
+    void UpdateDisplay() override {
+        if (displayed) displayed();
+    }
     int box(const host::BoxRequest& request) override {
         boxes.push_back(host::Narrow(request.text));
         Happen("box");
@@ -99,8 +105,9 @@ public:
 
     AcApDocument* document;
     AcDbObjectIdArray ids;
-    std::string when;             // which prompt it happens at
-    std::function<void()> event;  // what
+    std::string when;                 // which prompt it happens at
+    std::function<void()> event;      // what
+    std::function<void()> displayed;  // the screen is drawn anew
     std::vector<std::string> asked, boxes;
 
 private:
@@ -174,6 +181,52 @@ TEST(Dialogs, StopWhenAnotherDrawingBecomesCurrent) {
         ASSERT_EQ(Acad::eOk, space->newIterator(made));
         const std::unique_ptr<AcDbBlockTableRecordIterator> iterator(made);
         EXPECT_TRUE(iterator->done()) << "something was drawn there";
+    }
+}
+
+// What is highlighted before the screen knows of it is not shown as such.
+TEST(Dialogs, AnEnvelopeIsOnTheScreenBeforeItIsHighlighted) {
+    BusyUser user;
+    user.Draw(kTool);
+    ShowCalDialog();
+    const auto envelope = [] {
+        const AcDbObjectId id = GetLastEntity();
+        const AcDbObjectPointer<AcDbPolyline> polyline(id, AcDb::kForRead);
+        return polyline.openStatus() == Acad::eOk ? id : AcDbObjectId::kNull;
+    };
+    const auto isHighlighted = [](const AcDbObjectId& id) {
+        return host::HighlightedEntities().count(id) != 0;
+    };
+    int shown = 0, early = 0;
+    user.displayed = [&] {
+        const AcDbObjectId id = envelope();
+        shown += id.isNull() ? 0 : 1;
+        early += isHighlighted(id) ? 1 : 0;
+    };
+    user.Press(186, 1021);
+    user.displayed = nullptr;
+    ASSERT_FALSE(envelope().isNull());
+    EXPECT_TRUE(isHighlighted(envelope()));
+    EXPECT_LT(0, shown);
+    EXPECT_EQ(0, early) << "highlighted before it was shown";
+}
+
+// After input the command line says again that it waits for a command, also when the user turned
+// back or the dialog went away; while the prompts wait it does not.
+TEST(Dialogs, PostThePromptAfterInput) {
+    for (const Row& row : kRows) {
+        SCOPED_TRACE(std::to_string(row.control) + " " + row.when);
+        BusyUser user;
+        user.Draw(row.drawing);
+        Open(row, user);
+        const unsigned before = host::PromptPosts();
+        user.when = "select";
+        user.event = [&user, before] {
+            EXPECT_EQ(before, host::PromptPosts());
+            user.ids.removeAll();
+        };
+        user.Press(row.dialog, row.control);
+        EXPECT_EQ(before + 1, host::PromptPosts());
     }
 }
 

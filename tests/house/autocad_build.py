@@ -68,6 +68,19 @@ class Bundle(unittest.TestCase):
             self.assertIn("build it first", missing.stderr)
 
 
+class Version(unittest.TestCase):
+    def test_is_told_alike_everywhere(self):
+        def find(file, pattern):
+            return re.findall(pattern, (ROOT / file).read_text(encoding="utf-8"), re.M)
+        project, = find("CMakeLists.txt", r"^project\(.* VERSION ([\d.]+)")
+        self.assertEqual([project], find("scripts/make-bundle", r'^VERSION = "([\d.]+)"'))
+        resource = "plugin/entry/Version.rc"
+        commas = project.replace(".", ",") + ",0"
+        self.assertEqual([commas] * 2, find(resource, r"^(?:FILE|PRODUCT)VERSION +([\d,]+)$"))
+        self.assertEqual([project + ".0"] * 2,
+                         find(resource, r'VALUE "(?:File|Product)Version", "([\d.]+)"'))
+
+
 class Preset(unittest.TestCase):
     def test_is_for_visual_studio(self):
         presets = json.loads((ROOT / "CMakePresets.json").read_text(encoding="utf-8"))

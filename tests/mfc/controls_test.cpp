@@ -254,6 +254,23 @@ TEST_F(Controls, FileChooser) {
     EXPECT_EQ(cancelled.GetPathName(), _T(""));
 }
 
+// One without a parent may come to lie behind the host's window, and is told of; the others are
+// not.
+TEST_F(Controls, ChoosersWithoutParentAreReported) {
+    script.paths = {L"/a.sat", L"/a.sat", L"/out", L"/out"};
+    CFileDialog lost(FALSE, _T("sat"));
+    lost.m_ofn.lpstrTitle = _T("Save");
+    EXPECT_EQ(lost.DoModal(), IDOK);
+    CFileDialog kept(FALSE, _T("sat"), nullptr, OFN_HIDEREADONLY, nullptr, &m_dialog);
+    EXPECT_EQ(kept.DoModal(), IDOK);
+    EXPECT_EQ(reports, std::vector<std::string>{"a chooser has no parent: Save"});
+    CFolderPickerDialog lostFolder;
+    EXPECT_EQ(lostFolder.DoModal(), IDOK);
+    CFolderPickerDialog keptFolder(nullptr, 0, &m_dialog);
+    EXPECT_EQ(keptFolder.DoModal(), IDOK);
+    EXPECT_EQ(reports.size(), 2u);
+}
+
 TEST_F(Controls, FolderChoosers) {
     const std::pair<const wchar_t*, const wchar_t*> kCases[] = {
         {L"/out/", L"/out"}, {L"/", L"/"}, {L"C:\\", L"C:\\"}, {L"C:\\out\\", L"C:\\out"}};

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What Windows made of the dialogs, held against the resource script.
 
-    dialogs_test.py LISTING RESOURCE_SCRIPT PICTURES
+    dialogs_test.py LISTING RESOURCE_SCRIPT PICTURES VERSION_SCRIPT
 
 LISTING is what show_dialogs printed. The script is read here once more, by other code than the
 host's. Pictures are made PNG files, and every text that is shown must have left ink in them.
@@ -57,22 +57,31 @@ def read_script(path):
     return dialogs
 
 
+def read_version(path):
+    """(number, description)"""
+    text = path.read_text(encoding="utf-8")
+    number = re.search(r"^FILEVERSION +([\d,]+)", text, re.M)[1]
+    return number.replace(",", "."), re.search(r'"FileDescription", "(.*)"', text)[1]
+
+
 def read_listing(path):
-    dialogs, units = {}, {}
+    dialogs, units, version = {}, {}, None
     for line in path.read_text(encoding="utf-8").replace("\r", "").splitlines():
         kind, rest = line.split(" ", 1)
         if kind == "units":
             units[name] = tuple(int(part) for part in rest.split(","))
             continue
         parts = rest.split("|")
-        if kind == "dialog":
+        if kind == "version":
+            version = tuple(parts)
+        elif kind == "dialog":
             name = int(parts[0])
             dialogs[name] = (parts[3], int(parts[2], 16), [])
         else:
             place = tuple(int(part) for part in parts[2].split(","))
             dialogs[name][2].append((int(parts[0]), parts[1].lower(), parts[4], place,
                                      int(parts[3], 16)))
-    return dialogs, units
+    return dialogs, units, version
 
 
 def pixels(value, unit, per):
@@ -137,8 +146,10 @@ def has_ink(rows, place, border):
 
 def main():
     listing, script, folder = (pathlib.Path(argument) for argument in sys.argv[1:4])
-    wanted, (found, units) = read_script(script), read_listing(listing)
+    wanted, (found, units, version) = read_script(script), read_listing(listing)
     faults, controls = [], 0
+    if version != read_version(pathlib.Path(sys.argv[4])):
+        faults.append(f"version {version} in the module")
     if sorted(wanted) != sorted(found):
         faults.append(f"dialogs {sorted(wanted)} in the script, {sorted(found)} shown")
     for name in sorted(set(wanted) & set(found)):

@@ -1,6 +1,8 @@
 // Makes every dialog of a module by Windows itself, says what is in it, and takes a picture of it.
 //   show_dialogs MODULE FOLDER NUMBER...
-// Prints, in UTF-8, for each number a line
+// Prints, in UTF-8, what the file says of itself,
+//   version A.B.C.D|description
+// and for each number a line
 //   dialog NUMBER|x,y,w,h|style|caption
 // and one for each of its controls, in tab order, places in pixels within the dialog:
 //   control NUMBER|class|x,y,w,h|style|text
@@ -98,6 +100,26 @@ bool SavePicture(HWND window, const std::wstring& path) {
     return std::fclose(out) == 0 && written;
 }
 
+// The module's version resource, as the file's properties show it.
+bool PrintVersion(HMODULE module) {
+    const HRSRC found = ::FindResourceW(module, MAKEINTRESOURCEW(1), MAKEINTRESOURCEW(16));
+    const HGLOBAL loaded = found == nullptr ? nullptr : ::LoadResource(module, found);
+    const void* const block = loaded == nullptr ? nullptr : ::LockResource(loaded);
+    if (block == nullptr) return false;
+    void* value = nullptr;
+    UINT size = 0;
+    if (!::VerQueryValueW(block, L"\\", &value, &size) || size < sizeof(VS_FIXEDFILEINFO))
+        return false;
+    const auto* const fixed = static_cast<const VS_FIXEDFILEINFO*>(value);
+    std::printf("version %u.%u.%u.%u|", HIWORD(fixed->dwFileVersionMS),
+                LOWORD(fixed->dwFileVersionMS), HIWORD(fixed->dwFileVersionLS),
+                LOWORD(fixed->dwFileVersionLS));
+    if (!::VerQueryValueW(block, L"\\StringFileInfo\\080404B0\\FileDescription", &value, &size))
+        return false;
+    std::printf("%s\n", Narrow(static_cast<const wchar_t*>(value)).c_str());
+    return true;
+}
+
 INT_PTR CALLBACK NoHandlers(HWND, UINT message, WPARAM, LPARAM) { return message == WM_INITDIALOG; }
 
 bool Show(HMODULE module, int number, const std::wstring& folder) {
@@ -133,7 +155,8 @@ int wmain(int count, wchar_t** arguments) {
         std::fprintf(stderr, "the module cannot be loaded: error %lu\n", ::GetLastError());
         return 1;
     }
-    bool isGood = true;
+    bool isGood = PrintVersion(module);
+    if (!isGood) std::fprintf(stderr, "the module has no version\n");
     for (int i = 3; i < count; ++i) isGood &= Show(module, ::_wtoi(arguments[i]), arguments[2]);
     return isGood ? 0 : 1;
 }

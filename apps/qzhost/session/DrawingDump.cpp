@@ -21,6 +21,7 @@ std::wstring NameOf(const AcDbObjectId& id) {
 }
 
 std::wstring HandleOf(const AcDbObjectId& id) {
+    if (id.isNull()) return L"0";
     ACHAR text[AcDbHandle::kStrSiz] = {};
     return id.handle().getIntoAsciiBuffer(text) ? text : L"?";
 }
