@@ -13,6 +13,8 @@ constexpr double kRounding = 1e-15;
 // The part of the tolerance that is room for rounding where probes are skipped: the point would
 // fall deep inside another's tolerance.
 constexpr double kRoundingShare = 0.01;
+// Two cuts are off, and so is the line's slope.
+constexpr double kDoubtFactor = 16.0;
 
 double GetLargest(const AcGePoint3d& pt) { return (std::max)(std::fabs(pt.x), std::fabs(pt.y)); }
 
@@ -76,12 +78,13 @@ double CProbeRow::GetShare(const CLineInfo& line) const {
                         : 0.0;
 }
 
-bool CProbeRow::IsSure(int first, int last, const CLineInfo& line) const {
+double CProbeRow::GetDoubt(int first, int last, const CLineInfo& line) const {
     const double rounding =
         kRounding *
         (GetLargest(line.m_startPt) + line.m_startPt.distanceTo(line.m_endPt) +
          GetLargest(m_pPoints[first]) + GetLargest(m_pPoints[last - 1]) + m_dHalfLength);
-    return rounding < kRoundingShare * m_tol.equalPoint() * GetShare(line);
+    const double step = m_tol.equalPoint() * GetShare(line);
+    return rounding < kRoundingShare * step ? kDoubtFactor * rounding / step : HUGE_VAL;
 }
 
 void CProbeRow::Cut(int first, int last, CLineInfo& line) const {

@@ -1,6 +1,7 @@
 // Cutting lines where probes through the end points of others cross them.
 #pragma once
 
+#include <cmath>
 #include <utility>
 #include <vector>
 
@@ -42,17 +43,28 @@ public:
         return GetProbe(m_pPoints[index]).intersectWith(segment, pt, m_tol) &&
                IsOnBoundedSegment(segment, pt, m_tol);
     }
+    // The same where it is known to cut it.
+    AcGePoint3d GetCrossing(int index, const AcGeLineSeg3d& segment) const {
+        AcGePoint3d pt;
+        static_cast<void>(GetProbe(m_pPoints[index]).intersectWith(segment, pt, m_tol));
+        return pt;
+    }
+    int SkipTo(int index, int last, double dPlace) const;  // the first behind it not below a place
     // How far the line goes along the places, for a length of 1.
     double GetShare(const CLineInfo& line) const;
     // Whether rounding leaves no doubt that a cut so much closer to a kept one than the tolerance
     // is refused.
-    bool IsSure(int first, int last, const CLineInfo& line) const;
+    bool IsSure(int first, int last, const CLineInfo& line) const {
+        return GetDoubt(first, last, line) < HUGE_VAL;
+    }
     static constexpr double kSureShare = 0.98;
+    // The share of the tolerance by which the distance of two cuts may be mistaken when it is told
+    // from their places; HUGE_VAL when it cannot be told.
+    double GetDoubt(int first, int last, const CLineInfo& line) const;
 
 private:
     AcGeLineSeg3d GetProbe(const AcGePoint3d& pt) const;  // through a point, both ways
     double GetPlace(const AcGePoint3d& pt) const { return m_bVertical ? pt.x : pt.y; }
-    int SkipTo(int index, int last, double dPlace) const;  // the first probe not below a place
 
     const AcGePoint3d* m_pPoints;  // not owned
     bool m_bVertical;

@@ -55,3 +55,22 @@ bool SCutPlaces::HaveCommon(const SSight& one, const SSight& other, double from,
     }
     return false;
 }
+
+bool CPlaceCursor::HasIn(double from, double to) {
+    const std::vector<double>& places = *m_pPlaces;
+    const size_t count = places.size();
+    // Doubling steps around the last one, then halving between two of them.
+    size_t low = m_nAt;
+    size_t high = m_nAt;
+    for (size_t step = 1; high < count && places[high] < from; step *= 2) {
+        low = high + 1;
+        high = (std::min)(high + step, count);
+    }
+    for (size_t step = 1; low > 0 && !(places[low - 1] < from); step *= 2) {
+        high = low - 1;
+        low = low > step ? low - step : 0;
+    }
+    m_nAt = static_cast<size_t>(std::lower_bound(places.data() + low, places.data() + high, from) -
+                                places.data());
+    return m_nAt < count && places[m_nAt] <= to;
+}

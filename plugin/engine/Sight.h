@@ -56,3 +56,15 @@ struct SCutPlaces {
     // Whether such a cut of one line may stand over one of the other, between the two places.
     bool HaveCommon(const SSight& one, const SSight& other, double from, double to) const;
 };
+
+// Asks for places that come in order, or nearly so: from where the last one was found.
+class CPlaceCursor {
+public:
+    explicit CPlaceCursor(const std::vector<double>& places) : m_pPlaces(&places) {}
+    // As SCutPlaces::HasIn().
+    bool HasIn(double from, double to);
+
+private:
+    const std::vector<double>* m_pPlaces;  // rising; not owned
+    size_t m_nAt = 0;
+};

@@ -112,6 +112,7 @@ void CVisibility::Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
     m_view = SSideView(dir);
     m_unsteady.clear();
     m_nColumn = -1;
+    m_nCoverColumn = -1;
     m_nHider = static_cast<size_t>(-1);
     SetPlaces();
     m_sights.clear();
@@ -120,6 +121,7 @@ void CVisibility::Prepare(E_RemoveLine_Dir dir, const CProbeCuts* pProbes) {
         m_sights.push_back(MakeSight(i));
     }
     FindTightPlaces();
+    m_across.emplace(m_places.m_across);
     if (m_bCanProve) {
         m_floors.Build(m_sights, m_places);
     }
@@ -262,13 +264,21 @@ void CVisibility::SeeUnsteady(size_t record, Seen& seen) {
 void CVisibility::SeeStretch(size_t record, const SStretch& stretch, Seen& seen) {
     const double from = stretch.m_dFrom - m_places.m_dNear;
     const double to = stretch.m_dTo + m_places.m_dNear;
-    m_ownCuts->Cut(record, m_lines[record], from, to);
-    const Chain& chain = m_ownCuts->GetChain();
-    for (size_t i = 0; i + 1 < chain.size(); ++i) {
-        if (IsEdgeOn(chain[i], chain[i + 1])) {
+    m_ownCuts->Find(record, m_lines[record], from, to);
+    const size_t none = m_ownCuts->GetCount();
+    size_t made = none;  // whose cut is the last that was made
+    AcGePoint3d last;
+    for (size_t i = 0; i + 1 < none; ++i) {
+        if (IsSurelyHidden(record, (m_ownCuts->GetPlace(i) + m_ownCuts->GetPlace(i + 1)) / 2)) {
             continue;
         }
-        SPiece piece = MakePiece(record, chain[i], chain[i + 1]);
+        const AcGePoint3d first = made == i ? last : m_ownCuts->GetPoint(i);
+        last = m_ownCuts->GetPoint(i + 1);
+        made = i + 1;
+        if (IsEdgeOn(first, last)) {
+            continue;
+        }
+        SPiece piece = MakePiece(record, first, last);
         piece.m_bWhole = m_ownCuts->IsWhole();
         if (from <= piece.m_dU && piece.m_dU <= to && !IsHidden(piece)) {
             seen.push_back({piece.m_from.x, piece.m_from.y, piece.m_to.x, piece.m_to.y,

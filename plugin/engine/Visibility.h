@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "BoxIndex.h"
@@ -38,7 +39,8 @@ struct SSeenPiece {  // 40 bytes
 //      are done with one look at the lowest floor over them.
 //   2  The rest of the lines are broken in the stretches above the floors only (CStretchCuts), and
 //      of the pieces only those whose middle lies in such a stretch are tested, against the few
-//      lines that reach above the same floor.
+//      lines that reach above the same floor. Where a line passes clearly above that has no cut at
+//      the middle's place, the piece is not even made.
 //   3  The test itself breaks a hider only where the answer hangs on its cuts, and only there: the
 //      middle lies within tolerance of it, or close to one of its cuts, since a middle that stands
 //      exactly over a cut is hidden by neither piece.
@@ -91,6 +93,11 @@ private:
         double m_dU;  // across and towards; of the middle
         double m_dV;
     };
+    // A line that may hide pieces of the one that is looked at, in the column that is looked at.
+    struct SCover {
+        size_t m_nRecord;
+        CPlaceCursor m_along;
+    };
     using Chain = std::vector<AcGePoint3d>;
     using Seen = std::vector<SSeenPiece>;
 
@@ -113,6 +120,9 @@ private:
 
     SPiece MakePiece(size_t record, const AcGePoint3d& from, const AcGePoint3d& to) const;
     bool IsEdgeOn(const AcGePoint3d& from, const AcGePoint3d& to) const;
+    void EnterColumn(int column);
+    void FindCovers(size_t record, int column);
+    bool IsSurelyHidden(size_t record, double u);
     bool IsHidden(const SPiece& piece);
     bool IsHiddenByIndexed(const SPiece& piece);
     bool Hides(size_t record, const SPiece& piece);
@@ -157,4 +167,9 @@ private:
     int m_nColumn = -1;
     bool m_bAllGathered = false;
     std::vector<int> m_gathered;
+    // Of both.
+    size_t m_nCoverRecord = 0;
+    int m_nCoverColumn = -1;
+    std::vector<SCover> m_covers;
+    std::optional<CPlaceCursor> m_across;
 };

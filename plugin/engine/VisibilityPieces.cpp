@@ -34,15 +34,71 @@ CVisibility::SPiece CVisibility::MakePiece(size_t record, const AcGePoint3d& fro
     return piece;
 }
 
+void CVisibility::EnterColumn(int column) {
+    if (column != m_nColumn) {
+        m_nColumn = column;
+        m_bAllGathered = m_floors.Gather(column, kMostGathered, m_gathered);
+    }
+}
+
+// The lines over the column that pass clearly above the record somewhere in it.
+void CVisibility::FindCovers(size_t record, int column) {
+    EnterColumn(column);
+    m_nCoverRecord = record;
+    m_nCoverColumn = column;
+    m_covers.clear();
+    const SSight& own = m_sights[record];
+    for (const int item : m_gathered) {
+        const SSight& other = m_sights[static_cast<size_t>(item)];
+        const double from = (std::max)({m_floors.GetFrom(column), own.m_dFrom, other.m_dFrom});
+        const double to = (std::min)({m_floors.GetTo(column), own.m_dTo, other.m_dTo});
+        if (static_cast<size_t>(item) != record && other.m_bClear && from < to &&
+            (std::max)(other.At(from) - own.At(from), other.At(to) - own.At(to)) >
+                other.m_dMargin) {
+            m_covers.push_back({static_cast<size_t>(item), CPlaceCursor(m_places.m_along)});
+        }
+    }
+}
+
+// Whether a line passes clearly above a steady one where that has the middle of a piece, and no cut
+// of it can stand over the middle. The place is known but for the slack of the line's cuts.
+bool CVisibility::IsSurelyHidden(size_t record, double u) {
+    if (!m_floors.HasColumns()) {
+        return false;
+    }
+    if (record != m_nCoverRecord || m_nCoverColumn < 0 ||
+        !(m_floors.GetFrom(m_nCoverColumn) <= u && u < m_floors.GetTo(m_nCoverColumn))) {
+        FindCovers(record, m_floors.FindColumn(u));
+    }
+    const SSight& own = m_sights[record];
+    const double slack = own.m_bCutAlong ? m_places.GetSlack(own) : 0.0;
+    const double reach = m_places.m_dNear + slack;
+    for (SCover& cover : m_covers) {
+        const SSight& other = m_sights[cover.m_nRecord];
+        if (!(other.m_dFrom + reach < u && u < other.m_dTo - reach)) {
+            continue;
+        }
+        const double slopes = 1.0 + std::fabs(own.m_dSlope) + std::fabs(other.m_dSlope);
+        const double v = other.At(u);
+        if (!(v - own.At(u) > other.m_dMargin + (kHeightRoom * m_dRounding + 2 * slack) * slopes)) {
+            continue;
+        }
+        const double high = m_places.m_dRounding * (1.0 + std::fabs(other.m_dSlope)) +
+                            slack * std::fabs(other.m_dSlope);
+        if ((!other.m_bCutAcross || !m_across->HasIn(u - reach, u + reach)) &&
+            (!other.m_bCutAlong || !cover.m_along.HasIn(v - high, v + high))) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool CVisibility::IsHidden(const SPiece& piece) {
     if (!m_bCanProve || !m_floors.HasColumns()) {
         return IsHiddenByIndexed(piece);
     }
     const int column = m_floors.FindColumn(piece.m_dU);
-    if (column != m_nColumn) {
-        m_nColumn = column;
-        m_bAllGathered = m_floors.Gather(column, kMostGathered, m_gathered);
-    }
+    EnterColumn(column);
     const bool bOwn = !m_sights[piece.m_nRecord].m_bClear;
     for (const int item : m_gathered) {
         const size_t other = static_cast<size_t>(item);
