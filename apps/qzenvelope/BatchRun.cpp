@@ -8,9 +8,13 @@
 
 #include "apps/qzenvelope/FileNumbers.h"
 #include "apps/qzenvelope/FileRoles.h"
-#include "apps/qzenvelope/JobMessage.h"
+#include "apps/qzenvelope/InputFiles.h"
+#include "apps/qzenvelope/JobSender.h"
+#include "apps/qzenvelope/Manifest.h"
 #include "apps/qzenvelope/Output.h"
 #include "apps/qzenvelope/Progress.h"
+#include "apps/qzenvelope/ResultLines.h"
+#include "apps/qzenvelope/Version.h"
 #include "apps/qzenvelope/WorkerPool.h"
 #include "FileName.h"
 #include "host/base/format.h"
@@ -22,9 +26,6 @@
 #include "host/sys/folder_lock.h"
 #include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
-#include "product/report/Page.h"
-#include "product/report/Summary.h"
-#include "product/report/Table.h"
 #include "product/tool/DrawingRun.h"
 
 namespace app {
@@ -60,40 +61,6 @@ void NameIn(const std::string& input, Work work) {
     }
 }
 
-// Sends on to the parent what a drawing's run tells.
-class Sender : public ToolListener {
-public:
-    // timeLimit  of each tool, seconds; 0: none
-    Sender(const Send& send, bool withPictures, double timeLimit)
-        : m_send(send), m_withPictures(withPictures), m_timeLimit(timeLimit) {}
-
-    void OnToolBegins(size_t tool) override {
-        JobMessage message;
-        message.tool = tool;
-        m_send(ToText(message, false));
-        host::LimitTime(m_timeLimit, "the tool");
-    }
-    void OnToolEnds(size_t tool, ToolResult&& result) override {
-        host::LimitTime(0, "");
-        JobMessage message;
-        message.kind = JobMessage::ToolEnds;
-        message.tool = tool;
-        message.result = std::move(result);
-        m_send(ToText(message, m_withPictures));
-    }
-    void Finish(DrawingResult&& result) {
-        JobMessage message;
-        message.kind = JobMessage::DrawingEnds;
-        message.drawing = std::move(result);
-        m_send(ToText(message, false));
-    }
-
-private:
-    const Send& m_send;
-    bool m_withPictures;
-    double m_timeLimit;
-};
-
 class Batch {
 public:
     explicit Batch(const BatchOptions& options)
@@ -105,14 +72,17 @@ public:
         const auto start = std::chrono::steady_clock::now();
         m_result.out = m_options.request.out;
         m_result.page = m_options.report;
-        TakeInputs();
+        TakeInputs(
+            ShareOf(ExpandInputs(m_options.inputs, m_options.recursive, m_options.request.out),
+                    m_options.shard));
         MakeFolder(m_options.request.out, "--out");
         if (!m_lock.Take(m_options.request.out))
             throw Failure(Fault::Request, m_options.request.out +
                                               ": another batch is writing into this folder; wait "
                                               "for it, or choose another with --out");
         for (const auto& [file, option] :
-             {std::pair(&m_options.report, "--report"), std::pair(&m_options.table, "--table")})
+             {std::pair(&m_options.report, "--report"), std::pair(&m_options.table, "--table"),
+              std::pair(&m_options.jsonLines, "--json-lines")})
             if (!file->empty() && fs::path(*file).has_parent_path())
                 MakeFolder(fs::path(*file).parent_path(), option);
         host::solid::InstallModeller();
@@ -120,20 +90,29 @@ public:
         if (!m_options.report.empty()) host::GeosFault();
         std::string reason;
         if (m_options.request.stl) host::solid::LoadKernel(reason);
+        Manifest manifest((fs::path(m_options.request.out) / kManifestName).string());
+        m_manifest = &manifest;
+        TakeUnchanged();
         LookThrough();
         NameFiles();
         CheckFiles();
+        ResultLines lines(m_options.jsonLines, {VersionText(), m_options.shard.number,
+                                                m_options.shard.count, m_jobs.size()});
+        m_lines = &lines;
         for (const std::string& warning : m_result.warnings) Complain("warning: " + warning);
+        TellWhatIsDone();
         WorkThrough();
+        manifest.Finish();
+        lines.Finish();
         m_result.seconds =
             std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
         return std::move(m_result);
     }
 
 private:
-    void TakeInputs() {
+    void TakeInputs(const std::vector<std::string>& inputs) {
         std::set<host::FileIdentity> seen;
-        for (const std::string& input : m_options.inputs) {
+        for (const std::string& input : inputs) {
             const host::FileIdentity file = host::IdentityOf(input);
             if (file.kind == host::FileIdentity::kFile && !seen.insert(file).second) {
                 m_result.warnings.push_back(input + " is named twice; it is done once");
@@ -146,7 +125,10 @@ private:
             m_result.drawings.emplace_back();
             m_result.drawings.back().input = input;
         }
-        std::vector<std::string> stems, extensions;
+        m_marks.resize(m_jobs.size());
+        m_names.resize(m_jobs.size());
+        m_kept.resize(m_jobs.size(), 0);
+        std::vector<std::string> stems;
         for (const DrawingRequest& job : m_jobs)
             stems.push_back(fs::path(job.input).stem().string());
         std::vector<size_t> renamed;
@@ -193,12 +175,72 @@ private:
                      "choose another place with --report");
         files.Output(m_options.table, "--table " + m_options.table,
                      "choose another place with --table");
+        files.Output(m_options.jsonLines, "--json-lines " + m_options.jsonLines,
+                     "choose another place with --json-lines");
+        const std::string manifest = (fs::path(m_options.request.out) / kManifestName).string();
+        files.Output(manifest, manifest, folder);
+    }
+
+    // What an earlier batch has done of this one.
+    void TakeUnchanged() {
+        m_fingerprint = VersionText() + "\n" + m_options.fingerprint + "\n" +
+                        (m_options.tools.empty() ? "" : MarkOf(m_options.tools));
+        for (size_t i = 0; i < m_jobs.size(); ++i) {
+            const std::string& input = m_jobs[i].input;
+            m_marks[i] = MarkOf(input);
+            if (m_options.force) continue;
+            const ResultRecord* record =
+                m_manifest->Unchanged(input, m_marks[i], m_fingerprint, m_options.request.withPage);
+            if (record == nullptr || record->drawing.output != m_jobs[i].output) continue;
+            m_names[i] = record->names;
+            m_jobs[i].files = record->names;
+            m_kept[i] = 1;
+        }
+    }
+
+    // Those that need no work, and those that cannot be worked on.
+    void TellWhatIsDone() {
+        for (size_t i = 0; i < m_jobs.size(); ++i) {
+            if (m_kept[i] != 0) {
+                m_lines->Add(*m_manifest->RecordOf(m_jobs[i].input));
+            } else if (m_jobs[i].files.empty()) {
+                m_lines->Add(RecordOf(i));
+            }
+        }
+    }
+
+    ResultRecord RecordOf(size_t job) const {
+        ResultRecord record;
+        record.drawing = m_result.drawings[job];
+        record.content = m_marks[job];
+        record.options = m_fingerprint;
+        record.hasPictures = m_options.request.withPage;
+        record.names = m_names[job];
+        record.files = m_jobs[job].files;
+        record.written = SizesOf(record.drawing);
+        return record;
+    }
+
+    // A drawing has come to its end.
+    void Remember(size_t job) {
+        const ResultRecord record = RecordOf(job);
+        m_manifest->Add(record);
+        m_lines->Add(record);
+        if (!m_options.report.empty()) return;
+        for (ToolResult& tool : m_result.drawings[job].tools) {
+            tool.svg.clear();
+            tool.png.clear();
+        }
     }
 
     // Finds out which tools there are, so that equal names are known before anything is written.
     void LookThrough() {
+        std::vector<size_t> jobs;
+        for (size_t i = 0; i < m_jobs.size(); ++i)
+            if (m_kept[i] == 0) jobs.push_back(i);
         WorkerPool pool;
-        pool.work = [this](size_t i, const Send& send) {
+        pool.work = [&](size_t k, const Send& send) {
+            const size_t i = jobs[k];
             host::LimitTime(m_options.timeLimit, "reading");
             const Drawing drawing(m_jobs[i].input);
             send(NamesToText({}));
@@ -209,15 +251,16 @@ private:
         };
         // An empty list first: the drawing was read, whatever it then holds.
         std::vector<char> isRead(m_jobs.size(), 0);
-        pool.onMessage = [&](size_t i, const std::string& text) {
-            isRead[i] = 1;
-            m_jobs[i].files = NamesFromText(text);
+        pool.onMessage = [&](size_t k, const std::string& text) {
+            isRead[jobs[k]] = 1;
+            m_jobs[jobs[k]].files = m_names[jobs[k]] = NamesFromText(text);
         };
-        pool.onEnd = [&](size_t i, const WorkerEnd& end) {
+        pool.onEnd = [&](size_t k, const WorkerEnd& end) {
+            const size_t i = jobs[k];
             if (!end.isWhole) Fail(i, end, isRead[i] == 0 && !end.isLimit);
             return false;
         };
-        pool.Run(m_jobs.size(), m_atATime);
+        pool.Run(jobs.size(), m_atATime);
     }
 
     void Fail(size_t i, const WorkerEnd& end, bool isUnreadable) {
@@ -242,8 +285,18 @@ private:
             m_result.drawings[i].tools.resize(m_jobs[i].files.size());
             for (size_t k = 0; k < m_jobs[i].files.size(); ++k)
                 m_result.drawings[i].tools[k].name = m_jobs[i].files[k];
+            if (m_kept[i] != 0) Keep(i);
+            if (m_kept[i] == 0) m_total += m_jobs[i].files.size();
         }
-        m_total = names.size();
+    }
+
+    // Unless its files have other names now, for there are other drawings.
+    void Keep(size_t job) {
+        const ResultRecord& record = *m_manifest->RecordOf(m_jobs[job].input);
+        m_kept[job] = record.files == m_jobs[job].files ? 1 : 0;
+        if (m_kept[job] == 0) return;
+        m_result.drawings[job] = record.drawing;
+        m_result.drawings[job].isUnchanged = true;
     }
 
     void WorkThrough() {
@@ -251,7 +304,7 @@ private:
         // Those that could not be looked through have no tools.
         std::vector<size_t> ready;
         for (size_t i = 0; i < m_jobs.size(); ++i)
-            if (!m_jobs[i].files.empty()) ready.push_back(i);
+            if (!m_jobs[i].files.empty() && m_kept[i] == 0) ready.push_back(i);
         std::vector<std::vector<char>> isTold;
         for (const DrawingRequest& job : m_jobs) isTold.emplace_back(job.files.size(), 0);
         std::vector<size_t> current(m_jobs.size(), 0);
@@ -285,8 +338,11 @@ private:
             }
         };
         pool.onEnd = [&](size_t i, const WorkerEnd& end) {
-            if (end.isWhole) return false;
             const size_t job = ready[i];
+            if (end.isWhole) {
+                Remember(job);
+                return false;
+            }
             // It ended at a tool that was not among the skipped: the others still can be done.
             const size_t tool = current[job];
             const std::string why =
@@ -299,6 +355,7 @@ private:
                 return true;
             }
             Fail(job, end, false);
+            Remember(job);
             return false;
         };
         pool.Run(ready.size(), m_atATime);
@@ -308,6 +365,12 @@ private:
     std::vector<NamedTool> m_table;
     size_t m_atATime;
     std::vector<DrawingRequest> m_jobs;
+    std::vector<std::string> m_marks;               // of the drawings' contents
+    std::vector<std::vector<std::string>> m_names;  // of each drawing's tools, not yet numbered
+    std::vector<char> m_kept;                       // what an earlier batch did is taken over
+    std::string m_fingerprint;
+    Manifest* m_manifest = nullptr;
+    ResultLines* m_lines = nullptr;
     size_t m_total = 0;
     BatchResult m_result;
     host::FolderLock m_lock;
@@ -315,53 +378,6 @@ private:
 
 }  // namespace
 
-ExitStatus StatusOf(const BatchResult& result) {
-    ExitStatus status = result.FailedTools() > 0 ? kNoResult : kDone;
-    for (const DrawingResult& drawing : result.drawings)
-        if (!drawing.reason.empty())
-            status = std::max(status, drawing.isUnreadable ? kUsage : kNoResult);
-    return status;
-}
-
-namespace {
-
-std::string TableText(const BatchResult& result, const std::string& path) {
-    const bool isJson = fs::path(path).extension() == ".json";
-    std::string text = isJson ? TableJsonHead() : TableHead();
-    bool isFirst = true;
-    for (const DrawingResult& drawing : result.drawings)
-        for (const ToolResult& tool : drawing.tools) {
-            text += isJson ? TableJsonRow(drawing, tool, isFirst) : TableRow(drawing, tool);
-            isFirst = false;
-        }
-    return isJson ? text + TableJsonTail() : text;
-}
-
-// Writes a file that sums the batch up; what keeps it from being written is told at the end, for
-// the work need not be done again.
-void WriteSum(const std::string& path, const std::string& text, const char* what,
-              const char* option, std::string& trouble) {
-    host::FileError error;
-    if (!host::WriteFileAtomically(path, {std::string_view(text)}, error) && trouble.empty())
-        trouble = path + ": the " + what + " cannot be written: " + error.reason +
-                  "; choose another place with " + option;
-}
-
-}  // namespace
-
-ExitStatus RunBatch(const BatchOptions& options) {
-    BatchResult result = Batch(options).Run();
-    std::string trouble;
-    if (!options.report.empty())
-        WriteSum(options.report, PageText(result), "report", "--report", trouble);
-    if (!trouble.empty()) result.page.clear();
-    if (!options.table.empty())
-        WriteSum(options.table, TableText(result, options.table), "table", "--table", trouble);
-    // The results first: page and table can be made again, the work need not be.
-    Print(options.json ? BatchJson(result) : BatchSummary(result));
-    if (!trouble.empty()) throw Failure(Fault::Output, trouble);
-    return std::max(StatusOf(result),
-                    options.isStrict && result.ToolsWithWarnings() > 0 ? kNoResult : kDone);
-}
+BatchResult ComputeBatch(const BatchOptions& options) { return Batch(options).Run(); }
 
 }  // namespace app

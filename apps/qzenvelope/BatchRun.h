@@ -9,6 +9,12 @@ namespace app {
 // The worst of what happened.
 ExitStatus StatusOf(const BatchResult& result);
 
+// Runs the batch, without its sums: no page, no table, nothing printed but warnings and progress.
+// What is unchanged since an earlier batch into the same folder is taken over.
+//
+// fails  as RunBatch()
+BatchResult ComputeBatch(const BatchOptions& options);
+
 // Runs the batch: looks the drawings through, names the files, works on the drawings in processes
 // of their own, shows progress, writes the page and prints a summary. A tool at which a worker
 // crashes is left out and its drawing done again.

@@ -3,7 +3,9 @@
 #include <CLI/CLI.hpp>
 
 #include <algorithm>
+#include <charconv>
 #include <iterator>
+#include <set>
 
 #include "apps/qzenvelope/OptionNumbers.h"
 #include "apps/qzenvelope/PartOptions.h"
@@ -95,7 +97,7 @@ Algorithm AlgorithmOf(const std::string& name) {
 
 // Text of the options that are not taken over as they stand.
 struct Texts {
-    std::string centre, axis, window, crossing, half, algorithm, units, name;
+    std::string centre, axis, window, crossing, half, algorithm, units, name, shard;
     LengthTexts lengths;
     LimitTexts limits;
     PartTexts parts;
@@ -239,7 +241,8 @@ void DeclareCompute(CLI::App& command, ComputeOptions& options, Texts& texts) {
 }
 
 void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
-    command.add_option("DRAWING", options.inputs, "drawings, DXF or DWG files")->required();
+    command.add_option("DRAWING", options.inputs,
+                       "drawings, DXF or DWG files, folders of them, and patterns in quotes");
     BatchRequest& request = options.request;
     command.add_option("--out", request.out,
                        "folder for the drawings with envelopes and a TOOL.sat each (out)");
@@ -254,6 +257,16 @@ void DeclareBatch(CLI::App& command, BatchOptions& options, Texts& texts) {
                      "find the tools by their frames although the drawing stores tasks");
     command.add_option("--tools", options.tools,
                        "CSV file that names the tools: name,centre x,centre y,x1,y1,x2,y2");
+    command.add_flag("--recursive", options.recursive, "take the folders inside folders, too");
+    command.add_option("--watch", options.watch,
+                       "compute what comes into this folder until Ctrl-C, and keep one page "
+                       "(OUT/index.html) up to date");
+    command.add_flag("--force", options.force,
+                     "compute drawings again that have not changed since an earlier batch");
+    command.add_option("--shard", texts.shard,
+                       "K/N: take every N-th drawing only, beginning with the K-th");
+    command.add_option("--json-lines", options.jsonLines,
+                       "write the results one line a drawing, for qzenvelope report");
     command.add_option("--table", options.table,
                        "write a table of the tools: .csv for spreadsheets, or .json");
     command
@@ -279,13 +292,58 @@ bool EndsWith(const std::string& text, const std::string& end) {
            text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
 
-// Ways to name the tools that exclude one another, and files of unknown kinds.
-void CheckBatch(const BatchOptions& options) {
-    if (!options.table.empty() && !EndsWith(options.table, ".csv") &&
-        !EndsWith(options.table, ".json"))
-        throw Failure(Fault::Request, "--table: " + Quoted(options.table) +
+Shard ShardOf(const std::string& text) {
+    Shard shard;
+    if (text.empty()) return shard;
+    const char* const end = text.data() + text.size();
+    const auto [slash, fault] = std::from_chars(text.data(), end, shard.number);
+    bool isGood = fault == std::errc() && slash != end && *slash == '/';
+    if (isGood) {
+        const auto [last, other] = std::from_chars(slash + 1, end, shard.count);
+        isGood = other == std::errc() && last == end;
+    }
+    if (!isGood || shard.number < 1 || shard.count < shard.number)
+        throw Failure(Fault::Request,
+                      "--shard: " + Quoted(text) + " is no share; give K/N with K from 1 to N");
+    return shard;
+}
+
+// Every option that was given, but for those that change no drawing's result: a new option counts
+// unless it is named here.
+std::string FingerprintOf(const CLI::App& command) {
+    static const std::set<std::string> kIdle = {
+        "DRAWING",     "--out",   "--report",     "--table",        "--json-lines",
+        "--jobs",      "--json",  "--watch",      "--force",        "--shard",
+        "--recursive", "--tools", "--time-limit", "--memory-limit", "--help"};
+    std::string text;
+    for (const CLI::Option* option : command.get_options()) {
+        const std::string name = option->get_single_name();
+        const std::string key =
+            option->get_lnames().empty() ? name : "--" + option->get_lnames()[0];
+        if (option->count() == 0 || kIdle.count(key) != 0) continue;
+        text += key;
+        for (const std::string& value : option->results()) text += " " + Quoted(value);
+        text += "\n";
+    }
+    return text;
+}
+
+void CheckTable(const std::string& table) {
+    if (!table.empty() && !EndsWith(table, ".csv") && !EndsWith(table, ".json"))
+        throw Failure(Fault::Request, "--table: " + Quoted(table) +
                                           " is no kind of table; give a name that ends with .csv "
                                           "or .json");
+}
+
+// Ways to name the tools that exclude one another, and files of unknown kinds.
+void CheckBatch(const BatchOptions& options) {
+    if (options.inputs.empty() && options.watch.empty())
+        throw Failure(Fault::Request,
+                      "no drawing is named; name drawings, folders or patterns, or a folder with "
+                      "--watch");
+    if (!options.inputs.empty() && !options.watch.empty())
+        throw Failure(Fault::Request, "--watch takes the drawings of its folder; name no others");
+    CheckTable(options.table);
     const char* const remedy = "; use one of the two";
     if (!options.tools.empty() && !options.request.tasks.empty())
         throw Failure(Fault::Request,
@@ -317,7 +375,7 @@ std::vector<std::string> JoinValues(const std::vector<std::string>& arguments) {
 
 // The parser's own message does not name the word that is no command.
 void RequireCommand(const std::vector<std::string>& arguments, const CLI::App& app) {
-    const char* const remedy = "; use compute, batch, info or copy, see qzenvelope --help";
+    const char* const remedy = "; use compute, batch, report, info or copy, see qzenvelope --help";
     if (arguments.empty()) throw Failure(Fault::Request, std::string("no command given") + remedy);
     if (!arguments[0].empty() && arguments[0][0] == '-') return;
     for (const CLI::App* command : app.get_subcommands(nullptr))
@@ -348,6 +406,15 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         "info", "list layers, entities, frames with their tool numbers, stored tasks, faults");
     info.add_option("DRAWING", options.info.input, "the drawing, a DXF file")->required();
     info.add_flag("--json", options.info.json, "print one JSON object and nothing else");
+    CLI::App& report = *app.add_subcommand(
+        "report", "put the results of batches together: pages, an index, a table");
+    report.add_option("RESULTS", options.report.inputs, "files that batch --json-lines wrote")
+        ->required();
+    report.add_option(
+        "--report", options.report.report,
+        "write the index of the pages, an HTML file; pages and pictures lie beside it");
+    report.add_option("--table", options.report.table,
+                      "write a table of all tools: .csv for spreadsheets, or .json");
     CLI::App& copy =
         *app.add_subcommand("copy", "read a drawing and write it back: nothing is lost");
     copy.add_option("IN", options.copy.input, "the drawing to read")->required();
@@ -372,17 +439,24 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
             options.text = out.str();
             return options;
         }
-        const std::string name = compute ? " compute"
-                                 : batch ? " batch"
-                                 : info  ? " info"
-                                 : copy  ? " copy"
-                                         : "";
+        const std::string name = compute  ? " compute"
+                                 : batch  ? " batch"
+                                 : info   ? " info"
+                                 : copy   ? " copy"
+                                 : report ? " report"
+                                          : "";
         throw Failure(Fault::Request,
                       std::string(error.what()) + "; see qzenvelope" + name + " --help");
     }
     ReadLimits(texts.limits, options);
     if (info) options.command = Options::Command::Info;
     if (copy) options.command = Options::Command::Copy;
+    if (report) {
+        options.command = Options::Command::Report;
+        CheckTable(options.report.table);
+        if (options.report.report.empty() && options.report.table.empty())
+            throw Failure(Fault::Request, "nothing is to be written; give --report or --table");
+    }
     if (compute) {
         options.command = Options::Command::Compute;
         ToolRequest& request = options.compute.request;
@@ -403,7 +477,9 @@ Options ParseOptions(const std::vector<std::string>& arguments) {
         options.command = Options::Command::Batch;
         BatchRequest& request = options.batch.request;
         ReadTool(texts, false, request.parameters, request.chordTolerance, options.warnings);
-        request.withPage = !options.batch.report.empty();
+        request.withPage = !options.batch.report.empty() || !options.batch.jsonLines.empty();
+        options.batch.shard = ShardOf(texts.shard);
+        options.batch.fingerprint = FingerprintOf(batch);
         request.parts = ReadParts(texts.parts);
         request.name.byFile = texts.name == "file";
         CheckBatch(options.batch);

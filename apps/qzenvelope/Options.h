@@ -24,15 +24,33 @@ struct ComputeOptions {
     bool json = false;
 };
 
+// Every count-th drawing of a list, beginning with the number-th.
+struct Shard {
+    size_t number = 1, count = 1;
+};
+
 struct BatchOptions {
     BatchRequest request;
     std::vector<std::string> inputs;
-    std::string report;     // the page's file; empty: none
-    std::string tools;      // file that names the tools; empty: none
-    std::string table;      // of the tools, .csv or .json; empty: none
-    int jobs = 0;           // drawings at a time; 0: one for each processor
-    double timeLimit = 0;   // of each tool, seconds; 0: none
-    bool isStrict = false;  // what is worth a look is a failure
+    std::string report;      // the page's file; empty: none
+    std::string tools;       // file that names the tools; empty: none
+    std::string table;       // of the tools, .csv or .json; empty: none
+    std::string jsonLines;   // results drawing by drawing; empty: none
+    std::string watch;       // folder whose drawings are computed as they come in; empty: none
+    bool recursive = false;  // folders' folders, too
+    bool force = false;      // unchanged drawings, too
+    Shard shard;
+    std::string fingerprint;  // of all options that change what is computed
+    int jobs = 0;             // drawings at a time; 0: one for each processor
+    double timeLimit = 0;     // of each tool, seconds; 0: none
+    bool isStrict = false;    // what is worth a look is a failure
+    bool json = false;
+};
+
+// Results of batches put together.
+struct ReportOptions {
+    std::vector<std::string> inputs;
+    std::string report, table;  // empty: none
     bool json = false;
 };
 
@@ -46,11 +64,12 @@ struct CopyOptions {
 };
 
 struct Options {
-    enum class Command { Compute, Batch, Info, Copy, Nothing } command = Command::Nothing;
+    enum class Command { Compute, Batch, Report, Info, Copy, Nothing } command = Command::Nothing;
     ComputeOptions compute;
     BatchOptions batch;
     InfoOptions info;
     CopyOptions copy;
+    ReportOptions report;
     double timeLimit = 0;               // seconds; 0: none; of a batch for each tool
     double memoryLimit = 0;             // megabytes of each process; 0: none
     std::string dwgConverter;           // command; empty: the one that is found

@@ -10,6 +10,7 @@
 #include "apps/qzenvelope/FileRoles.h"
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Output.h"
+#include "apps/qzenvelope/ReportRun.h"
 #include "apps/qzenvelope/RunDisplay.h"
 #include "host/dwg/drawing_file.h"
 #include "host/sys/process_end.h"
@@ -105,6 +106,8 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
             return Compute(options.compute);
         case Options::Command::Batch:
             return RunBatch(options.batch);
+        case Options::Command::Report:
+            return RunReport(options.report);
         case Options::Command::Info:
             Print(InfoText(Drawing(options.info.input), options.info.input, options.info.json));
             return kDone;

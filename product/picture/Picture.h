@@ -103,5 +103,7 @@ const char* SvgStyle();
 
 // RFC 4648.
 std::string Base64(const std::string& bytes);
+// The bytes again; what is no digit of it is passed over.
+std::string FromBase64(const std::string& text);
 
 }  // namespace product

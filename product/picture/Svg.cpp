@@ -300,4 +300,30 @@ std::string Base64(const std::string& bytes) {
     return text;
 }
 
+std::string FromBase64(const std::string& text) {
+    std::string bytes;
+    bytes.reserve(text.size() / 4 * 3);
+    unsigned word = 0;
+    int bits = 0;
+    for (const char c : text) {
+        int digit = 0;
+        if (c >= 'A' && c <= 'Z')
+            digit = c - 'A';
+        else if (c >= 'a' && c <= 'z')
+            digit = c - 'a' + 26;
+        else if (c >= '0' && c <= '9')
+            digit = c - '0' + 52;
+        else if (c == '+' || c == '/')
+            digit = c == '+' ? 62 : 63;
+        else
+            continue;
+        word = word << 6 | static_cast<unsigned>(digit);
+        bits += 6;
+        if (bits < 8) continue;
+        bits -= 8;
+        bytes += static_cast<char>(word >> bits & 0xFFu);
+    }
+    return bytes;
+}
+
 }  // namespace product

@@ -1,5 +1,7 @@
 #include "product/report/BatchResult.h"
 
+#include <algorithm>
+
 namespace product {
 namespace {
 
@@ -23,6 +25,12 @@ size_t BatchResult::FailedTools() const {
 
 size_t BatchResult::ToolsWithWarnings() const {
     return CountTools(*this, [](const ToolResult& tool) { return tool.HasWarning(); });
+}
+
+size_t BatchResult::UnchangedDrawings() const {
+    return static_cast<size_t>(
+        std::count_if(drawings.begin(), drawings.end(),
+                      [](const DrawingResult& drawing) { return drawing.isUnchanged; }));
 }
 
 }  // namespace product

@@ -18,6 +18,7 @@ struct BatchResult {
     size_t ToolCount() const;
     size_t FailedTools() const;
     size_t ToolsWithWarnings() const;
+    size_t UnchangedDrawings() const;
 };
 
 }  // namespace product

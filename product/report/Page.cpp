@@ -37,7 +37,7 @@ std::string Renamed(const std::string& svg, size_t row) {
 
 class Writer {
 public:
-    explicit Writer(const BatchResult& result) : m_result(result) {}
+    Writer(const BatchResult& result, const PagePlace* place) : m_result(result), m_place(place) {}
 
     std::string Run() {
         Head();
@@ -56,7 +56,9 @@ private:
         m_out =
             "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
             "<meta http-equiv=\"Content-Security-Policy\" content=\"default-src 'none'; "
-            "img-src data:; style-src 'unsafe-inline'; script-src 'unsafe-inline'\">\n"
+            "img-src data:" +
+            std::string(m_place != nullptr ? " 'self' file:" : "") +
+            "; style-src 'unsafe-inline'; script-src 'unsafe-inline'\">\n"
             "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
             "<title>Tool envelopes</title>\n<style>";
         m_out += PageStyle();
@@ -82,11 +84,40 @@ private:
                  Number("%.1f", m_result.seconds) + " s, " +
                  host::solid::IsoDateText(host::solid::StampTime()) + ", files in " +
                  Escaped(m_result.out) + "</p>\n";
+        if (m_place != nullptr) Links();
         m_out +=
             "<p class=\"controls\"><label>Find <input type=\"search\" id=\"find\"></label> "
             "<label>Show <select id=\"show\"><option value=\"\">every tool</option>"
             "<option value=\"failed\">failed</option>"
             "<option value=\"look\">worth a look</option></select></label></p>\n</header>\n";
+    }
+
+    void Link(const std::string& file, const char* text) {
+        if (!file.empty()) m_out += "<a href=\"" + Escaped(file) + "\">" + text + "</a>\n";
+    }
+
+    void Links() {
+        m_out += "<p class=\"pages\">";
+        Link(m_place->before, "previous");
+        Link(m_place->index, "all pages");
+        Link(m_place->after, "next");
+        m_out += "page " + std::to_string(m_place->number) + "</p>\n";
+    }
+
+    // Inside the page, or a file beside it.
+    std::string SolidPicture(const ToolResult& tool) const {
+        if (tool.png.empty()) return "–";
+        return "<img alt=\"the solid of tool " + Escaped(tool.name) + "\" src=\"" +
+               (m_place != nullptr ? Escaped(tool.png) : "data:image/png;base64," + tool.png) +
+               "\">";
+    }
+
+    std::string DrawingPicture(const ToolResult& tool) {
+        const size_t row = m_row++;
+        if (m_place == nullptr) return Renamed(tool.svg, row);
+        if (tool.svg.empty()) return {};
+        return "<img class=\"drawing\" alt=\"tool " + Escaped(tool.name) + "\" src=\"" +
+               Escaped(tool.svg) + "\">";
     }
 
     // What concerns no single tool and went wrong.
@@ -160,12 +191,8 @@ private:
         Cell(status, std::string("<span class=\"status ") + status + "\">" + text + "</span>" +
                          (tool.reason.empty() ? "" : "<p>" + Escaped(tool.reason) + "</p>"));
         Cell(std::to_string(warnings), Findings(tool), "findings");
-        Cell("", Renamed(tool.svg, m_row++), "picture");
-        Cell("",
-             tool.png.empty() ? std::string("–")
-                              : "<img alt=\"the solid of tool " + Escaped(tool.name) +
-                                    "\" src=\"data:image/png;base64," + tool.png + "\">",
-             "solid");
+        Cell("", DrawingPicture(tool), "picture");
+        Cell("", SolidPicture(tool), "solid");
         Size(tool.length);
         Size(tool.diameter);
         Size(tool.volume);
@@ -193,12 +220,17 @@ private:
     }
 
     const BatchResult& m_result;
+    const PagePlace* m_place;  // null: the page stands alone
     std::string m_out;
     size_t m_row = 0;
 };
 
 }  // namespace
 
-std::string PageText(const BatchResult& result) { return Writer(result).Run(); }
+std::string PageText(const BatchResult& result) { return Writer(result, nullptr).Run(); }
+
+std::string PageText(const BatchResult& result, const PagePlace& place) {
+    return Writer(result, &place).Run();
+}
 
 }  // namespace product

@@ -61,6 +61,7 @@ void VisitDrawing(Drawing& drawing, Visitor visit) {
     visit("source", drawing.source);
     visit("reason", drawing.reason);
     visit("unreadable", drawing.isUnreadable);
+    visit("unchanged", drawing.isUnchanged);
     visit("seconds", drawing.seconds);
     visit("notes", drawing.notes);
 }

@@ -42,6 +42,9 @@ std::string BatchSummary(const BatchResult& result) {
     char time[32];
     std::snprintf(time, sizeof time, ", %.1f s\n", result.seconds);
     text = head + time + text;
+    if (const size_t unchanged = result.UnchangedDrawings(); unchanged > 0)
+        text += "  " + Counted(unchanged, "drawing", "drawings") +
+                " unchanged since an earlier batch and not computed again; --force computes them\n";
     text += "  files   " + result.out + "\n";
     if (!result.page.empty()) text += "  report  " + result.page + "\n";
     return text;
@@ -58,6 +61,7 @@ std::string BatchJson(const BatchResult& result) {
     const Json json = {{"tools", result.ToolCount()},
                        {"failed", result.FailedTools()},
                        {"with_warnings", result.ToolsWithWarnings()},
+                       {"unchanged", result.UnchangedDrawings()},
                        {"seconds", result.seconds},
                        {"out", result.out},
                        {"report", result.page.empty() ? Json() : Json(result.page)},

@@ -40,6 +40,7 @@ struct DrawingResult {
     std::string input, output, source;  // output: empty when it was not written
     std::string reason;                 // what failed beside the tools; empty: nothing
     bool isUnreadable = false;
+    bool isUnchanged = false;  // taken over from an earlier batch
     double seconds = 0;
     std::vector<std::string> notes;  // faults of the file that were passed over
     std::vector<ToolResult> tools;

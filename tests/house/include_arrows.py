@@ -102,7 +102,7 @@ ROOMS = {
     "product/report": (
         "words and figures for what the other rooms found; runs nothing",
         "product/base product/check product/picture product/tool plugin/util plugin/drawn "
-        "plugin/batch host/solid"),
+        "plugin/batch host/solid host/sys"),
     # The programs.
     "apps/qzenvelope": (
         "options, workers and progress around requests; the plug-in's free operations for progress "
@@ -128,7 +128,7 @@ OUTSIDE = [
     (r"iconv\.h", ["host/sys"]),
     (r"CLI/.*", ["apps/qzenvelope", "apps/qzhost"]),
     (r"nlohmann/.*", ["product/report", "apps/qzenvelope"]),
-    (r"(sys/.*|unistd|fcntl|dlfcn|link|poll|sched|windows|io|share)(\.h)?",
+    (r"(sys/.*|unistd|fcntl|dlfcn|link|poll|sched|glob|windows|io|share)(\.h)?",
      ["host/sys", "host/geos", "host/solid", "host/ed", "host/mfc", "apps/qzenvelope"]),
 ]
 STANDARD = set(

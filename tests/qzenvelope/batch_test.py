@@ -33,7 +33,7 @@ class Batch(ProgramTest):
         return done
 
     def files(self, folder="out"):
-        return sorted(p.name for p in (self.folder / folder).iterdir())
+        return sorted(p.name for p in (self.folder / folder).iterdir() if not p.name.startswith("."))
 
     def info(self, path):
         return json.loads(self.run_program("info", path, "--json").stdout)

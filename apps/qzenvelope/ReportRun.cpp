@@ -1,0 +1,174 @@
+#include "apps/qzenvelope/ReportRun.h"
+
+#include <algorithm>
+#include <exception>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <set>
+#include <unordered_set>
+
+#include "apps/qzenvelope/FileRoles.h"
+#include "apps/qzenvelope/Output.h"
+#include "product/report/PagedReport.h"
+#include "product/report/ResultRecord.h"
+#include "product/report/Table.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr size_t kMostTroubles = 100;  // told one by one
+
+// A table that grows beside its place and takes it when it is whole.
+class TableFile {
+public:
+    explicit TableFile(const std::string& path)
+        : m_path(path), m_part(path + ".part"), m_isJson(fs::path(path).extension() == ".json") {
+        if (m_path.empty()) return;
+        m_file.open(m_part, std::ios::binary | std::ios::trunc);
+        m_file << (m_isJson ? TableJsonHead() : TableHead());
+    }
+    ~TableFile() {
+        std::error_code error;
+        if (!m_path.empty()) fs::remove(m_part, error);
+    }
+    TableFile(const TableFile&) = delete;
+    TableFile& operator=(const TableFile&) = delete;
+
+    void Add(const DrawingResult& drawing) {
+        if (m_path.empty()) return;
+        for (const ToolResult& tool : drawing.tools) {
+            m_file << (m_isJson ? TableJsonRow(drawing, tool, m_isFirst) : TableRow(drawing, tool));
+            m_isFirst = false;
+        }
+    }
+    void Finish() {
+        if (m_path.empty()) return;
+        if (m_isJson) m_file << TableJsonTail();
+        m_file.close();
+        std::error_code error;
+        if (m_file) fs::rename(m_part, m_path, error);
+        if (!m_file || error)
+            throw Failure(Fault::Output, m_path + ": the table cannot be written" +
+                                             (error ? ": " + error.message() : "") +
+                                             "; choose another place with --table");
+    }
+
+private:
+    std::string m_path, m_part;
+    bool m_isJson, m_isFirst = true;
+    std::ofstream m_file;
+};
+
+class Report {
+public:
+    explicit Report(const ReportOptions& options) : m_options(options), m_table(options.table) {
+        if (!options.report.empty()) m_pages = std::make_unique<PagedReport>(options.report);
+    }
+
+    ExitStatus Run() {
+        for (const std::string& input : m_options.inputs) Read(input);
+        MissingShares();
+        if (m_told > kMostTroubles)
+            m_troubles.push_back(std::to_string(m_told - kMostTroubles) + " more of this kind");
+        if (m_pages != nullptr) m_pages->Finish(m_troubles);
+        m_table.Finish();
+        for (const std::string& trouble : m_troubles) Complain("warning: " + trouble);
+        Print(std::to_string(m_tools) + (m_tools == 1 ? " tool of " : " tools of ") +
+              std::to_string(m_drawings) + (m_drawings == 1 ? " drawing: " : " drawings: ") +
+              std::to_string(m_tools - m_failed) + " done, " + std::to_string(m_failed) +
+              " failed\n" +
+              (m_options.report.empty() ? "" : "  report  " + m_options.report + "\n") +
+              (m_options.table.empty() ? "" : "  table   " + m_options.table + "\n"));
+        return m_failed > 0 || !m_troubles.empty() || m_faulty ? kNoResult : kDone;
+    }
+
+private:
+    void Tell(const std::string& trouble) {
+        if (++m_told <= kMostTroubles) m_troubles.push_back(trouble);
+    }
+
+    void Read(const std::string& input) {
+        std::ifstream file(input, std::ios::binary);
+        if (!file || fs::is_directory(input))
+            throw Failure(Fault::Input, input +
+                                            ": the results cannot be read; name a file that "
+                                            "--json-lines wrote");
+        ResultHead head;
+        bool hasHead = false;
+        size_t number = 0, drawings = 0;
+        for (std::string line; std::getline(file, line);) {
+            ++number;
+            if (line.empty()) continue;
+            if (IsHead(line, head)) {
+                hasHead = true;
+                m_shares[head.count].insert(head.number);
+                continue;
+            }
+            try {
+                Add(RecordFromLine(line));
+                ++drawings;
+            } catch (const Failure&) {
+                throw;
+            } catch (const std::exception&) {
+                if (!hasHead && number == 1)
+                    throw Failure(Fault::Input, input +
+                                                    ": line 1: these are no results; name a "
+                                                    "file that --json-lines wrote");
+                Tell(input + ": line " + std::to_string(number) +
+                     " is not whole and is passed over; start that batch again");
+            }
+        }
+        if (hasHead && drawings < head.drawings)
+            Tell(input + ": " + std::to_string(drawings) + " of " + std::to_string(head.drawings) +
+                 " drawings: the batch did not come to its end; start it again");
+    }
+
+    void Add(ResultRecord record) {
+        if (!m_seen.insert(std::hash<std::string>()(record.drawing.input)).second) {
+            Tell(record.drawing.input + " is told more than once; the first time counts");
+            return;
+        }
+        ++m_drawings;
+        m_faulty = m_faulty || !record.drawing.reason.empty();
+        m_tools += record.drawing.tools.size();
+        for (const ToolResult& tool : record.drawing.tools) m_failed += tool.IsGood() ? 0 : 1;
+        m_table.Add(record.drawing);
+        if (m_pages != nullptr) m_pages->Add(std::move(record.drawing));
+    }
+
+    void MissingShares() {
+        for (const auto& [count, numbers] : m_shares)
+            for (size_t number = 1; number <= count; ++number)
+                if (numbers.count(number) == 0)
+                    Tell("the results of share " + std::to_string(number) + "/" +
+                         std::to_string(count) + " are missing");
+    }
+
+    const ReportOptions& m_options;
+    TableFile m_table;
+    std::unique_ptr<PagedReport> m_pages;
+    std::unordered_set<size_t> m_seen;            // hashes of the drawings' names
+    std::map<size_t, std::set<size_t>> m_shares;  // that were read, by how many there are
+    std::vector<std::string> m_troubles;
+    size_t m_told = 0, m_tools = 0, m_failed = 0, m_drawings = 0;
+    bool m_faulty = false;
+};
+
+}  // namespace
+
+ExitStatus RunReport(const ReportOptions& options) {
+    FileRoles files;
+    for (const std::string& input : options.inputs) files.Input(input);
+    files.Output(options.report, "--report " + options.report,
+                 "choose another place with --report");
+    files.Output(options.table, "--table " + options.table, "choose another place with --table");
+    if (!options.table.empty())
+        files.Output(options.table + ".part", options.table + ".part",
+                     "choose another place with --table");
+    return Report(options).Run();
+}
+
+}  // namespace app
