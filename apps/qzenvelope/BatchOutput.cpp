@@ -1,14 +1,9 @@
-// What a batch leaves beside its tools' files: page, table, summary; and the watch over a folder.
+// What a batch leaves beside its tools' files: page, table, summary.
 
-#include <unistd.h>
-
-#include <cstdint>
+#include <algorithm>
 #include <filesystem>
-#include <map>
-#include <utility>
 
 #include "apps/qzenvelope/BatchRun.h"
-#include "apps/qzenvelope/InputFiles.h"
 #include "apps/qzenvelope/Output.h"
 #include "host/sys/file_io.h"
 #include "product/report/Page.h"
@@ -28,8 +23,6 @@ ExitStatus StatusOf(const BatchResult& result) {
 namespace {
 
 namespace fs = std::filesystem;
-
-constexpr unsigned kBetweenLooks = 1000000;  // microseconds
 
 std::string TableText(const BatchResult& result, const std::string& path) {
     const bool isJson = fs::path(path).extension() == ".json";
@@ -53,58 +46,9 @@ void WriteSum(const std::string& path, const std::string& text, const char* what
                   "; choose another place with " + option;
 }
 
-// How a file looked when it was last seen.
-struct Seen {
-    std::uintmax_t size = 0;
-    fs::file_time_type time;
-
-    bool operator==(const Seen& other) const { return size == other.size && time == other.time; }
-};
-using Sight = std::map<std::string, Seen>;
-
-Sight LookInto(const std::string& folder) {
-    Sight sight;
-    for (const std::string& drawing : DrawingsIn(folder)) {
-        std::error_code error;
-        const Seen seen{fs::file_size(drawing, error), fs::last_write_time(drawing, error)};
-        if (!error) sight.emplace(drawing, seen);
-    }
-    return sight;
-}
-
-// Computes a folder's drawings whenever they have changed and stand still again. Ends with the
-// process alone.
-[[noreturn]] void Watch(BatchOptions options) {
-    const std::string folder = std::exchange(options.watch, {});
-    if (options.report.empty())
-        options.report = (fs::path(options.request.out) / "index.html").string();
-    options.request.withPage = true;
-    if (!fs::is_directory(folder))
-        throw Failure(Fault::Request,
-                      "--watch: " + folder + " is no folder; name one that is there");
-    Complain("watching " + folder + "; end it with Ctrl-C");
-    Sight done;
-    for (Sight before = LookInto(folder);; ::usleep(kBetweenLooks)) {
-        const Sight now = LookInto(folder);
-        if (now == before && now != done && !now.empty()) {
-            options.inputs.clear();
-            for (const auto& [drawing, seen] : now) options.inputs.push_back(drawing);
-            try {
-                RunBatch(options);
-                done = now;
-            } catch (const Failure& failure) {
-                Complain(failure.what());
-                done = now;
-            }
-        }
-        before = now;
-    }
-}
-
 }  // namespace
 
 ExitStatus RunBatch(const BatchOptions& options) {
-    if (!options.watch.empty()) Watch(options);
     BatchResult result = ComputeBatch(options);
     std::string trouble;
     if (!options.report.empty())

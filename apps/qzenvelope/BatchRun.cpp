@@ -127,7 +127,7 @@ private:
         }
         m_marks.resize(m_jobs.size());
         m_names.resize(m_jobs.size());
-        m_kept.resize(m_jobs.size(), 0);
+        m_found.resize(m_jobs.size(), nullptr);
         std::vector<std::string> stems;
         for (const DrawingRequest& job : m_jobs)
             stems.push_back(fs::path(job.input).stem().string());
@@ -194,17 +194,17 @@ private:
             if (record == nullptr || record->drawing.output != m_jobs[i].output) continue;
             m_names[i] = record->names;
             m_jobs[i].files = record->names;
-            m_kept[i] = 1;
+            m_found[i] = record;
         }
     }
 
     // Those that need no work, and those that cannot be worked on.
     void TellWhatIsDone() {
         for (size_t i = 0; i < m_jobs.size(); ++i) {
-            if (m_kept[i] != 0) {
-                m_lines->Add(*m_manifest->RecordOf(m_jobs[i].input));
+            if (m_found[i] != nullptr) {
+                m_lines->Add(m_manifest->LineOf(m_jobs[i].input));
             } else if (m_jobs[i].files.empty()) {
-                m_lines->Add(RecordOf(i));
+                m_lines->Add(ToLine(RecordOf(i)));
             }
         }
     }
@@ -212,7 +212,8 @@ private:
     ResultRecord RecordOf(size_t job) const {
         ResultRecord record;
         record.drawing = m_result.drawings[job];
-        record.content = m_marks[job];
+        // What broke off may go well another time.
+        if (m_jobs[job].skipped.empty()) record.content = m_marks[job];
         record.options = m_fingerprint;
         record.hasPictures = m_options.request.withPage;
         record.names = m_names[job];
@@ -225,7 +226,7 @@ private:
     void Remember(size_t job) {
         const ResultRecord record = RecordOf(job);
         m_manifest->Add(record);
-        m_lines->Add(record);
+        m_lines->Add(ToLine(record));
         if (!m_options.report.empty()) return;
         for (ToolResult& tool : m_result.drawings[job].tools) {
             tool.svg.clear();
@@ -237,7 +238,7 @@ private:
     void LookThrough() {
         std::vector<size_t> jobs;
         for (size_t i = 0; i < m_jobs.size(); ++i)
-            if (m_kept[i] == 0) jobs.push_back(i);
+            if (m_found[i] == nullptr) jobs.push_back(i);
         WorkerPool pool;
         pool.work = [&](size_t k, const Send& send) {
             const size_t i = jobs[k];
@@ -285,17 +286,22 @@ private:
             m_result.drawings[i].tools.resize(m_jobs[i].files.size());
             for (size_t k = 0; k < m_jobs[i].files.size(); ++k)
                 m_result.drawings[i].tools[k].name = m_jobs[i].files[k];
-            if (m_kept[i] != 0) Keep(i);
-            if (m_kept[i] == 0) m_total += m_jobs[i].files.size();
+            if (m_found[i] != nullptr) Keep(i);
+            if (m_found[i] == nullptr) m_total += m_jobs[i].files.size();
         }
     }
 
     // Unless its files have other names now, for there are other drawings.
     void Keep(size_t job) {
-        const ResultRecord& record = *m_manifest->RecordOf(m_jobs[job].input);
-        m_kept[job] = record.files == m_jobs[job].files ? 1 : 0;
-        if (m_kept[job] == 0) return;
-        m_result.drawings[job] = record.drawing;
+        const ResultRecord& record = *m_found[job];
+        if (record.files != m_jobs[job].files) {
+            m_found[job] = nullptr;
+            return;
+        }
+        m_result.drawings[job] =
+            m_options.report.empty()
+                ? record.drawing
+                : RecordFromLine(m_manifest->LineOf(m_jobs[job].input)).drawing;
         m_result.drawings[job].isUnchanged = true;
     }
 
@@ -304,7 +310,7 @@ private:
         // Those that could not be looked through have no tools.
         std::vector<size_t> ready;
         for (size_t i = 0; i < m_jobs.size(); ++i)
-            if (!m_jobs[i].files.empty() && m_kept[i] == 0) ready.push_back(i);
+            if (!m_jobs[i].files.empty() && m_found[i] == nullptr) ready.push_back(i);
         std::vector<std::vector<char>> isTold;
         for (const DrawingRequest& job : m_jobs) isTold.emplace_back(job.files.size(), 0);
         std::vector<size_t> current(m_jobs.size(), 0);
@@ -367,7 +373,7 @@ private:
     std::vector<DrawingRequest> m_jobs;
     std::vector<std::string> m_marks;               // of the drawings' contents
     std::vector<std::vector<std::string>> m_names;  // of each drawing's tools, not yet numbered
-    std::vector<char> m_kept;                       // what an earlier batch did is taken over
+    std::vector<const ResultRecord*> m_found;       // what an earlier batch did; null: to be done
     std::string m_fingerprint;
     Manifest* m_manifest = nullptr;
     ResultLines* m_lines = nullptr;

@@ -127,8 +127,9 @@ std::vector<std::string> ExpandInputs(const std::vector<std::string>& words, boo
     return files;
 }
 
-std::vector<std::string> DrawingsIn(const std::string& folder) {
-    return Folders(false, {}).Read(folder);
+std::vector<std::string> DrawingsIn(const std::string& folder, bool recursive,
+                                    const std::string& out) {
+    return Folders(recursive, out).Read(folder);
 }
 
 std::vector<std::string> ShareOf(const std::vector<std::string>& list, const Shard& shard) {

@@ -18,8 +18,11 @@ namespace app {
 std::vector<std::string> ExpandInputs(const std::vector<std::string>& words, bool recursive,
                                       const std::string& out);
 
-// The drawings right in a folder, by name; empty when it cannot be read.
-std::vector<std::string> DrawingsIn(const std::string& folder);
+// The drawings in a folder, as ExpandInputs() finds them; there may be none.
+//
+// fails  Failure with Input for a folder that cannot be read
+std::vector<std::string> DrawingsIn(const std::string& folder, bool recursive,
+                                    const std::string& out);
 
 // Every count-th of a list, beginning with the number-th, counted from 1.
 std::vector<std::string> ShareOf(const std::vector<std::string>& list, const Shard& shard);

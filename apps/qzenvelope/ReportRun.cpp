@@ -4,11 +4,13 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <memory>
 #include <set>
 #include <unordered_set>
 
 #include "apps/qzenvelope/FileRoles.h"
+#include "apps/qzenvelope/GrowingFile.h"
 #include "apps/qzenvelope/Output.h"
 #include "product/report/PagedReport.h"
 #include "product/report/ResultRecord.h"
@@ -21,45 +23,38 @@ namespace fs = std::filesystem;
 
 constexpr size_t kMostTroubles = 100;  // told one by one
 
-// A table that grows beside its place and takes it when it is whole.
+// A table of any length.
 class TableFile {
 public:
     explicit TableFile(const std::string& path)
-        : m_path(path), m_part(path + ".part"), m_isJson(fs::path(path).extension() == ".json") {
-        if (m_path.empty()) return;
-        m_file.open(m_part, std::ios::binary | std::ios::trunc);
-        m_file << (m_isJson ? TableJsonHead() : TableHead());
+        : m_path(path), m_isJson(fs::path(path).extension() == ".json"), m_file(path) {
+        m_file.Add(m_isJson ? TableJsonHead() : TableHead());
+        if (m_file.IsWanted() && !m_file.IsGood()) Refuse({});
     }
-    ~TableFile() {
-        std::error_code error;
-        if (!m_path.empty()) fs::remove(m_part, error);
-    }
-    TableFile(const TableFile&) = delete;
-    TableFile& operator=(const TableFile&) = delete;
 
     void Add(const DrawingResult& drawing) {
-        if (m_path.empty()) return;
+        if (!m_file.IsWanted()) return;
         for (const ToolResult& tool : drawing.tools) {
-            m_file << (m_isJson ? TableJsonRow(drawing, tool, m_isFirst) : TableRow(drawing, tool));
+            m_file.Add(m_isJson ? TableJsonRow(drawing, tool, m_isFirst) : TableRow(drawing, tool));
             m_isFirst = false;
         }
     }
     void Finish() {
-        if (m_path.empty()) return;
-        if (m_isJson) m_file << TableJsonTail();
-        m_file.close();
-        std::error_code error;
-        if (m_file) fs::rename(m_part, m_path, error);
-        if (!m_file || error)
-            throw Failure(Fault::Output, m_path + ": the table cannot be written" +
-                                             (error ? ": " + error.message() : "") +
-                                             "; choose another place with --table");
+        if (m_isJson) m_file.Add(TableJsonTail());
+        std::string reason;
+        if (!m_file.Finish(reason)) Refuse(reason);
     }
 
 private:
-    std::string m_path, m_part;
+    [[noreturn]] void Refuse(const std::string& reason) const {
+        throw Failure(Fault::Output, m_path + ": the table cannot be written" +
+                                         (reason.empty() ? "" : ": " + reason) +
+                                         "; choose another place with --table");
+    }
+
+    std::string m_path;
     bool m_isJson, m_isFirst = true;
-    std::ofstream m_file;
+    GrowingFile m_file;
 };
 
 class Report {
@@ -168,6 +163,8 @@ ExitStatus RunReport(const ReportOptions& options) {
     if (!options.table.empty())
         files.Output(options.table + ".part", options.table + ".part",
                      "choose another place with --table");
+    std::error_code error;  // told when the table cannot be begun
+    fs::create_directories(fs::path(options.table).parent_path(), error);
     return Report(options).Run();
 }
 

@@ -15,8 +15,8 @@ ResultLines::ResultLines(const std::string& path, const product::ResultHead& hea
                                    "with --json-lines");
 }
 
-void ResultLines::Add(const product::ResultRecord& record) {
-    if (!m_path.empty()) m_file << ToLine(record) << std::flush;
+void ResultLines::Add(const std::string& line) {
+    if (!m_path.empty()) m_file << line << std::flush;
 }
 
 void ResultLines::Finish() {

@@ -17,7 +17,8 @@ public:
     // fails  Failure with Output when the file cannot be made
     ResultLines(const std::string& path, const product::ResultHead& head);
 
-    void Add(const product::ResultRecord& record);
+    // line  of a drawing, with its line break
+    void Add(const std::string& line);
     // fails  Failure with Output when something could not be written
     void Finish();
 

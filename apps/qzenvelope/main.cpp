@@ -12,6 +12,7 @@
 #include "apps/qzenvelope/Output.h"
 #include "apps/qzenvelope/ReportRun.h"
 #include "apps/qzenvelope/RunDisplay.h"
+#include "apps/qzenvelope/WatchRun.h"
 #include "host/dwg/drawing_file.h"
 #include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
@@ -105,6 +106,7 @@ ExitStatus Run(const std::vector<std::string>& arguments) {
         case Options::Command::Compute:
             return Compute(options.compute);
         case Options::Command::Batch:
+            if (!options.batch.watch.empty()) WatchFolder(options.batch);
             return RunBatch(options.batch);
         case Options::Command::Report:
             return RunReport(options.report);

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <string_view>
 
 #include "host/sys/file_io.h"
@@ -13,11 +14,17 @@ namespace {
 
 namespace fs = std::filesystem;
 
+[[noreturn]] void Refuse(const std::string& path, const std::string& why) {
+    throw Failure(Fault::Output, path + ": the report cannot be written: " + why +
+                                     "; choose another place with --report");
+}
+
+// Into the folder that nobody looks at yet: no more care is needed.
 void Write(const std::string& path, const std::string& bytes) {
-    host::FileError error;
-    if (!host::WriteFileAtomically(path, {std::string_view(bytes)}, error))
-        throw Failure(Fault::Output, path + ": the report cannot be written: " + error.reason +
-                                         "; choose another place with --report");
+    std::ofstream file(path, std::ios::binary | std::ios::trunc);
+    file << bytes;
+    file.close();
+    if (!file) Refuse(path, "is the disk full?");
 }
 
 // An element of a page as a document of its own.
@@ -29,48 +36,72 @@ std::string Document(std::string svg) {
     return svg;
 }
 
+const char* const kPage = "page-";
+
+// Page 7 and its pictures are page-00007.html and the folder page-00007.
+std::string PageName(size_t number) {
+    char text[40];
+    std::snprintf(text, sizeof text, "%s%05zu", kPage, number);
+    return text;
+}
+
+// A folder that a report may replace: there is none, or an earlier report's.
+void RequireOwn(const std::string& folder) {
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(folder, error))) return;
+    bool isOwn = fs::is_directory(fs::symlink_status(folder, error));
+    if (isOwn)
+        for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
+            isOwn = isOwn && entry.path().filename().string().rfind(kPage, 0) == 0;
+    if (!isOwn || error)
+        throw Failure(Fault::Output, folder +
+                                         ": the pages would go there, and it holds what no report "
+                                         "has written; choose another place with --report");
+}
+
 }  // namespace
 
 PagedReport::PagedReport(const std::string& index) : m_index(index) {
     const fs::path path(index);
-    m_name = path.filename().string();
     m_folder = (path.parent_path() / (path.stem().string() + "-files")).string();
+    RequireOwn(m_folder);
+    RequireOwn(m_folder + ".part");
+    m_part = m_folder + ".part";
     std::error_code error;
-    fs::create_directories(m_folder, error);
-    if (!fs::is_directory(m_folder, error))
-        throw Failure(Fault::Output, m_folder +
-                                         ": the folder of the report cannot be made; choose "
-                                         "another place with --report");
+    fs::remove_all(m_part, error);
+    fs::create_directories(m_part, error);
+    if (!fs::is_directory(m_part)) Refuse(m_part, error.message());
 }
 
-std::string PagedReport::PageName(size_t number) const {
-    char text[40];
-    std::snprintf(text, sizeof text, "page-%05zu.html", number);
-    return text;
+PagedReport::~PagedReport() {
+    std::error_code error;
+    fs::remove_all(m_part, error);
 }
 
+// Each picture becomes a file, and its name as the page sees it takes its place.
 void PagedReport::WritePictures(ToolResult& tool) {
+    if (tool.svg.empty() && tool.png.empty()) return;
+    const std::string folder = PageName(m_pages.size() + 1);
+    std::error_code error;
+    fs::create_directory(fs::path(m_part) / folder, error);
     char name[40];
-    std::snprintf(name, sizeof name, "tool-%07zu", ++m_pictures);
-    if (!tool.svg.empty()) {
-        const std::string file = std::string(name) + ".svg";
-        Write((fs::path(m_folder) / file).string(), Document(std::move(tool.svg)));
-        tool.svg = file;
-    }
-    if (!tool.png.empty()) {
-        const std::string file = std::string(name) + ".png";
-        Write((fs::path(m_folder) / file).string(), FromBase64(tool.png));
-        tool.png = file;
-    }
+    std::snprintf(name, sizeof name, "/%03zu", m_toolsOfPage + 1);
+    const auto write = [&](std::string& picture, const char* end, const std::string& bytes) {
+        picture = folder + name + end;
+        Write((fs::path(m_part) / picture).string(), bytes);
+    };
+    if (!tool.svg.empty()) write(tool.svg, ".svg", Document(std::move(tool.svg)));
+    if (!tool.png.empty()) write(tool.png, ".png", FromBase64(tool.png));
 }
 
 void PagedReport::Add(DrawingResult drawing) {
     ++m_drawings;
+    if (m_toolsOfPage >= kMostOfPage || m_page.drawings.size() >= kMostOfPage) EndPage(false);
     std::vector<ToolResult> tools = std::move(drawing.tools);
     drawing.tools.clear();
     m_page.drawings.push_back(drawing);
     for (ToolResult& tool : tools) {
-        if (m_toolsOfPage == kToolsOfPage) {
+        if (m_toolsOfPage == kMostOfPage) {
             EndPage(false);
             // What is told of the drawing was told on the page before.
             drawing.reason.clear();
@@ -87,11 +118,11 @@ void PagedReport::EndPage(bool isLast) {
     const size_t number = m_pages.size() + 1;
     PagePlace place;
     place.number = number;
-    place.index = "../" + m_name;
-    if (number > 1) place.before = PageName(number - 1);
-    if (!isLast) place.after = PageName(number + 1);
+    place.index = "../" + fs::path(m_index).filename().string();
+    if (number > 1) place.before = PageName(number - 1) + ".html";
+    if (!isLast) place.after = PageName(number + 1) + ".html";
     PageEntry entry;
-    entry.file = fs::path(m_folder).filename().string() + "/" + PageName(number);
+    entry.file = fs::path(m_folder).filename().string() + "/" + PageName(number) + ".html";
     entry.tools = m_page.ToolCount();
     entry.failed = m_page.FailedTools();
     entry.warned = m_page.ToolsWithWarnings();
@@ -102,7 +133,7 @@ void PagedReport::EndPage(bool isLast) {
         }
     if (entry.first.empty()) entry.first = "no tool";
     m_page.out = m_folder;
-    Write((fs::path(m_folder) / PageName(number)).string(), PageText(m_page, place));
+    Write((fs::path(m_part) / (PageName(number) + ".html")).string(), PageText(m_page, place));
     m_pages.push_back(std::move(entry));
     m_page = BatchResult();
     m_toolsOfPage = 0;
@@ -110,7 +141,14 @@ void PagedReport::EndPage(bool isLast) {
 
 void PagedReport::Finish(const std::vector<std::string>& troubles) {
     if (!m_page.drawings.empty()) EndPage(true);
-    Write(m_index, IndexText(m_pages, m_drawings, troubles));
+    std::error_code error;
+    fs::remove_all(m_folder, error);
+    if (!error) fs::rename(m_part, m_folder, error);
+    if (error) Refuse(m_folder, error.message());
+    const std::string index = IndexText(m_pages, m_drawings, troubles);
+    host::FileError fault;
+    if (!host::WriteFileAtomically(m_index, {std::string_view(index)}, fault))
+        Refuse(m_index, fault.reason);
 }
 
 }  // namespace product

@@ -5,7 +5,6 @@ import csv
 import io
 import json
 import os
-import pathlib
 import re
 import shutil
 import signal
@@ -16,7 +15,8 @@ import unittest
 import ezdxf
 
 from framed_tools import Sheet
-from program import EXAMPLES, PROGRAM, ProgramTest, main
+import slurm_node
+from program import PROGRAM, ProgramTest, main
 
 DATED = dict(os.environ, SOURCE_DATE_EPOCH="1767607200")
 
@@ -38,6 +38,9 @@ class Folders(ProgramTest):
         for i in range(tools):
             sheet.add(f"{path.stem}-{i}", 15)
         sheet.save(path)
+
+    def names(self, folder):
+        return sorted(p.name for p in (self.folder / folder).iterdir())
 
     def inputs(self, *arguments):
         return [d["drawing"] for d in self.json(*arguments)["drawings"]]
@@ -101,6 +104,8 @@ class Unchanged(Folders):
         # The page shows them all the same.
         rows = re.findall(r'class="name">([^<]+)', (self.folder / "out/i.html").read_text())
         self.assertEqual(re.findall(r'class="name">([^<]+)', page), rows)
+        # Without a page what was remembered with pictures counts as well, and is not forgotten.
+        self.assertEqual(2, self.json("a.dxf", "b.dxf")["unchanged"])
         # Another option, another content, a file that is gone or broken, by force.
         self.assertEqual(0, again("--half", "lower"))
         self.assertEqual(2, again("--half", "lower", "--jobs", "1"))
@@ -159,6 +164,7 @@ class Watch(Folders):
         with open(self.folder / "log", "w") as log:
             run = subprocess.Popen([str(PROGRAM), "batch", "--watch", "in"], cwd=self.folder,
                                    stdout=log, stderr=log, env=DATED)
+        self.addCleanup(run.wait)
         self.addCleanup(run.kill)
         page = self.folder / "out/index.html"
 
@@ -173,11 +179,26 @@ class Watch(Folders):
         wait_for("a-0")
         self.sheet("in/b.dxf", 2)
         wait_for("a-0", "b-0", "b-1")
-        (self.folder / "in/broken.dxf").write_text("no drawing at all")
-        time.sleep(3)
+        # One that comes in slowly keeps nobody waiting, and is no broken one meanwhile.
+        self.sheet("slow.dxf")
+        slow = (self.folder / "slow.dxf").read_text()
+        (self.folder / "in/slow.dxf").write_text(slow[:len(slow) // 2])
+        (self.folder / "in/broken.dxf").write_text("no drawing at all\n  0\nEOF\n")
         self.sheet("in/c.dxf")
         wait_for("a-0", "b-0", "b-1", "c-0")
-        self.assertIn("broken.dxf", page.read_text())
+        text = page.read_text()
+        self.assertRegex(text, r'<li class="failed">in/broken.dxf')
+        self.assertNotIn("slow.dxf", text)
+        with open(self.folder / "in/slow.dxf", "a") as file:
+            for i in range(5):
+                step = len(slow) // 10
+                file.write(slow[len(slow) // 2 + i * step:][:step] if i < 4 else
+                           slow[len(slow) // 2 + 4 * step:])
+                file.flush()
+                time.sleep(0.4)
+        wait_for("a-0", "b-0", "b-1", "c-0", "slow-0")
+        self.assertNotIn("FAILED  in/slow", (self.folder / "log").read_text())
+        (self.folder / "in/slow.dxf").unlink()
         (self.folder / "in/a.dxf").unlink()
         wait_for("b-0", "b-1", "c-0")
         run.send_signal(signal.SIGINT)
@@ -185,6 +206,9 @@ class Watch(Folders):
         done = self.run_program("batch", "--watch", "nowhere")
         self.assertEqual(2, done.returncode)
         self.assertIn("nowhere is no folder", done.stderr)
+        done = self.run_program("batch", "--watch", "in", "--out", "in/.")
+        self.assertEqual(2, done.returncode)
+        self.assertIn("in is the output folder, too", done.stderr)
 
 
 class Together(Folders):
@@ -198,22 +222,44 @@ class Together(Folders):
             many.write(json.dumps({**head, "drawings": 400}) + "\n")
             for i in range(400):
                 many.write(json.dumps({**record, "drawing": f"in/{i}.dxf"}) + "\n")
-        self.report("many.jsonl", "--report", "r/index.html", "--table", "t.csv") if (
-            self.folder / "r").mkdir() is None else None
+        self.report("many.jsonl", "--report", "r/index.html", "--table", "t.csv")
         index = (self.folder / "r/index.html").read_text()
         pages = re.findall(r'href="(index-files/page-\d+\.html)"', index)
         self.assertEqual(3, len(pages))
         counts = [(self.folder / "r" / p).read_text().count('class="name"') for p in pages]
         self.assertEqual([500, 500, 200], counts)
         for page in pages:
-            for picture in re.findall(r'src="([^"]+)"', (self.folder / "r" / page).read_text())[:6]:
-                file = self.folder / "r/index-files" / picture
-                self.assertTrue(file.is_file(), picture)
-        svg = next((self.folder / "r/index-files").glob("*.svg"))
+            pictures = re.findall(r'src="([^"]+)"', (self.folder / "r" / page).read_text())
+            self.assertEqual(2 * 500 if page != pages[-1] else 2 * 200, len(pictures))
+            for picture in pictures:
+                self.assertTrue((self.folder / "r/index-files" / picture).is_file(), picture)
+        svg = next((self.folder / "r/index-files").glob("*/*.svg"))
         self.assertIn("http://www.w3.org/2000/svg", svg.read_text()[:200])
         rows = list(csv.DictReader(io.StringIO((self.folder / "t.csv").read_text("utf-8-sig"))))
         self.assertEqual(1200, len(rows))
-        self.assertEqual([], [n for n in self.left_behind() if n.endswith(".part")])
+        # A smaller report takes the place of the larger; one that fails leaves it alone, and so does
+        # one that would take the place of somebody's files.
+        self.report("one.jsonl", "--report", "r/index.html")
+        self.assertEqual(["page-00001", "page-00001.html"], self.names("r/index-files"))
+        (self.folder / "bad.jsonl").write_text("no results\n")
+        self.assertEqual(2, self.run_program("report", "one.jsonl", "bad.jsonl", "--report",
+                                             "r/index.html").returncode)
+        self.assertEqual(["index-files", "index.html"], self.names("r"))
+        (self.folder / "r/index-files/mine.txt").write_text("keep")
+        done = self.report("one.jsonl", "--report", "r/index.html", status=1)
+        self.assertIn("index-files: the pages would go there", done.stderr)
+        self.assertEqual("keep", (self.folder / "r/index-files/mine.txt").read_text())
+        self.assertEqual([], [p for p in self.folder.rglob("*.part")])
+
+    def test_drawings_without_tools_fill_pages_too(self):
+        self.sheet("in/s.dxf")
+        self.batch("in", "--json-lines", "one.jsonl")
+        record = json.loads((self.folder / "one.jsonl").read_text().splitlines()[1])
+        record.update(tools=[], reason="broken")
+        (self.folder / "many.jsonl").write_text(
+            "".join(json.dumps({**record, "drawing": f"{i}.dxf"}) + "\n" for i in range(1001)))
+        self.report("many.jsonl", "--report", "r/i.html", status=1)
+        self.assertEqual(3, len(self.names("r/i-files")))
 
     def test_what_is_missing_is_told(self):
         for i in range(3):
@@ -238,50 +284,78 @@ class Together(Folders):
             self.assertFalse((self.folder / "u.csv").exists())
 
 
+# A share of the work, as the manual's jobs have it. A share whose number is in the file `kill` is killed
+# on its way, as by a machine that goes down.
+SHARE = """#!/bin/sh
+share=${{1:-$SLURM_ARRAY_TASK_ID}}
+{program} batch in --shard $share/3 --out out/$share --jobs 1 --json-lines results-$share.jsonl &
+if [ "$(cat kill)" = $share ]; then
+    until [ "$(ls out/$share 2>/dev/null | grep -c dxf)" -ge 3 ]; do sleep 0.01; done
+    kill -9 $!
+fi
+wait $!
+"""
+
+
 class Machines(Folders):
-    def drawings(self, count=8):
-        for i in range(count):
-            self.sheet(f"in/{i:02}.dxf", 2, seed=i)
+    def prepare(self, head=""):
+        """The shares' program, and what one batch over everything gives."""
+        for i in range(36):
+            self.sheet(f"in/{i:02}.dxf", 3, seed=i)
         whole = self.json("in", "--out", "whole")
+        script = self.folder / "share.sh"
+        script.write_text(SHARE.format(program=PROGRAM).replace("\n", "\n" + head, 1))
+        script.chmod(0o755)
+        (self.folder / "kill").write_text("2")
         return sorted((t["tool"], t["volume"]) for d in whole["drawings"] for t in d["tools"])
 
-    def told(self):
-        self.report(*sorted(p.name for p in self.folder.glob("results-*.jsonl")), "--table", "all.json")
-        return sorted((t["tool"], t["volume"]) for t in json.loads((self.folder / "all.json").read_text()))
+    def told(self, status=0):
+        """What the results give that are there, by name and volume; and the warnings."""
+        done = self.report(*sorted(p.name for p in self.folder.glob("results-*.jsonl")),
+                           "--table", "all.json", status=status)
+        table = json.loads((self.folder / "all.json").read_text())
+        return sorted((t["tool"], t["volume"]) for t in table), done.stderr
+
+    def check_killed(self, expected):
+        tools, warnings = self.told(status=1)
+        self.assertLess(len(tools), len(expected))
+        self.assertRegex(warnings, r"results-2.jsonl: \d+ of 12 drawings: the batch did not come to its end")
+        (self.folder / "kill").write_text("")
+
+    def check_whole(self, expected, output):
+        self.assertRegex(output, r"\d+ drawings unchanged since an earlier batch")
+        self.assertEqual((expected, ""), self.told())
 
     def test_gnu_parallel(self):
         if shutil.which("parallel") is None:
             self.skipTest("GNU parallel is not installed")
-        expected = self.drawings()
-        command = (f"{PROGRAM} batch in --shard {{}}/4 --out out/{{}} --jobs 1 "
-                   "--json-lines results-{}.jsonl")
-        done = subprocess.run(["parallel", "--will-cite", "-j", "2", "--joblog", "log", command, ":::",
-                               "1", "2", "3", "4"], cwd=self.folder, capture_output=True, text=True,
-                              timeout=300, env=DATED)
-        self.assertEqual(0, done.returncode, done.stderr)
-        self.assertEqual(expected, self.told())
-        # A share that was killed: cut off, and taken up again by the same command.
-        text = (self.folder / "results-2.jsonl").read_text()
-        (self.folder / "results-2.jsonl").write_text(text[:len(text) // 2])
-        done = subprocess.run(["parallel", "--will-cite", command, ":::", "2"], cwd=self.folder,
-                              capture_output=True, text=True, timeout=300, env=DATED)
-        self.assertEqual(0, done.returncode, done.stderr)
-        self.assertIn("unchanged", done.stdout)
-        self.assertEqual(expected, self.told())
+        expected = self.prepare()
+
+        def run(*options):
+            return subprocess.run(["parallel", "--will-cite", "-j", "2", "--joblog", "log", *options,
+                                   "./share.sh", ":::", "1", "2", "3"], cwd=self.folder,
+                                  capture_output=True, text=True, timeout=300, env=DATED)
+        self.assertEqual(1, run().returncode)
+        self.check_killed(expected)
+        again = run("--resume-failed")
+        self.assertEqual(0, again.returncode, again.stderr)
+        self.assertEqual(1, again.stdout.count(" tools of "), "the share that failed, and no other")
+        self.check_whole(expected, again.stdout)
 
     def test_a_slurm_job_array(self):
-        if shutil.which("sbatch") is None or subprocess.run(
-                ["sinfo", "-h"], capture_output=True, timeout=30).returncode != 0:
-            self.skipTest("there is no Slurm that runs")
-        expected = self.drawings()
-        (self.folder / "job.sh").write_text(
-            "#!/bin/sh\n#SBATCH --array=1-4\n#SBATCH --ntasks=1\n"
-            f"exec {PROGRAM} batch in --shard $SLURM_ARRAY_TASK_ID/4 --out out/$SLURM_ARRAY_TASK_ID "
-            "--jobs 1 --json-lines results-$SLURM_ARRAY_TASK_ID.jsonl\n")
-        done = subprocess.run(["sbatch", "--wait", "job.sh"], cwd=self.folder, capture_output=True,
-                              text=True, timeout=300, env=DATED)
-        self.assertEqual(0, done.returncode, done.stdout + done.stderr)
-        self.assertEqual(expected, self.told())
+        if not slurm_node.is_installed():
+            self.skipTest("Slurm is not installed")
+        expected = self.prepare("#SBATCH --ntasks=1\n#SBATCH --output=log-%a\n")
+        with slurm_node.SlurmNode() as node:
+            def run(array):
+                done = subprocess.run(["sbatch", "--wait", "--array=" + array, "share.sh"],
+                                      cwd=self.folder, capture_output=True, text=True, timeout=300,
+                                      env=dict(node.env, SOURCE_DATE_EPOCH=DATED["SOURCE_DATE_EPOCH"]))
+                return done.returncode
+            self.assertNotEqual(0, run("1-3"), node.words())
+            self.check_killed(expected)
+            self.assertEqual(0, run("2"), node.words())
+        self.check_whole(expected, (self.folder / "log-2").read_text())
 
 
 if __name__ == "__main__":

@@ -129,7 +129,7 @@ TEST(Options, Refusals) {
         const char* line;
         const char* message;
     } cases[] = {
-        {"", "no command given; use compute, batch, info or copy"},
+        {"", "no command given; use compute, batch, report, info or copy"},
         {"--json", "A subcommand is required"},
         {"frobnicate", "there is no command 'frobnicate'"},
         {"compute --centre 0,0", "IN is required"},
