@@ -181,7 +181,8 @@ class Limits(ProgramTest):
                                 "--jobs", "1", "--limit", "1e9")
         self.assertEqual(1, done.returncode, done.stderr)
         self.assertIn("took longer than --time-limit", done.stdout)
-        self.assertEqual(["in.dxf", "small.sat"], sorted(os.listdir(self.folder / "out")))
+        self.assertEqual([".qzenvelope-manifest", "in.dxf", "small.sat"],
+                         sorted(os.listdir(self.folder / "out")))
 
     def test_what_is_no_file(self):
         os.mkfifo(self.folder / "fifo")
