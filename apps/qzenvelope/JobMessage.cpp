@@ -25,7 +25,9 @@ std::string ToText(const JobMessage& message, bool withPictures) {
 JobMessage MessageFromText(const std::string& text) {
     const Json json = Json::parse(text);
     JobMessage message;
-    message.kind = static_cast<JobMessage::Kind>(json.at("kind").get<int>());
+    // Fails beyond the kinds that there are.
+    message.kind = Json{JobMessage::ToolBegins, JobMessage::ToolEnds, JobMessage::DrawingEnds}.at(
+        json.at("kind").get<size_t>());
     message.tool = json.at("tool");
     if (message.kind == JobMessage::ToolEnds)
         message.result = product::ToolFromJson(json.at("result"));

@@ -6,6 +6,7 @@
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
 #include "host/db/entity_tools.h"
+#include "host/db/line_weights.h"
 
 using host::Access;
 
@@ -174,6 +175,7 @@ Acad::ErrorStatus AcDbEntity::setVisibility(AcDb::Visibility visibility, bool do
 }
 
 Acad::ErrorStatus AcDbEntity::setLineWeight(AcDb::LineWeight weight, bool doSubents) {
+    if (!host::IsLineWeight(weight)) return Acad::eInvalidInput;
     const Acad::ErrorStatus es = beginWrite(host::kDirtyCommon);
     if (es != Acad::eOk) return es;
     m_lineWeight = static_cast<Adesk::Int16>(weight);

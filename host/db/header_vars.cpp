@@ -1,6 +1,7 @@
 // Current settings and other header variables of a database, and its file functions.
 
 #include "host/db/database_imp.h"
+#include "host/db/line_weights.h"
 
 using host::Stub;
 
@@ -77,6 +78,7 @@ AcDb::LineWeight AcDbDatabase::celweight() const {
 }
 
 Acad::ErrorStatus AcDbDatabase::setCelweight(AcDb::LineWeight weight) {
+    if (!host::IsLineWeight(weight)) return Acad::eInvalidInput;
     return ChangeVariable(*m_imp, host::kVarCelweight, ACRX_T("CELWEIGHT"),
                           [&] { m_imp->header.celweight = static_cast<Adesk::Int16>(weight); });
 }

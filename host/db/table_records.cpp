@@ -2,6 +2,7 @@
 
 #include "host/db/database_imp.h"
 #include "host/db/define_class.h"
+#include "host/db/line_weights.h"
 #include "host/base/host_assert.h"
 
 using host::Access;
@@ -79,6 +80,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId linetyp
 }
 
 Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(AcDb::LineWeight weight) {
+    if (!host::IsLineWeight(weight)) return Acad::eInvalidInput;
     HOST_SET(m_lineWeight, static_cast<Adesk::Int16>(weight), host::kDirtyGeometry);
 }
 

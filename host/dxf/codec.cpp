@@ -66,10 +66,13 @@ void EntityFields(FieldIo& io, AcDbObject& object) {
     if (FieldWriter* writer = io.AsWriter()) WriteColor(*writer, Access::Color(entity));
     if (io.version() >= kVersionR13) {
         io.OptReal(48, Access::LinetypeScale(entity), 1.0);
-        io.OptInt(60, Access::Visibility(entity), Adesk::UInt8(AcDb::kVisible));
+        bool invisible = Access::Visibility(entity) != AcDb::kVisible;
+        io.OptBool(60, invisible, false);
+        if (io.AsReader() != nullptr)
+            Access::Visibility(entity) = invisible ? AcDb::kInvisible : AcDb::kVisible;
     }
     if (io.version() >= kVersionR2000)
-        io.OptInt(370, Access::LineWeight(entity), Adesk::Int16(AcDb::kLnWtByLayer));
+        io.OptLineWeight(370, Access::LineWeight(entity), AcDb::kLnWtByLayer);
 }
 
 }  // namespace host::dxf

@@ -188,7 +188,7 @@ void ReadLightVertices(FieldReader& io, AcDbPolyline& line) {
                 vertex.bulge = io.RealOf(tag);
                 break;
             case 91:
-                vertex.identifier = static_cast<Adesk::Int32>(io.IntOf(tag));
+                TakeInt(io.IntOf(tag), vertex.identifier);
                 break;
             default:
                 break;

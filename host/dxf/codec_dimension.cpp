@@ -42,7 +42,7 @@ void DimensionBody(FieldIo& io, AcDbDimension& dim, DimType type) {
     DefinitionPoint(io, dim, 12);
     std::int64_t flags = type | Access::TypeFlags(dim);
     io.Int(70, flags);
-    Access::TypeFlags(dim) = static_cast<Adesk::Int16>(flags & ~kTypeBits);
+    TakeInt(flags & ~kTypeBits, Access::TypeFlags(dim));
     io.OptText(1, Access::Text(dim), L"");
     io.OptReal(42, Access::Measurement(dim), 0.0);
     io.OptAngle(53, Access::TextRotation(dim), 0.0);

@@ -11,9 +11,6 @@ namespace host::dxf {
 
 namespace {
 
-// Bits of a loop's type (group 92).
-constexpr int kLoopPolyline = 2;
-
 // Steps through the tags of the hatch. Counts in the file are not trusted: what follows decides.
 class HatchTags {
 public:

@@ -12,11 +12,15 @@ namespace host::dxf {
 
 namespace {
 
+void MergeStyle(FieldIo& io, int code, AcDb::DuplicateRecordCloning& style) {
+    io.KindAs(code, style, AcDb::kDrcNotApplicable, AcDb::kDrcUnmangleName);
+}
+
 // Entries themselves are read by LoadedDrawing, which knows the objects.
 void DictionaryFields(FieldIo& io, AcDbDictionary& dictionary) {
     io.Subclass("AcDbDictionary");
     io.OptBool(280, Access::Hard(dictionary), false);
-    if (io.version() >= kVersionR2000) io.IntAs(281, Access::MergeStyle(dictionary));
+    if (io.version() >= kVersionR2000) MergeStyle(io, 281, Access::MergeStyle(dictionary));
     FieldWriter* writer = io.AsWriter();
     if (writer == nullptr) return;
     const int owner = Access::Hard(dictionary) ? 360 : 350;
@@ -60,11 +64,11 @@ void XrecordFields(FieldIo& io, AcDbXrecord& record) {
         const std::vector<Tag> tags = XrecordTags(*reader);
         acutRelRb(Access::Chain(record));
         Access::Chain(record) = ChainFromTags(*reader, tags);
-        if (io.version() >= kVersionR2000) io.IntAs(280, Access::MergeStyle(record));
+        if (io.version() >= kVersionR2000) MergeStyle(io, 280, Access::MergeStyle(record));
         return;
     }
     FieldWriter& writer = *io.AsWriter();
-    if (io.version() >= kVersionR2000) io.IntAs(280, Access::MergeStyle(record));
+    if (io.version() >= kVersionR2000) MergeStyle(io, 280, Access::MergeStyle(record));
     writer.out().BeginList({}, true);
     WriteChain(writer, Access::Chain(record));
     writer.out().EndList();

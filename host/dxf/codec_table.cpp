@@ -49,7 +49,7 @@ void LayerFields(FieldIo& io, AcDbLayerTableRecord& layer) {
         io.AsWriter()->PutText(6, L"CONTINUOUS");
     if (io.version() < kVersionR2000) return;
     io.OptBool(290, Access::Plottable(layer), true);
-    io.IntAs(370, Access::LineWeight(layer));
+    io.LineWeight(370, Access::LineWeight(layer));
     if (FieldWriter* writer = io.AsWriter()) {
         const FieldWriter::Options& options = writer->options();
         if (options.plotStyle != 0) writer->out().PutHandle(390, options.plotStyle);

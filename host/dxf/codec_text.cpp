@@ -28,7 +28,7 @@ void TextBody(FieldIo& io, AcDbText& text) {
     mirrored.Bit(2, Access::MirroredX(text));
     mirrored.Bit(4, Access::MirroredY(text));
     mirrored.Done(true);
-    io.OptInt(72, Access::Horizontal(text), AcDb::kTextLeft);
+    io.OptKind(72, Access::Horizontal(text), AcDb::kTextLeft, AcDb::kTextFit);
     if (io.AsReader() != nullptr) {
         Access::Alignment(text) = Access::Position(text);
         if (io.Has(11)) io.OcsPoint(11, Access::Alignment(text), normal);
@@ -38,19 +38,10 @@ void TextBody(FieldIo& io, AcDbText& text) {
     io.Normal(Access::Normal(text));
 }
 
-// Modes beyond the known ones would index tables wrongly.
-void CheckModes(AcDbText& text) {
-    if (Access::Horizontal(text) < AcDb::kTextLeft || Access::Horizontal(text) > AcDb::kTextFit)
-        Access::Horizontal(text) = AcDb::kTextLeft;
-    if (Access::Vertical(text) < AcDb::kTextBase || Access::Vertical(text) > AcDb::kTextTop)
-        Access::Vertical(text) = AcDb::kTextBase;
-}
-
 void TextFields(FieldIo& io, AcDbText& text) {
     TextBody(io, text);
     io.Subclass("AcDbText");
-    io.OptInt(73, Access::Vertical(text), AcDb::kTextBase);
-    if (io.AsReader() != nullptr) CheckModes(text);
+    io.OptKind(73, Access::Vertical(text), AcDb::kTextBase, AcDb::kTextTop);
 }
 
 // Group 280 is the version of the record, which R2010 began to ask for.
@@ -65,8 +56,7 @@ void AttributeFields(FieldIo& io, AcDbAttribute& attribute) {
     RecordVersion(io);
     io.Text(2, Access::Tag(attribute));
     io.IntAs(70, Access::Flags(attribute));
-    io.OptInt(74, Access::Vertical(attribute), AcDb::kTextBase);
-    if (io.AsReader() != nullptr) CheckModes(attribute);
+    io.OptKind(74, Access::Vertical(attribute), AcDb::kTextBase, AcDb::kTextTop);
 }
 
 void DefinitionFields(FieldIo& io, AcDbAttributeDefinition& definition) {
@@ -76,8 +66,7 @@ void DefinitionFields(FieldIo& io, AcDbAttributeDefinition& definition) {
     io.Text(3, Access::Prompt(definition));
     io.Text(2, Access::Tag(definition));
     io.IntAs(70, Access::Flags(definition));
-    io.OptInt(74, Access::Vertical(definition), AcDb::kTextBase);
-    if (io.AsReader() != nullptr) CheckModes(definition);
+    io.OptKind(74, Access::Vertical(definition), AcDb::kTextBase, AcDb::kTextTop);
 }
 
 // Contents come in pieces of 250 characters: group 3 each, the last one group 1.

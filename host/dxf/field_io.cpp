@@ -1,5 +1,7 @@
 #include "host/dxf/field_io.h"
 
+#include "host/db/line_weights.h"
+
 namespace host::dxf {
 
 void FieldIo::OptReal(int code, double& value, double absent) {
@@ -22,6 +24,16 @@ void FieldIo::Vector(int code, AcGeVector3d& vector) {
     AcGePoint3d point(vector.x, vector.y, vector.z);
     Point(code, point);
     if (AsReader() != nullptr) vector.set(point.x, point.y, point.z);
+}
+
+void FieldIo::LineWeight(int code, Adesk::Int16& weight) {
+    std::int64_t number = weight;
+    Int(code, number);
+    if (AsReader() != nullptr && IsLineWeight(number)) weight = static_cast<Adesk::Int16>(number);
+}
+
+void FieldIo::OptLineWeight(int code, Adesk::Int16& weight, Adesk::Int16 absent) {
+    if (AsWriter() == nullptr || weight != absent) LineWeight(code, weight);
 }
 
 void FieldIo::Bool(int code, bool& value) {

@@ -14,7 +14,9 @@
 // FieldWriter turns them into tags and changes nothing.
 #pragma once
 
+#include <limits>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "dbid.h"
@@ -27,6 +29,14 @@ namespace host::dxf {
 
 class FieldReader;
 class FieldWriter;
+
+// Takes a whole number out of a file, unless the type cannot hold it.
+template <class T>
+void TakeInt(std::int64_t number, T& value) {
+    static_assert(std::is_integral_v<T> && (sizeof(T) < sizeof number || std::is_signed_v<T>));
+    if (number >= std::numeric_limits<T>::min() && number <= std::numeric_limits<T>::max())
+        value = static_cast<T>(number);
+}
 
 class FieldIo {
 public:
@@ -69,18 +79,34 @@ public:
     void OptText(int code, std::wstring& value, const std::wstring& absent);
     void OptNamed(int code, Root table, AcDbObjectId& id, AcDbObjectId absent);
     void Vector(int code, AcGeVector3d& vector);  // three groups, not moved by any plane
-    // A whole number of another type; cut to it when read.
+    // A whole number of another type. Reading: one that the type cannot hold counts as not stated.
     template <class T>
-    void IntAs(int code, T& value) {  // A whole number of another type; cut to it when read
-        std::int64_t number = static_cast<std::int64_t>(value);
+    void IntAs(int code, T& value) {
+        std::int64_t number = value;
         Int(code, number);
-        if (AsReader() != nullptr) value = static_cast<T>(number);
+        if (AsReader() != nullptr) TakeInt(number, value);
     }
     // The same with a default.
     template <class T>
-    void OptInt(int code, T& value, T absent) {  // the same with a default
+    void OptInt(int code, T& value, T absent) {
         if (AsWriter() == nullptr || value != absent) IntAs(code, value);
     }
+    // One of the kinds from first to last. Reading: another number counts as not stated.
+    template <class E>
+    void KindAs(int code, E& value, E first, E last) {
+        std::int64_t number = value;
+        Int(code, number);
+        if (AsReader() != nullptr && number >= first && number <= last)
+            value = static_cast<E>(number);
+    }
+    // The same with a default, which is the first.
+    template <class E>
+    void OptKind(int code, E& value, E first, E last) {
+        if (AsWriter() == nullptr || value != first) KindAs(code, value, first, last);
+    }
+    // Of AcDb::LineWeight. Reading: another number counts as not stated.
+    void LineWeight(int code, Adesk::Int16& weight);
+    void OptLineWeight(int code, Adesk::Int16& weight, Adesk::Int16 absent);
     void Bool(int code, bool& value);  // 0 or 1
     void OptBool(int code, bool& value, bool absent) {
         if (AsWriter() == nullptr || value != absent) Bool(code, value);

@@ -1,5 +1,6 @@
 #include "host/dxf/group_code.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -135,14 +136,16 @@ double RealFromText(std::string_view text) {
 
 std::int64_t IntFromText(std::string_view text) {
     text = WithoutPlus(Trim(text));
+    // Each number that is handed out has an opposite: colours are turned about.
+    constexpr std::int64_t kHighest = std::numeric_limits<std::int64_t>::max();
     std::int64_t value = 0;
     const char* end = text.data() + text.size();
     const auto [p, error] = std::from_chars(text.data(), end, value);
-    if (error == std::errc() && p == end) return value;
+    if (error == std::errc() && p == end) return (std::max)(value, -kHighest);
     constexpr double kLimit = 9.2e18;  // below 2^63, so that the cast is defined
     const double real = RealFromText(text);
-    if (real >= kLimit) return std::numeric_limits<std::int64_t>::max();
-    if (real <= -kLimit) return std::numeric_limits<std::int64_t>::min();
+    if (real >= kLimit) return kHighest;
+    if (real <= -kLimit) return -kHighest;
     return static_cast<std::int64_t>(real);
 }
 

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "host/db/access.h"
+#include "host/db/line_weights.h"
 #include "host/dxf/codec.h"
 #include "host/dxf/field_writer.h"
 
@@ -39,7 +40,13 @@ public:
     }
     template <class T>
     void Int(const char* name, T& value) const {
-        if (const Tag* tag = First(name)) value = static_cast<T>(source_.Int(*tag));
+        if (const Tag* tag = First(name)) TakeInt(source_.Int(*tag), value);
+    }
+    // A number from 0 on; another counts as not stated.
+    void Number(const char* name, Adesk::Int16& value, Adesk::Int16 highest) const {
+        Adesk::Int16 number = -1;
+        Int(name, number);
+        if (number >= 0 && number <= highest) value = number;
     }
     void Named(const char* name, Root table, AcDbObjectId& id) const {
         if (const Tag* tag = First(name))
@@ -74,6 +81,8 @@ private:
     Variables variables_;
 };
 
+constexpr Adesk::Int16 kHighestUnit = 24;  // the parsec and feet by surveyors are the last ones
+
 void ReadFrom(const HeaderReader& reader, HeaderVars& header) {
     reader.Named("$CLAYER", Root::kLayerTable, header.clayer);
     reader.Named("$CELTYPE", Root::kLinetypeTable, header.celtype);
@@ -84,9 +93,11 @@ void ReadFrom(const HeaderReader& reader, HeaderVars& header) {
     header.cecolor = ColorOfGroups(color, -1, AcCmEntityColor::kACIbyLayer);
     reader.Real("$CELTSCALE", header.celtscale);
     reader.Real("$LTSCALE", header.ltscale);
-    reader.Int("$CELWEIGHT", header.celweight);
-    reader.Int("$INSUNITS", header.insunits);
-    reader.Int("$MEASUREMENT", header.measurement);
+    std::int64_t weight = header.celweight;
+    reader.Int("$CELWEIGHT", weight);
+    if (IsLineWeight(weight)) header.celweight = static_cast<Adesk::Int16>(weight);
+    reader.Number("$INSUNITS", header.insunits, kHighestUnit);
+    reader.Number("$MEASUREMENT", header.measurement, 1);
     reader.Int("$LUNITS", header.lunits);
     reader.Int("$LUPREC", header.luprec);
     int tilemode = 1;

@@ -6,6 +6,7 @@
 #include "dbpl.h"
 #include "dbsymutl.h"
 #include "host/base/plain_number.h"
+#include "host/db/line_weights.h"
 #include "host/ed/point_text.h"
 #include "host/ed/text_compare.h"
 
@@ -69,8 +70,7 @@ Status SetWeight(AcDbEntity& entity, const std::wstring& text) {
     double millimetres = 0.0;
     if (!ReadWholeNumber(text, millimetres) || millimetres < 0.0 || millimetres > 2.11)
         return Acad::eInvalidInput;
-    return entity.setLineWeight(
-        static_cast<AcDb::LineWeight>(static_cast<int>(millimetres * 100.0 + 0.5)));
+    return entity.setLineWeight(NearestLineWeight(millimetres));
 }
 
 std::wstring LayerText(const AcDbEntity& entity) {

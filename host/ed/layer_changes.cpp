@@ -4,6 +4,7 @@
 #include "dbobjptr.h"
 #include "dbsymutl.h"
 #include "host/base/plain_number.h"
+#include "host/db/line_weights.h"
 #include "host/ed/session.h"
 
 namespace host {
@@ -85,7 +86,7 @@ LayerChange MakeLayerChange(AcDbDatabase& database, const std::wstring& option,
         return {};
     }
     if (!isColour) {
-        const auto weight = static_cast<AcDb::LineWeight>(static_cast<int>(number * 100.0 + 0.5));
+        const auto weight = NearestLineWeight(number);
         return [weight](AcDbLayerTableRecord& l) { return l.setLineWeight(weight); };
     }
     AcCmColor colour;

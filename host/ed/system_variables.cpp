@@ -49,7 +49,9 @@ int SetLayer(AcApDocument& document, const resbuf& value) {
 }
 
 int SetUnits(AcApDocument& document, const resbuf& value) {
-    if (value.restype != RTSHORT) return RTERROR;
+    constexpr short kHighestUnit = 24;
+    if (value.restype != RTSHORT || value.resval.rint < 0 || value.resval.rint > kHighestUnit)
+        return RTERROR;
     const auto units = static_cast<AcDb::UnitsValue>(value.resval.rint);
     return document.database()->setInsunits(units) == Acad::eOk ? RTNORM : RTERROR;
 }

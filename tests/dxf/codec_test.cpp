@@ -164,6 +164,56 @@ TEST(Codec, Texts) {
     Ok(reference->close());
 }
 
+// What numbers of narrow types and kinds became: "256 weight -1 mode 0/0 units 4 new -1".
+std::string Kinds(Loaded& drawing) {
+    AcDbEntity* entity = nullptr;
+    if (acdbOpenObject(entity, drawing.ModelSpace()[0], AcDb::kForRead) != Acad::eOk) return "none";
+    std::ostringstream text;
+    text << entity->colorIndex() << (entity->visibility() == AcDb::kVisible ? "" : " hidden")
+         << " weight " << entity->lineWeight();
+    if (const AcDbText* const line = AcDbText::cast(entity))
+        text << " mode " << line->horizontalMode() << "/" << line->verticalMode();
+    if (const AcDbMInsertBlock* const grid = AcDbMInsertBlock::cast(entity))
+        text << " grid " << grid->columns() << "x" << grid->rows();
+    if (const AcDbSpline* const spline = AcDbSpline::cast(entity))
+        text << " degree " << spline->degree();
+    text << " units " << static_cast<int>(drawing.db.insunits()) << " new "
+         << drawing.db.celweight();
+    Ok(entity->close());
+    return text.str();
+}
+
+// A number that its type cannot hold, and a kind that there is not, count as not stated; what is
+// made of them could be anything.
+TEST(Codec, NumbersThatDoNotFitCountAsNotStated) {
+    const char kText[] = "0|TEXT|8|0|10|1.0|20|2.0|30|0.0|40|2.5|1|T|", kLine[] = "0|LINE|8|0|";
+    const struct {
+        std::string header, entity;
+        const char* facts;
+    } kCases[] = {
+        {"9|$INSUNITS|70|5|9|$CELWEIGHT|370|30", kText + std::string("72|4|73|3|370|211|60|1"),
+         "256 hidden weight 211 mode 4/3 units 5 new 30"},
+        {"9|$INSUNITS|70|65540|9|$CELWEIGHT|370|31", kText + std::string("72|6|73|-1|370|212|60|0"),
+         "256 weight -1 mode 0/0 units 4 new -1"},
+        {"9|$INSUNITS|70|-1|9|$CELWEIGHT|370|65536",
+         kText + std::string("72|4294967297|73|65537|370|65541"),
+         "256 weight -1 mode 0/0 units 4 new -1"},
+        {"9|$INSUNITS|70|25", kLine + std::string("62|-9223372036854775808|370|-4|11|1.0|21|0.0"),
+         "256 weight -1 units 4 new -1"},
+        {"9|$INSUNITS|70|24", kLine + std::string("62|-1e30|370|-3|11|1.0|21|0.0"),
+         "256 weight -3 units 24 new -1"},
+        {"9|$INSUNITS|70|0", "0|INSERT|8|0|2|PART|10|0.0|20|0.0|30|0.0|70|-5|71|3",
+         "256 weight -1 grid 1x3 units 0 new -1"},
+    };
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.header + " " + c.entity);
+        Loaded drawing(Lines(Header("AC1032", c.header) + Section("BLOCKS", kBlocks) +
+                             Section("ENTITIES", c.entity) + "0|EOF"));
+        ASSERT_TRUE(drawing.result.ok()) << drawing.result.message;
+        EXPECT_EQ(c.facts, Kinds(drawing));
+    }
+}
+
 // All the drawings at hand and one with every kind of entity.
 std::vector<std::string> Drawings() {
     std::vector<std::string> drawings;

@@ -53,6 +53,7 @@ TEST_F(PropertiesTest, ChangeByNameInOneStep) {
     } rows[] = {
         {"L 0,0 10,0", L"Color", "ByLayer", L"c 3", "3"},
         {"L 0,0 10,0", L"LWeight", "ByLayer", L"lw 0.5", "0.5"},
+        {"L 0,0 10,0", L"LWeight", "ByLayer", L"lw 0.28", "0.3"},  // the nearest that there is
         {"L 0,0 10,0", L"LTScale", "1", L"lts 2.5", "2.5"},
         {"L 0,0 10,0", L"End", "10,0", L"e 20,5", "20,5"},
         {"L 0,0 10,0", L"End", "10,0", L"e @1,1", "11,1"},
