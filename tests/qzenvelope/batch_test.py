@@ -15,12 +15,19 @@ import dxf_tags
 import ezdxf
 
 from framed_tools import PITCH, Sheet
-from program import EXAMPLES, PROGRAM, ProgramTest, main
+from program import EXAMPLES, PROGRAM, ProgramTest, main, shared_drawings
 
 SHEET = EXAMPLES / "tool-sheet.dxf"
 WINDOWS = {  # of the tools on that sheet: a point on the axis and the tool's surroundings
     "T-101": ("80,236", "20,180,200,290"), "T-102": ("300,236", "230,180,420,290"),
     "T-103": ("80,78", "10,20,200,140"), "T-104": ("300,78", "230,20,420,140"),
+}
+REAL = {  # drawings by others: a point on the axis of what is taken for a tool, and its surroundings
+    "adapter_KJ4_R2000_gbk": ("170,111", "120,60,220,160"),  # both name objects that are not there
+    "adapter_KJ4_R2018": ("170,111", "120,60,220,160"),
+    "pulleys_camm3": ("120,236", "29,208,215,264"),
+    "revolve_profile": ("0,10", "-12,-1,12,32"),
+    "spindle_camm3": ("60,0", "-30,-38,205,38"),
 }
 DATED = dict(os.environ, SOURCE_DATE_EPOCH="1767607200")
 
@@ -114,9 +121,10 @@ class Results(Batch):
 class Dictionaries(Batch):
     """What a dictionary names and nobody finds stays, and who owns the rest."""
 
-    def odd_sheet(self):
-        """The sheet with lost entries in every dictionary, every second entry owned by it."""
-        head, tail = SHEET.read_text(encoding="utf-8").split("\nOBJECTS\n", 1)
+    def odd(self, drawing):
+        """The drawing with lost entries in every dictionary, every second entry owned by it."""
+        text = drawing.read_bytes().decode("latin-1").replace("\r\n", "\n")
+        head, tail = text.split("\nOBJECTS\n", 1)
         lines, out, entries, record = tail.split("\n"), [], 0, None
         for code, value in zip(lines[::2], lines[1::2]):
             if code.strip() == "0":
@@ -126,12 +134,12 @@ class Dictionaries(Batch):
             if record == "DICTIONARY" and code.strip() == "3":
                 out += ["  3", f"LOST{entries}", "350", f"EEE{entries:X}"]
                 entries += 1
-            if record == "DICTIONARY" and code == "350" and entries % 2:
+            if record == "DICTIONARY" and code.strip() == "350" and entries % 2:
                 code = "360"
             out += [code, value]
         path = self.folder / "odd.dxf"
-        path.write_text(head + "\nOBJECTS\n" + "\n".join(out) + "\n", encoding="utf-8")
-        self.assertGreater(entries, 5)
+        path.write_bytes((head + "\nOBJECTS\n" + "\n".join(out) + "\n").encode("latin-1"))
+        self.assertGreater(entries, 0)
         return path
 
     def assert_kept(self, before, after):
@@ -145,7 +153,7 @@ class Dictionaries(Batch):
                 self.assertIn(tag, rest, f"{tag} of {handle} in {after.name}")
 
     def test_lost_entries_stay(self):
-        odd = self.odd_sheet()
+        odd = self.odd(SHEET)
         self.batch(odd)
         self.assert_kept(odd, self.folder / "out" / "odd.dxf")
         centre, window = WINDOWS["T-101"]
@@ -154,6 +162,17 @@ class Dictionaries(Batch):
         # Once more on what came out, whose task list is there already.
         self.batch(self.folder / "out" / "odd.dxf", "--out", "again")
         self.assert_kept(self.folder / "out" / "odd.dxf", self.folder / "again" / "odd.dxf")
+
+    def test_those_of_real_drawings_stay(self):
+        for name, (centre, window) in REAL.items():
+            real = shared_drawings() / (name + ".dxf")
+            (self.folder / "t.csv").write_text(f"A,{centre},{window}\n")
+            for drawing in (real, self.odd(real)):
+                with self.subTest(drawing=name, made=drawing is not real):
+                    self.batch(drawing, "--tools", "t.csv")
+                    self.assert_kept(drawing, self.folder / "out" / drawing.name)
+                    self.compute(drawing, "--centre", centre, "--window=" + window, "-o", "one.dxf")
+                    self.assert_kept(drawing, self.folder / "one.dxf")
 
 
 class Failures(Batch):
