@@ -1,5 +1,7 @@
 // Load a drawing and compute an envelope of all that is in it, by a pipeline that the content
 // chooses; nothing may be left open, and what the run leaves can be written and read.
+#include <algorithm>
+#include <iterator>
 #include <memory>
 #include <string>
 
@@ -8,7 +10,7 @@
 #include "fuzz/tag_mutator.h"
 #include "host/db/build.h"
 #include "host/dxf/dxf_file.h"
-#include "host/ed/editor_services.h"
+#include "host/ed/session.h"
 #include "plugin/engine/BlockSum.h"
 #include "plugin/engine/EncircleLine.h"
 #include "plugin/util/AddEntity.h"
@@ -55,17 +57,18 @@ void Compute(AcDbDatabase& database, unsigned choice) {
     static void (CEncircleLine::*const kPipelines[])(const AcArray<AcDbObjectId>&,
                                                      AcDbObjectId&) = {
         &CEncircleLine::GetEncircleLine3, &CEncircleLine::GetEncircleLineByHatch,
-        &CEncircleLine::GetEncircleLine, &CEncircleLine::GetEncircleLine2};
+        &CEncircleLine::GetEncircleLine, &CEncircleLine::GetEncircleLine2,
+        &CEncircleLine::GetEncircleLineExact};
     AcDbObjectId envelope;
     CEncircleLine engine(info);
-    (engine.*kPipelines[choice & 3])(ids, envelope);
+    (engine.*kPipelines[(choice >> 5) % std::size(kPipelines)])(ids, envelope);
     EraseById(info.m_midLineId);
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    host::RegisterEditorServices();
+    static_cast<void>(host::Session::Get());
     return 0;
 }
 

@@ -7,14 +7,12 @@
 #include <string>
 #include <vector>
 
+#include "fuzz/binary_tags.h"
+
 extern "C" size_t LLVMFuzzerMutate(uint8_t* data, size_t size, size_t most);
 
 namespace fuzz {
 namespace {
-
-struct Tag {
-    std::string code, value;
-};
 
 const char* const kValues[] = {"0",        "-1",           "1",      "65536",
                                "99999999", "1e300",        "-1e300", "1e-320",
@@ -130,12 +128,12 @@ private:
 
 size_t MutateTags(uint8_t* data, size_t size, size_t most, unsigned seed) {
     const std::string text(reinterpret_cast<const char*>(data), size);
-    const bool isText = text.find("SECTION") != std::string::npos &&
-                        text.compare(0, std::min<size_t>(size, 8), "AutoCAD ") != 0;
-    if (!isText || seed % 8 == 0) return LLVMFuzzerMutate(data, size, most);
-    std::vector<Tag> tags = Split(text);
+    const bool isBinary = IsBinaryDrawing(text);
+    const bool isText = !isBinary && text.find("SECTION") != std::string::npos;
+    if ((!isText && !isBinary) || seed % 8 == 0) return LLVMFuzzerMutate(data, size, most);
+    std::vector<Tag> tags = isBinary ? TagsOfBinary(text) : Split(text);
     Mutator(tags, seed).Run();
-    const std::string changed = Join(tags);
+    const std::string changed = isBinary ? BinaryOfTags(tags, text) : Join(tags);
     if (changed.size() > most) return LLVMFuzzerMutate(data, size, most);
     std::memcpy(data, changed.data(), changed.size());
     return changed.size();

@@ -5,7 +5,7 @@
 #include "arxHeaders.h"
 #include "fuzz/check.h"
 #include "host/dxf/dxf_file.h"
-#include "host/ed/editor_services.h"
+#include "host/ed/session.h"
 #include "plugin/batch/BatchTaskList.h"
 #include "plugin/batch/Progress.h"
 #include "plugin/util/SatExport.h"
@@ -76,7 +76,7 @@ private:
     const uint8_t *m_at, *m_end;
 };
 
-std::string Stored(const BatchTaskList& list, AcDbDatabase& database) {
+std::string Stored(BatchTaskList& list, AcDbDatabase& database) {
     FUZZ_CHECK(list.store(&database) == Acad::eOk);
     std::string bytes;
     host::dxf::Report report;
@@ -86,7 +86,8 @@ std::string Stored(const BatchTaskList& list, AcDbDatabase& database) {
 
 void PutRecord(AcDbDatabase& database, const resbuf* chain) {
     // An empty list makes the dictionary and the record; its data are then replaced.
-    FUZZ_CHECK(BatchTaskList().store(&database) == Acad::eOk);
+    BatchTaskList none;
+    FUZZ_CHECK(none.store(&database) == Acad::eOk);
     AcDbObjectPointer<AcDbDictionary> named(database.namedObjectsDictionaryId(), AcDb::kForRead);
     AcDbObjectId id;
     FUZZ_CHECK(named->getAt(ACRX_T("QZDJBLX"), id) == Acad::eOk);
@@ -100,7 +101,7 @@ void PutRecord(AcDbDatabase& database, const resbuf* chain) {
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int*, char***) {
-    host::RegisterEditorServices();
+    static_cast<void>(host::Session::Get());
     return 0;
 }
 

@@ -4,85 +4,17 @@
 
 #include <cmath>
 #include <map>
-#include <sstream>
 
 #include <gtest/gtest.h>
-
-#include <BRepAdaptor_Surface.hxx>
-#include <BRepCheck_Analyzer.hxx>
-#include <BRepGProp.hxx>
-#include <GProp_GProps.hxx>
-#include <Interface_Static.hxx>
-#include <Message.hxx>
-#include <Message_Messenger.hxx>
-#include <STEPControl_Reader.hxx>
-#include <TopExp_Explorer.hxx>
-#include <TopoDS.hxx>
 
 #include "host/solid/kernel.h"
 #include "host/solid/sat_topology.h"
 #include "solid/outlines.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// The kernel's reader keeps tables of its own to the end of the process.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() {
-    return "leak:libTKernel\nleak:libTKXSBase\n";
-}
-#endif
+#include "solid_occt/step_reader.h"
 
 using namespace host::solid;
 
 namespace {
-
-// What the kernel finds in a file.
-struct ReadBack {
-    std::string fault;  // empty: one valid solid
-    double volume = 0.0, area = 0.0;
-    int planes = 0, cones = 0, spheres = 0, tori = 0, faces = 0;
-};
-
-ReadBack Read(const std::string& text, const char* unit = "MM") {
-    Message::DefaultMessenger()->ChangePrinters().Clear();
-    ReadBack found;
-    STEPControl_Reader reader;
-    Interface_Static::SetCVal("xstep.cascade.unit", unit);
-    std::istringstream in(text);
-    if (reader.ReadStream("part.stp", in) != IFSelect_RetDone || reader.TransferRoots() != 1) {
-        found.fault = "not read";
-        return found;
-    }
-    const TopoDS_Shape shape = reader.OneShape();
-    if (shape.IsNull() || shape.ShapeType() != TopAbs_SOLID)
-        found.fault = "no solid";
-    else if (!BRepCheck_Analyzer(shape).IsValid())
-        found.fault = "not valid";
-    if (!found.fault.empty()) return found;
-    GProp_GProps volume, area;
-    BRepGProp::VolumeProperties(shape, volume);
-    BRepGProp::SurfaceProperties(shape, area);
-    found.volume = volume.Mass();
-    found.area = area.Mass();
-    for (TopExp_Explorer faces(shape, TopAbs_FACE); faces.More(); faces.Next()) {
-        ++found.faces;
-        switch (BRepAdaptor_Surface(TopoDS::Face(faces.Current())).GetType()) {
-            case GeomAbs_Plane:
-                ++found.planes;
-                break;
-            case GeomAbs_Cylinder:
-            case GeomAbs_Cone:
-                ++found.cones;
-                break;
-            case GeomAbs_Sphere:
-                ++found.spheres;
-                break;
-            default:
-                ++found.tori;
-                break;
-        }
-    }
-    return found;
-}
 
 Profile Prepared(const Outline& outline) {
     Profile profile;
@@ -100,7 +32,7 @@ StepOptions Options() {
 
 // The tolerances are those of the kernel's own integration.
 void ExpectAsProfile(const Profile& profile) {
-    const ReadBack found = Read(StepText(profile, Options()));
+    const step::Solid found = step::Read(StepText(profile, Options()));
     ASSERT_EQ("", found.fault);
     const Measures measures = Measure(profile);
     EXPECT_NEAR(found.volume / measures.volume, 1.0, 1e-6);
