@@ -72,6 +72,10 @@ void BatchTool::computeEnvelope(const CEncircleCalInfo& params, EnvelopePipeline
 
 void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeline) {
     const bool bExact = pPipeline == GetPipeline(E_Method_Exact);
+    reason = GetParameterFault(params, bExact);
+    if (!reason.IsEmpty()) {
+        return;
+    }
     CToolAxis axis(sourceIds, centre, bExact);
     CEncircleCalInfo info(params);
     info.m_midLineId = axis.GetId();
@@ -96,10 +100,6 @@ void BatchTool::Compute(const CEncircleCalInfo& params, EnvelopePipeline pPipeli
         if (!bExact) {
             TellEnvelopeCheck(info, sourceIds, envelopeId, name);
         }
-    }
-    const CString strWarning = GetParameterWarning(info);
-    if (!strWarning.IsEmpty()) {
-        acutPrintf(_T("\n%s：%s\n"), name.GetString(), strWarning.GetString());
     }
     if (!axis.Erase()) {
         reason = _T("临时轴线无法删除");

@@ -84,18 +84,19 @@ CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const AcDb
     return strLeftOut.IsEmpty() ? strText : strText + _T("；") + strLeftOut;
 }
 
-CString GetParameterWarning(const CEncircleCalInfo& info) {
+CString GetParameterFault(const CEncircleCalInfo& info, bool bExact) {
     CString strText;
     const double dPoint = info.m_tolPoint.equalPoint();
-    if (!IsPositive(dPoint) || !IsPositive(info.m_tolLine.equalPoint()) ||
-        !IsPositive(info.m_tolHorVer.equalPoint())) {
-        strText = _T("注意：公差不大于0，结果可能不正确");
+    if (!IsPositive(dPoint) || (!bExact && (!IsPositive(info.m_tolLine.equalPoint()) ||
+                                            !IsPositive(info.m_tolHorVer.equalPoint())))) {
+        strText = _T("公差必须大于0");
+    } else if (bExact) {
+        return strText;
     } else if (!IsPositive(info.m_dArcPrecision)) {
-        strText = _T("注意：圆弧离散精度不大于0，结果可能不正确");
+        strText = _T("圆弧离散精度必须大于0");
     } else if (info.m_dArcPrecision <= dPoint) {
-        strText.Format(
-            _T("注意：圆弧离散精度 %.10g 不大于点公差 %.10g，圆弧可能丢失，结果可能不正确"),
-            info.m_dArcPrecision, dPoint);
+        strText.Format(_T("圆弧离散精度 %.10g 必须大于点公差 %.10g，否则圆弧会丢失"),
+                       info.m_dArcPrecision, dPoint);
     }
     return strText;
 }

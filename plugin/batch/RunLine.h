@@ -16,6 +16,8 @@ CString GetEnvelopeLine(const AcDbObjectId& envelopeId, double dAxis, const AcDb
 // What takes no part, by reason; empty when everything does.
 CString GetLeftOutText(const CEncircleTrace& trace);
 
-// Numbers with which a result may look right and be wrong: such that have no sense, and chords no
-// longer than the tolerance within which points are one. Empty when there is nothing to say.
-CString GetParameterWarning(const CEncircleCalInfo& info);
+// Why these numbers give no envelope: such that are no lengths, and chords no longer than the
+// tolerance within which points are one, which would take curves away. Empty when a run may begin.
+//
+// bExact  the exact envelope, which cuts no curves into chords
+CString GetParameterFault(const CEncircleCalInfo& info, bool bExact);

@@ -158,13 +158,22 @@ void CEncircleLineCalDlg::RunEnvelope(E_Algorithm algorithm) {
 }
 
 void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids) {
+    const bool bLive = algorithm == E_Algorithm_Live;
+    CEncircleCalInfo info;
+    m_values.WriteTo(info);
+    const bool bExact = bLive && GetEnvelopeMethod() == E_Method_Exact;
+    const CString strFault = GetParameterFault(info, bExact);
+    if (!strFault.IsEmpty()) {
+        m_resultId.setNull();
+        acutPrintf(_T("\n未生成包络线：%s\n"), strFault.GetString());
+        return;
+    }
     const CDocumentLock lock(acdbHostApplicationServices()->workingDatabase(), _T("QZENVELOPE"));
     if (!lock.IsOk()) {
         return;
     }
     const CLayerState envelopeLayer(kEnvelopeLayer);
     const CUnlockedLayer unlocked(kEnvelopeLayer);
-    const bool bLive = algorithm == E_Algorithm_Live;
     SPicked picked;
     if (bLive) {
         picked = TellEnvelopes(ids);
@@ -176,7 +185,7 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
     CRunWatch watch;
     {
         const CEncircleWatchScope scope(watch);
-        RunEngine(algorithm, picked.m_sources, watch);
+        RunEngine(algorithm, info, picked.m_sources, watch);
     }
     if (watch.IsStopped()) {
         envelopeLayer.Restore();
@@ -192,13 +201,11 @@ void CEncircleLineCalDlg::Compute(E_Algorithm algorithm, const AcDbObjectIdArray
     }
 }
 
-void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
-                                    const CRunWatch& watch) {
+void CEncircleLineCalDlg::RunEngine(E_Algorithm algorithm, CEncircleCalInfo info,
+                                    const AcDbObjectIdArray& sourceIds, const CRunWatch& watch) {
     const bool bLive = algorithm == E_Algorithm_Live;
     const bool bExact = bLive && GetEnvelopeMethod() == E_Method_Exact;
     CToolAxis axis(sourceIds, m_centre, bExact);
-    CEncircleCalInfo info;
-    m_values.WriteTo(info);
     info.m_midLineId = axis.GetId();
     const EnvelopePipeline pPipeline =
         bLive ? GetPipeline(GetEnvelopeMethod()) : &CEncircleLine::GetEncircleLineByHatch;
@@ -232,10 +239,6 @@ void CEncircleLineCalDlg::TellRun(const CEncircleCalInfo& info, const AcDbObject
         const CString strLeftOut = GetLeftOutText(trace);
         acutPrintf(_T("\n未生成包络线：%s%s%s\n"), strReason.GetString(),
                    strLeftOut.IsEmpty() ? _T("") : _T("；"), strLeftOut.GetString());
-    }
-    const CString strWarning = GetParameterWarning(info);
-    if (!strWarning.IsEmpty()) {
-        acutPrintf(_T("\n%s\n"), strWarning.GetString());
     }
 }
 

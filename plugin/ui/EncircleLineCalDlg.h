@@ -38,11 +38,12 @@ private:
 
     // One computation from the selection to the envelope; hides the dialog meanwhile.
     void RunEnvelope(E_Algorithm algorithm);
-    // Esc stops it; the drawing is then as it was.
+    // Esc stops it; the drawing is then as it was. Numbers with which no run may begin are told,
+    // and nothing changes.
     void Compute(E_Algorithm algorithm, const AcDbObjectIdArray& ids);
-    void RunEngine(E_Algorithm algorithm, const AcDbObjectIdArray& sourceIds,
+    void RunEngine(E_Algorithm algorithm, CEncircleCalInfo info, const AcDbObjectIdArray& sourceIds,
                    const CRunWatch& watch);
-    // One line on what came of it, and one on numbers that may have spoilt it.
+    // One line on what came of it.
     void TellRun(const CEncircleCalInfo& info, const AcDbObjectIdArray& sourceIds,
                  const CEncircleTrace& trace, bool bExact) const;
     // Derives the axis point from the envelope, revolves and exports it; a failure adds a line.

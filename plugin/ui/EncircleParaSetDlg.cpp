@@ -57,7 +57,8 @@ void CEncircleParaSetDlg::OnOK() {
         CString strText;
         strText.Format(pFault->m_bTolerance   ? _T("%s必须大于0且小于图形尺寸")
                        : pFault->m_bMayBeZero ? _T("%s不能小于0")
-                                              : _T("%s必须大于0"),
+                       : m_values.*(pFault->m_pValue) > 0.0 ? _T("%s必须大于点公差")
+                                                            : _T("%s必须大于0"),
                        pFault->m_pLabel);
         AfxMessageBox(strText);
         GotoDlgCtrl(GetDlgItem(pFault->m_nControl));

@@ -57,7 +57,10 @@ const SValueField* SEncircleValues::FindFault(double dDrawingSize) const {
         // Written so that what is no number at all is a fault.
         const bool bSound =
             (dValue > 0.0 || (field.m_bMayBeZero && dValue == 0.0)) && dValue < dLimit;
-        if (!bSound) {
+        // Shorter chords than the points of a curve may lie apart would take the curve away.
+        const bool bLost =
+            field.m_pValue == &SEncircleValues::m_dArcPrecision && dValue <= m_dPointTol;
+        if (!bSound || bLost) {
             return &field;
         }
     }

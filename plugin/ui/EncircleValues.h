@@ -37,8 +37,9 @@ struct SEncircleValues {
     // Takes over a record; any half but 0 is the lower one.
     void ReadFrom(const CEncircleCalInfo& info);
 
-    // The first number that has no sense; null when all have: the precision must be above 0, the
-    // side length not below it, tolerances above 0 and less than the drawing's size.
+    // The first number that has no sense; null when all have: the precision must be above 0 and
+    // above the point tolerance, the side length not below 0, tolerances above 0 and less than the
+    // drawing's size.
     //
     // dDrawingSize  of the drawing's diagonal; 0 when it is not known, which allows any
     const SValueField* FindFault(double dDrawingSize) const;

@@ -43,6 +43,12 @@ void CheckLengths(const ToolParameters& parameters, double size) {
             throw Failure(Fault::Request,
                           Format("a tolerance or an arc precision of %g leaves no length", length) +
                               "; set the task's parameters anew");
+    if (parameters.arcPrecision <= parameters.pointTolerance)
+        throw Failure(Fault::Request,
+                      Format("an arc precision of %.6g is not above the point tolerance of %.6g: "
+                             "curves would be taken for points",
+                             parameters.arcPrecision, parameters.pointTolerance) +
+                          "; use a larger precision, such as 0.3");
     if (!(parameters.sideLength >= 0) || !std::isfinite(parameters.sideLength))
         throw Failure(Fault::Request, Format("a side length of %g is none", parameters.sideLength) +
                                           "; set the task's parameters anew");

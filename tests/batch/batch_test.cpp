@@ -467,6 +467,30 @@ TEST_F(BatchTest, ReasonsOfAComputationThatFoundNothing) {
     EXPECT_EQ("没有图元（已删除）", reason());
 }
 
+// Nothing is drawn with numbers that a stored task should not have: they would take curves away.
+TEST_F(BatchTest, NumbersOutsideTheirSenseFailATool) {
+    TestDrawing profile("L 0,0 0,5 | A 0,0 5 0 90");
+    const struct {
+        double dPoint, dPrecision;
+        const char* pReason;
+    } cases[] = {
+        {0.0005, 1e-7, "圆弧离散精度 1e-07 必须大于点公差 0.0005，否则圆弧会丢失"},
+        {0.0005, 0.0, "圆弧离散精度必须大于0"},
+        {0.0005, std::nan(""), "圆弧离散精度必须大于0"},
+        {-1.0, 0.3, "公差必须大于0"},
+    };
+    for (const auto& c : cases) {
+        BatchTool tool = MakeTool(_T("t"), profile.ids());
+        CEncircleCalInfo info;
+        info.m_tolPoint.setEqualPoint(c.dPoint);
+        info.m_dArcPrecision = c.dPrecision;
+        tool.computeEnvelope(info);
+        EXPECT_EQ(kBatchFailed, tool.execStatus);
+        EXPECT_EQ(c.pReason, host::Narrow(tool.reason.GetString()));
+        EXPECT_FALSE(tool.hasEnvelope());
+    }
+}
+
 // What could not be read to its end stays in the drawing under another name.
 TEST_F(BatchTest, ADamagedRecordIsNotStoredOver) {
     BatchTaskList list;

@@ -14,7 +14,9 @@ from program import EXAMPLES, PROGRAM, ROOT, ProgramTest, main
 REFUSALS = [
     ("compute D --centre 140,nan", 2, r"not a finite number"),
     ("compute D --centre 140,120 --arc-precision 0", 2, r"give a positive length"),
-    ("compute D --algorithm 3 --centre 140,120 --arc-precision 1e-7", 2,
+    ("compute D --algorithm 3 --centre 140,120 --arc-precision 1e-4", 2,
+     r"not above the point tolerance of 0\.0005"),
+    ("compute D --algorithm 3 --centre 140,120 --arc-precision 1e-7 --point-tolerance 1e-8", 2,
      r"about \d{7,} segments; use [\d.]+ or more"),
     ("compute D --centre 140,120 --point-tolerance 1000", 2, r"larger than all that was picked"),
     ("compute D --centre 9000,120", 2, r"the centre 9000,120 lies 8703 units outside"),

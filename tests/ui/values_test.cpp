@@ -116,6 +116,8 @@ TEST(EncircleValues, NumbersOutsideTheirSenseAreFound) {
         {&SEncircleValues::m_dArcPrecision, nan, false},
         {&SEncircleValues::m_dArcPrecision, HUGE_VAL, false},
         {&SEncircleValues::m_dArcPrecision, 500.0, true},
+        {&SEncircleValues::m_dArcPrecision, 0.0005, false},  // as far apart as points are one
+        {&SEncircleValues::m_dArcPrecision, 0.0006, true},
         {&SEncircleValues::m_dSideLength, 0.0, true},
         {&SEncircleValues::m_dSideLength, -1e-9, false},
         {&SEncircleValues::m_dPointTol, 0.0, false},
@@ -131,7 +133,7 @@ TEST(EncircleValues, NumbersOutsideTheirSenseAreFound) {
         EXPECT_TRUE(fault == nullptr || fault->m_pValue == c.value);
     }
     SEncircleValues values;
-    values.m_dPointTol = 100.0;
+    values.m_dLineTol = 100.0;
     EXPECT_EQ(nullptr, values.FindFault(0.0)) << "an empty drawing has no size";
 }
 
