@@ -44,10 +44,13 @@ bool LoadModules(const Options& options) {
     return allLoaded;
 }
 
-bool OpenDrawings(const Options& options) {
+// isOnce  what is open already is not opened again
+bool OpenDrawings(const Options& options, bool isOnce) {
+    host::Session& session = host::Session::Get();
     bool allOpened = true;
     for (const std::string& drawing : options.drawings)
-        if (host::Session::Get().Open(host::Widen(drawing)) == nullptr) {
+        if ((isOnce ? session.OpenOnce(host::Widen(drawing))
+                    : session.Open(host::Widen(drawing))) == nullptr) {
             std::cerr << "qzhost: the drawing " << drawing << " cannot be opened\n";
             allOpened = false;
         }
@@ -87,7 +90,7 @@ int RunScript(const Options& options, int& argc, char** argv) {
     });
     app::ScriptRunner runner(options.script, lines, transcript);
     if (desktop != nullptr) runner.onUpdateDisplay = [&desktop] { desktop->Refresh(); };
-    bool isGood = OpenDrawings(options) && LoadModules(options);
+    bool isGood = OpenDrawings(options, false) && LoadModules(options);
     if (isGood && !runner.Run()) {
         std::cerr << runner.Failure() << "\n";
         isGood = false;
@@ -123,8 +126,9 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
     }
     desktop.show();
     // What cannot be opened or loaded is told on the command line.
-    static_cast<void>(OpenDrawings(options));
+    // What is rescued takes the place of the drawing as it was saved last.
     desktop.OfferRescue();
+    static_cast<void>(OpenDrawings(options, true));
     if (host::Session::Get().Current() == nullptr) host::Session::Get().New();
     static_cast<void>(LoadModules(options));
     return QApplication::exec();

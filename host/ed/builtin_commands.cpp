@@ -32,7 +32,7 @@ std::wstring AskFile(const std::wstring& prompt) {
 CommandEnd Open(AcApDocument*) {
     const std::wstring path = AskFile(L"\nEnter name of drawing to open: ");
     if (path.empty()) return CommandEnd::kCancelled;
-    return Session::Get().Open(path) == nullptr ? CommandEnd::kFailed : CommandEnd::kEnded;
+    return Session::Get().OpenOnce(path) == nullptr ? CommandEnd::kFailed : CommandEnd::kEnded;
 }
 
 CommandEnd New(AcApDocument*) {

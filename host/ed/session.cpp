@@ -9,6 +9,7 @@
 #include "host/ed/module_table.h"
 #include "host/base/format.h"
 #include "host/base/host_assert.h"
+#include "host/sys/file_identity.h"
 #include "host/solid/revolve.h"
 
 namespace host {
@@ -102,6 +103,18 @@ void Session::NotifyEditor(const std::function<void(AcEditorReactor&)>& call) {
 }
 
 AcApDocument* Session::Open(const std::wstring& path) { return Read(path, path, false); }
+
+AcApDocument* Session::OpenOnce(const std::wstring& path) {
+    const FileIdentity wanted = IdentityOf(Narrow(path));
+    for (const auto& document : m_documents) {
+        const DocumentImp& imp = document->imp();
+        if (!imp.isTitled || !(IdentityOf(Narrow(imp.fileName)) == wanted)) continue;
+        Print(L"\n" + imp.fileName + L" is open already.");
+        MakeCurrent(document.get());
+        return document.get();
+    }
+    return Open(path);
+}
 
 AcApDocument* Session::OpenCopy(const std::wstring& path, const std::wstring& original) {
     return Read(path, original, true);

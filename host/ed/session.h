@@ -41,7 +41,10 @@ public:
     // Reads a DXF file into a new document and makes it current. Prints the reader's notes; on
     // failure prints its message and returns null, with nothing changed.
     AcApDocument* Open(const std::wstring& path);
-    // The same for a copy that stands for a drawing that was lost: it has the original's name, and
+    // As a person means it: a drawing that is open already becomes the current one, and that is
+    // said.
+    AcApDocument* OpenOnce(const std::wstring& path);
+    // As Open, for a copy that stands for a drawing that was lost: it has the original's name, and
     // changes that are not saved.
     // original  a path, or a title for a drawing that never had a file
     AcApDocument* OpenCopy(const std::wstring& path, const std::wstring& original);

@@ -34,7 +34,8 @@ std::vector<ShownSolid> ShownParts(const ToolRequest& request, const ToolRun& ru
 // Writes the files of a solid, each as a whole or not at all; none without a profile. SAT and STEP
 // hold all bodies, of STL each has its own file.
 //
-// place    the option by which their folder is chosen, for messages; null: each file has its own
+// place    the option by which their folder is chosen, for messages; null: each file has its own,
+//          empty: there is none to name
 // written  receives the files, in the order of the writing
 // fails    Failure: NoSolid with the reason and the place when the envelope has none, Output when
 //          a file cannot be made or written; those before it stand

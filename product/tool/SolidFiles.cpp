@@ -124,10 +124,11 @@ void WriteSolidFiles(const SolidRun& solid, const std::vector<SolidBody>& bodies
                           files.*kind.path + ": the " + kind.name + " cannot be made: " + reason);
         for (const auto& [path, bytes] : made) {
             host::FileError error;
+            const std::string option = place != nullptr ? place : kind.option;
             if (!host::WriteFileAtomically(path, {std::string_view(bytes)}, error))
                 throw Failure(Fault::Output, path + ": the " + kind.name + " cannot be written: " +
-                                                 error.reason + "; choose another place with " +
-                                                 (place != nullptr ? place : kind.option));
+                                                 error.reason + "; choose another place" +
+                                                 (option.empty() ? "" : " with " + option));
             written.push_back(path);
         }
     }

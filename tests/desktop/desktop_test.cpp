@@ -205,6 +205,44 @@ TEST_F(DesktopTest, TheLineRemembersWhatWasTyped) {
     EXPECT_EQ(2, acDocManager->documentCount());
 }
 
+// Typed faster than the last command ends, a blank behind the word has already ended the line.
+TEST_F(DesktopTest, NothingBehindAnUnknownWordIsStarted) {
+    desktop->Type(L"nosuch", true);
+    desktop->Type(L"e", true);
+    desktop->Type(L"all");
+    EXPECT_FALSE(desktop->Input().IsAsking());
+    EXPECT_FALSE(desktop->Line().History().contains("> e"));
+    Type("CLOSE");
+    EXPECT_EQ(0, acDocManager->documentCount()) << "the next line counts again";
+}
+
+// A line editor of its own takes Ctrl+E and Ctrl+K on X11.
+TEST_F(DesktopTest, ShortcutsReachTheDesktopFromTheLine) {
+    QLineEdit& edit = desktop->Line().Edit();
+    const auto isLeft = [&](int key, const char* typed) {
+        edit.setText(typed);
+        QKeyEvent event(QEvent::ShortcutOverride, key, Qt::ControlModifier);
+        event.ignore();
+        QCoreApplication::sendEvent(&edit, &event);
+        return !event.isAccepted();
+    };
+    for (const int key : {Qt::Key_E, Qt::Key_K, Qt::Key_Z, Qt::Key_A, Qt::Key_W})
+        EXPECT_TRUE(isLeft(key, "")) << key;
+    EXPECT_TRUE(isLeft(Qt::Key_E, "typed"));
+    EXPECT_FALSE(isLeft(Qt::Key_Z, "typed")) << "takes back what was typed";
+    EXPECT_FALSE(isLeft(Qt::Key_V, "typed"));
+}
+
+TEST_F(DesktopTest, ADrawingThatIsOpenIsNotOpenedAgain) {
+    const QString path = QString::fromWCharArray(curDoc()->fileName());
+    Type("NEW");
+    ASSERT_EQ(2, acDocManager->documentCount());
+    desktop->OpenFiles({path.section('/', 0, -2) + "/./" + path.section('/', -1)});
+    EXPECT_EQ(2, acDocManager->documentCount());
+    EXPECT_EQ(path, QString::fromWCharArray(curDoc()->fileName()));
+    EXPECT_TRUE(desktop->Line().History().contains("is open already."));
+}
+
 // Every key with every modifier, on the window, the drawing and the line: nothing may be handed
 // back and forth, whoever has the focus.
 TEST_F(DesktopTest, KeysThatMeanNothingDoNothing) {

@@ -90,16 +90,16 @@ class Session(DesktopCase):
         solid = self.folder / "pin.sat"
         desktop.until("the solid", lambda: solid.exists() and
                       "End-of-ACIS-data" in solid.read_text(encoding="utf-8"))
-        desktop.keys("Return")  # the message of success
+        # The message of success; when it has gone the dialog has the focus again.
+        desktop.xdotool("windowactivate", "--sync", desktop.find("^QZHost$"))
+        desktop.keys("Return")
+        desktop.gone("^QZHost$")
+        desktop.find("包络线计算")
 
     def close(self, desktop):
         question = "^QZHost$"
-        # A window that is just going away takes a key with it.
-        for _ in range(4):
-            self.back_to_the_drawing(desktop)
-            desktop.keys("ctrl+w")
-            if desktop.comes(question, 8.0):
-                break
+        self.back_to_the_drawing(desktop)
+        desktop.keys("ctrl+w")
         desktop.xdotool("windowactivate", "--sync", desktop.find(question))
         desktop.keys("Escape")
         desktop.gone(question)

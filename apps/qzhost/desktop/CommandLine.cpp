@@ -38,23 +38,19 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::ShortcutOverride && event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto* const key = static_cast<QKeyEvent*>(event);
-    // With nothing typed there is nothing of the line's own to take back or to erase.
-    if (event->type() == QEvent::ShortcutOverride && m_edit->text().isEmpty()) {
-        for (const QKeySequence::StandardKey own : {QKeySequence::Undo, QKeySequence::Redo,
-                                                    QKeySequence::SelectAll, QKeySequence::Delete})
-            if (key->matches(own)) {
-                event->ignore();
-                return true;
-            }
+    if (event->type() == QEvent::ShortcutOverride && !IsForText(*key)) {
+        event->ignore();
+        return true;
     }
     if (event->type() != QEvent::KeyPress) return QWidget::eventFilter(watched, event);
     switch (key->key()) {
         case Qt::Key_Space:
             if (takesBlanks && takesBlanks()) return QWidget::eventFilter(watched, event);
-            [[fallthrough]];
+            Enter(true);
+            return true;
         case Qt::Key_Return:
         case Qt::Key_Enter:
-            Enter();
+            Enter(false);
             return true;
         case Qt::Key_Escape:
             m_edit->clear();
@@ -71,6 +67,17 @@ bool CommandLine::eventFilter(QObject* watched, QEvent* event) {
         default:
             return QWidget::eventFilter(watched, event);
     }
+}
+
+// Keys that edit what is typed; every other shortcut is the desktop's. A line editor of its own
+// takes more: Ctrl+E and Ctrl+K, on X11.
+bool CommandLine::IsForText(const QKeyEvent& key) const {
+    if (m_edit->text().isEmpty()) return false;
+    for (const QKeySequence::StandardKey own :
+         {QKeySequence::Undo, QKeySequence::Redo, QKeySequence::SelectAll, QKeySequence::Delete,
+          QKeySequence::Copy, QKeySequence::Cut, QKeySequence::Paste})
+        if (key.matches(own)) return true;
+    return false;
 }
 
 // The same beginning again gives the next name.
@@ -96,12 +103,12 @@ bool CommandLine::LogTo(const std::string& path) {
     return m_log.good();
 }
 
-void CommandLine::Enter() {
+void CommandLine::Enter(bool isByBlank) {
     const QString line = m_edit->text();
     m_edit->clear();
     if (!line.isEmpty() && (m_typed.isEmpty() || m_typed.last() != line)) m_typed << line;
     m_recalled = m_typed.size();
-    if (onEnter) onEnter(line.toStdWString());
+    if (onEnter) onEnter(line.toStdWString(), isByBlank);
 }
 
 void CommandLine::Recall(int step) {

@@ -23,7 +23,8 @@ public:
     QLineEdit& Edit() { return *m_edit; }
     QString History() const { return m_history->toPlainText(); }
 
-    std::function<void(const std::wstring&)> onEnter;  // the line, which may be empty
+    // The line, which may be empty, and whether a blank ended it: what is typed next belongs to it.
+    std::function<void(const std::wstring&, bool)> onEnter;
     std::function<void()> onEscape;
     // Whether a blank is part of what is typed now; else it ends it, as Enter does.
     std::function<bool()> takesBlanks;
@@ -34,9 +35,10 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
-    void Enter();
+    void Enter(bool isByBlank);
     void Recall(int step);
     bool Complete();
+    bool IsForText(const QKeyEvent& key) const;
 
     QPlainTextEdit* m_history;
     std::ofstream m_log;

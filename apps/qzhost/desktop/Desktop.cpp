@@ -21,8 +21,7 @@
 namespace app {
 namespace {
 
-constexpr int kTick = 20;                      // milliseconds from a change to the look at it
-constexpr int kBetweenCopies = 2 * 60 * 1000;  // milliseconds
+constexpr int kTick = 20;  // milliseconds from a change to the look at it
 
 host::Session& Session() { return host::Session::Get(); }
 
@@ -76,7 +75,6 @@ Desktop::Desktop(bool isKept)
     documentBecameCurrent(Session().Current());
     connect(&m_autosaveTimer, &QTimer::timeout, this, [this] { SaveCopies(); });
     m_autosaveTimer.setSingleShot(true);
-    m_autosaveTimer.setInterval(kBetweenCopies);
 }
 
 Desktop::~Desktop() {
@@ -94,9 +92,10 @@ void Desktop::ConnectInput() {
         statusBar()->showMessage(QString("%1, %2").arg(point.x, 0, 'f', 4).arg(point.y, 0, 'f', 4));
         m_input.Hover(point);
     };
-    m_line->onEnter = [this](const std::wstring& line) { Type(line); };
+    m_line->onEnter = [this](const std::wstring& line, bool isByBlank) { Type(line, isByBlank); };
     m_line->onEscape = [this] {
         m_typedAhead.clear();
+        m_isDropping = false;
         if (!m_input.Escape()) m_input.ForgetPickFirst();
     };
     m_line->names = [this] { return m_input.IsAsking() ? QStringList() : CommandNames(); };
@@ -132,7 +131,7 @@ void Desktop::ConnectInput() {
         m_reviews->DrawingChanged();
         if (m_autosave && Session().Current() != nullptr) {
             m_autosave->Note(Session().Current());
-            if (!m_autosaveTimer.isActive()) m_autosaveTimer.start();
+            if (!m_autosaveTimer.isActive()) m_autosaveTimer.start(m_autosave->Pause());
         }
         AskTick();
     };
@@ -208,10 +207,14 @@ void Desktop::MakePanels() {
     statusBar();
 }
 
-void Desktop::Type(const std::wstring& line) {
+void Desktop::Type(const std::wstring& line, bool isByBlank) {
+    if (m_isDropping) {
+        m_isDropping = isByBlank;
+        return;
+    }
     // Between an answer and what follows it somebody who types fast is a line ahead.
     if (m_input.IsAnswered() || (m_isRunning && !m_input.IsAsking())) {
-        m_typedAhead.push_back(line);
+        m_typedAhead.push_back({line, isByBlank});
         return;
     }
     if (m_input.IsAsking()) {
@@ -219,34 +222,41 @@ void Desktop::Type(const std::wstring& line) {
         m_input.Enter(line);
         return;
     }
-    Run(line.empty() ? m_lastCommand : line);
+    if (Run(line.empty() ? m_lastCommand : line) || !isByBlank) return;
+    // What stands behind a word that is no command starts nothing.
+    m_isDropping = true;
+    while (m_isDropping && !m_typedAhead.empty()) {
+        m_isDropping = m_typedAhead.front().isByBlank;
+        m_typedAhead.pop_front();
+    }
 }
 
 void Desktop::TakeTypedAhead() {
     if (m_typedAhead.empty() || m_input.IsAnswered() || (m_isRunning && !m_input.IsAsking()))
         return;
-    const std::wstring line = m_typedAhead.front();
+    const Typed typed = m_typedAhead.front();
     m_typedAhead.pop_front();
     if (!m_typedAhead.empty()) QTimer::singleShot(0, this, [this] { TakeTypedAhead(); });
-    Type(line);
+    Type(typed.line, typed.isByBlank);
 }
 
 // Enter alone repeats the last command.
-void Desktop::Run(const std::wstring& command) {
+bool Desktop::Run(const std::wstring& command) {
     // A key pressed while the last command comes to its end is meant for what follows.
-    if (m_isRunning && !m_input.IsAsking()) m_typedAhead.push_back(command);
-    if (m_isRunning || m_input.IsAsking() || command.empty()) return;
+    if (m_isRunning && !m_input.IsAsking()) m_typedAhead.push_back({command, false});
+    if (m_isRunning || m_input.IsAsking() || command.empty()) return true;
     m_lastCommand = command.substr(0, command.find(L'\n'));
     m_line->Output().Line(L"> " + m_lastCommand);
     m_isRunning = true;
     ShowState();
-    Session().Execute(command);
+    const bool isKnown = Session().Execute(command);
     Settle();
     m_isRunning = false;
     m_input.ShowPickFirst();
     m_line->Output().Finish();
     ShowState();
     m_view->Refresh();
+    return isKnown;
 }
 
 void Desktop::AskTick() {

@@ -40,7 +40,9 @@ public:
     host::QtWindowDriver& Driver() { return m_driver; }
 
     // As typed on the command line, or as an answer when something is asked.
-    void Type(const std::wstring& line);
+    //
+    // isByBlank  a blank ended it: behind a word that is no command, what comes next is dropped
+    void Type(const std::wstring& line, bool isByBlank = false);
 
     // Shows the drawing and its layers as they are now.
     void Refresh();
@@ -65,7 +67,8 @@ private:
     void MakePanels();
     QDockWidget* AddPanel(const char* title, const char* name, QWidget* widget,
                           Qt::DockWidgetArea area);
-    void Run(const std::wstring& command);
+    // False when it is no command.
+    bool Run(const std::wstring& command);
     // Takes what was typed while nobody could take it.
     void TakeTypedAhead();
     // Looks soon at what has changed; nothing runs while nothing happens.
@@ -81,6 +84,7 @@ private:
     struct MenuRow;
     void MakeMenus();
     void MakeFileMenu();
+    void AddTabKeys();
     void MakeEditMenus();
     void MakeViewMenu();
     void MakeDraftingMenu();
@@ -101,6 +105,7 @@ private:
     void FillRecent();
     void AskExport();
     void AskPrint();
+    bool MayCopy() const;
     void SaveCopies();
     bool MayPlot() const;
 
@@ -116,7 +121,12 @@ private:
     ReviewDesk* m_reviews;
     DesktopInput m_input;
     std::wstring m_lastCommand;
-    std::deque<std::wstring> m_typedAhead;
+    struct Typed {
+        std::wstring line;
+        bool isByBlank;
+    };
+    std::deque<Typed> m_typedAhead;
+    bool m_isDropping = false;  // the rest of a line that began with no command
     QMenu* m_recent = nullptr;
     QToolBar* m_bar = nullptr;
     std::vector<QDockWidget*> m_docks;

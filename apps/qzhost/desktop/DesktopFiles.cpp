@@ -20,6 +20,8 @@ namespace {
 
 host::Session& Session() { return host::Session::Get(); }
 
+constexpr int kAfterFailure = 60 * 1000;  // milliseconds until a copy is tried again
+
 QString DrawingFilter() { return Tr("Drawings (*.dxf);;All files (*)"); }
 
 // Files that were dragged here.
@@ -36,7 +38,7 @@ void Desktop::OpenFiles(const QStringList& paths) {
     if (m_isRunning || m_input.IsAsking()) return;
     for (const QString& path : paths) {
         m_line->Output().Line(L"> OPEN " + path.toStdWString());
-        Session().Open(path.toStdWString());
+        Session().OpenOnce(path.toStdWString());
         Settle();
     }
 }
@@ -48,7 +50,10 @@ void Desktop::AskOpen() {
 void Desktop::AskSave(bool asksName) {
     AcApDocument* const document = Session().Current();
     if (document == nullptr) return;
-    if (!asksName && document->imp().isTitled) return Run(L"_.QSAVE");
+    if (!asksName && document->imp().isTitled) {
+        Run(L"_.QSAVE");
+        return;
+    }
     const std::wstring path = AskSaveName(*document);
     if (!path.empty()) Run(L"_.SAVEAS\n" + path);
 }
@@ -159,13 +164,20 @@ void Desktop::AskPrint() {
     if (dialog.exec() == QDialog::Accepted) PlotToPrinter(scene, setup.Setup(), printer);
 }
 
+// A prompt that waits keeps nobody from copying; a command or a dialog's run under way does.
+bool Desktop::MayCopy() const {
+    const bool isAsking = m_input.IsAsking();
+    const host::Leftovers held = Session().FindLeftovers();
+    return held.openObjects.empty() && (isAsking || (!m_isRunning && held.locks.empty()));
+}
+
 void Desktop::SaveCopies() {
     if (!m_autosave) return;
-    // A drawing that is being changed is copied later.
-    if (m_isRunning || m_input.IsAsking()) return m_autosaveTimer.start();
+    if (!MayCopy()) return m_autosaveTimer.start(m_autosave->Pause());
     const QString reason = m_autosave->Write();
-    if (!reason.isEmpty())
-        m_line->Output().Line(Tr("No automatic copy: %1").arg(reason).toStdWString());
+    if (reason.isEmpty()) return;
+    m_line->Output().Line(Tr("No automatic copy: %1").arg(reason).toStdWString());
+    m_autosaveTimer.start(kAfterFailure);
 }
 
 bool Desktop::OfferRescue() {
@@ -181,19 +193,26 @@ bool Desktop::OfferRescue() {
                     QMessageBox::Yes | QMessageBox::No, this);
     box.setTextFormat(Qt::PlainText);
     const int answer = box.exec();
-    if (answer != QMessageBox::Yes && answer != QMessageBox::No) return false;
-    bool isAnyOpen = false;
+    if (answer == QMessageBox::No)
+        for (const Rescued& rescued : left) Autosave::Drop(rescued);
+    // What cannot be opened now stays for another try, and so does all of it while there is no copy
+    // of the copy.
+    std::vector<Rescued> opened;
     for (const Rescued& rescued : left) {
-        if (answer == QMessageBox::Yes) {
-            // What cannot be opened now stays for another try.
-            if (Session().OpenCopy(rescued.copy.toStdWString(), rescued.original.toStdWString()) ==
-                nullptr)
-                continue;
-            isAnyOpen = true;
-        }
-        Autosave::Drop(rescued);
+        if (answer != QMessageBox::Yes) break;
+        AcApDocument* const document =
+            Session().OpenCopy(rescued.copy.toStdWString(), rescued.original.toStdWString());
+        if (document == nullptr) continue;
+        m_autosave->Note(document);
+        opened.push_back(rescued);
     }
-    return isAnyOpen;
+    if (opened.empty()) return false;
+    const QString reason = m_autosave->Write();
+    for (const Rescued& rescued : opened)
+        if (reason.isEmpty()) Autosave::Drop(rescued);
+    if (!reason.isEmpty())
+        m_line->Output().Line(Tr("No automatic copy: %1").arg(reason).toStdWString());
+    return true;
 }
 
 }  // namespace app

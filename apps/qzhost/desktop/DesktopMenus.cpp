@@ -77,6 +77,21 @@ void Desktop::MakeFileMenu() {
     AddAction(file, Word("Close"), "", QKeySequence::Close, [this] { Run(L"_.CLOSE"); });
     AddAction(
         file, Word("Quit"), "", QKeySequence("Ctrl+Q"), [this] { close(); }, false);
+    AddTabKeys();
+}
+
+// Ctrl+Tab and back, as where there is no menu row for it.
+void Desktop::AddTabKeys() {
+    for (const auto& [key, step] :
+         {std::pair{QKeySequence("Ctrl+Tab"), 1}, std::pair{QKeySequence("Ctrl+Shift+Tab"), -1}}) {
+        auto* const action = new QAction(this);
+        action->setShortcut(key);
+        addAction(action);
+        connect(action, &QAction::triggered, this, [this, step = step] {
+            const int count = m_tabs->count();
+            if (count > 0) m_tabs->setCurrentIndex((m_tabs->currentIndex() + count + step) % count);
+        });
+    }
 }
 
 void Desktop::MakeEditMenus() {

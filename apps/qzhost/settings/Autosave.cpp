@@ -2,9 +2,11 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <algorithm>
 
 #include "acdocman.h"
 #include "apps/qzhost/words/Words.h"
@@ -14,6 +16,9 @@
 
 namespace app {
 namespace {
+
+// Milliseconds from a change to its copy; copies take no more than one part in so many of the time.
+constexpr qint64 kSoonest = 10 * 1000, kLatest = 5 * 60 * 1000, kShare = 50;
 
 // Each run has a lock RUN.lock and copies RUN-1.dxf, ... with the original's name in RUN-1.txt.
 QString NoteOf(const QString& copy) { return copy.chopped(3) + "txt"; }
@@ -69,6 +74,8 @@ QString Autosave::PathOf(const AcApDocument* document) {
 
 QString Autosave::Write() {
     if (m_lock == nullptr) return Tr("there is no place for automatic copies: %1").arg(m_folder);
+    QElapsedTimer clock;
+    clock.start();
     for (const auto& document : host::Session::Get().Documents()) {
         const AcApDocument* const changed = document.get();
         if (!host::IsModified(*document->database())) {
@@ -76,7 +83,6 @@ QString Autosave::Write() {
             continue;
         }
         if (!m_stale[changed]) continue;
-        m_stale[changed] = false;
         const QString path = PathOf(changed);
         host::dxf::Report report;
         const host::dxf::Result result =
@@ -84,9 +90,16 @@ QString Autosave::Write() {
         if (!result.ok()) return QString::fromStdString(result.message);
         QFile note(NoteOf(path));
         if (!note.open(QIODevice::WriteOnly)) return note.errorString();
-        note.write(QString::fromWCharArray(document->fileName()).toUtf8());
+        if (note.write(QString::fromWCharArray(document->fileName()).toUtf8()) < 0 || !note.flush())
+            return note.errorString();
+        m_stale[changed] = false;
     }
+    m_took = clock.elapsed();
     return {};
+}
+
+int Autosave::Pause() const {
+    return static_cast<int>((std::clamp)(kShare * m_took, kSoonest, kLatest));
 }
 
 void Autosave::Forget(const AcApDocument* document) {

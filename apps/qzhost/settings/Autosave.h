@@ -33,12 +33,15 @@ public:
 
     // Writes a copy of each drawing that has changed since its last copy, and takes away those of
     // drawings that are saved or closed. A drawing itself is not changed.
-    // result  why a copy could not be written; empty when all went well
+    // result  why a copy could not be written, which is tried again; empty when all went well
     QString Write();
     // Drawing or changes are no more.
     void Forget(const AcApDocument* document);
     // The program ends as it should.
     void ForgetAll();
+    // How long to wait from a change to its copy, milliseconds: soon, and long beside what the last
+    // copies took.
+    int Pause() const;
     // Something in the drawing has changed.
     void Note(const AcApDocument* document) { m_stale[document] = true; }
 
@@ -50,6 +53,7 @@ private:
     std::map<const AcApDocument*, bool> m_stale;
     std::map<const AcApDocument*, QString> m_copies;
     int m_count = 0;
+    qint64 m_took = 0;  // milliseconds, the last copies
 };
 
 }  // namespace app

@@ -33,25 +33,45 @@ SolidPlace PlaceOf(const host::solid::Frame& frame, const AcGePoint3d& at) {
     return place;
 }
 
+// Moves the place within its half plane about the axis.
+void MoveTo(const host::solid::Frame& frame, const plane::Point& to, SolidPlace& place) {
+    const AcGeVector3d out = place.at - (frame.origin + frame.axis * place.along);
+    const AcGeVector3d away = place.radius > 0.0 ? out / place.radius : frame.radial;
+    place.along = to.x;
+    place.radius = to.y;
+    place.at = frame.origin + frame.axis * to.x + away * to.y;
+}
+
+// Triangles lie beside the surface; what is measured lies on it.
+void MoveToSurface(const host::solid::Profile& profile, SolidPlace& place) {
+    const plane::Point at{place.along, place.radius};
+    std::optional<plane::Point> nearest;
+    double best = 0.0;
+    for (const host::solid::Chain& chain : profile.chains)
+        for (const host::solid::Piece& piece : chain.pieces) {
+            const plane::Point foot = plane::NearestPoint(piece, at);
+            const double off = std::hypot(foot.x - at.x, foot.y - at.y);
+            if (nearest && off >= best) continue;
+            best = off;
+            nearest = foot;
+        }
+    if (nearest) MoveTo(profile.frame, *nearest, place);
+}
+
 // The corner that the place lies on, or all but.
 void SnapToCorner(const host::solid::Profile& profile, double within, SolidPlace& place) {
     double best = within;
-    const SolidPlace at = place;
+    plane::Point nearest;
     for (const host::solid::Chain& chain : profile.chains)
         for (const host::solid::Piece& piece : chain.pieces)
             for (const plane::Point& corner : {piece.from, piece.to}) {
-                const double off = std::hypot(corner.x - at.along, corner.y - at.radius);
+                const double off = std::hypot(corner.x - place.along, corner.y - place.radius);
                 if (off >= best) continue;
                 best = off;
-                place.along = corner.x;
-                place.radius = corner.y;
+                nearest = corner;
                 place.isCorner = true;
             }
-    if (!place.isCorner) return;
-    const host::solid::Frame& frame = profile.frame;
-    const AcGeVector3d out = at.at - (frame.origin + frame.axis * at.along);
-    const AcGeVector3d away = at.radius > 0.0 ? out / at.radius : frame.radial;
-    place.at = frame.origin + frame.axis * place.along + away * place.radius;
+    if (place.isCorner) MoveTo(profile.frame, nearest, place);
 }
 
 QString Number(double value) {
@@ -87,9 +107,10 @@ std::optional<SolidPlace> PlaceAt(const SolidBody& body, const Camera& camera, c
     AcGePoint3d at = from + along * *nearest;
     // Seen from inside it is the section's plane that lies before it.
     const double toward = along.dotProduct(normal);
-    if (isCut && isFromInside && toward != 0.0)
-        at = from + along * ((frame.origin - from).dotProduct(normal) / toward);
+    const bool isOnSection = isCut && isFromInside && toward != 0.0;
+    if (isOnSection) at = from + along * ((frame.origin - from).dotProduct(normal) / toward);
     SolidPlace place = PlaceOf(frame, at);
+    if (!isOnSection) MoveToSurface(*body.run.profile, place);
     SnapToCorner(*body.run.profile, kCornerPixels / camera.scale, place);
     return place;
 }

@@ -9,11 +9,12 @@
 
 namespace app {
 
-// A place on the surface of a solid of revolution.
+// A place on the surface of a solid of revolution itself, not of the triangles that show it; or on
+// the plane of a section.
 struct SolidPlace {
     AcGePoint3d at;
-    double along = 0.0;   // the axis, as the profile counts
-    double radius = 0.0;  // exact at a corner, within a chord's error elsewhere
+    double along = 0.0;  // the axis, as the profile counts
+    double radius = 0.0;
     bool isCorner = false;
 };
 

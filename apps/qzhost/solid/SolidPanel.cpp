@@ -186,7 +186,7 @@ QString SolidPanel::Save(const QString& path) {
         run.solid = body->run;
         const std::string name = path.section('/', -1).section('.', 0, 0).toStdString();
         product::WriteSolidFiles(run.solid, product::BodiesOf({}, run, name), *m_database, files,
-                                 nullptr, written);
+                                 "", written);
     } catch (const product::Failure& failure) {
         return QString::fromStdString(failure.what());
     }

@@ -25,6 +25,7 @@ const std::vector<const char*>& Forms() {
         HostWord("%1 found, %2 removed, %3 total"),
         HostWord("%1 found, %2 total"),
         HostWord("%1 found."),
+        HostWord("%1 is open already."),
         HostWord("%1 layer(s) changed."),
         HostWord("%1 layer(s) could not be; the current layer is not frozen."),
         HostWord("%1 layer(s) frozen."),

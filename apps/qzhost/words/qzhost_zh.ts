@@ -857,6 +857,10 @@ Open their automatic copies?</source>
         <translation>找到 %1 个。</translation>
     </message>
     <message>
+        <source>%1 is open already.</source>
+        <translation>%1 已经打开。</translation>
+    </message>
+    <message>
         <source>%1 layer(s) changed.</source>
         <translation>已更改 %1 个图层。</translation>
     </message>
