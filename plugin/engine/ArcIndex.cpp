@@ -31,7 +31,7 @@ SFlatBox GetStretchBox(const SArc& arc, int index) {
     // What the arc rises above the stretch's chord, plus the rounding of coordinates far from 0.
     const double reach = arc.m_dRadius + std::fabs(arc.m_centre.x) + std::fabs(arc.m_centre.y);
     const double rise = arc.m_dRadius * (1.0 - std::cos(step / 2));
-    return SFlatBox::Of(at(index), at(index + 1)).Padded(rise + kBoxMargin + 1e-12 * reach);
+    return GetFlatBox(at(index), at(index + 1)).Padded(rise + kBoxMargin + 1e-12 * reach);
 }
 
 // Sums of such coordinates do not overflow; angles that are not numbers fail too.
@@ -74,8 +74,8 @@ CArcIndex::CArcIndex(const AcDbObjectIdArray& ids)
 
 std::vector<size_t> CArcIndex::FindThrough(const AcGePoint3d& pt) const {
     std::vector<size_t> found;
-    const SFlatBox at = SFlatBox::Of(pt, pt);
-    m_boxes.Visit([&](const SFlatBox& box) { return box.Holds(at); },
+    const SFlatBox at = GetFlatBox(pt, pt);
+    m_boxes.Visit([&](const SFlatBox& box) { return box.Contains(at); },
                   [&](int stretch) {
                       const size_t index = m_stretchArcs[static_cast<size_t>(stretch)];
                       if (GetDistanceToArc(m_arcs[index], pt) <= kThroughArcTol) {

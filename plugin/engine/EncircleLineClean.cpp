@@ -88,7 +88,7 @@ std::vector<SRepeat> FindRepeats(const Lines& lines, const CTwins& twins,
     CBoxIndex(boxes).ForEachPair(pad, [&](int a, int b) {
         CEncircleWatch::Step("repeats", done++, 0);
         // Equal lines and covered ones lie in one another's box; neighbours at a corner do not.
-        if (boxes[a].Padded(pad).Holds(boxes[b]) || boxes[b].Padded(pad).Holds(boxes[a])) {
+        if (boxes[a].Padded(pad).Contains(boxes[b]) || boxes[b].Padded(pad).Contains(boxes[a])) {
             add(static_cast<size_t>(a), static_cast<size_t>(b));
             add(static_cast<size_t>(b), static_cast<size_t>(a));
         }
@@ -130,8 +130,8 @@ public:
     explicit CNearestPlace(const AcGePoint3d& pt) : m_pt(pt) {}
 
     bool IsInReach(const SFlatBox& box) const {
-        const double dx = (std::max)({box.m_dMinX - m_pt.x, m_pt.x - box.m_dMaxX, 0.0});
-        const double dy = (std::max)({box.m_dMinY - m_pt.y, m_pt.y - box.m_dMaxY, 0.0});
+        const double dx = (std::max)({box.low.x - m_pt.x, m_pt.x - box.high.x, 0.0});
+        const double dy = (std::max)({box.low.y - m_pt.y, m_pt.y - box.high.y, 0.0});
         constexpr double kSlack = 1.0 + 1e-9;  // for the rounding of the distances
         return dx * dx + dy * dy <= m_dDistance * m_dDistance * kSlack;
     }
@@ -247,7 +247,7 @@ public:
     bool HasOtherAt(int own, const AcGePoint3d& pt) const {
         const double pad =
             2 * m_tol.equalPoint() + kRounding * (std::max)(std::fabs(pt.x), std::fabs(pt.y));
-        const SFlatBox around = SFlatBox::Of(pt, pt).Padded(pad);
+        const SFlatBox around = GetFlatBox(pt, pt).Padded(pad);
         const auto isOn = [&](int other) {
             const CLineInfo& line = m_lines[other];
             return other != own && m_gone[other] == 0 &&
@@ -255,7 +255,7 @@ public:
         };
         return (own > 0 && isOn(own - 1)) ||
                (own + 1 < static_cast<int>(m_lines.size()) && isOn(own + 1)) ||
-               m_index.Visit([&](const SFlatBox& box) { return box.Touches(around, 0.0); }, isOn);
+               m_index.Visit([&](const SFlatBox& box) { return box.Meets(around, 0.0); }, isOn);
     }
 
 private:
@@ -330,8 +330,8 @@ void CEncircleLine::UpdateLinePtByNearestPt(std::vector<CLineInfo>& lines) {
         if (bStart || bEnd) {
             lines[i].m_startPt = start;
             lines[i].m_endPt = end;
-            index.Grow(own, start);
-            index.Grow(own, end);
+            index.Grow(own, {start.x, start.y});
+            index.Grow(own, {end.x, end.y});
         }
     }
 }

@@ -212,7 +212,7 @@ void CEncircleLine::RemoveCrossLine(std::vector<CLineInfo>& lines) {
         }
         size_t first = lines.size();
         const auto enter = [box = GetFlatBox(lines[i])](const SFlatBox& other) {
-            return box.Touches(other, 4 * kBoxTol);
+            return box.Meets(other, 4 * kBoxTol);
         };
         const auto use = [&](int n) {
             const auto j = static_cast<size_t>(n);

@@ -127,7 +127,7 @@ void CEncircleLine::RemoveLineInOtherDir(const std::vector<CLineInfo>& otherLine
     const CBoxIndex index(GetFlatBoxes(lines));
     for (const CLineInfo& other : otherLines) {
         const SFlatBox box = GetFlatBox(other).Padded(pad);
-        index.Visit([&](const SFlatBox& own) { return own.Touches(box, 0.0); },
+        index.Visit([&](const SFlatBox& own) { return own.Meets(box, 0.0); },
                     [&](int i) {
                         held[i] = held[i] != 0 || IsHeldBy(other, lines[i], m_calInfo);
                         return false;

@@ -7,7 +7,7 @@
 
 // The box of a segment's end points; z and break points do not count.
 inline SFlatBox GetFlatBox(const CLineInfo& line) {
-    return SFlatBox::Of(line.m_startPt, line.m_endPt);
+    return GetFlatBox(line.m_startPt, line.m_endPt);
 }
 
 // The boxes of all segments, in their order: what indexes are built of.

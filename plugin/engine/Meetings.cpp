@@ -59,10 +59,10 @@ public:
         const CLineInfo& line = m_lines[item];
         const double dx = line.m_endPt.x - line.m_startPt.x;
         const double dy = line.m_endPt.y - line.m_startPt.y;
-        const double toMiddle = dx * (box.m_dMinY / 2 + box.m_dMaxY / 2 - line.m_startPt.y) -
-                                dy * (box.m_dMinX / 2 + box.m_dMaxX / 2 - line.m_startPt.x);
-        const double reach = std::fabs(dx) * ((box.m_dMaxY - box.m_dMinY) / 2 + m_dMargin) +
-                             std::fabs(dy) * ((box.m_dMaxX - box.m_dMinX) / 2 + m_dMargin);
+        const double toMiddle = dx * (box.low.y / 2 + box.high.y / 2 - line.m_startPt.y) -
+                                dy * (box.low.x / 2 + box.high.x / 2 - line.m_startPt.x);
+        const double reach = std::fabs(dx) * ((box.high.y - box.low.y) / 2 + m_dMargin) +
+                             std::fabs(dy) * ((box.high.x - box.low.x) / 2 + m_dMargin);
         return !m_bUsable || std::fabs(toMiddle) <= reach;
     }
 

@@ -24,15 +24,13 @@ struct SSideView {
     // the larger the nearer
     double GetTowards(const AcGePoint3d& pt) const { return m_dSign * GetAlong(pt); }
     // The same of a box: where it begins and ends across, and what of it is nearest to the viewer.
-    double GetFirstAcross(const SFlatBox& box) const {
-        return m_bVertical ? box.m_dMinX : box.m_dMinY;
-    }
+    double GetFirstAcross(const SFlatBox& box) const { return m_bVertical ? box.low.x : box.low.y; }
     double GetLastAcross(const SFlatBox& box) const {
-        return m_bVertical ? box.m_dMaxX : box.m_dMaxY;
+        return m_bVertical ? box.high.x : box.high.y;
     }
     double GetNearest(const SFlatBox& box) const {
-        return m_dSign > 0.0 ? (m_bVertical ? box.m_dMaxY : box.m_dMaxX)
-                             : -(m_bVertical ? box.m_dMinY : box.m_dMinX);
+        return m_dSign > 0.0 ? (m_bVertical ? box.high.y : box.high.x)
+                             : -(m_bVertical ? box.low.y : box.low.x);
     }
     // The drawing's own coordinate along the view, whichever way that looks.
     double GetAlong(const AcGePoint3d& pt) const { return m_bVertical ? pt.y : pt.x; }

@@ -45,8 +45,8 @@ double GetScale(const std::vector<CLineInfo>& lines, const CQZRect& extents) {
 bool HoldsAll(const CQZRect& extents, const std::vector<CLineInfo>& lines) {
     return std::all_of(lines.begin(), lines.end(), [&](const CLineInfo& line) {
         const SFlatBox box = GetFlatBox(line);
-        return extents.min.x <= box.m_dMinX && extents.min.y <= box.m_dMinY &&
-               box.m_dMaxX <= extents.max.x && box.m_dMaxY <= extents.max.y &&
+        return extents.min.x <= box.low.x && extents.min.y <= box.low.y &&
+               box.high.x <= extents.max.x && box.high.y <= extents.max.y &&
                line.m_startPt.z == 0.0 && line.m_endPt.z == 0.0;
     });
 }
