@@ -90,10 +90,26 @@ void CDrawnWalk::Walk(const AcDbObjectIdArray& ids, const Visitor& visit) {
     Run(visit);
 }
 
+bool CDrawnWalk::WalkBlock(const AcDbObjectId& blockId, const SDrawnItem& shownBy,
+                           const Visitor& visit) {
+    SFrame frame;
+    frame.m_blockId = blockId;
+    frame.m_ids = ContentOf(blockId);
+    frame.m_inherited = InheritedOf(shownBy);
+    frame.m_nDepth = shownBy.m_nDepth + 1;
+    if (!Enter(std::move(frame), shownBy)) return false;
+    Run(visit);
+    return true;
+}
+
+// Ends with the frame that was opened last, or with those that it opens in turn.
 void CDrawnWalk::Run(const Visitor& visit) {
-    m_nSeen = 0;
-    m_bStopped = false;
-    while (!m_frames.empty()) {
+    const std::size_t outer = m_frames.size() - 1;
+    if (outer == 0) {
+        m_nSeen = 0;
+        m_bStopped = false;
+    }
+    while (m_frames.size() > outer) {
         SFrame& frame = m_frames.back();
         if (m_bStopped || (frame.m_nNext == frame.m_ids->size() && !NextCell(frame))) {
             if (!frame.m_blockId.isNull()) m_open.erase(frame.m_blockId);
@@ -211,7 +227,7 @@ void CDrawnWalk::EnterReference(const AcDbBlockReference& reference, const SDraw
         frame.m_rowStep = axes * AcGeVector3d(0.0, pArray->rowSpacing(), 0.0);
     }
     frame.m_ids = ContentOf(frame.m_blockId);
-    Enter(std::move(frame), item);
+    static_cast<void>(Enter(std::move(frame), item));
 }
 
 void CDrawnWalk::EnterAttributes(const AcDbBlockReference& reference, const SDrawnItem& item,
@@ -239,13 +255,16 @@ void CDrawnWalk::EnterDimension(const AcDbDimension& dimension, const SDrawnItem
     frame.m_place = outer.m_place;
     frame.m_nDepth = outer.m_nDepth + 1;
     frame.m_inherited = InheritedOf(item);
-    Enter(std::move(frame), item);
+    static_cast<void>(Enter(std::move(frame), item));
 }
 
-void CDrawnWalk::Enter(SFrame frame, const SDrawnItem& item) {
-    if (!m_open.insert(frame.m_blockId).second)
-        return Note(SDrawnFault::BlockHoldsItself, item.m_id, frame.m_blockId);
+bool CDrawnWalk::Enter(SFrame frame, const SDrawnItem& item) {
+    if (!m_open.insert(frame.m_blockId).second) {
+        Note(SDrawnFault::BlockHoldsItself, item.m_id, frame.m_blockId);
+        return false;
+    }
     m_frames.push_back(std::move(frame));
+    return true;
 }
 
 CDrawnWalk::Ids CDrawnWalk::ContentOf(const AcDbObjectId& blockId) {
@@ -283,10 +302,6 @@ const CDrawnWalk::SLayer& CDrawnWalk::LayerOf(const AcDbObjectId& layerId) {
     if (record->isFrozen()) layer.m_nHidden |= kDrawnFrozen;
     if (record->isLocked()) layer.m_nHidden |= kDrawnLocked;
     return layer;
-}
-
-const CString& CDrawnWalk::LayerName(const AcDbObjectId& layerId) {
-    return LayerOf(layerId).m_strName;
 }
 
 void CDrawnWalk::Note(SDrawnFault::EKind kind, const AcDbObjectId& id,

@@ -108,22 +108,31 @@ public:
     // The entities and what they hold, in the order of the ids.
     void Walk(const AcDbObjectIdArray& ids, const Visitor& visit);
 
+    // The content of a block as one reference to it shows it, or a dimension's block, in the
+    // block's own coordinates; m_nDepth is one more than that of shownBy. May be called by a
+    // visitor of this walker, for the item that it is given.
+    //
+    // result  false when the block is being taken apart already: it holds itself, and is left out
+    bool WalkBlock(const AcDbObjectId& blockId, const SDrawnItem& shownBy, const Visitor& visit);
+
     // What went wrong since the walker was made; one fault for each block that holds itself.
     const std::vector<SDrawnFault>& Faults() const { return m_faults; }
 
     // The line types of the drawing, by the ids of the items.
     CLinetypes& Linetypes() { return m_linetypes; }
 
-    // The name of a layer of the drawing; empty when it cannot be read.
-    const CString& LayerName(const AcDbObjectId& layerId);
-
-private:
     struct SLayer {
-        CString m_strName;
+        CString m_strName;  // empty when the layer cannot be read
         AcDbObjectId m_linetypeId;
         AcCmColor m_color;
-        unsigned int m_nHidden = kDrawnShown;
+        unsigned int m_nHidden = kDrawnShown;  // what it does to an entity that lies on it
     };
+    // A layer of the drawing as it was when it was first asked for; the reference holds as long as
+    // the object.
+    const SLayer& LayerOf(const AcDbObjectId& layerId);
+    const CString& LayerName(const AcDbObjectId& layerId) { return LayerOf(layerId).m_strName; }
+
+private:
     // What a reference hands on to the content of its block.
     struct SInherited {
         AcDbObjectId m_layerId;  // that layer 0 stands for; null outside of blocks
@@ -157,10 +166,9 @@ private:
                          const SFrame& frame);
     void EnterDimension(const AcDbDimension& dimension, const SDrawnItem& item,
                         const SFrame& frame);
-    // Opens a frame unless the block is being taken apart already.
-    void Enter(SFrame frame, const SDrawnItem& item);
+    // Opens a frame; false when the block is being taken apart already.
+    bool Enter(SFrame frame, const SDrawnItem& item);
     Ids ContentOf(const AcDbObjectId& blockId);
-    const SLayer& LayerOf(const AcDbObjectId& layerId);
     void Note(SDrawnFault::EKind kind, const AcDbObjectId& id, const AcDbObjectId& blockId);
 
     AcDbDatabase* m_pDatabase;

@@ -1,7 +1,7 @@
 #include "product/picture/PictureBuilder.h"
 
+#include <algorithm>
 #include <cmath>
-#include <memory>
 
 #include "product/base/Extents.h"
 #include "product/base/Text.h"
@@ -26,7 +26,7 @@ const PictureBuilder::ClassRow PictureBuilder::kClasses[] = {
     {&AcDbEllipse::desc, &PictureBuilder::DrawEllipse},
     {&AcDbBlockReference::desc, &PictureBuilder::DrawReference},
     {&AcDbDimension::desc, &PictureBuilder::DrawDimension},
-    {&AcDbAttributeDefinition::desc, &PictureBuilder::DrawNothing},
+    {&AcDbAttributeDefinition::desc, &PictureBuilder::DrawAttributeDefinition},
     {&AcDbText::desc, &PictureBuilder::DrawText},
     {&AcDbMText::desc, &PictureBuilder::DrawMText},
     {&AcDb2dPolyline::desc, &PictureBuilder::DrawPieces},
@@ -40,71 +40,63 @@ const PictureBuilder::ClassRow PictureBuilder::kClasses[] = {
     {&AcDbCurve::desc, &PictureBuilder::DrawAnyCurve},
 };
 
-PictureBuilder::PictureBuilder(AcDbDatabase& database) : m_database(database) {
-    for (const SLayerLinetype& layer : GetLayerLinetypes(&database)) LookOf(layer.m_layerId);
+PictureBuilder::PictureBuilder(AcDbDatabase& database)
+    : m_database(database), m_before(&database, {/*m_bIntoBlocks*/ false}) {
+    for (const SLayerLinetype& layer : GetLayerLinetypes(&database))
+        m_before.LayerOf(layer.m_layerId);
 }
 
 Picture PictureBuilder::Run() {
-    DrawContents(acdbSymUtil()->blockModelSpaceId(&m_database), true, m_picture.shapes);
+    Begin();
+    m_walk->WalkSpace(acdbSymUtil()->blockModelSpaceId(&m_database),
+                      [this](const SDrawnItem& item) { DrawItem(item, m_picture.shapes); });
     return Take();
 }
 
 Picture PictureBuilder::Run(const AcArray<AcDbObjectId>& ids) {
-    for (int i = 0; i < ids.length(); ++i) DrawDisplayed(ids[i], true, m_picture.shapes);
+    Begin();
+    m_walk->Walk(ids, [this](const SDrawnItem& item) { DrawItem(item, m_picture.shapes); });
     return Take();
 }
+
+void PictureBuilder::Begin() { m_walk.emplace(m_before); }
 
 Picture PictureBuilder::Take() {
     Picture picture = std::move(m_picture);
     m_picture = Picture();
     m_blocks.clear();
+    m_walk.reset();
     return picture;
 }
 
 Ink PictureBuilder::InkOfLinetype(const AcDbObjectId& linetypeId) {
-    // What follows its layer or its block without having one is drawn full.
-    if (linetypeId == m_database.byBlockLinetype()) return Ink::Outline;
-    const SLinetype& linetype = m_linetypes.Look(linetypeId);
+    const SLinetype& linetype = m_walk->Linetypes().Look(linetypeId);
     if (linetype.m_kind == ELinetypeKind::Centre) return Ink::Centre;
     return linetype.IsContinuous() ? Ink::Outline : Ink::Dashed;
 }
 
-const PictureBuilder::LayerLook& PictureBuilder::LookOf(const AcDbObjectId& layerId) {
-    const auto [at, isNew] = m_layers.try_emplace(layerId);
-    if (!isNew) return at->second;
-    LayerLook& look = at->second;
-    AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
-    if (layer.openStatus() != Acad::eOk) return look;
-    AcString name;
-    look.displayed = !layer->isOff() && !layer->isFrozen();
-    look.isZero = layerId == m_database.layerZero();
-    look.isEnvelope = layer->getName(name) == Acad::eOk && name.compareNoCase(kEnvelopeLayer) == 0;
-    look.ink = InkOfLinetype(layer->linetypeObjectId());
-    return look;
+bool PictureBuilder::IsEnvelopeLayer(const AcDbObjectId& layerId) {
+    return m_walk->LayerName(layerId).CompareNoCase(kEnvelopeLayer) == 0;
 }
 
-void PictureBuilder::DrawContents(const AcDbObjectId& blockId, bool isModelSpace, Shapes& out) {
-    AcDbObjectPointer<AcDbBlockTableRecord> block(blockId, AcDb::kForRead);
-    AcDbBlockTableRecordIterator* made = nullptr;
-    if (block.openStatus() != Acad::eOk || block->newIterator(made) != Acad::eOk) return;
-    const std::unique_ptr<AcDbBlockTableRecordIterator> entities(made);
-    for (; !entities->done(); entities->step()) {
-        AcDbObjectId id;
-        if (entities->getEntityId(id) == Acad::eOk) DrawDisplayed(id, isModelSpace, out);
-    }
+PictureBuilder::BlockLook PictureBuilder::LookOf(const AcDbObjectId& blockId) {
+    const CDrawnWalk::SLayer& layer = m_walk->LayerOf(m_item->m_layerId);
+    const bool isOff = (layer.m_nHidden & kDrawnOff) != 0;
+    return {blockId,
+            isOff,
+            IsEnvelopeLayer(m_item->m_layerId),
+            InkOfLinetype(layer.m_linetypeId),
+            InkOfLinetype(m_item->m_linetypeId),
+            m_inDimension};
 }
 
-void PictureBuilder::DrawDisplayed(const AcDbObjectId& id, bool isModelSpace, Shapes& out) {
-    AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-    if (entity.openStatus() != Acad::eOk || entity->visibility() == AcDb::kInvisible) return;
-    // Inside a block, layer 0 stands for the layer of the reference.
-    const LayerLook& look = LookOf(entity->layerId());
-    if ((!look.displayed && (isModelSpace || !look.isZero)) || look.isEnvelope) return;
-    m_ink = entity->linetypeId() == m_database.byLayerLinetype()
-                ? look.ink
-                : InkOfLinetype(entity->linetypeId());
-    if (m_inDimension) m_ink = Ink::Dimension;
-    Draw(*entity.object(), out);
+void PictureBuilder::DrawItem(const SDrawnItem& item, Shapes& out) {
+    if (IsEnvelopeLayer(item.m_layerId)) return;
+    m_ink = m_inDimension ? Ink::Dimension : InkOfLinetype(item.m_linetypeId);
+    const SDrawnItem* const outer = m_item;
+    m_item = &item;
+    Draw(item.m_entity, out);
+    m_item = outer;
 }
 
 void PictureBuilder::Draw(const AcDbEntity& entity, Shapes& out) {
@@ -116,14 +108,17 @@ void PictureBuilder::Draw(const AcDbEntity& entity, Shapes& out) {
 }
 
 int PictureBuilder::BlockIndex(const AcDbObjectId& blockId) {
-    const auto [at, isNew] = m_blocks.try_emplace(blockId, -1);
-    if (!isNew) return at->second;  // -1: this very block is being drawn, it holds itself
+    const BlockLook look = LookOf(blockId);
+    const auto known = m_blocks.find(look);
+    if (known != m_blocks.end()) return known->second;
     const Ink ink = m_ink;
     Shapes shapes;
-    DrawContents(blockId, false, shapes);
+    const bool isDrawn = m_walk->WalkBlock(blockId, *m_item,
+                                           [&](const SDrawnItem& item) { DrawItem(item, shapes); });
     m_ink = ink;
+    if (!isDrawn) return -1;
     m_picture.blocks.push_back(std::move(shapes));
-    return m_blocks[blockId] = static_cast<int>(m_picture.blocks.size()) - 1;
+    return m_blocks[look] = static_cast<int>(m_picture.blocks.size()) - 1;
 }
 
 void PictureBuilder::UseBlock(const AcDbObjectId& blockId, const AcGeMatrix3d& place, Shapes& out) {
@@ -159,20 +154,17 @@ void PictureBuilder::DrawReference(const AcDbEntity& entity, Shapes& out) {
     const auto* array = AcDbMInsertBlock::cast(&entity);
     const AcGeMatrix3d axes = AcGeMatrix3d::planeToWorld(reference.normal()) *
                               AcGeMatrix3d::rotation(reference.rotation(), AcGeVector3d::kZAxis);
-    for (int row = 0; row < (array != nullptr ? array->rows() : 1); ++row)
-        for (int column = 0; column < (array != nullptr ? array->columns() : 1); ++column) {
+    // Counts of zero, which some writers leave, mean one.
+    const int rows = array != nullptr ? std::max<int>(array->rows(), 1) : 1;
+    const int columns = array != nullptr ? std::max<int>(array->columns(), 1) : 1;
+    for (int row = 0; row < rows; ++row)
+        for (int column = 0; column < columns; ++column) {
             AcGeVector3d step(0, 0, 0);
             if (array != nullptr)
                 step.set(column * array->columnSpacing(), row * array->rowSpacing(), 0);
             UseBlock(reference.blockTableRecord(),
                      AcGeMatrix3d::translation(axes * step) * reference.blockTransform(), out);
         }
-    const std::unique_ptr<AcDbObjectIterator> attributes(reference.attributeIterator());
-    for (; attributes && !attributes->done(); attributes->step()) {
-        AcDbObjectPointer<AcDbAttribute> attribute(attributes->objectId(), AcDb::kForRead);
-        if (attribute.openStatus() == Acad::eOk && !attribute->isInvisible())
-            DrawText(*attribute.object(), out);
-    }
 }
 
 // A dimension shows its block, whose coordinates are the drawing's own.
@@ -185,6 +177,10 @@ void PictureBuilder::DrawDimension(const AcDbEntity& entity, Shapes& out) {
     m_inDimension = outer;
     const std::optional<Box> box = ExtentsOf(entity);
     if (box && !outer) m_picture.dimensions.push_back(*box);
+}
+
+void PictureBuilder::DrawAttributeDefinition(const AcDbEntity& entity, Shapes& out) {
+    if (m_item->m_nDepth > 0) DrawText(entity, out);
 }
 
 void PictureBuilder::DrawNothing(const AcDbEntity&, Shapes&) {}

@@ -4,9 +4,11 @@
 // their lines, dimensions by their blocks. Coordinates stay those of the drawing, in its units.
 #pragma once
 
-#include <unordered_map>
+#include <map>
+#include <optional>
+#include <tuple>
 
-#include "LinetypeKind.h"
+#include "DrawnWalk.h"
 #include "product/picture/Picture.h"
 #include "arxHeaders.h"
 
@@ -40,27 +42,24 @@ private:
     // entity of no row is left out.
     static const ClassRow kClasses[];
 
-    // What pictures need of a layer, read once.
-    struct LayerLook {
-        bool displayed = true;  // neither off nor frozen
-        bool isZero = false;    // within a block it stands for the layer of the reference
-        bool isEnvelope = false;
-        Ink ink = Ink::Outline;  // by the layer's linetype
-    };
+    // A block, and what a reference to it decides of its look: whether its layer is off, holds
+    // envelopes, the inks by layer and by block, and whether all is in the ink of dimensions.
+    // References that agree in this share one set of shapes.
+    using BlockLook = std::tuple<AcDbObjectId, bool, bool, Ink, Ink, bool>;
 
-    const LayerLook& LookOf(const AcDbObjectId& layerId);
     Ink InkOfLinetype(const AcDbObjectId& linetypeId);
+    bool IsEnvelopeLayer(const AcDbObjectId& layerId);
+    BlockLook LookOf(const AcDbObjectId& blockId);
 
-    // The entities of a block or of model space, as far as they are displayed; in a block those on
-    // layer 0 always are, for their reference decides.
-    void DrawContents(const AcDbObjectId& blockId, bool isModelSpace, Shapes& out);
-    void DrawDisplayed(const AcDbObjectId& id, bool isModelSpace, Shapes& out);
+    // Draws what a walk comes by; for the visitors of m_walk.
+    void DrawItem(const SDrawnItem& item, Shapes& out);
     void Draw(const AcDbEntity& entity, Shapes& out);
-    // Hands the picture over and begins anew; layers stay known.
+    // Begins a picture with the layers as they were, and hands it over at the end.
+    void Begin();
     Picture Take();
 
-    // The number of a block's shapes, which are drawn when it is first used; -1 while that very
-    // block is being drawn, since it holds itself.
+    // The number of a block's shapes as the item in hand shows it; they are drawn when they are
+    // first used. -1 for a block that holds itself.
     int BlockIndex(const AcDbObjectId& blockId);
     void UseBlock(const AcDbObjectId& blockId, const AcGeMatrix3d& place, Shapes& out);
     // Empty paths and texts make no shape.
@@ -83,10 +82,12 @@ private:
     // who may widen the view for it.
     void DrawDimension(const AcDbEntity& entity, Shapes& out);
     void DrawLeader(const AcDbEntity& entity, Shapes& out);
-    // Every cell of an array, and the attributes that show.
+    // Every cell of an array.
     void DrawReference(const AcDbEntity& entity, Shapes& out);
     void DrawFourCorners(const AcDbEntity& entity, Shapes& out);
-    // Infinite lines, and definitions of attributes.
+    // Constant ones, within blocks.
+    void DrawAttributeDefinition(const AcDbEntity& entity, Shapes& out);
+    // Infinite lines.
     void DrawNothing(const AcDbEntity& entity, Shapes& out);
     // Splines, curves that lie aslant, and whatever else is a curve, by its geometry.
     void DrawAnyCurve(const AcDbEntity& entity, Shapes& out);
@@ -95,9 +96,10 @@ private:
     Picture m_picture;         // in the making
     Ink m_ink = Ink::Outline;  // of the entity being drawn
     bool m_inDimension = false;
-    std::unordered_map<AcDbObjectId, LayerLook> m_layers;
-    std::unordered_map<AcDbObjectId, int> m_blocks;  // by definition, of this picture
-    CLinetypes m_linetypes;
+    CDrawnWalk m_before;                 // has read the layers, and nothing else
+    std::optional<CDrawnWalk> m_walk;    // of the picture in the making
+    const SDrawnItem* m_item = nullptr;  // that the walk has come to
+    std::map<BlockLook, int> m_blocks;   // of this picture
 };
 
 }  // namespace product
