@@ -9,9 +9,8 @@
 #include "dbmtext.h"
 #include "dbobjptr.h"
 #include "dbsymtb.h"
-#include "dbsymutl.h"
 #include "host/base/angles.h"
-#include "host/ed/text_compare.h"
+#include "plane/linetype_kind.h"
 #include "plane/meeting.h"
 
 namespace host {
@@ -138,14 +137,19 @@ private:
     std::vector<Candidate> m_found;
 };
 
-std::wstring LinetypeOf(const AcDbEntity& entity) {
+// By the line type, own or of the layer.
+bool IsCentreLine(const AcDbEntity& entity) {
     AcDbObjectId id = entity.linetypeId();
     if (entity.database() != nullptr && id == entity.database()->byLayerLinetype()) {
         const AcDbLayerTableRecordPointer layer(entity.layerId(), AcDb::kForRead);
         if (layer.openStatus() == Acad::eOk) id = layer->linetypeObjectId();
     }
+    const AcDbLinetypeTableRecordPointer linetype(id, AcDb::kForRead);
     AcString name;
-    return acdbSymUtil()->getSymbolName(name, id) == Acad::eOk ? name.kACharPtr() : L"";
+    if (linetype.openStatus() != Acad::eOk || linetype->getName(name) != Acad::eOk) return false;
+    std::vector<double> pattern;
+    for (int i = 0; i < linetype->numDashes(); ++i) pattern.push_back(linetype->dashLengthAt(i));
+    return plane::KindOfLinetype(name.kACharPtr(), pattern) == plane::LinetypeKind::Centre;
 }
 
 void AddEllipse(const AcDbEllipse& ellipse, SnapSource& source) {
@@ -182,7 +186,7 @@ SnapSource MakeSnapSource(AcDbObjectId id) {
     source.id = id;
     const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
     if (entity.openStatus() != Acad::eOk) return source;
-    source.isCentreLine = IsCentreLinetype(LinetypeOf(*entity));
+    source.isCentreLine = IsCentreLine(*entity);
     if (const auto* const ellipse = AcDbEllipse::cast(entity.object()))
         AddEllipse(*ellipse, source);
     if (const auto* const point = AcDbPoint::cast(entity.object()))
@@ -203,14 +207,6 @@ std::vector<Snap> FindSnaps(const std::vector<const SnapSource*>& sources, const
     for (const SnapSource* const source : sources) finder.Look(*source);
     finder.LookForCrossings();
     return finder.Best();
-}
-
-bool IsCentreLinetype(const std::wstring& name) {
-    const std::wstring upper = ToUpper(name);
-    for (const wchar_t* const part : {L"CENTER", L"CENTRE", L"DASHDOT", L"CHAIN", L"ISO04W",
-                                      L"ISO08W", L"ISO10W", L"点画", L"点划", L"中心"})
-        if (upper.find(part) != std::wstring::npos) return true;
-    return false;
 }
 
 }  // namespace host

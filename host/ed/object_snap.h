@@ -60,7 +60,4 @@ struct Snap {
 std::vector<Snap> FindSnaps(const std::vector<const SnapSource*>& sources, const AcGePoint3d& at,
                             double aperture, unsigned modes, const AcGePoint3d* base);
 
-// True for the linetypes that centre lines are drawn with, by name.
-bool IsCentreLinetype(const std::wstring& name);
-
 }  // namespace host

@@ -5,6 +5,8 @@
 namespace {
 
 using Kind = ELinetypeKind;
+using plane::KindOfLinetypeName;
+using plane::KindOfLinetypePattern;
 
 const char* Name(Kind kind) {
     static const char* const kNames[] = {"continuous", "dashed", "hidden", "centre",

@@ -148,11 +148,10 @@ TEST_F(InputTest, ACentreLineGivesItsHeight) {
     const std::vector<SnapSource> sources = Draw("L 50,125 195,125", "CENTER");
     EXPECT_EQ("Centre line 100.3,125; ", Snapped(sources, 100.3, 124.759, kSnapUsual));
     EXPECT_EQ("", Snapped(sources, 100.3, 123, kSnapUsual));
-    for (const wchar_t* const name :
-         {L"CENTER2", L"Centre", L"DASHDOT", L"中心线", L"ACAD_ISO10W100"})
-        EXPECT_TRUE(IsCentreLinetype(name)) << Narrow(name);
-    for (const wchar_t* const name : {L"Continuous", L"DASHED", L"HIDDEN", L""})
-        EXPECT_FALSE(IsCentreLinetype(name)) << Narrow(name);
+    for (const char* const name : {"CENTER2", "Centre", "DASHDOT", "中心线", "ACAD_ISO10W100"})
+        EXPECT_TRUE(Draw("L 0,0 1,0", name)[0].isCentreLine) << name;
+    for (const char* const name : {"Continuous", "DASHED", "HIDDEN", "双点画线"})
+        EXPECT_FALSE(Draw("L 0,0 1,0", name)[0].isCentreLine) << name;
 }
 
 TEST_F(InputTest, AnUnknownCommandLeavesNothingBehind) {
