@@ -14,6 +14,7 @@
 #include "host/ed/session.h"
 #include "host/base/format.h"
 #include "host/dwg/drawing_file.h"
+#include "host/dxf/dxf_file.h"
 #include "host/sys/file_identity.h"
 #include "host/sys/process_end.h"
 
@@ -162,6 +163,8 @@ int main(int argc, char** argv) {
         return parser.exit(e) == 0 ? kDone : kUsage;
     }
     host::dwg::SetConverter(options.dwgConverter);
+    // For modules that read and write drawings by databases of their own.
+    host::dxf::Install();
     return options.script.empty() ? RunDesktop(options, argc, argv)
                                   : RunScript(options, argc, argv);
 }

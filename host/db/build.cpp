@@ -186,22 +186,6 @@ AcDbObject* ObjectOf(Stub& stub) {
 void NoteSaved(AcDbDatabase& db) { ImpOf(db).modified = false; }
 void NoteChanged(AcDbDatabase& db) { ImpOf(db).modified = true; }
 
-void MarkSaved(AcDbDatabase& db) {
-    DatabaseImp& imp = ImpOf(db);
-    imp.modified = false;
-    imp.header.changed = 0;
-    imp.arena.ForEach([](Stub& stub) {
-        if (stub.Has(kStubErased)) return;
-        stub.Clear(kStubNew);
-        if (stub.object != nullptr) Access::DirtyBits(*stub.object) = 0;
-    });
-}
-
-void RebindRecord(Stub& stub, Adesk::UInt32 record) {
-    stub.record = record;
-    if (stub.object != nullptr) Access::Record(*stub.object) = record;
-}
-
 size_t PurgeErased(AcDbDatabase& db, const std::function<bool(const Stub&)>& keeps) {
     DatabaseImp& imp = ImpOf(db);
     std::vector<Stub*> kept;

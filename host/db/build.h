@@ -134,8 +134,7 @@ const HeaderVars& Header(const AcDbDatabase& db);
 Adesk::UInt16 DirtyMask(const Stub& stub);
 inline bool IsErased(const Stub& stub) { return stub.Has(kStubErased); }
 inline bool IsNew(const Stub& stub) { return stub.Has(kStubNew); }
-// True when anything at all changed since load or the last MarkSaved or NoteSaved, erased objects
-// included.
+// True when anything at all changed since load or the last NoteSaved, erased objects included.
 bool IsModified(const AcDbDatabase& db);
 
 // The stubs of a container in order. Erased ones are left out.
@@ -152,15 +151,11 @@ std::vector<Stub*> AllStubs(const AcDbDatabase& db);
 // purged. For codecs, which read objects whatever their open state.
 AcDbObject* ObjectOf(Stub& stub);
 
-// Called after a successful write that made the file this drawing's own: everything counts as
-// unchanged, new objects get the record numbers of the new source through RebindRecord.
-void MarkSaved(AcDbDatabase& db);
 // Called after a successful write beside the source that the drawing goes on being read from: it no
 // longer counts as changed, but what differs from that source is still known.
 void NoteSaved(AcDbDatabase& db);
 // Counts as changed, whatever was read.
 void NoteChanged(AcDbDatabase& db);
-void RebindRecord(Stub& stub, Adesk::UInt32 record);
 
 // ---- Housekeeping -------------------------------------------------------------------------------
 

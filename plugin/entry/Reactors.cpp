@@ -64,23 +64,6 @@ void InstallReactors() {
     GreetOpenDocuments();
 }
 
-void RemoveReactors() {
-    if (g_pEditReactor != nullptr) {
-        if (AcEditor* const pEditor = acedEditor) {
-            pEditor->removeReactor(g_pEditReactor);
-        }
-        delete g_pEditReactor;
-        g_pEditReactor = nullptr;
-    }
-    // The database reactor stays: databases that it watches may be gone already, and with them the
-    // registration.
-    if (g_pDocReactor != nullptr) {
-        acDocManager->removeReactor(g_pDocReactor);
-        delete g_pDocReactor;
-        g_pDocReactor = nullptr;
-    }
-}
-
 void CDocReactor::documentCreated(AcApDocument* pDocument) {
     AcDbDatabase* const pDatabase = pDocument == nullptr ? nullptr : pDocument->database();
     if (pDatabase == nullptr) {

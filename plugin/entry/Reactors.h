@@ -5,10 +5,6 @@
 // Creates and adds them, and gives drawings that are open already to the document reactor.
 void InstallReactors();
 
-// Takes out the editor and the document reactor. Nothing calls it: the module stays installed until
-// the host ends.
-void RemoveReactors();
-
 // Loads the task lists of documents as they appear, and shows the current one's in the batch
 // dialog.
 class CDocReactor : public AcApDocManagerReactor {

@@ -320,11 +320,4 @@ void ToolRunner::DrawForPage(const ToolRequest& request, const ToolRun& run, con
             {Finding::Kind::Solid, false, "the solid cannot be shown: " + reason, std::nullopt});
 }
 
-void RunTool(Drawing& drawing, const ToolRequest& request, ToolRun& run) {
-    ToolRunner runner(drawing.Database(), !request.svg.empty());
-    runner.Compute(request, run);
-    if (run.envelope.found && !request.output.empty()) drawing.Write(request.output);
-    runner.WriteFiles(request, run);
-}
-
 }  // namespace product

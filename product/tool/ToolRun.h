@@ -8,7 +8,6 @@
 #include <vector>
 
 #include "EncircleTrace.h"
-#include "product/base/Drawing.h"
 #include "product/check/Findings.h"
 #include "product/picture/PictureBuilder.h"
 #include "product/tool/Selection.h"
@@ -94,10 +93,5 @@ private:
     // through once.
     bool m_isSolidLayerEmpty = false;
 };
-
-// The whole of a request for a drawing that was read: computes, writes the drawing when an envelope
-// was found, and then the other files.
-// fails  as the operations of ToolRunner and Drawing::Write()
-void RunTool(Drawing& drawing, const ToolRequest& request, ToolRun& run);
 
 }  // namespace product

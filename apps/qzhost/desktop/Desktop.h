@@ -36,7 +36,6 @@ public:
     LayerPanel& Layers() { return *m_layers; }
     PropertyPanel& Properties() { return *m_properties; }
     DesktopInput& Input() { return m_input; }
-    ReviewDesk& Reviews() { return *m_reviews; }
     host::QtWindowDriver& Driver() { return m_driver; }
 
     // As typed on the command line, or as an answer when something is asked.

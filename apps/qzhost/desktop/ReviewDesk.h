@@ -35,7 +35,6 @@ public:
                  const std::optional<product::ToolParameters>& parameters = {});
     // While a dialog of the module is open its envelope is shown as the parameters change.
     void SetPreview(bool isOn);
-    bool HasPreview() const { return m_hasPreview; }
     // Both envelopes of the tool over each other, dialog or not.
     void SetComparing(bool isOn);
     // The tools of the batch: their list, a run of them all, and the page of what it found.

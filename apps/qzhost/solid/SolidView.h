@@ -28,7 +28,6 @@ public:
     // A few words instead of a solid, or under it.
     void SetNote(const QString& note);
     void SetSection(bool isCut);
-    bool IsSection() const { return m_isCut; }
     void SetLight(bool isLight);
 
     // As the drawing shows the tool; from the right; from above the right end.
@@ -36,7 +35,6 @@ public:
     void LookFrom(Side side);
     void ShowAll();
 
-    const Camera& Eye() const { return m_camera; }
     const std::vector<SolidPlace>& Places() const { return m_places; }
     // Marks a place as a click does; the third one begins anew.
     void Mark(const QPointF& pixel);

@@ -55,7 +55,6 @@ public:
     void SetCorner(std::optional<AcGePoint3d> corner);
     void SetAim(std::optional<AimView> aim);
     void SetOverlay(Overlay overlay);
-    const Overlay& CurrentOverlay() const { return m_overlay; }
     // Entities that are marked beside what is picked or highlighted.
     void SetMarked(std::vector<AcDbObjectId> ids);
     // The grip under a place, within the pick box; null: none.
@@ -68,7 +67,6 @@ public:
     // While a point or entities are asked the pointer has a pick box.
     void SetPicking(bool isPicking);
     void SetGrid(bool isShown, double step);
-    bool IsLight() const { return m_isLight; }
     void SetLight(bool isLight);
 
     // The scene of the current drawing; null without one.

@@ -155,10 +155,4 @@ QString InLanguage(const QString& said) {
     return said.left(from) + Translated(line) + said.mid(from + line.size());
 }
 
-QStringList HostForms() {
-    QStringList forms;
-    for (const char* const english : Forms()) forms << QString(english);
-    return forms;
-}
-
 }  // namespace app

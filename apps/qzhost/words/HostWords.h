@@ -2,15 +2,12 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
+#include <QString>
 
 namespace app {
 
 // The text of the host in the language that was chosen; unchanged where it is not known, as texts
 // of modules are. Values in it stay as they are, and so do keywords and the blanks around it.
 QString InLanguage(const QString& said);
-
-// The forms that are known, %1 and %2 for values.
-QStringList HostForms();
 
 }  // namespace app

@@ -30,5 +30,11 @@ extern "C" AFX_EXT_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
     acutPrintf(ACRX_T("\nmodule hears: %s, %s, %s\n"), name, TitleOf(acDocManager->curDocument()),
                hasDatabase ? ACRX_T("working database") : ACRX_T("no working database"));
     if (message == AcRx::kInitAppMsg) acrxUnlockApplication(id);
+    if (message == AcRx::kLoadDwgMsg) {
+        // A drawing beside those that are open, by a database of the module's own.
+        AcDbDatabase drawing(false, true);
+        acutPrintf(ACRX_T("\nmodule reads a drawing: %s\n"),
+                   acadErrorStatusText(drawing.readDwgFile(ACRX_T("end-mill.dxf"))));
+    }
     return AcRx::kRetOK;
 }
