@@ -25,8 +25,6 @@
 
 namespace {
 
-constexpr Adesk::UInt16 kByLayerColour = 256;
-
 // Chords that one curve may give, and lines that a whole run may come to. A tool needs a thousandth
 // of them; a tiny precision on a huge arc would fill the memory.
 constexpr double kMaxSamples = 100000.0;

@@ -38,8 +38,6 @@ constexpr double kSecondShift = 1000.0;
 constexpr double kBoxTol = 1e-6;
 constexpr double kLevelTol = 1e-6;
 
-constexpr Adesk::UInt16 kByLayerColour = 256;
-
 void Shift(const AcDbObjectIdArray& ids, double dShift) {
     const AcGeMatrix3d shift = AcGeMatrix3d::translation(AcGeVector3d(dShift, 0.0, 0.0));
     for (int i = 0; i < ids.length(); ++i) {

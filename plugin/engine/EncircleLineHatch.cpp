@@ -28,8 +28,6 @@ namespace {
 constexpr double kFrameWidening = 50.0;
 constexpr double kSeedInset = 1.0;
 
-constexpr Adesk::UInt16 kByLayerColour = 256;
-
 // Fewer vertices enclose nothing, unless one of them bulges.
 constexpr size_t kFewestVertices = 3;
 

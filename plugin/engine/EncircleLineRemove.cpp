@@ -23,8 +23,6 @@ using Lines = std::vector<CLineInfo>;
 // the line goes past it by its overhang.
 constexpr double kAxisWidening = 50.0;
 
-constexpr Adesk::UInt16 kByLayerColour = 256;
-
 // Boxes that miss one another by less still hold one another, in drawing units.
 constexpr double kBoxTol = 1e-6;
 

@@ -8,12 +8,6 @@
 #include "EraseEntity.h"
 #include "LayerTools.h"
 
-namespace {
-
-constexpr Adesk::UInt16 kByLayerColour = 256;
-
-}  // namespace
-
 const AcDbObjectId& CLineSplitter::GetScratchLayer() {
     if (!m_bScratchKnown) {
         m_scratchLayerId = FindLayer(kScratchLayer);

@@ -3,7 +3,10 @@
 
 #include "arxHeaders.h"
 
-// Appends a line from p to q to the named block, with this colour index (256 by layer) and the line
+// The colour index that stands for the layer's.
+constexpr Adesk::UInt16 kByLayerColour = 256;
+
+// Appends a line from p to q to the named block, with this colour index and the line
 // type ByLayer whatever the drawing's current setting, on the current layer.
 //
 // result   the new line, closed; null when the points are closer than kShortestLine (nothing is

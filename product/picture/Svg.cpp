@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "plane/point.h"
+#include "product/base/Colours.h"
 #include "product/base/Text.h"
 #include "product/picture/Picture.h"
 
@@ -15,21 +16,32 @@ constexpr double kMargin = 0.05;          // of the view's longer side
 constexpr double kMarkRadius = 20;        // pixels
 constexpr double kFontPerCapital = 1.38;  // font size by height of capitals, of usual sans fonts
 
-const char* const kStyle =
-    "path,rect{fill:none;vector-effect:non-scaling-stroke;stroke-linejoin:round}"
-    "text{font-family:'DejaVu Sans','Noto Sans CJK SC',sans-serif;fill:#9a9a9a}"
-    ".outline{stroke:#8a8a8a;stroke-width:1px}"
-    ".dashed{stroke:#a8a8a8;stroke-width:1px;stroke-dasharray:6 3}"
-    ".centre{stroke:#b0b0b0;stroke-width:1px;stroke-dasharray:12 3 2 3}"
-    ".dimension{stroke:#c4c4c4;stroke-width:1px}"
-    ".solid{fill:#c4c4c4;stroke:none}"
-    ".hatch{stroke:#e2e2e2;stroke-width:1px}"
-    ".axis{stroke:#2f6fb3;stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
-    ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
-    ".envelope{stroke:#d1123f;stroke-width:2.4px;fill:#d1123f;fill-opacity:.09}"
-    ".part{fill-opacity:.45;stroke:#5a5a5a;stroke-width:1px}"
-    ".mark circle{fill:#fff3c4;stroke:#a35c00;stroke-width:2px;vector-effect:non-scaling-stroke}"
-    ".mark text{fill:#6b3c00;font-weight:bold;text-anchor:middle}";
+const std::string& Style() {
+    static const std::string style =
+        std::string(
+            "path,rect{fill:none;vector-effect:non-scaling-stroke;stroke-linejoin:round}"
+            "text{font-family:'DejaVu Sans','Noto Sans CJK SC',sans-serif;fill:#9a9a9a}"
+            ".outline{stroke:#8a8a8a;stroke-width:1px}"
+            ".dashed{stroke:#a8a8a8;stroke-width:1px;stroke-dasharray:6 3}"
+            ".centre{stroke:#b0b0b0;stroke-width:1px;stroke-dasharray:12 3 2 3}"
+            ".dimension{stroke:") +
+        kFillColour + ";stroke-width:1px}.solid{fill:" + kFillColour +
+        ";stroke:none}"
+        ".hatch{stroke:#e2e2e2;stroke-width:1px}"
+        ".axis{stroke:" +
+        kAxisColour +
+        ";stroke-width:1.2px;stroke-dasharray:18 4 3 4}"
+        ".window{stroke:#b9c9b9;stroke-width:1px;stroke-dasharray:3 4}"
+        ".envelope{stroke:" +
+        kEnvelopeColour + ";stroke-width:2.4px;fill:" + kEnvelopeColour +
+        ";fill-opacity:.09}"
+        ".part{fill-opacity:.45;stroke:#5a5a5a;stroke-width:1px}"
+        ".mark circle{fill:#fff3c4;stroke:" +
+        kNoticeColour +
+        ";stroke-width:2px;vector-effect:non-scaling-stroke}"
+        ".mark text{fill:#6b3c00;font-weight:bold;text-anchor:middle}";
+    return style;
+}
 
 // SVG writes what the path data or an attribute needs: enough digits for any screen.
 class Writer {
@@ -99,7 +111,7 @@ private:
         m_out += "</title>\n";
         if (m_isElement) return;
         m_out += "<style>";
-        m_out += kStyle;
+        m_out += Style();
         m_out += "</style>\n<rect";
         Attribute("x", -width / 2);
         Attribute("y", -height / 2);
@@ -282,7 +294,7 @@ std::string ToSvgElement(const Picture& picture, const std::string& prefix) {
     return Writer(picture, &prefix).Run();
 }
 
-const char* SvgStyle() { return kStyle; }
+const char* SvgStyle() { return Style().c_str(); }
 
 std::string Base64(const std::string& bytes) {
     static const char kDigits[] =

@@ -1,10 +1,14 @@
+#include <string>
+
+#include "product/base/Colours.h"
 #include "product/report/Page.h"
 
 namespace product {
 
 const char* PageStyle() {
-    return R"css(
-:root{color-scheme:light;--ink:#1d2733;--soft:#5d6b7a;--line:#dfe4ea;--good:#1c7c4a;--bad:#b3261e;--look:#a35c00}
+    static const std::string style = std::string(R"css(
+:root{color-scheme:light;--ink:#1d2733;--soft:#5d6b7a;--line:#dfe4ea;--good:#1c7c4a;--bad:#b3261e;--look:)css") +
+                                     kNoticeColour + R"css(}
 *{box-sizing:border-box}
 body{margin:0;padding:24px 28px 60px;background:#f6f7f9;color:var(--ink);font:14px/1.45 'DejaVu Sans','Noto Sans CJK SC','Segoe UI',sans-serif}
 h1{margin:0 0 10px;font-size:22px;font-weight:600}
@@ -20,7 +24,8 @@ input,select{padding:4px 8px;border:1px solid #c3cbd4;border-radius:6px;backgrou
 table{width:100%;margin-top:14px;border-collapse:separate;border-spacing:0;border:1px solid var(--line);border-radius:10px;background:#fff}
 th{position:sticky;top:0;z-index:1;padding:8px 10px;border-bottom:1px solid var(--line);background:#eef1f5;text-align:left;font-size:12.5px;font-weight:600;white-space:nowrap}
 th button{all:unset;cursor:pointer}
-th button:focus-visible{outline:2px solid #2f6fb3;outline-offset:2px;border-radius:3px}
+th button:focus-visible{outline:2px solid )css" +
+                                     kAxisColour + R"css(;outline-offset:2px;border-radius:3px}
 th button::after{content:' \2195';color:#a8b2bd}
 th[aria-sort=ascending] button::after{content:' \2191';color:var(--ink)}
 th[aria-sort=descending] button::after{content:' \2193';color:var(--ink)}
@@ -67,6 +72,7 @@ td.findings{min-width:0;font-size:7.5pt}
 td.findings summary{display:none}
 }
 )css";
+    return style.c_str();
 }
 
 const char* PageScript() {

@@ -13,6 +13,9 @@
 
 namespace app {
 
+// What is white on a dark paper and black on a light one; a painter gives it the ink of its paper.
+constexpr QRgb kForeground = 0xFFE8E8E8;
+
 struct SceneLabel {
     QString text;
     double height = 0.0;  // of capitals, drawing units

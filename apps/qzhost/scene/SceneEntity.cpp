@@ -142,8 +142,8 @@ QRectF BoxOf(const ScenePart& part, const std::vector<QPointF>& points) {
 }  // namespace
 
 QRgb ColourOfIndex(int index) {
-    static const QRgb kBasic[] = {0xFFE8E8E8, 0xFFFF4040, 0xFFFFFF40, 0xFF40FF40, 0xFF40FFFF,
-                                  0xFF6080FF, 0xFFFF40FF, 0xFFE8E8E8, 0xFF909090, 0xFFC0C0C0};
+    static const QRgb kBasic[] = {kForeground, 0xFFFF4040, 0xFFFFFF40,  0xFF40FF40, 0xFF40FFFF,
+                                  0xFF6080FF,  0xFFFF40FF, kForeground, 0xFF909090, 0xFFC0C0C0};
     if (index < 10) return kBasic[(std::max)(index, 0)];
     if (index >= 250) return QColor::fromHsv(0, 0, (std::min)(51 * (index - 249), 255)).rgb();
     // Ten shades of each of 24 hues: five steps of darkness, every other one pale.

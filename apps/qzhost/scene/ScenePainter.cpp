@@ -86,7 +86,7 @@ public:
 private:
     QRgb Shown(QRgb colour) const {
         if (m_look.override != 0) return m_look.override;
-        return colour == 0xFFE8E8E8 ? m_look.ink : colour;
+        return colour == kForeground ? m_look.ink : colour;
     }
 
     void Paint(const SceneChunk& chunk, const ScenePart& part) {
@@ -184,7 +184,7 @@ private:
 };
 
 QRgb ColourOf(const SceneChunk& chunk, const SceneItem& item) {
-    return item.parts > 0 ? chunk.parts[item.firstPart].colour : 0xFFE8E8E8;
+    return item.parts > 0 ? chunk.parts[item.firstPart].colour : kForeground;
 }
 
 }  // namespace

@@ -37,9 +37,9 @@ struct SceneLook {
     double pixelsPerMillimetre = 3.8;  // for lineweights
     double hair = 1.2;                 // pixels of the thinnest line
     QRgb paper = 0xFF212830;
-    QRgb ink = 0xFFE8E8E8;  // for what is white on a dark paper, black on a light one
-    QRgb override = 0;      // one colour for everything; 0: its own
-    double widen = 0.0;     // pixels more for every line
+    QRgb ink = kForeground;  // for what has the foreground's colour
+    QRgb override = 0;       // one colour for everything; 0: its own
+    double widen = 0.0;      // pixels more for every line
 };
 
 // What a picture is made from; holds on to its chunks.
