@@ -148,9 +148,9 @@ TEST_F(InputTest, ACentreLineGivesItsHeight) {
     const std::vector<SnapSource> sources = Draw("L 50,125 195,125", "CENTER");
     EXPECT_EQ("Centre line 100.3,125; ", Snapped(sources, 100.3, 124.759, kSnapUsual));
     EXPECT_EQ("", Snapped(sources, 100.3, 123, kSnapUsual));
-    for (const char* const name : {"CENTER2", "Centre", "DASHDOT", "中心线", "ACAD_ISO10W100"})
+    for (const char* const name : {"CENTER2", "Centre", "DASHDOT", "ACAD_ISO10W100"})
         EXPECT_TRUE(Draw("L 0,0 1,0", name)[0].isCentreLine) << name;
-    for (const char* const name : {"Continuous", "DASHED", "HIDDEN", "双点画线"})
+    for (const char* const name : {"Continuous", "DASHED", "HIDDEN", "PHANTOM"})
         EXPECT_FALSE(Draw("L 0,0 1,0", name)[0].isCentreLine) << name;
 }
 
