@@ -15,6 +15,14 @@ Affine Flat(const AcGeMatrix3d& m) {
     return {m(0, 0), m(1, 0), m(0, 1), m(1, 1), m(0, 3), m(1, 3)};
 }
 
+// References are items: of one on a layer that is off, what has layers of its own still shows.
+SDrawnOptions BlockByBlock() {
+    SDrawnOptions options;
+    options.m_bIntoBlocks = false;
+    options.m_bWithHidden = true;
+    return options;
+}
+
 }  // namespace
 
 // The first row whose class the entity is of draws it.
@@ -41,7 +49,7 @@ const PictureBuilder::ClassRow PictureBuilder::kClasses[] = {
 };
 
 PictureBuilder::PictureBuilder(AcDbDatabase& database)
-    : m_database(database), m_before(&database, {/*m_bIntoBlocks*/ false}) {
+    : m_database(database), m_before(&database, BlockByBlock()) {
     for (const SLayerLinetype& layer : GetLayerLinetypes(&database))
         m_before.LayerOf(layer.m_layerId);
 }
@@ -91,7 +99,11 @@ PictureBuilder::BlockLook PictureBuilder::LookOf(const AcDbObjectId& blockId) {
 }
 
 void PictureBuilder::DrawItem(const SDrawnItem& item, Shapes& out) {
-    if (IsEnvelopeLayer(item.m_layerId)) return;
+    const unsigned int hidden = item.m_nHidden & ~static_cast<unsigned int>(kDrawnLocked);
+    const bool mayShow =
+        hidden == kDrawnShown ||
+        (hidden == kDrawnOff && item.m_entity.isKindOf(AcDbBlockReference::desc()));
+    if (!mayShow || IsEnvelopeLayer(item.m_layerId)) return;
     m_ink = m_inDimension ? Ink::Dimension : InkOfLinetype(item.m_linetypeId);
     const SDrawnItem* const outer = m_item;
     m_item = &item;
@@ -117,6 +129,7 @@ int PictureBuilder::BlockIndex(const AcDbObjectId& blockId) {
                                            [&](const SDrawnItem& item) { DrawItem(item, shapes); });
     m_ink = ink;
     if (!isDrawn) return -1;
+    if (shapes.empty() && !m_item->IsShown()) return m_blocks[look] = -1;
     m_picture.blocks.push_back(std::move(shapes));
     return m_blocks[look] = static_cast<int>(m_picture.blocks.size()) - 1;
 }

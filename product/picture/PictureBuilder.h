@@ -59,7 +59,7 @@ private:
     Picture Take();
 
     // The number of a block's shapes as the item in hand shows it; they are drawn when they are
-    // first used. -1 for a block that holds itself.
+    // first used. -1 for a block that holds itself, or shows nothing because its layer is off.
     int BlockIndex(const AcDbObjectId& blockId);
     void UseBlock(const AcDbObjectId& blockId, const AcGeMatrix3d& place, Shapes& out);
     // Empty paths and texts make no shape.
