@@ -1,6 +1,7 @@
 // An axis and what would be a tool about it.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -35,11 +36,15 @@ struct Candidate {
     double lineCover = 0;  // share of the length that the line of the cue runs along
     double foot = 0;       // share of the length along which a full line lies on the axis
     size_t strokeCount = 0;
-    bool openEnds = false;     // a half's two free ends lie on the axis
-    bool isPlain = false;      // of one height all along
-    bool hasPeak = false;      // something that was left out hangs on a peak of the contour
-    size_t holes = 0;          // full circles on the contour off the axis
-    std::vector<int> hanging;  // of the level sheet's hangers, those that are none of the tool
+    bool openEnds = false;  // a half's two free ends lie on the axis
+    bool isPlain = false;   // of one height all along
+    // Alike from both ends: what would stand on its foot is rather a whole tool seen from the side.
+    double turnedRound = 0;
+    std::optional<Point> standing;  // of half a contour: what stands on a line that runs on below
+    bool hasPeak = false;           // something that was left out hangs on a peak of the contour
+    size_t holes = 0;               // full circles on the contour off the axis
+    std::vector<int> floating;      // components outside of the contour, that are none of the tool
+    std::vector<int> hanging;       // of the level sheet's hangers, those that are none of the tool
     double score = 0;
     std::string why;  // what weighed against it
 

@@ -137,4 +137,27 @@ std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char
     return out;
 }
 
+std::vector<int> CirclesOf(const Sheet& sheet) {
+    std::vector<int> out;
+    for (size_t i = 0; i < sheet.strokes.size(); ++i)
+        if (sheet.strokes[i].isFullCircle) out.push_back(static_cast<int>(i));
+    return out;
+}
+
+bool LiesInCircle(const Sheet& sheet, const std::vector<int>& circles, const Component& component) {
+    Box box;
+    for (const int s : component.strokes) box.Add(BoxOf(sheet.strokes[s]));
+    const Point middle = {(box.low.x + box.high.x) / 2, (box.low.y + box.high.y) / 2};
+    return std::any_of(circles.begin(), circles.end(), [&](int c) {
+        const Stroke& circle = sheet.strokes[c];
+        if (Distance(circle.centre, middle) > circle.radius) return false;
+        return std::all_of(component.strokes.begin(), component.strokes.end(), [&](int s) {
+            const std::vector<Point>& points = sheet.strokes[s].points;
+            return std::all_of(points.begin(), points.end(), [&](Point p) {
+                return Distance(p, circle.centre) <= 1.02 * circle.radius;
+            });
+        });
+    });
+}
+
 }  // namespace product::detect

@@ -21,6 +21,11 @@ struct Component {
 std::vector<Component> FindComponents(const Sheet& sheet, const std::vector<char>& use,
                                       double tolerance);
 
+// The sheet's full circles; and whether one of them holds a component: an end view, or a detail
+// drawn larger.
+std::vector<int> CirclesOf(const Sheet& sheet);
+bool LiesInCircle(const Sheet& sheet, const std::vector<int>& circles, const Component& component);
+
 // Calls touch(a, b, at) for every two strokes of those in use that come closer than the tolerance,
 // and each place where they do: crossings, ends, and both ends of a stretch along which they run
 // together. It goes on while touch() is true; whether it was to the end.

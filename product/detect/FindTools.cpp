@@ -15,6 +15,8 @@ constexpr double kTolerance = 2e-5;  // of the sheet's diagonal: points closer a
 constexpr double kJoint = 3e-4;  // of the diagonal: gaps that a contour may have and still be one
 constexpr double kRival = 0.08;  // a score as near as that makes another axis a rival
 constexpr size_t kMostDoubtful = 8;
+constexpr double kRestLength = 0.3;  // of the longest tool's length
+constexpr size_t kLeastOfRest = 4;   // strokes
 
 struct Placed {
     Candidate candidate;
@@ -116,12 +118,33 @@ private:
             else if (m_finding.doubtful.size() < kMostDoubtful)
                 m_finding.doubtful.push_back(std::move(tool));
         }
+        FindRest(taken);
         std::stable_sort(
             m_finding.tools.begin(), m_finding.tools.end(),
             [](const FoundTool& a, const FoundTool& b) {
                 return a.window.low.x < b.window.low.x ||
                        (a.window.low.x == b.window.low.x && a.window.low.y < b.window.low.y);
             });
+    }
+
+    // What no candidate explains, when it is as long as a tool of this sheet might be.
+    void FindRest(const std::vector<char>& taken) {
+        double longest = 0;
+        for (const FoundTool& tool : m_finding.tools)
+            longest = std::max(longest, Distance(tool.from, tool.to));
+        const std::vector<int> circles = CirclesOf(m_sheet);
+        for (size_t i = 0; i < m_components.size(); ++i) {
+            if (taken[i] != 0 || m_components[i].strokes.size() < kLeastOfRest) continue;
+            Rest rest;
+            for (const int s : m_components[i].strokes) rest.box.Add(BoxOf(m_sheet.strokes[s]));
+            rest.strokes = m_components[i].strokes.size();
+            if (Diagonal(rest.box) >= kRestLength * longest &&
+                !LiesInCircle(m_sheet, circles, m_components[i]))
+                m_finding.rest.push_back(rest);
+        }
+        std::stable_sort(
+            m_finding.rest.begin(), m_finding.rest.end(),
+            [](const Rest& a, const Rest& b) { return Diagonal(a.box) > Diagonal(b.box); });
     }
 
     FoundTool Tool(const Placed& placed) const {
@@ -141,6 +164,7 @@ private:
         tool.confidence = c.score;
         tool.isHalf = c.isHalf;
         tool.agreement = c.agreement;
+        if (c.standing) tool.standing = frame.Out(*c.standing);
         if (!c.why.empty()) tool.remarks.push_back(c.why);
         if (c.cue == AxisCue::Mirror || c.cue == AxisCue::Foot)
             tool.remarks.push_back(std::string("no axis is drawn: it was found by its ") +

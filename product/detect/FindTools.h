@@ -1,6 +1,7 @@
 // The tools on a sheet: their axes, their extent and what belongs to them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -31,11 +32,19 @@ struct FoundTool {
     double agreement = 0;              // share of places at which its halves are alike
     std::vector<std::string> remarks;  // what weighs against it
     std::vector<LeftOutNote> leftOut;
+    std::optional<Point> standing;  // a mark may stand there on half a contour
+};
+
+// Strokes that hang together and were taken neither for a tool nor for a note.
+struct Rest {
+    Box box;
+    size_t strokes = 0;
 };
 
 struct Finding {
     std::vector<FoundTool> tools;     // sure, from left to right, then upwards
     std::vector<FoundTool> doubtful;  // considered and not taken, the most likely first
+    std::vector<Rest> rest;           // as large as a tool might be, the largest first
     size_t noteStrokes = 0;           // strokes of dimensions, leaders, borders and tables
     std::vector<int> beside;          // entities inside a tool's window that are none of it
 };

@@ -137,6 +137,34 @@ bool HalfHeights::IsLevel(double tolerance) const {
     return high - low <= tolerance;
 }
 
+double HalfHeights::AgreementTurnedRound(double tolerance) const {
+    int same = 0;
+    for (int i = 0; i < kCount; ++i) {
+        const double height = std::max(m_above[i], m_below[i]);
+        bool agrees = false;
+        for (int k = std::max(0, kCount - 2 - i); k <= std::min(kCount - 1, kCount - i); ++k)
+            agrees = agrees || std::abs(std::max(m_above[k], m_below[k]) - height) <= tolerance;
+        same += agrees;
+    }
+    return static_cast<double>(same) / kCount;
+}
+
+std::optional<double> HalfHeights::StandingBetween(double from, double to, double height,
+                                                   double tolerance) const {
+    int covered = -1;
+    bool wasSeen = false;
+    for (int i = Cell(from); i <= Cell(to); ++i) {
+        const double highest = std::max(m_above[i], m_below[i]);
+        if (highest > height + tolerance) {
+            if (wasSeen && covered < 0) covered = i;
+        } else {
+            if (covered >= 0) return m_start + (0.5 * (covered + i - 1) + 0.5) * m_step;
+            wasSeen = true;
+        }
+    }
+    return std::nullopt;
+}
+
 bool HalfHeights::IsOneSided() const {
     const double above = std::accumulate(m_above.begin(), m_above.end(), 0.0);
     const double below = std::accumulate(m_below.begin(), m_below.end(), 0.0);

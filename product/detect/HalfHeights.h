@@ -1,6 +1,7 @@
 // How high the strokes of both halves reach, place by place along an axis.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include "product/detect/Stroke.h"
@@ -41,6 +42,14 @@ public:
     double At(double place) const;
     // Whether the greater height of both sides is the same all along, within the tolerance.
     bool IsLevel(double tolerance) const;
+
+    // Share of the stretches at which the outline is as high as at the same distance from the other
+    // end, within the tolerance.
+    double AgreementTurnedRound(double tolerance) const;
+    // Where between two places something higher than a line at that height stands on it, the line
+    // itself being the highest on both sides.
+    std::optional<double> StandingBetween(double from, double to, double height,
+                                          double tolerance) const;
 
     // Whether one side has next to nothing.
     bool IsOneSided() const;

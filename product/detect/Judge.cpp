@@ -34,6 +34,10 @@ void WeighHalves(Candidate& candidate) {
             candidate.score += 0.35;
         else if (candidate.foot > 0.9)
             candidate.score += 0.3;
+        // So does a whole tool on its face; no half of one is the same from both its ends.
+        if (!isDrawn && candidate.turnedRound >= 0.8)
+            Against(candidate, 0.3,
+                    "it is the same from both ends, as a whole tool on its face is");
         // Every closed shape stands on each of its sides; half a tool lies on its long one.
         if (!isDrawn && candidate.Length() < 2 * candidate.radius)
             Against(candidate, 0.2, "it would stand on its short side");
@@ -41,11 +45,11 @@ void WeighHalves(Candidate& candidate) {
     }
     if (candidate.agreement >= 0.97)
         candidate.score += 0.35;
-    else if (candidate.agreement >= 0.9)
-        candidate.score += 0.25;
     else if (candidate.agreement >= 0.6 && candidate.reachesStart && candidate.reachesEnd)
         // Threads and single inserts: the rest of the contour says where the middle is.
         candidate.score += 0.3;
+    else if (candidate.agreement >= 0.9)
+        candidate.score += 0.25;
     else if (candidate.agreement >= 0.7)
         candidate.score += 0.12;
     else

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "product/detect/Heads.h"
+#include "product/detect/Marks.h"
 #include "product/detect/NearLines.h"
 
 namespace product::detect {
@@ -29,10 +31,16 @@ public:
         : m_sheet(sheet),
           m_tolerance(tolerance),
           m_lines(sheet, tolerance),
-          m_kinds(sheet.strokes.size(), NoteKind::None) {}
+          m_kinds(sheet.strokes.size(), NoteKind::None),
+          m_notes{sheet, tolerance, m_lines, m_kinds} {}
 
     std::vector<NoteKind> Run() {
-        FindHeads();
+        m_heads = FindHeads(m_sheet, m_lines, m_tolerance);
+        for (size_t i = 0; i < m_heads.size(); ++i)
+            if (At(static_cast<int>(i)).IsLine())
+                for (const int k : m_heads[i].strokes) m_notes.Mark(k, NoteKind::Dimension);
+        MarkLetters(m_notes);
+        MarkAngles(m_notes, m_heads);
         for (size_t i = 0; i < m_sheet.strokes.size(); ++i) ByHeads(static_cast<int>(i));
         for (const NoteText& text : m_sheet.texts)
             if (text.isNumber) ByNumber(text);
@@ -43,52 +51,14 @@ public:
 private:
     const Stroke& At(int i) const { return m_sheet.strokes[i]; }
 
-    // Heads at each stroke's two ends, along the line.
-    void FindHeads() {
-        m_heads.assign(m_sheet.strokes.size(), {});
-        for (const ArrowHead& head : m_sheet.heads) {
-            const Vector along = head.tip - head.back;
-            const double length = std::sqrt(Dot(along, along));
-            for (const Point& end : {head.tip, head.back})
-                for (const int i : m_lines.EndsAt(end, m_tolerance + 0.1 * length)) {
-                    const Stroke& stroke = At(i);
-                    if (!stroke.IsLine()) continue;
-                    if (std::abs(Cross(stroke.To() - stroke.From(), along)) >
-                        0.05 * stroke.Length() * length)
-                        continue;
-                    const size_t which =
-                        Distance(stroke.From(), end) < Distance(stroke.To(), end) ? 0 : 1;
-                    m_heads[i][which] = length;
-                }
-        }
-    }
-
     void ByHeads(int i) {
-        const auto& [first, second] = m_heads[i];
-        if (first > 0 && second > 0) {
-            MarkDimension(i, std::max(first, second), false);
-        } else if (first > 0 || second > 0) {
-            Mark(i, NoteKind::Leader);
-            FollowLeader(i, first > 0 ? At(i).To() : At(i).From());
-        }
-    }
-
-    // What goes on from a leader's end, as far as one line follows the other.
-    void FollowLeader(int from, Point end) {
-        for (int steps = 0; steps < 4; ++steps) {
-            const std::vector<int> next = m_lines.EndsAt(end, m_tolerance);
-            int follower = -1;
-            for (const int i : next)
-                if (i != from && m_kinds[i] == NoteKind::None) {
-                    if (follower >= 0) return;
-                    follower = i;
-                }
-            if (follower < 0) return;
-            Mark(follower, NoteKind::Leader);
-            end = Distance(At(follower).From(), end) < Distance(At(follower).To(), end)
-                      ? At(follower).To()
-                      : At(follower).From();
-            from = follower;
+        const LineHeads& heads = m_heads[i];
+        if (!heads.AtAny() || !At(i).IsLine() || m_kinds[i] != NoteKind::None) return;
+        if (heads.AtBoth()) {
+            MarkDimension(i, std::max(heads.length[0], heads.length[1]), false);
+        } else {
+            m_notes.Mark(i, NoteKind::Leader);
+            FollowLeader(m_notes, i, heads.length[0] > 0 ? At(i).To() : At(i).From());
         }
     }
 
@@ -102,21 +72,26 @@ private:
             if (!line.IsLine() || m_kinds[i] != NoteKind::None) continue;
             if (!IsParallel(line.To() - line.From(), along)) continue;
             const double distance = Distance(text.at, line.From(), line.To());
-            if (distance >= nearest || ExtensionsAt(i, text.height, true).size() < 2) continue;
+            if (distance >= nearest || ExtensionsAt(i, text.height, true).ends < 2) continue;
             nearest = distance;
             best = i;
         }
         if (best >= 0) MarkDimension(best, text.height, true);
     }
 
-    // Lines square to the dimension line through its ends, that stand free beside it: one for each
-    // end that has one. Where nothing but a number says that it is a dimension line they have to
-    // run past it, as no corner of a contour does.
-    std::vector<int> ExtensionsAt(int i, double size, bool runPast) const {
-        std::vector<int> out;
+    struct Extensions {
+        std::vector<int> strokes;
+        int ends = 0;  // of the dimension line, that have some
+    };
+
+    // Lines square to the dimension line through its ends, that stand free beside it. Where nothing
+    // but a number says that it is a dimension line they have to run past it, as no corner of a
+    // contour does.
+    Extensions ExtensionsAt(int i, double size, bool runPast) const {
+        Extensions out;
         const Vector along = At(i).To() - At(i).From();
         for (const Point& end : {At(i).From(), At(i).To()}) {
-            int found = -1;
+            bool isFound = false;
             for (const int k : m_lines.Near(end, m_tolerance)) {
                 const Stroke& line = At(k);
                 if (k == i || !line.IsLine() || !IsSquare(line.To() - line.From(), along)) continue;
@@ -124,28 +99,33 @@ private:
                 const Point nearEnd = fromNear ? line.From() : line.To();
                 const double past = Distance(nearEnd, end);
                 if (past > kPastLine * size || (runPast && past <= m_tolerance)) continue;
-                if (IsFree(k, nearEnd, along)) found = k;
+                if (IsFree(k, nearEnd, along, past <= m_tolerance)) {
+                    out.strokes.push_back(k);
+                    isFound = true;
+                }
             }
-            if (found >= 0) out.push_back(found);
+            out.ends += isFound;
         }
         return out;
     }
 
-    // Whether no stroke comes to a stroke's end but such as run along the dimension.
-    bool IsFree(int stroke, Point end, Vector along) const {
-        for (const int k : m_lines.Near(end, m_tolerance))
-            if (k != stroke && m_kinds[k] == NoteKind::None &&
-                !(At(k).IsLine() && IsParallel(At(k).To() - At(k).From(), along)))
+    // Whether no stroke comes to an extension line's end but another dimension's, which begins at
+    // the same place and runs past this one, or a chain of them where it ends on the line.
+    bool IsFree(int stroke, Point end, Vector along, bool inChain) const {
+        for (const int k : m_lines.Near(end, m_tolerance)) {
+            if (k == stroke || m_kinds[k] != NoteKind::None) continue;
+            const Vector other = At(k).To() - At(k).From();
+            if (!At(k).IsLine() ||
+                !(IsSquare(other, along) || (inChain && IsParallel(other, along))))
                 return false;
+        }
         return true;
     }
 
     void MarkDimension(int i, double size, bool runPast) {
-        for (const int k : ExtensionsAt(i, size, runPast)) Mark(k, NoteKind::Dimension);
-        Mark(i, NoteKind::Dimension);
-    }
-    void Mark(int i, NoteKind kind) {
-        if (m_kinds[i] == NoteKind::None) m_kinds[i] = kind;
+        for (const int k : ExtensionsAt(i, size, runPast).strokes)
+            m_notes.Mark(k, NoteKind::Dimension);
+        m_notes.Mark(i, NoteKind::Dimension);
     }
 
     // ---- borders and tables
@@ -329,14 +309,15 @@ private:
     }
 
     void MarkAll(const Component& component, NoteKind kind) {
-        for (const int i : component.strokes) Mark(i, kind);
+        for (const int i : component.strokes) m_notes.Mark(i, kind);
     }
 
     const Sheet& m_sheet;
     double m_tolerance;
     NearLines m_lines;
     std::vector<NoteKind> m_kinds;
-    std::vector<std::array<double, 2>> m_heads;  // lengths; 0: none
+    NoteSheet m_notes;
+    std::vector<LineHeads> m_heads;
 };
 
 }  // namespace

@@ -12,10 +12,11 @@ enum class NoteKind { None, Dimension, Leader, Border, Table };
 
 // For each stroke what kind of note it is; the sheet must stand upright, its main direction level.
 //
-// Dimension  a line with heads of arrows at both ends that lie along it, or with a number in its
-//            middle and lines square to it at both ends; and those lines, when nothing goes on
-//            behind the end that stands beside it
-// Leader     a line with one head, and the lines that go on from it to nothing
+// Dimension  a line with heads of arrows at both ends, filled, open or ticks, or with a number in
+//            its middle and lines square to it at both ends; and those lines, when nothing goes on
+//            behind the end that stands beside it; the same of angles
+// Leader     a line with one head, and the lines that go on from it to nothing; boxes and circles
+//            around letters, and what leads from them
 // Border     what encloses most of the rest with level and upright lines alone and holds texts, or
 //            something that does not lie in its middle; and what is inside it and joined to it
 // Table      level and upright lines alone, with texts in several of their cells

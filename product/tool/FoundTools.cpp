@@ -17,8 +17,8 @@ constexpr size_t kMostTold = 4;  // candidates in a refusal
 // Of a tool's diagonal: how far its envelope may reach beyond what is drawn.
 constexpr double kAround = 1e-3;
 // What was not taken is told beside tools that were, when it is as long as that share of the
-// longest of them and as sure as that.
-constexpr double kTellLength = 0.3, kTellConfidence = 0.4;
+// longest of them.
+constexpr double kTellLength = 0.3;
 
 void NumberFiles(ToolRequest& request, size_t number) {
     for (std::string* path : {&request.svg, &request.solid.sat, &request.solid.step,
@@ -83,11 +83,21 @@ double LengthOf(const detect::FoundTool& tool) { return plane::Distance(tool.fro
 void TellTheRest(FoundTools& found) {
     double longest = 0;
     for (const FoundRequest& one : found.tools) longest = std::max(longest, LengthOf(one.tool));
+    std::vector<std::string>& remarks = found.tools.front().tool.remarks;
     for (const detect::FoundTool& other : found.doubtful)
-        if (LengthOf(other) >= kTellLength * longest && other.confidence >= kTellConfidence)
-            found.tools.front().tool.remarks.push_back(
-                "the sheet may hold another tool, which was not taken: " + Describe(other) +
-                "; to take it: " + OptionsFor(other));
+        if (LengthOf(other) >= kTellLength * longest)
+            remarks.push_back("the sheet may hold another tool, which was not taken: " +
+                              Describe(other) + "; to take it: " + OptionsFor(other));
+    for (size_t i = 0; i < found.rest.size() && i < kMostTold; ++i) {
+        const Box& box = found.rest[i].box;
+        remarks.push_back(
+            std::to_string(found.rest[i].strokes) + " lines around " +
+            Figure((box.low.x + box.high.x) / 2) + ", " + Figure((box.low.y + box.high.y) / 2) +
+            " were taken neither for a tool nor for a note" +
+            (i + 1 == kMostTold && found.rest.size() > kMostTold
+                 ? ", and " + std::to_string(found.rest.size() - kMostTold) + " more such groups"
+                 : ""));
+    }
 }
 
 }  // namespace
@@ -102,6 +112,12 @@ std::string OptionsFor(const detect::FoundTool& tool) {
 void AddFoundFindings(const detect::FoundTool& tool, std::vector<Finding>& findings) {
     for (const std::string& remark : tool.remarks)
         findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
+    if (tool.standing)
+        findings.push_back({Finding::Kind::Outline, true,
+                            "what stands on the contour at " + Figure(tool.standing->x) + ", " +
+                                Figure(tool.standing->y) +
+                                " may be a mark: the line below it runs on",
+                            tool.standing});
     for (const detect::LeftOutNote& note : tool.leftOut)
         findings.push_back({Finding::Kind::LeftOut, !note.hasText,
                             std::to_string(note.strokes) +
@@ -131,6 +147,7 @@ FoundTools LookForTools(AcDbDatabase& database, const AcArray<AcDbObjectId>& ids
     detect::Finding finding = detect::FindTools(read.sheet);
     FoundTools found;
     found.doubtful = std::move(finding.doubtful);
+    found.rest = std::move(finding.rest);
     found.faults = read.faults;
     for (detect::FoundTool& tool : finding.tools)
         found.tools.push_back({RequestFor(request, tool, read), std::move(tool)});

@@ -19,6 +19,7 @@ struct FoundRequest {
 struct FoundTools {
     std::vector<FoundRequest> tools;          // from left to right
     std::vector<detect::FoundTool> doubtful;  // considered and not taken, the most likely first
+    std::vector<detect::Rest> rest;           // what none of these explains
     std::vector<std::string> faults;          // blocks that could not be looked into
 };
 

@@ -373,6 +373,8 @@ class Views(sheets.Sheet):
         self.line(x, y, x + size * 1.2, y)
         self.line(x, y, x + size * 0.85, y + size * 0.85)
         points = [self.at(x + size * math.cos(t), y + size * math.sin(t)) for t in (0, math.pi / 8, math.pi / 4)]
+        if self.mirror:
+            points.reverse()
         arc = sheets.ezdxf.math.ConstructionArc.from_3p(points[0], points[2], points[1])
         arc.add_to_layout(self.target)
         self.text("45%%d", x + size * 1.3, y + size * 0.5, 2.5)
