@@ -8,26 +8,29 @@ namespace product::detect {
 
 HalfHeights::HalfHeights(const Sheet& sheet, const std::vector<int>& strokes, double offset,
                          double start, double end)
-    : m_above(kCount, 0.0), m_below(kCount, 0.0), m_start(start), m_step((end - start) / kCount) {
+    : m_above(kCount, 0.0),
+      m_below(kCount, 0.0),
+      m_start(start),
+      m_step(end > start ? (end - start) / kCount : 1) {
+    if (!(end > start)) return;
     for (const int s : strokes) {
         const std::vector<Point>& p = sheet.strokes[s].points;
         for (size_t k = 1; k < p.size(); ++k)
-            Add({p[k - 1].x, p[k - 1].y - offset}, {p[k].x, p[k].y - offset}, start, end);
+            Add({p[k - 1].x, p[k - 1].y - offset}, {p[k].x, p[k].y - offset});
     }
 }
 
-void HalfHeights::Add(Point a, Point b, double start, double end) {
+void HalfHeights::Add(Point a, Point b) {
     if (a.x > b.x) std::swap(a, b);
-    const double step = (end - start) / kCount;
     const auto cell = [&](double x) {
-        return static_cast<int>(std::clamp((x - start) / step, 0.0, kCount - 1.0));
+        return static_cast<int>(std::clamp((x - m_start) / m_step, 0.0, kCount - 1.0));
     };
     const double slope = b.x > a.x ? (b.y - a.y) / (b.x - a.x) : 0;
     for (int i = cell(a.x); i <= cell(b.x); ++i) {
         double y1 = a.y, y2 = b.y;
         if (b.x > a.x) {
-            y1 = a.y + slope * (std::max(a.x, start + i * step) - a.x);
-            y2 = a.y + slope * (std::min(b.x, start + (i + 1) * step) - a.x);
+            y1 = a.y + slope * (std::max(a.x, m_start + i * m_step) - a.x);
+            y2 = a.y + slope * (std::min(b.x, m_start + (i + 1) * m_step) - a.x);
         }
         m_above[i] = std::max(m_above[i], std::max(y1, y2));
         m_below[i] = std::max(m_below[i], std::max(-y1, -y2));

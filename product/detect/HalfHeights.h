@@ -63,7 +63,7 @@ private:
     double m_start = 0, m_step = 0;
 
     int Cell(double place) const;
-    void Add(Point a, Point b, double start, double end);
+    void Add(Point a, Point b);
     Difference Greatest(const std::vector<double>& a, const std::vector<double>& b) const;
 };
 

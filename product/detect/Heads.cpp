@@ -64,6 +64,7 @@ private:
     void AddDrawn(int i, size_t which) {
         const Stroke& stroke = At(i);
         const Point end = which == 0 ? stroke.From() : stroke.To();
+        if (m_lines.IsCrowded(end)) return;
         const double most = kMostShare * stroke.Length();
         const Vector out = Outwards(stroke, which);
         std::vector<Tail> tails;

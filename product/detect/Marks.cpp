@@ -25,6 +25,7 @@ public:
 
     void Letters() {
         for (const NoteText& text : m_notes.sheet.texts) {
+            if (m_notes.lines.IsCrowded(text.at)) continue;
             InBox(text);
             InCircle(text);
         }
@@ -268,7 +269,9 @@ void MarkAngles(NoteSheet& notes, const std::vector<LineHeads>& heads) {
     for (size_t n = 0; n < strokes.size(); ++n) {
         const int i = static_cast<int>(n);
         const Stroke& arc = strokes[n];
-        if (!arc.isArc || arc.isFullCircle || notes.kinds[n] != NoteKind::None) continue;
+        if (!arc.isArc || arc.isFullCircle || notes.kinds[n] != NoteKind::None ||
+            notes.lines.IsCrowded(arc.From()) || notes.lines.IsCrowded(arc.To()))
+            continue;
         const int a = sideAt(i, arc.From()), b = sideAt(i, arc.To());
         if (a < 0 || b < 0 || a == b || !(heads[n].AtBoth() || hasNumber(arc))) continue;
         notes.Mark(i, NoteKind::Dimension);

@@ -45,6 +45,11 @@ int NearLines::Row(double y) const {
     return static_cast<int>(std::clamp((y - m_box.low.y) / m_cell, 0.0, m_rows - 1.0));
 }
 
+bool NearLines::IsCrowded(Point p) const {
+    constexpr size_t kMost = 200;
+    return m_cells[static_cast<size_t>(Row(p.y)) * m_columns + Column(p.x)].size() > kMost;
+}
+
 std::vector<int> NearLines::Near(Point p, double reach) const {
     std::vector<int> out;
     for (int r = Row(p.y - reach); r <= Row(p.y + reach); ++r)

@@ -12,6 +12,9 @@ class NearLines {
 public:
     NearLines(const Sheet& sheet, double tolerance);
 
+    // Whether so many strokes come near the point that looking at each of them for each of them
+    // would take too long: lines drawn over and over, hatching.
+    bool IsCrowded(Point p) const;
     // Strokes that come within `reach` of the point, each once, in their order.
     std::vector<int> Near(Point p, double reach) const;
     // Those that have an end there.

@@ -9,6 +9,7 @@ namespace {
 
 constexpr double kGoesOn = 0.9;      // share of a mark's width below which the contour goes on
 constexpr double kPeakReach = 0.03;  // of the length, to both sides of a peak
+constexpr size_t kMostPieces = 100;  // of a tool: more are hatching or dots
 constexpr size_t kMostLevel = 1000;  // level strokes of half a contour: more are hatching
 constexpr double kFloats = 1.05;     // of the contour's height, from where on a piece floats
 
@@ -17,7 +18,7 @@ public:
     Outside(const LevelSheet& level, double offset) : m_level(level), m_offset(offset) {}
 
     void LeaveFloatingOut(Candidate& out) const {
-        if (out.components.size() < 2) return;
+        if (out.components.size() < 2 || out.components.size() > kMostPieces) return;
         std::vector<int> kept;
         for (const int i : out.components)
             (Floats(i, out.components) ? out.floating : kept).push_back(i);
