@@ -66,3 +66,16 @@ endif()
 foreach(name IN LISTS ARX_LIBRARIES)
   target_link_libraries(QZEncircleLine PRIVATE ${ARX_SDK}/lib-x64/${name}.lib)
 endforeach()
+
+# The bundle that AutoCAD loads by itself: `cmake --install --prefix` puts it into a folder, `cpack`
+# into a zip.
+configure_file(${CMAKE_SOURCE_DIR}/packaging/PackageContents.xml.in
+  ${CMAKE_BINARY_DIR}/PackageContents.xml @ONLY)
+install(FILES ${CMAKE_BINARY_DIR}/PackageContents.xml DESTINATION QZEncircleLine.bundle)
+install(FILES $<TARGET_FILE:QZEncircleLine> DESTINATION QZEncircleLine.bundle/Contents)
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_NAME QZEncircleLine)
+set(CPACK_PACKAGE_VENDOR "QZEncircleLine")
+set(CPACK_PACKAGE_FILE_NAME QZEncircleLine-${PROJECT_VERSION}-bundle)
+set(CPACK_INCLUDE_TOPLEVEL_DIRECTORY OFF)
+include(CPack)

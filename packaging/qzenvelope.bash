@@ -6,7 +6,7 @@ _qzenvelope() {
     previous=${COMP_WORDS[COMP_CWORD - 1]}
     command=
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        case $word in compute | batch | info | copy) command=$word && break ;; esac
+        case $word in compute | batch | report | info | copy) command=$word && break ;; esac
     done
     COMPREPLY=()
     case $previous in
@@ -18,9 +18,13 @@ _qzenvelope() {
     --direction) mapfile -t COMPREPLY < <(compgen -W 'left right z+ z- x+ x-' -- "$current") && return ;;
     --name) mapfile -t COMPREPLY < <(compgen -W 'frames file' -- "$current") && return ;;
     --units) mapfile -t COMPREPLY < <(compgen -W 'mm cm m inch ft' -- "$current") && return ;;
+    --watch | --out)
+        compopt -o filenames 2>/dev/null
+        mapfile -t COMPREPLY < <(compgen -d -- "$current") && return
+        ;;
     esac
     if [ -z "$command" ]; then
-        mapfile -t COMPREPLY < <(compgen -W 'compute batch info copy --help --version' -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W 'compute batch report info copy --help --version' -- "$current")
         return
     fi
     if [[ $current == -* ]]; then

@@ -7,6 +7,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import zipfile
 import xml.etree.ElementTree as ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
@@ -53,6 +54,12 @@ class Bundle(unittest.TestCase):
                                check=True, capture_output=True)
             bundle = folder / "QZEncircleLine.bundle"
             package = ElementTree.parse(bundle / "PackageContents.xml").getroot()
+            version = package.get("AppVersion")
+            self.assertRegex(version, r"^\d+\.\d+\.\d+$")
+            with zipfile.ZipFile(folder / f"QZEncircleLine-{version}-bundle.zip") as packed:
+                self.assertEqual({"QZEncircleLine.bundle/Contents/",
+                                  "QZEncircleLine.bundle/Contents/QZEncircleLine.arx",
+                                  "QZEncircleLine.bundle/PackageContents.xml"}, set(packed.namelist()))
             entry = package.find("Components/ComponentEntry")
             self.assertEqual(b"MZ module", (bundle / entry.get("ModuleName")).read_bytes())
             self.assertEqual(["Win64"], [r.get("OS") for r in
@@ -67,13 +74,39 @@ class Bundle(unittest.TestCase):
             self.assertEqual(1, missing.returncode)
             self.assertIn("build it first", missing.stderr)
 
+    def test_cpack_makes_the_same_zip(self):
+        """Of a build whose module is put there by hand, for there is no compiler for it here."""
+        with tempfile.TemporaryDirectory() as name:
+            folder = pathlib.Path(name)
+            (folder / "sdk/inc").mkdir(parents=True)
+            (folder / "sdk/inc/arxHeaders.h").touch()
+            (folder / "sdk/lib-x64").mkdir()
+            (folder / "sdk/lib-x64/one.lib").touch()
+            status, text = configure(folder, f"-DARX_SDK={folder}/sdk", "-DARX_LIBRARIES=one",
+                                     "-DCMAKE_SKIP_INSTALL_ALL_DEPENDENCY=ON")
+            self.assertEqual(0, status, text)
+            module = folder / "build/QZEncircleLine.arx"
+            module.write_bytes(b"MZ module")
+            done = subprocess.run(["cpack", "--config", "build/CPackConfig.cmake", "-B", "packages"],
+                                  cwd=folder, capture_output=True, text=True, check=False)
+            self.assertEqual(0, done.returncode, done.stdout + done.stderr)
+            subprocess.run([sys.executable, "-B", ROOT / "scripts/make-bundle", "--module", module,
+                            "--out", folder], check=True, capture_output=True)
+            contents = []
+            for packed in (*folder.glob("*.zip"), *folder.glob("packages/*.zip")):
+                with zipfile.ZipFile(packed) as archive:
+                    contents.append((packed.name, {i.filename: archive.read(i) for i in
+                                                   archive.infolist() if not i.is_dir()}))
+            self.assertEqual(2, len(contents))
+            self.assertEqual(contents[0], contents[1])
+
 
 class Version(unittest.TestCase):
     def test_is_told_alike_everywhere(self):
         def find(file, pattern):
             return re.findall(pattern, (ROOT / file).read_text(encoding="utf-8"), re.M)
         project, = find("CMakeLists.txt", r"^project\(.* VERSION ([\d.]+)")
-        self.assertEqual([project], find("scripts/make-bundle", r'^VERSION = "([\d.]+)"'))
+        self.assertEqual([project], find("CHANGELOG.md", r"^## ([\d.]+)$")[:1])
         resource = "plugin/entry/Version.rc"
         commas = project.replace(".", ",") + ",0"
         self.assertEqual([commas] * 2, find(resource, r"^(?:FILE|PRODUCT)VERSION +([\d,]+)$"))
