@@ -2,6 +2,7 @@
 #
 # The programs look for what they load beside themselves: they live in a folder of their own, and
 # links to them in bin.
+set(CMAKE_INSTALL_DOCDIR share/doc/qzenvelope CACHE PATH "Folder of the documents")
 include(GNUInstallDirs)
 set(QZ_HOME ${CMAKE_INSTALL_LIBDIR}/qzenvelope)
 
@@ -44,6 +45,9 @@ set(CPACK_PACKAGE_VERSION ${PROJECT_VERSION})
 set(CPACK_PACKAGE_VENDOR "QZEncircleLine")
 set(CPACK_PACKAGE_CONTACT "QZEncircleLine <maintainer@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "Envelopes and solids of rotating cutting tools from 2D drawings")
+set(CPACK_PACKAGE_DESCRIPTION "Computes the closed line around a rotating tool from its drawing (DXF, or
+DWG by a converter), and the solid of it as SAT, STEP and STL; many tools at
+once with a page and a table; and a desktop that runs the plug-in's dialogs.")
 set(CPACK_GENERATOR "DEB;TGZ")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)

@@ -1,6 +1,8 @@
 """The example tools: what is computed, what is written, and what is left alone."""
 
 import functools
+import json
+import re
 import shutil
 import subprocess
 import xml.etree.ElementTree as xml
@@ -28,6 +30,23 @@ def each_tool(test):
                 test(self, name, EXAMPLES / (name + ".dxf"), arguments)
 
     return run
+
+
+class Catalogue(ProgramTest):
+    def test_parts_and_figures_of_the_sheets(self):
+        """As the demo runs them."""
+        done = self.run_program("batch", EXAMPLES / "catalogue", "--split", "auto", "--tip", "right", "--zero",
+                                "shank", "--direction", "z+", "--profile", "--table", "t.json", "--json")
+        self.assertEqual(0, done.returncode, done.stderr)
+        self.assertEqual(0, json.loads(done.stdout)["with_warnings"])
+        table = {row["tool"]: row for row in json.loads((self.folder / "t.json").read_text())}
+        drawn = {"C-201": (114.184, 56.184), "C-202": (96, 26), "C-203": (92, 13.85), "C-204": (105, 38.5)}
+        self.assertEqual(set(drawn), set(table))
+        for name, (overall, cutting) in drawn.items():
+            self.assertAlmostEqual(overall, table[name]["oal"], places=3)
+            self.assertAlmostEqual(cutting, table[name]["lcf"], places=3)
+            profile = (self.folder / f"out/{name}-profile.dxf").read_text()
+            self.assertEqual(["CUT", "NOCUT"], sorted(set(re.findall(r"\bNOCUT\b|\bCUT\b", profile))))
 
 
 class Examples(ProgramTest):
@@ -138,8 +157,9 @@ class Examples(ProgramTest):
         if "No module named 'ezdxf'" in made.stderr:
             self.skipTest("python3-ezdxf is not installed")
         self.assertEqual(0, made.returncode, made.stderr)
-        for path in self.folder.iterdir():
-            self.assertEqual((EXAMPLES / path.name).read_bytes(), path.read_bytes(), path.name)
+        for path in (p for p in self.folder.rglob("*") if p.is_file()):
+            drawn = EXAMPLES / path.relative_to(self.folder)
+            self.assertEqual(drawn.read_bytes(), path.read_bytes(), path.name)
 
 
 if __name__ == "__main__":
