@@ -2,8 +2,8 @@
 #
 # The programs look for what they load beside themselves: they live in a folder of their own, and
 # links to them in bin.
-set(CMAKE_INSTALL_DOCDIR share/doc/qzenvelope CACHE PATH "Folder of the documents")
 include(GNUInstallDirs)
+set(CMAKE_INSTALL_DOCDIR ${CMAKE_INSTALL_DATAROOTDIR}/doc/qzenvelope)
 set(QZ_HOME ${CMAKE_INSTALL_LIBDIR}/qzenvelope)
 
 install(TARGETS qzenvelope qzhost RUNTIME DESTINATION ${QZ_HOME})
