@@ -64,6 +64,37 @@ void AddBulge(Parts& parts, const QPointF& from, const QPointF& to, double bulge
     parts.Arc(centre, out, QPointF(-out.y(), out.x()), 0.0, 4.0 * std::atan(bulge));
 }
 
+// Chords that the sides of a wide arc are drawn with.
+constexpr int kWideChords = 32;
+
+// A segment with a width, as a face: both sides of its middle line, which may be an arc.
+void AddWide(Parts& parts, const QPointF& from, const QPointF& to, double bulge, double startWidth,
+             double endWidth) {
+    const QPointF chord = to - from, left(-chord.y(), chord.x());
+    const double length = std::hypot(chord.x(), chord.y());
+    if (!(length > 0.0)) return;
+    std::vector<QPointF> sides[2];
+    const int chords = bulge == 0.0 ? 1 : kWideChords;
+    const QPointF centre =
+        bulge == 0.0 ? QPointF() : (from + to) / 2 + left * ((1.0 / bulge - bulge) / 4.0);
+    for (int i = 0; i <= chords; ++i) {
+        const double t = static_cast<double>(i) / chords;
+        const double half = (startWidth + (endWidth - startWidth) * t) / 2.0;
+        QPointF at = from + chord * t, across = left / length;
+        if (bulge != 0.0) {
+            const double turn = 4.0 * std::atan(bulge) * t;
+            const QPointF out = from - centre;
+            at = centre + out * std::cos(turn) + QPointF(-out.y(), out.x()) * std::sin(turn);
+            across = (at - centre) / std::hypot(out.x(), out.y());
+        }
+        sides[0].push_back(at + across * half);
+        sides[1].push_back(at - across * half);
+    }
+    parts.Begin(ScenePart::kFill);
+    for (const QPointF& point : sides[0]) parts.Point(point);
+    for (auto point = sides[1].rbegin(); point != sides[1].rend(); ++point) parts.Point(*point);
+}
+
 void AddPolyline(const AcDbPolyline& line, Parts& parts) {
     const unsigned count = line.numVerts();
     const unsigned segments = count < 2 ? 0 : line.isClosed() ? count : count - 1;
@@ -72,17 +103,20 @@ void AddPolyline(const AcDbPolyline& line, Parts& parts) {
     const double side = line.normal().z < 0.0 ? -1.0 : 1.0;
     for (unsigned i = 0; i < segments; ++i) {
         AcGePoint3d from, to;
-        double bulge = 0.0;
+        double bulge = 0.0, startWidth = 0.0, endWidth = 0.0;
         if (line.getPointAt(i, from) != Acad::eOk ||
             line.getPointAt((i + 1) % count, to) != Acad::eOk ||
-            line.getBulgeAt(i, bulge) != Acad::eOk)
+            line.getBulgeAt(i, bulge) != Acad::eOk ||
+            line.getWidthsAt(i, startWidth, endWidth) != Acad::eOk)
             return;
+        if (startWidth > 0.0 || endWidth > 0.0)
+            AddWide(parts, Flat(from), Flat(to), bulge * side, startWidth, endWidth);
         if (bulge != 0.0 && !from.isEqualTo(to)) {
             AddBulge(parts, Flat(from), Flat(to), bulge * side);
             isOnPath = false;
             continue;
         }
-        if (!isOnPath) parts.Path({Flat(from)});
+        if (!isOnPath || startWidth > 0.0 || endWidth > 0.0) parts.Path({Flat(from)});
         isOnPath = true;
         parts.Point(Flat(to));
     }

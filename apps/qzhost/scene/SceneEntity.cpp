@@ -47,6 +47,10 @@ public:
             AddParts(parts, style, depth + 1);
             if (const auto* const reference = AcDbBlockReference::cast(&entity))
                 AddAttributes(*reference, style);
+        } else if (const auto* const reference = AcDbBlockReference::cast(&entity);
+                   reference != nullptr && depth < kMaxDepth) {
+            AddSkewed(*reference, style, depth + 1);
+            AddAttributes(*reference, style);
         } else {
             AddCurves(entity, style);
         }
@@ -91,6 +95,72 @@ private:
             if (part->visibility() == AcDb::kVisible && m_styles.LayerOf(part->layerId()).isShown)
                 Add(*part, &style, depth);
         }
+    }
+
+    // Where scales differ, arcs of the block are no arcs any more: its shapes are made as they lie
+    // in the block, and moved from there.
+    void AddSkewed(const AcDbBlockReference& reference, const Style& style, int depth) {
+        const AcDbObjectPointer<AcDbBlockTableRecord> block(reference.blockTableRecord(),
+                                                            AcDb::kForRead);
+        AcDbBlockTableRecordIterator* entities = nullptr;
+        if (block.openStatus() != Acad::eOk || block->newIterator(entities) != Acad::eOk) return;
+        const std::unique_ptr<AcDbBlockTableRecordIterator> owned(entities);
+        std::vector<AcDbObjectId> ids;
+        for (; !entities->done(); entities->step()) {
+            AcDbObjectId id;
+            if (entities->getEntityId(id) == Acad::eOk) ids.push_back(id);
+        }
+        for (const AcGeMatrix3d& cell : CellsOf(reference)) {
+            const Marks from{m_chunk.parts.size(), m_chunk.labels.size()};
+            for (const AcDbObjectId id : ids) {
+                const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
+                if (entity.openStatus() == Acad::eOk &&
+                    !entity->isKindOf(AcDbAttributeDefinition::desc()) &&
+                    entity->visibility() == AcDb::kVisible &&
+                    m_styles.LayerOf(entity->layerId()).isShown)
+                    Add(*entity.object(), &style, depth);
+            }
+            Move(from, cell);
+        }
+    }
+
+    static std::vector<AcGeMatrix3d> CellsOf(const AcDbBlockReference& reference) {
+        const AcGeMatrix3d first = reference.blockTransform();
+        const auto* const array = AcDbMInsertBlock::cast(&reference);
+        if (array == nullptr) return {first};
+        const AcGeMatrix3d axes =
+            AcGeMatrix3d::planeToWorld(reference.normal()) *
+            AcGeMatrix3d::rotation(reference.rotation(), AcGeVector3d::kZAxis);
+        std::vector<AcGeMatrix3d> cells;
+        // Zero counts, which some writers leave, mean one.
+        for (int row = 0; row < (std::max)(1, static_cast<int>(array->rows())); ++row)
+            for (int column = 0; column < (std::max)(1, static_cast<int>(array->columns()));
+                 ++column) {
+                const AcGeVector3d step(column * array->columnSpacing(), row * array->rowSpacing(),
+                                        0);
+                cells.push_back(AcGeMatrix3d::translation(axes * step) * first);
+            }
+        return cells;
+    }
+
+    struct Marks {
+        size_t parts, labels;
+    };
+    void Move(const Marks& from, const AcGeMatrix3d& m) {
+        const QTransform to(m(0, 0), m(1, 0), m(0, 1), m(1, 1), m(0, 3), m(1, 3));
+        const QPointF origin = to.map(QPointF(0, 0));
+        for (size_t i = from.parts; i < m_chunk.parts.size(); ++i) {
+            const ScenePart& part = m_chunk.parts[i];
+            QPointF* const p = m_chunk.points.data() + part.first;
+            if (part.kind != ScenePart::kArc) {
+                for (unsigned k = 0; k < part.count; ++k) p[k] = to.map(p[k]);
+                continue;
+            }
+            p[0] = to.map(p[0]);
+            for (const int axis : {1, 2}) p[axis] = to.map(p[axis]) - origin;
+        }
+        for (size_t i = from.labels; i < m_chunk.labels.size(); ++i)
+            m_chunk.labels[i].place = m_chunk.labels[i].place * to;
     }
 
     void AddAttributes(const AcDbBlockReference& reference, const Style& style) {

@@ -4,14 +4,14 @@
 #include <cmath>
 
 #include "apps/qzhost/scene/Dashes.h"
+#include "apps/qzhost/scene/SceneText.h"
 
 namespace app {
 namespace {
 
-constexpr double kSmallestLabel = 3.0;    // pixels; smaller letters are not drawn
-constexpr double kCapitalsOfFont = 0.72;  // height of capitals by height of the font
-constexpr double kDot = 1.0;              // pixels; what is smaller is a dot
-constexpr double kChordError = 0.2;       // pixels that a chord may leave its arc
+constexpr double kSmallestLabel = 3.0;  // pixels; smaller letters are not drawn
+constexpr double kDot = 1.0;            // pixels; what is smaller is a dot
+constexpr double kChordError = 0.2;     // pixels that a chord may leave its arc
 constexpr int kMostChords = 4096;
 constexpr qsizetype kBatch = 4096;  // lines drawn with one call
 
@@ -156,10 +156,8 @@ private:
         m_batch.Forget();
         m_painter.save();
         // Letters are set at a fixed size and scaled, with y upwards again.
-        constexpr double kSize = 100.0;
-        QFont font = m_painter.font();
-        font.setPixelSize(static_cast<int>(kSize));
-        const double factor = label.height / (kSize * kCapitalsOfFont);
+        const QFont font = LabelFont();
+        const double factor = label.height * UnitsOfLabelFont();
         const QPointF origin = m_view.ToPixel(QPointF(0, 0));
         m_painter.setTransform(
             QTransform(m_view.scale, 0, 0, -m_view.scale, origin.x(), origin.y()), true);
