@@ -14,7 +14,7 @@
 void progressStart() {}
 void progressStep(int, int, double) {}
 void progressEnd() {}
-CString AskSatPath(const CString&) { return CString(); }
+CString AskSatPath(const CString&, CWnd*) { return CString(); }
 
 namespace {
 

@@ -75,8 +75,13 @@ TEST(PlaneMeeting, Pairs) {
         for (const bool isTurned : {false, true}) {
             const Curve a = isTurned ? pair[1].Reversed() : pair[0];
             const Curve b = isTurned ? pair[0].Reversed() : pair[1];
-            std::vector<Point> points;
+            // What was found before stays, wherever it lies.
+            const Point former{-7e3, 5e3};
+            std::vector<Point> points{former};
             plane::AppendMeetings(a, b, c.tol, points);
+            ASSERT_FALSE(points.empty());
+            EXPECT_EQ(former, points.front());
+            points.erase(points.begin());
             EXPECT_EQ(c.meetings, Joined(points, c.tol));
             EXPECT_EQ(!points.empty(), plane::Meeting(a, b, c.tol).has_value());
         }
