@@ -1,17 +1,13 @@
 #include "plane/box_index.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
+#include "plane/key_sort.h"
+
 namespace plane {
 namespace {
-
-struct Keyed {
-    std::uint64_t key;
-    int item;
-};
 
 // Spreads the bits of a number apart, a 0 before each.
 std::uint64_t SpreadBits(std::uint32_t value) {
@@ -32,37 +28,6 @@ std::uint32_t ToGrid(double value, double least, double size) {
 
 Point MiddleOf(const Box& box) {
     return {box.low.x / 2 + box.high.x / 2, box.low.y / 2 + box.high.y / 2};
-}
-
-// Sorts by key, least digit first; digits that are the same everywhere cost only the counting.
-void SortByKey(std::vector<Keyed>& keyed) {
-    // So few are compared sooner than the counters are cleared.
-    constexpr std::size_t kFew = 500;
-    if (keyed.size() < kFew) {
-        std::stable_sort(keyed.begin(), keyed.end(),
-                         [](const Keyed& a, const Keyed& b) { return a.key < b.key; });
-        return;
-    }
-    constexpr int kDigitBits = 11;
-    constexpr std::uint64_t kDigitMask = (1U << kDigitBits) - 1;
-    std::vector<Keyed> other(keyed.size());
-    for (int shift = 0; shift < 64; shift += kDigitBits) {
-        std::array<std::size_t, kDigitMask + 1> ends = {};
-        for (const Keyed& entry : keyed) {
-            ++ends[entry.key >> shift & kDigitMask];
-        }
-        if (ends[keyed.front().key >> shift & kDigitMask] == keyed.size()) {
-            continue;
-        }
-        std::size_t sum = 0;
-        for (std::size_t& end : ends) {
-            sum += std::exchange(end, sum);
-        }
-        for (const Keyed& entry : keyed) {
-            other[ends[entry.key >> shift & kDigitMask]++] = entry;
-        }
-        keyed.swap(other);
-    }
 }
 
 // Orders the items along the curve through their boxes' middles.

@@ -9,6 +9,7 @@
 #include "EncircleTrace.h"
 #include "PointCells.h"
 #include "SideOrder.h"
+#include "plane/key_sort.h"
 
 namespace {
 
@@ -17,30 +18,24 @@ using Lines = std::vector<CLineInfo>;
 // Rises along a side: x to the right, or y downwards.
 double GetKey(const AcGePoint3d& pt, bool bByX) { return bByX ? pt.x : -pt.y; }
 
-// Where a line goes; equal keys stand in the order of their numbers.
-struct SSortPlace {
-    double m_dKey;
-    size_t m_nLine;
-    bool operator<(const SSortPlace& other) const {
-        return m_dKey != other.m_dKey ? m_dKey < other.m_dKey : m_nLine < other.m_nLine;
-    }
-};
-
-// Lines are large; their places are sorted, then each line moves once.
+// Lines are large; their places are sorted, then each line moves once. Equal keys keep
+// their order.
 void Sort(Lines& lines, bool bByX) {
-    std::vector<SSortPlace> places;
+    std::vector<plane::Keyed> places;
     places.reserve(lines.size());
     for (size_t i = 0; i < lines.size(); ++i) {
-        places.push_back({GetKey(lines[i].m_startPt, bByX), i});
+        places.push_back({plane::RisingKey(GetKey(lines[i].m_startPt, bByX)), static_cast<int>(i)});
     }
-    if (std::is_sorted(places.begin(), places.end())) {
+    if (std::is_sorted(
+            places.begin(), places.end(),
+            [](const plane::Keyed& a, const plane::Keyed& b) { return a.key < b.key; })) {
         return;
     }
-    std::sort(places.begin(), places.end());
+    plane::SortByKey(places);
     Lines sorted;
     sorted.reserve(lines.size());
-    for (const SSortPlace& place : places) {
-        sorted.push_back(std::move(lines[place.m_nLine]));
+    for (const plane::Keyed& place : places) {
+        sorted.push_back(std::move(lines[static_cast<size_t>(place.item)]));
     }
     lines = std::move(sorted);
 }
@@ -69,6 +64,27 @@ void Insert(Lines& lines, std::vector<SBridge>& bridges, bool bByX) {
             line > 0 && (key > last.m_dKey || (key == last.m_dKey && line - 1 >= last.m_nNext));
         lines[--to] = bLine ? std::move(lines[--line]) : std::move(bridges[--bridge].m_line);
     }
+}
+
+// Files the points that an end of the lines may equal. To a long outline a short chain is added
+// without filing all of the outline.
+CPointCells FileKnown(const Lines& lines, const AcGePoint3dArray& pts, double dTol) {
+    constexpr size_t kMuchLonger = 8;
+    const bool bAll = static_cast<size_t>(pts.length()) <= kMuchLonger * lines.size();
+    CPointCells ends(dTol);
+    for (const CLineInfo& line : lines) {
+        if (!bAll) {
+            ends.Add(line.m_startPt);
+            ends.Add(line.m_endPt);
+        }
+    }
+    CPointCells known(dTol);
+    for (int i = 0; i < pts.length(); ++i) {
+        if (bAll || ends.FindFirst(pts[i]) >= 0) {
+            known.Add(pts[i]);
+        }
+    }
+    return known;
 }
 
 }  // namespace
@@ -102,10 +118,7 @@ void CEncircleLine::ConnectBreakLine(E_RemoveLine_Dir dir, std::vector<CLineInfo
 
 void CEncircleLine::GetLineInfoPt(const std::vector<CLineInfo>& lines, bool bForward, bool,
                                   AcGePoint3dArray& pts) {
-    CPointCells known(m_calInfo.m_tolPoint.equalPoint());
-    for (int i = 0; i < pts.length(); ++i) {
-        known.Add(pts[i]);
-    }
+    CPointCells known = FileKnown(lines, pts, m_calInfo.m_tolPoint.equalPoint());
     const auto offer = [&](const AcGePoint3d& pt) {
         if (known.FindFirst(pt) < 0) {
             known.Add(pt);

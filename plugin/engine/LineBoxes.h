@@ -1,3 +1,4 @@
+// Boxes of segments, as indexes want them; padding is left to the pass, which knows its tolerance.
 #pragma once
 
 #include <vector>

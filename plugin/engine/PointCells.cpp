@@ -12,6 +12,12 @@ namespace {
 constexpr double kCellTols = 8.0;
 // Equals lie within 1/8 of a cell; the rest is room for the rounding of the quotient.
 constexpr double kBorder = 0.2;
+// Points farther apart along an axis are no equals, whatever the rounding of their distance.
+constexpr double kReachFactor = 1.001;
+constexpr double kLeastReach = 1e-150;
+// So many cells in a row, as a power of two, lie in a row in the table, too.
+constexpr int kGroupBits = 3;
+constexpr std::uint64_t kGroupMask = (1U << kGroupBits) - 1;
 // Below this many drawing units cells gain nothing, and a tolerance of 0 gives a size too.
 constexpr double kMinCellSize = 1e-9;
 // From here on the quotient's fraction is rounded away, and the cells on both sides are looked at.
@@ -21,7 +27,9 @@ constexpr double kMaxQuotient = 9e18;
 
 }  // namespace
 
-CPointCells::CPointCells(double dTol) : m_dCellSize((std::max)(kCellTols * dTol, kMinCellSize)) {
+CPointCells::CPointCells(double dTol)
+    : m_dCellSize((std::max)(kCellTols * dTol, kMinCellSize)),
+      m_dReach(dTol * kReachFactor + kLeastReach) {
     m_tol.setEqualPoint(dTol);
 }
 
@@ -44,10 +52,13 @@ CPointCells::SCell CPointCells::GetCell(double dCoordinate) const {
 }
 
 size_t CPointCells::GetBucket(std::int64_t nX, std::int64_t nY) const {
-    // Odd multipliers spread neighbouring cells over the table (Knuth's multiplicative hashing).
-    const std::uint64_t mixed = static_cast<std::uint64_t>(nX) * 0x9E3779B97F4A7C15U +
+    // Odd multipliers spread the groups over the table (Knuth's multiplicative hashing); the cells
+    // of a group lie side by side, since the next question is mostly about a place close by.
+    const std::uint64_t mixed = static_cast<std::uint64_t>(nX >> kGroupBits) * 0x9E3779B97F4A7C15U +
                                 static_cast<std::uint64_t>(nY) * 0xC2B2AE3D27D4EB4FU;
-    return static_cast<size_t>((mixed ^ (mixed >> 29)) * 0xBF58476D1CE4E5B9U >> 20) &
+    const std::uint64_t group = (mixed ^ (mixed >> 29)) * 0xBF58476D1CE4E5B9U >> 20;
+    return static_cast<size_t>(group << kGroupBits |
+                               (static_cast<std::uint64_t>(nX) & kGroupMask)) &
            (m_heads.size() - 1);
 }
 

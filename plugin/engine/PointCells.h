@@ -1,6 +1,7 @@
 // Finding points that were filed before and equal a new one within a tolerance.
 #pragma once
 
+#include <cmath>
 #include <cstdint>
 #include <vector>
 
@@ -15,11 +16,13 @@
 // only make it slow.
 class CPointCells {
 public:
+    // Within that distance points are equal, in drawing units; the distance itself counts.
     explicit CPointCells(double dTol);
 
     // Forgets all points and keeps the storage.
     void Clear();
-    // Files the point; its index is the number of points filed before.
+    // Files the point, whether or not an equal one is there; its index is the number of points
+    // filed before.
     void Add(const AcGePoint3d& pt);
     // The lowest index of a point equal to pt, or -1.
     int FindFirst(const AcGePoint3d& pt) const;
@@ -47,6 +50,7 @@ private:
 
     AcGeTol m_tol;
     double m_dCellSize;                 // a few tolerances
+    double m_dReach;                    // equals are no farther apart in x
     std::vector<AcGePoint3d> m_points;  // in the order of filing
     std::vector<int> m_heads;  // first point of each bucket, or -1; empty while points are walked
     std::vector<int> m_next;   // the next point of the same bucket
@@ -57,7 +61,7 @@ void CPointCells::VisitBucket(std::int64_t nX, std::int64_t nY, const AcGePoint3
                               Use& use) const {
     // Cells that share a bucket by chance only cost the comparison.
     for (int i = m_heads[GetBucket(nX, nY)]; i >= 0; i = m_next[i]) {
-        if (m_points[i].isEqualTo(pt, m_tol)) {
+        if (std::fabs(m_points[i].x - pt.x) <= m_dReach && m_points[i].isEqualTo(pt, m_tol)) {
             use(i);
         }
     }
