@@ -10,6 +10,7 @@ from x_display import DesktopCase, main
 import dxf_tags
 
 DRAWING = (500, 300)  # a place of the screen inside the drawing
+A_LAYER = (980, 178)  # its name in the panel
 SELECT_TOOL, EXPORT = (0.23, 0.94), (0.74, 0.94)  # of the dialog
 
 
@@ -51,6 +52,8 @@ class Session(DesktopCase):
         desktop.say("u", "MIRROR undone.")
         desktop.say("redo", "MIRROR redone.")
         desktop.say("dist", "Specify first point")
+        # A click into a panel leaves the keys to the prompt.
+        desktop.click(*A_LAYER)
         desktop.say("20,25", "Specify second point")
         desktop.say("20,55", "Distance = 30,")
         desktop.keys("F8")

@@ -126,6 +126,7 @@ void Desktop::ConnectInput() {
     m_properties->onChange = [this](const std::wstring& name, const std::wstring& value) {
         Run(L"_.PROPERTIES\n" + name + L"\n" + value + L"\n\n");
         m_input.ShowPickFirst();
+        m_line->Edit().setFocus();
     };
     m_view->onChange = [this] {
         m_reviews->DrawingChanged();

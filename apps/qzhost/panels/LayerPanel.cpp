@@ -45,6 +45,12 @@ LayerPanel::LayerPanel(QWidget* parent)
     layout->addWidget(m_list, 1);
     m_filter->setPlaceholderText(Tr("Filter by name"));
     m_filter->setClearButtonEnabled(true);
+    // A click leaves the keys to the command line.
+    m_list->setFocusPolicy(Qt::TabFocus);
+    // Boxes are drawn in a shade of this; that of a dark window would not be seen on a dark list.
+    QPalette palette;
+    palette.setColor(QPalette::Window, QColor(0x90, 0x98, 0xA4));
+    m_list->setPalette(palette);
     m_list->setColumnCount(kColumns);
     m_list->setHeaderLabels({Tr("Name"), Tr("On"), Tr("Frozen"), Tr("Locked"), Tr("Color"),
                              Tr("Linetype"), Tr("Lineweight")});

@@ -16,6 +16,8 @@ FindingPanel::FindingPanel(QWidget* parent)
     m_head->setWordWrap(true);
     layout->addWidget(m_head);
     layout->addWidget(m_list, 1);
+    // A click leaves the keys to the command line.
+    m_list->setFocusPolicy(Qt::TabFocus);
     m_list->setHeaderLabels({Tr("Kind"), Tr("What")});
     m_list->setRootIsDecorated(false);
     m_list->setAllColumnsShowFocus(true);

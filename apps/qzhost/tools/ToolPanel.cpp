@@ -51,6 +51,8 @@ ToolPanel::ToolPanel(QWidget* parent) : QWidget(parent), m_list(new QTreeWidget(
     layout->setSpacing(0);
     layout->addWidget(bar);
     layout->addWidget(m_list, 1);
+    // A click leaves the keys to the command line.
+    m_list->setFocusPolicy(Qt::TabFocus);
     m_list->setColumnCount(kColumns);
     m_list->setHeaderLabels({Tr("Tool"), Tr("Task"), Tr("Status"), Tr("Verdict"), Tr("Files")});
     m_list->setRootIsDecorated(false);
