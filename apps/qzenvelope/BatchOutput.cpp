@@ -9,8 +9,11 @@
 #include "product/report/Page.h"
 #include "product/report/Summary.h"
 #include "product/report/Table.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 ExitStatus StatusOf(const BatchResult& result) {
     ExitStatus status = result.FailedTools() > 0 ? kNoResult : kDone;
@@ -42,8 +45,8 @@ void WriteSum(const std::string& path, const std::string& text, const char* what
               const char* option, std::string& trouble) {
     host::FileError error;
     if (!host::WriteFileAtomically(path, {std::string_view(text)}, error) && trouble.empty())
-        trouble = path + ": the " + what + " cannot be written: " + error.reason +
-                  "; choose another place with " + option;
+        trouble = path + Tr(": the ") + what + Tr(" cannot be written: ") + error.reason +
+                  Tr("; choose another place with ") + option;
 }
 
 }  // namespace
@@ -52,10 +55,10 @@ ExitStatus RunBatch(const BatchOptions& options) {
     BatchResult result = ComputeBatch(options);
     std::string trouble;
     if (!options.report.empty())
-        WriteSum(options.report, PageText(result), "report", "--report", trouble);
+        WriteSum(options.report, PageText(result), Tr("report"), "--report", trouble);
     if (!trouble.empty()) result.page.clear();
     if (!options.table.empty())
-        WriteSum(options.table, TableText(result, options.table), "table", "--table", trouble);
+        WriteSum(options.table, TableText(result, options.table), Tr("table"), "--table", trouble);
     // The results first: page and table can be made again, the work need not be.
     Print(options.json ? BatchJson(result) : BatchSummary(result));
     if (!trouble.empty()) throw Failure(Fault::Output, trouble);

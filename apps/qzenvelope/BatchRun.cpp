@@ -27,8 +27,11 @@
 #include "host/sys/process_end.h"
 #include "product/base/Drawing.h"
 #include "product/tool/DrawingRun.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 namespace fs = std::filesystem;
@@ -38,7 +41,7 @@ std::vector<NamedTool> ReadTable(const std::string& path) {
     host::FileBytes bytes;
     host::FileError error;
     if (!host::ReadWholeFile(path, bytes, error))
-        throw Failure(Fault::Input, path + ": the tools file cannot be read: " + error.reason);
+        throw Failure(Fault::Input, path + Tr(": the tools file cannot be read: ") + error.reason);
     return ReadToolTable(std::string(bytes.View()), path);
 }
 
@@ -46,9 +49,9 @@ void MakeFolder(const fs::path& folder, const char* option) {
     std::error_code error;
     fs::create_directories(folder, error);
     if (!fs::is_directory(folder))
-        throw Failure(Fault::Request, folder.string() + ": the folder cannot be made" +
+        throw Failure(Fault::Request, folder.string() + Tr(": the folder cannot be made") +
                                           (error ? ": " + error.message() : "") +
-                                          "; choose another place with " + option);
+                                          Tr("; choose another place with ") + option);
 }
 
 // A refusal inside a worker that does not name its drawing by itself.
@@ -77,9 +80,10 @@ public:
                     m_options.shard));
         MakeFolder(m_options.request.out, "--out");
         if (!m_lock.Take(m_options.request.out))
-            throw Failure(Fault::Request, m_options.request.out +
-                                              ": another batch is writing into this folder; wait "
-                                              "for it, or choose another with --out");
+            throw Failure(
+                Fault::Request,
+                m_options.request.out + Tr(": another batch is writing into this folder; wait "
+                                           "for it, or choose another with --out"));
         for (const auto& [file, option] :
              {std::pair(&m_options.report, "--report"), std::pair(&m_options.table, "--table"),
               std::pair(&m_options.jsonLines, "--json-lines")})
@@ -99,7 +103,7 @@ public:
         ResultLines lines(m_options.jsonLines, {VersionText(), m_options.shard.number,
                                                 m_options.shard.count, m_jobs.size()});
         m_lines = &lines;
-        for (const std::string& warning : m_result.warnings) Complain("warning: " + warning);
+        for (const std::string& warning : m_result.warnings) Complain(Tr("warning: ") + warning);
         TellWhatIsDone();
         WorkThrough();
         manifest.Finish();
@@ -115,7 +119,7 @@ private:
         for (const std::string& input : inputs) {
             const host::FileIdentity file = host::IdentityOf(input);
             if (file.kind == host::FileIdentity::kFile && !seen.insert(file).second) {
-                m_result.warnings.push_back(input + " is named twice; it is done once");
+                m_result.warnings.push_back(input + Tr(" is named twice; it is done once"));
                 continue;
             }
             DrawingRequest job;
@@ -143,14 +147,14 @@ private:
         }
         CheckFiles();
         for (const size_t i : renamed)
-            m_result.warnings.push_back("another drawing is named like " + m_jobs[i].input +
-                                        "; it becomes " + m_jobs[i].output);
+            m_result.warnings.push_back(Tr("another drawing is named like ") + m_jobs[i].input +
+                                        Tr("; it becomes ") + m_jobs[i].output);
     }
 
     // Once before anything is done, and again when the tools' names are known, before anything is
     // written.
     void CheckFiles() const {
-        const char* const folder = "choose another folder with --out";
+        const char* const folder = Tr("choose another folder with --out");
         FileRoles files;
         files.Input(m_options.tools);
         for (const DrawingRequest& job : m_jobs) files.Input(job.input);
@@ -172,11 +176,11 @@ private:
             }
         }
         files.Output(m_options.report, "--report " + m_options.report,
-                     "choose another place with --report");
+                     Tr("choose another place with --report"));
         files.Output(m_options.table, "--table " + m_options.table,
-                     "choose another place with --table");
+                     Tr("choose another place with --table"));
         files.Output(m_options.jsonLines, "--json-lines " + m_options.jsonLines,
-                     "choose another place with --json-lines");
+                     Tr("choose another place with --json-lines"));
         const std::string manifest = (fs::path(m_options.request.out) / kManifestName).string();
         files.Output(manifest, manifest, folder);
     }
@@ -242,7 +246,7 @@ private:
         WorkerPool pool;
         pool.work = [&](size_t k, const Send& send) {
             const size_t i = jobs[k];
-            host::LimitTime(m_options.timeLimit, "reading");
+            host::LimitTime(m_options.timeLimit, Tr("reading"));
             const Drawing drawing(m_jobs[i].input);
             send(NamesToText({}));
             NameIn(m_jobs[i].input, [&] {
@@ -277,8 +281,8 @@ private:
         std::vector<size_t> renamed;
         const std::vector<std::string> files = NumberedNames(names, renamed);
         for (const size_t i : renamed)
-            m_result.warnings.push_back("there is more than one tool " + names[i] +
-                                        "; the files of one are named " + files[i]);
+            m_result.warnings.push_back(Tr("there is more than one tool ") + names[i] +
+                                        Tr("; the files of one are named ") + files[i]);
         size_t next = 0;
         for (DrawingRequest& job : m_jobs)
             for (std::string& file : job.files) file = files[next++];
@@ -352,12 +356,14 @@ private:
             // It ended at a tool that was not among the skipped: the others still can be done.
             const size_t tool = current[job];
             const std::string why =
-                end.isLimit ? "the tool " + end.how + "; raise the limit or simplify the tool"
-                            : "the program crashed on this tool; please report it with the drawing";
+                end.isLimit
+                    ? Tr("the tool ") + end.how + Tr("; raise the limit or simplify the tool")
+                    : Tr("the program crashed on this tool; please report it with the drawing");
             if (!end.isRefusal && tool < m_jobs[job].files.size() &&
                 m_jobs[job].skipped.emplace(tool, why).second) {
-                progress.Say(m_result.drawings[job].input + ": tool " + m_jobs[job].files[tool] +
-                             ": the worker " + end.how + "; the drawing is done again without it");
+                progress.Say(m_result.drawings[job].input + Tr(": tool ") +
+                             m_jobs[job].files[tool] + Tr(": the worker ") + end.how +
+                             Tr("; the drawing is done again without it"));
                 return true;
             }
             Fail(job, end, false);

@@ -1,8 +1,11 @@
 #include "apps/qzenvelope/FileRoles.h"
 
 #include "product/base/Failure.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 using product::Failure;
 using product::Fault;
@@ -20,12 +23,14 @@ void FileRoles::Output(const std::string& path, const std::string& as, const std
     if (input != m_inputs.end() && !mayBeInput) {
         const bool isSameName = input->second == path;
         throw Failure(Fault::Request,
-                      as + (isSameName ? " is an input" : " is the input " + input->second) +
-                          " and would be replaced; " + remedy);
+                      as +
+                          (isSameName ? Tr(" is an input") : Tr(" is the input ") + input->second) +
+                          Tr(" and would be replaced; ") + remedy);
     }
     const auto [other, isNew] = m_outputs.emplace(file, as);
     if (!isNew)
-        throw Failure(Fault::Request, other->second + " and " + as + " are one file; " + remedy);
+        throw Failure(Fault::Request,
+                      other->second + Tr(" and ") + as + Tr(" are one file; ") + remedy);
 }
 
 void CheckFiles(const product::ToolRequest& request) {
@@ -33,16 +38,16 @@ void CheckFiles(const product::ToolRequest& request) {
     files.Input(request.input);
     const product::SolidFiles& solid = request.solid;
     // The drawing alone may replace the one that was read.
-    files.Output(request.output, "-o " + request.output, "choose another place", true);
+    files.Output(request.output, "-o " + request.output, Tr("choose another place"), true);
     const std::pair<const char*, std::string> outputs[] = {{"--svg ", request.svg},
                                                            {"--sat ", solid.sat},
                                                            {"--step ", solid.step},
                                                            {"--png ", solid.png},
                                                            {"--profile ", request.profile}};
     for (const auto& [option, path] : outputs)
-        files.Output(path, option + path, "choose another place");
+        files.Output(path, option + path, Tr("choose another place"));
     for (const std::string& path : StlFiles(solid.stl, request.parts))
-        files.Output(path, "--stl " + path, "choose another place");
+        files.Output(path, "--stl " + path, Tr("choose another place"));
 }
 
 std::vector<std::string> StlFiles(const std::string& path, const product::PartRequest& parts) {

@@ -11,8 +11,11 @@
 #include "host/dwg/drawing_file.h"
 #include "host/sys/file_identity.h"
 #include "host/sys/file_io.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 namespace fs = std::filesystem;
@@ -51,7 +54,7 @@ private:
             entries.push_back(entry.path());
         if (error)
             throw Failure(Fault::Input,
-                          folder.string() + ": the folder cannot be read: " + error.message());
+                          folder.string() + Tr(": the folder cannot be read: ") + error.message());
         std::sort(entries.begin(), entries.end());
         for (const fs::path& entry : entries) {
             if (IsHidden(entry)) continue;
@@ -108,7 +111,8 @@ std::vector<std::string> ExpandInputs(const std::vector<std::string>& words, boo
             word.find_first_of("*?[") != std::string::npos && !fs::exists(word, error);
         if (isPattern) {
             found = Matches(word);
-            if (found.empty()) throw Failure(Fault::Input, word + ": no file matches the pattern");
+            if (found.empty())
+                throw Failure(Fault::Input, word + Tr(": no file matches the pattern"));
         }
         for (const std::string& path : found) {
             if (!fs::is_directory(path, error)) {
@@ -117,10 +121,11 @@ std::vector<std::string> ExpandInputs(const std::vector<std::string>& words, boo
             }
             const std::vector<std::string> inside = folders.Read(path);
             if (inside.empty() && !isPattern)
-                throw Failure(Fault::Input, path + ": the folder holds no drawing (.dxf, .dwg)" +
+                throw Failure(Fault::Input, path +
+                                                Tr(": the folder holds no drawing (.dxf, .dwg)") +
                                                 (recursive ? ""
-                                                           : "; --recursive looks into its "
-                                                             "folders too"));
+                                                           : Tr("; --recursive looks into its "
+                                                                "folders too")));
             files.insert(files.end(), inside.begin(), inside.end());
         }
     }

@@ -7,8 +7,11 @@
 #include "apps/qzenvelope/WorkerPool.h"
 #include "host/sys/process_end.h"
 #include "product/tool/DrawingRun.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 // Sends on to the parent what a drawing's run tells.
 class Sender : public product::ToolListener {
@@ -21,7 +24,7 @@ public:
         JobMessage message;
         message.tool = tool;
         m_send(ToText(message, false));
-        host::LimitTime(m_timeLimit, "the tool");
+        host::LimitTime(m_timeLimit, Tr("the tool"));
     }
     void OnToolEnds(size_t tool, product::ToolResult&& result) override {
         host::LimitTime(0, "");

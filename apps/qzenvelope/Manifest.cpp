@@ -6,8 +6,11 @@
 
 #include "apps/qzenvelope/GrowingFile.h"
 #include "product/base/Failure.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 namespace fs = std::filesystem;
 using product::DrawingResult;
@@ -70,10 +73,10 @@ std::string Manifest::LineOf(const std::string& input) const {
     std::string line(entry.size, '\0');
     std::ifstream file(m_path, std::ios::binary);
     if (!file.seekg(entry.at) || !file.read(line.data(), static_cast<std::streamsize>(line.size())))
-        throw product::Failure(product::Fault::Output,
-                               m_path +
-                                   ": what an earlier batch did cannot be read again; start "
-                                   "once more, with --force if that does not help");
+        throw product::Failure(
+            product::Fault::Output,
+            m_path + Tr(": what an earlier batch did cannot be read again; start "
+                        "once more, with --force if that does not help"));
     return line + "\n";
 }
 

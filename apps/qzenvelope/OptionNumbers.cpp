@@ -7,8 +7,11 @@
 #include <limits>
 
 #include "product/base/Text.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 std::string Quoted(const std::string& text) { return "'" + text + "'"; }
 
@@ -25,20 +28,20 @@ std::vector<double> ReadNumbers(const std::string& option, const std::string& te
         if (at != end && *at == '+') ++at;
         double number = 0;
         const auto [next, error] = std::from_chars(at, end, number);
-        if (error == std::errc::result_out_of_range) throw refuse("is out of range");
-        if (error != std::errc()) throw refuse("is not a number");
-        if (!std::isfinite(number)) throw refuse("is not a finite number");
+        if (error == std::errc::result_out_of_range) throw refuse(Tr("is out of range"));
+        if (error != std::errc()) throw refuse(Tr("is not a number"));
+        if (!std::isfinite(number)) throw refuse(Tr("is not a finite number"));
         numbers.push_back(number);
         at = next;
         while (at != end && *at == ' ') ++at;
         if (at == end) break;
-        if (*at != ',') throw refuse("has something that is no number in it");
+        if (*at != ',') throw refuse(Tr("has something that is no number in it"));
         ++at;
     }
     if (numbers.size() != count)
-        throw refuse("has " + std::to_string(numbers.size()) + " number" +
-                     (numbers.size() == 1 ? "" : "s") + " where " + std::to_string(count) +
-                     (count == 1 ? " is" : " are") + " needed");
+        throw refuse(Tr("has ") + std::to_string(numbers.size()) + Tr(" number") +
+                     (numbers.size() == 1 ? "" : "s") + Tr(" where ") + std::to_string(count) +
+                     (count == 1 ? Tr(" is") : Tr(" are")) + Tr(" needed"));
     return numbers;
 }
 
@@ -60,23 +63,25 @@ struct LengthOption {
 
 const LengthOption kLengths[] = {
     {"--point-tolerance", &LengthTexts::point, &ToolParameters::pointTolerance, &Exact::point,
-     false, "points closer than this are one", "5e-6 of the tool's size, 0.0005 at most"},
+     false, Noted("points closer than this are one"),
+     Noted("5e-6 of the tool's size, 0.0005 at most")},
     {"--side-length", &LengthTexts::side, &ToolParameters::sideLength, &Exact::side, true,
-     "how far in the faces of both ends may lie", "a tenth of the tool's size, 5 at most"},
+     Noted("how far in the faces of both ends may lie"),
+     Noted("a tenth of the tool's size, 5 at most")},
     {"--overshoot", &LengthTexts::overshoot, nullptr, &Exact::overshoot, false,
-     "exact: free ends no longer than this are overshoots",
-     "a hundredth of the tool's size, 0.5 at most"},
+     Noted("exact: free ends no longer than this are overshoots"),
+     Noted("a hundredth of the tool's size, 0.5 at most")},
     {"--curve-tolerance", &LengthTexts::curve, nullptr, &Exact::curve, false,
-     "exact: the arcs that stand for splines leave them by no more",
-     "1e-5 of the tool's size, 0.001 at most"},
+     Noted("exact: the arcs that stand for splines leave them by no more"),
+     Noted("1e-5 of the tool's size, 0.001 at most")},
     {"--line-tolerance", &LengthTexts::line, &ToolParameters::lineTolerance, nullptr, false,
-     "algorithms 1, 2, 3, hatch: for tests between lines", nullptr},
+     Noted("algorithms 1, 2, 3, hatch: for tests between lines"), nullptr},
     {"--horver-tolerance", &LengthTexts::horVer, &ToolParameters::horVerTolerance, nullptr, false,
-     "algorithms 1, 2, 3, hatch: a line is horizontal or vertical within this", nullptr},
+     Noted("algorithms 1, 2, 3, hatch: a line is horizontal or vertical within this"), nullptr},
     {"--arc-precision", &LengthTexts::precision, &ToolParameters::arcPrecision, nullptr, false,
-     "algorithms 1, 2, 3, hatch: arcs and splines become chords about this long", nullptr},
+     Noted("algorithms 1, 2, 3, hatch: arcs and splines become chords about this long"), nullptr},
     {"--chord-tolerance", &LengthTexts::chord, nullptr, nullptr, false,
-     "triangles of --stl leave the solid by no more", "a thousandth of its diameter"},
+     Noted("triangles of --stl leave the solid by no more"), Noted("a thousandth of its diameter")},
 };
 
 // As people write it: 1e-6, not 1e-06.
@@ -89,10 +94,10 @@ std::string Short(double number) {
 // "points closer than this are one (exact: 5e-6 of the tool's size; else 0.0005)".
 std::string HelpOf(const LengthOption& length) {
     const ToolParameters usual;
-    std::string text = std::string(length.help) + " (";
-    if (length.exact != nullptr && length.steps != nullptr) text += "exact: ";
-    if (length.usual != nullptr) text += length.usual;
-    if (length.exact != nullptr && length.steps != nullptr) text += "; else ";
+    std::string text = std::string(Tr(length.help)) + " (";
+    if (length.exact != nullptr && length.steps != nullptr) text += Tr("exact: ");
+    if (length.usual != nullptr) text += Tr(length.usual);
+    if (length.exact != nullptr && length.steps != nullptr) text += Tr("; else ");
     if (length.steps != nullptr) text += Short(usual.*length.steps);
     return text + ")";
 }
@@ -104,11 +109,12 @@ void ReadLengths(const LengthTexts& texts, ToolParameters& parameters, double& c
         const std::string& text = texts.*length.text;
         if (text.empty()) continue;
         const double number =
-            ReadNumbers(length.name, text, 1, "give a length in drawing units")[0];
+            ReadNumbers(length.name, text, 1, Tr("give a length in drawing units"))[0];
         if (number < 0 || (number == 0 && !length.mayBeZero))
-            throw Failure(Fault::Request, std::string(length.name) + ": " + text +
-                                              (number < 0 ? " is negative" : " leaves no length") +
-                                              "; give a positive length in drawing units");
+            throw Failure(Fault::Request,
+                          std::string(length.name) + ": " + text +
+                              (number < 0 ? Tr(" is negative") : Tr(" leaves no length")) +
+                              Tr("; give a positive length in drawing units"));
         if (length.steps != nullptr) parameters.*length.steps = number;
         // There 0 stands for the default.
         if (length.exact != nullptr)
@@ -141,30 +147,32 @@ struct LimitOption {
     std::string LimitTexts::*text;
     const char* help;
 };
-const LimitOption kLines = {"--limit", &LimitTexts::lines,
-                            "lines that a drawing may come to, blocks taken apart, curves cut into "
-                            "chords and all broken where they meet (2000000)"};
+const LimitOption kLines = {
+    "--limit", &LimitTexts::lines,
+    Noted("lines that a drawing may come to, blocks taken apart, curves cut into "
+          "chords and all broken where they meet (2000000)")};
 const LimitOption kSeconds = {"--time-limit", &LimitTexts::seconds,
-                              "end after so many seconds; of a batch each tool (no limit)"};
-const LimitOption kMegabytes = {"--memory-limit", &LimitTexts::megabytes,
-                                "end when more megabytes are needed, of each process (no limit)"};
+                              Noted("end after so many seconds; of a batch each tool (no limit)")};
+const LimitOption kMegabytes = {
+    "--memory-limit", &LimitTexts::megabytes,
+    Noted("end when more megabytes are needed, of each process (no limit)")};
 
 void ReadLimit(const LimitOption& option, const LimitTexts& texts, double& value) {
     const std::string& text = texts.*option.text;
     if (text.empty()) return;
-    const double number = ReadNumbers(option.name, text, 1, "give a positive number")[0];
+    const double number = ReadNumbers(option.name, text, 1, Tr("give a positive number"))[0];
     if (number <= 0)
         throw Failure(Fault::Request, std::string(option.name) + ": " + text +
-                                          " leaves nothing to do; give a positive number");
+                                          Tr(" leaves nothing to do; give a positive number"));
     value = number;
 }
 
 }  // namespace
 
 void DeclareLimits(CLI::App& command, LimitTexts& texts, bool lines) {
-    if (lines) command.add_option(kLines.name, texts.*kLines.text, kLines.help);
+    if (lines) command.add_option(kLines.name, texts.*kLines.text, Tr(kLines.help));
     for (const LimitOption* option : {&kSeconds, &kMegabytes})
-        command.add_option(option->name, texts.*option->text, option->help);
+        command.add_option(option->name, texts.*option->text, Tr(option->help));
 }
 
 void ReadLimits(const LimitTexts& texts, Options& options) {

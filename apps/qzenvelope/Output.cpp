@@ -3,13 +3,16 @@
 #include <cstdio>
 
 #include "product/base/Failure.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 void Print(const std::string& raw) {
     const std::string text = Shown(raw);
     if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
-        throw product::Failure(product::Fault::Output, "the standard output cannot be written");
+        throw product::Failure(product::Fault::Output, Tr("the standard output cannot be written"));
 }
 
 void Complain(const std::string& text) {

@@ -11,8 +11,11 @@
 
 #include "SatExport.h"
 #include "plugin/batch/Progress.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 constexpr size_t kBarWidth = 24;
@@ -56,15 +59,15 @@ void Progress::End(const std::string& drawing, const product::ToolResult& result
     ++m_done;
     if (!result.IsGood()) ++m_failed;
     if (m_isTerminal) {
-        if (!result.IsGood()) Say(drawing + ": tool " + result.name + ": " + result.reason);
+        if (!result.IsGood()) Say(drawing + Tr(": tool ") + result.name + ": " + result.reason);
         Show(m_done == m_total);
         return;
     }
     char count[64], time[32];
     std::snprintf(count, sizeof count, "%zu/%zu  ", m_done, m_total);
     std::snprintf(time, sizeof time, ", %.0f ms", result.seconds * 1000);
-    Say(count + drawing + ": tool " + result.name +
-        (result.IsGood() ? " done" + std::string(time) : " FAILED: " + result.reason));
+    Say(count + drawing + Tr(": tool ") + result.name +
+        (result.IsGood() ? Tr(" done") + std::string(time) : Tr(" FAILED: ") + result.reason));
 }
 
 void Progress::Say(const std::string& line) {
@@ -95,13 +98,13 @@ std::string Progress::BarText(size_t done, size_t total, size_t failed, double e
                               const std::string& tool, size_t columns) {
     const size_t full = total == 0 ? kBarWidth : done * kBarWidth / total;
     std::string text = "[" + std::string(full, '#') + std::string(kBarWidth - full, '.') + "] ";
-    text += std::to_string(done) + "/" + std::to_string(total) + " tools";
-    if (failed > 0) text += ", " + std::to_string(failed) + " failed";
-    text += ", " + Clock(elapsed) + " elapsed";
+    text += std::to_string(done) + "/" + std::to_string(total) + Tr(" tools");
+    if (failed > 0) text += ", " + std::to_string(failed) + Tr(" failed");
+    text += ", " + Clock(elapsed) + Tr(" elapsed");
     if (done > 0 && done < total)
         text += ", " +
                 Clock(elapsed / static_cast<double>(done) * static_cast<double>(total - done)) +
-                " left";
+                Tr(" left");
     // A line that wraps could not be drawn over.
     if (text.size() >= columns) return text.substr(0, columns > 0 ? columns - 1 : 0);
     if (!tool.empty() && text.size() + tool.size() + 3 < columns) text += "  " + tool;

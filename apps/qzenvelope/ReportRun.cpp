@@ -15,8 +15,11 @@
 #include "product/report/PagedReport.h"
 #include "product/report/ResultRecord.h"
 #include "product/report/Table.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 namespace fs = std::filesystem;
@@ -47,9 +50,9 @@ public:
 
 private:
     [[noreturn]] void Refuse(const std::string& reason) const {
-        throw Failure(Fault::Output, m_path + ": the table cannot be written" +
+        throw Failure(Fault::Output, m_path + Tr(": the table cannot be written") +
                                          (reason.empty() ? "" : ": " + reason) +
-                                         "; choose another place with --table");
+                                         Tr("; choose another place with --table"));
     }
 
     std::string m_path;
@@ -67,16 +70,17 @@ public:
         for (const std::string& input : m_options.inputs) Read(input);
         MissingShares();
         if (m_told > kMostTroubles)
-            m_troubles.push_back(std::to_string(m_told - kMostTroubles) + " more of this kind");
+            m_troubles.push_back(std::to_string(m_told - kMostTroubles) + Tr(" more of this kind"));
         if (m_pages != nullptr) m_pages->Finish(m_troubles);
         m_table.Finish();
-        for (const std::string& trouble : m_troubles) Complain("warning: " + trouble);
-        Print(std::to_string(m_tools) + (m_tools == 1 ? " tool of " : " tools of ") +
-              std::to_string(m_drawings) + (m_drawings == 1 ? " drawing: " : " drawings: ") +
-              std::to_string(m_tools - m_failed) + " done, " + std::to_string(m_failed) +
-              " failed\n" +
-              (m_options.report.empty() ? "" : "  report  " + m_options.report + "\n") +
-              (m_options.table.empty() ? "" : "  table   " + m_options.table + "\n"));
+        for (const std::string& trouble : m_troubles) Complain(Tr("warning: ") + trouble);
+        Print(std::to_string(m_tools) + (m_tools == 1 ? Tr(" tool of ") : Tr(" tools of ")) +
+              std::to_string(m_drawings) +
+              (m_drawings == 1 ? Tr(" drawing: ") : Tr(" drawings: ")) +
+              std::to_string(m_tools - m_failed) + Tr(" done, ") + std::to_string(m_failed) +
+              Tr(" failed\n") +
+              (m_options.report.empty() ? "" : Tr("  report  ") + m_options.report + "\n") +
+              (m_options.table.empty() ? "" : Tr("  table   ") + m_options.table + "\n"));
         return m_failed > 0 || !m_troubles.empty() || m_faulty ? kNoResult : kDone;
     }
 
@@ -88,9 +92,8 @@ private:
     void Read(const std::string& input) {
         std::ifstream file(input, std::ios::binary);
         if (!file || fs::is_directory(input))
-            throw Failure(Fault::Input, input +
-                                            ": the results cannot be read; name a file that "
-                                            "--json-lines wrote");
+            throw Failure(Fault::Input, input + Tr(": the results cannot be read; name a file that "
+                                                   "--json-lines wrote"));
         ResultHead head;
         bool hasHead = false;
         size_t number = 0, drawings = 0;
@@ -109,21 +112,21 @@ private:
                 throw;
             } catch (const std::exception&) {
                 if (!hasHead && number == 1)
-                    throw Failure(Fault::Input, input +
-                                                    ": line 1: these are no results; name a "
-                                                    "file that --json-lines wrote");
-                Tell(input + ": line " + std::to_string(number) +
-                     " is not whole and is passed over; start that batch again");
+                    throw Failure(Fault::Input, input + Tr(": line 1: these are no results; name a "
+                                                           "file that --json-lines wrote"));
+                Tell(input + Tr(": line ") + std::to_string(number) +
+                     Tr(" is not whole and is passed over; start that batch again"));
             }
         }
         if (hasHead && drawings < head.drawings)
-            Tell(input + ": " + std::to_string(drawings) + " of " + std::to_string(head.drawings) +
-                 " drawings: the batch did not come to its end; start it again");
+            Tell(input + ": " + std::to_string(drawings) + Tr(" of ") +
+                 std::to_string(head.drawings) +
+                 Tr(" drawings: the batch did not come to its end; start it again"));
     }
 
     void Add(ResultRecord record) {
         if (!m_seen.insert(std::hash<std::string>()(record.drawing.input)).second) {
-            Tell(record.drawing.input + " is told more than once; the first time counts");
+            Tell(record.drawing.input + Tr(" is told more than once; the first time counts"));
             return;
         }
         ++m_drawings;
@@ -138,8 +141,8 @@ private:
         for (const auto& [count, numbers] : m_shares)
             for (size_t number = 1; number <= count; ++number)
                 if (numbers.count(number) == 0)
-                    Tell("the results of share " + std::to_string(number) + "/" +
-                         std::to_string(count) + " are missing");
+                    Tell(Tr("the results of share ") + std::to_string(number) + "/" +
+                         std::to_string(count) + Tr(" are missing"));
     }
 
     const ReportOptions& m_options;
@@ -158,11 +161,12 @@ ExitStatus RunReport(const ReportOptions& options) {
     FileRoles files;
     for (const std::string& input : options.inputs) files.Input(input);
     files.Output(options.report, "--report " + options.report,
-                 "choose another place with --report");
-    files.Output(options.table, "--table " + options.table, "choose another place with --table");
+                 Tr("choose another place with --report"));
+    files.Output(options.table, "--table " + options.table,
+                 Tr("choose another place with --table"));
     if (!options.table.empty())
         files.Output(options.table + ".part", options.table + ".part",
-                     "choose another place with --table");
+                     Tr("choose another place with --table"));
     std::error_code error;  // told when the table cannot be begun
     fs::create_directories(fs::path(options.table).parent_path(), error);
     return Report(options).Run();

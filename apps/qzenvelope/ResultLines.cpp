@@ -1,8 +1,11 @@
 #include "apps/qzenvelope/ResultLines.h"
 
 #include "product/base/Failure.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 
 ResultLines::ResultLines(const std::string& path, const product::ResultHead& head) : m_path(path) {
     if (m_path.empty()) return;
@@ -10,9 +13,8 @@ ResultLines::ResultLines(const std::string& path, const product::ResultHead& hea
     m_file << ToLine(head) << std::flush;
     if (!m_file)
         throw product::Failure(product::Fault::Output,
-                               m_path +
-                                   ": the results cannot be written; choose another place "
-                                   "with --json-lines");
+                               m_path + Tr(": the results cannot be written; choose another place "
+                                           "with --json-lines"));
 }
 
 void ResultLines::Add(const std::string& line) {
@@ -23,10 +25,10 @@ void ResultLines::Finish() {
     if (m_path.empty()) return;
     m_file.close();
     if (!m_file)
-        throw product::Failure(product::Fault::Output,
-                               m_path +
-                                   ": the results cannot be written to their end; is the disk "
-                                   "full?");
+        throw product::Failure(
+            product::Fault::Output,
+            m_path + Tr(": the results cannot be written to their end; is the disk "
+                        "full?"));
 }
 
 }  // namespace app

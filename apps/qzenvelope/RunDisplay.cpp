@@ -1,4 +1,5 @@
 #include "apps/qzenvelope/RunDisplay.h"
+#include "product/base/Words.h"
 
 #include <pthread.h>
 #include <unistd.h>
@@ -8,6 +9,8 @@
 #include <cstdio>
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -65,7 +68,7 @@ std::string RunDisplay::LineText(const char* phase, const char* pass, size_t don
     const auto whole = static_cast<unsigned long>(seconds);
     char clock[32];
     std::snprintf(clock, sizeof clock, ", %lu:%02lu", whole / 60, whole % 60);
-    return text + clock + "; Ctrl-C ends it";
+    return text + clock + Tr("; Ctrl-C ends it");
 }
 
 void RunDisplay::Draw() {

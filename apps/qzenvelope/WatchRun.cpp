@@ -15,8 +15,11 @@
 #include "apps/qzenvelope/Output.h"
 #include "host/dwg/drawing_file.h"
 #include "host/sys/file_identity.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 namespace fs = std::filesystem;
@@ -70,14 +73,15 @@ void WatchFolder(BatchOptions options) {
     std::error_code error;
     if (!fs::is_directory(folder, error))
         throw Failure(Fault::Request,
-                      "--watch: " + folder + " is no folder; name one that is there");
+                      "--watch: " + folder + Tr(" is no folder; name one that is there"));
     if (host::IdentityOf(folder) == host::IdentityOf(options.request.out))
-        throw Failure(Fault::Request, "--watch: " + folder +
-                                          " is the output folder, too; choose another with --out");
+        throw Failure(
+            Fault::Request,
+            "--watch: " + folder + Tr(" is the output folder, too; choose another with --out"));
     if (options.report.empty())
         options.report = (fs::path(options.request.out) / "index.html").string();
     options.request.withPage = true;
-    Complain("watching " + folder + "; end it with Ctrl-C");
+    Complain(Tr("watching ") + folder + Tr("; end it with Ctrl-C"));
     Sight before, done;
     std::string told;  // a trouble that stays is told once
     for (;; ::usleep(kBetweenLooks)) {

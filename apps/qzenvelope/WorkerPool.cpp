@@ -17,8 +17,11 @@
 #include <vector>
 
 #include "host/sys/process_end.h"
+#include "product/base/Words.h"
 
 namespace app {
+
+using product::Tr;
 namespace {
 
 // Messages: their length in native order, then their bytes. A length of kEndMark ends with the text
@@ -68,7 +71,7 @@ struct Worker {
         pool.work(job, [fd](const std::string& message) { WriteMessage(fd, 0, message); });
     } catch (const std::exception& error) {
         reason = error.what();
-        if (reason.empty()) reason = "failed without saying why";
+        if (reason.empty()) reason = Tr("failed without saying why");
     }
     WriteMessage(fd, kEndMark, reason);
     // Neither the parent's buffers are flushed twice nor its objects destroyed.
@@ -77,11 +80,12 @@ struct Worker {
 
 std::string HowItEnded(int status) {
     if (WIFSIGNALED(status))
-        return "was ended by signal " + std::to_string(WTERMSIG(status)) + " (" +
+        return Tr("was ended by signal ") + std::to_string(WTERMSIG(status)) + " (" +
                ::strsignal(WTERMSIG(status)) + ")";
-    if (WEXITSTATUS(status) == host::kEndedOutOfMemory) return "ran out of memory";
-    if (WEXITSTATUS(status) == host::kEndedOutOfTime) return "took longer than --time-limit allows";
-    return "ended with status " + std::to_string(WEXITSTATUS(status));
+    if (WEXITSTATUS(status) == host::kEndedOutOfMemory) return Tr("ran out of memory");
+    if (WEXITSTATUS(status) == host::kEndedOutOfTime)
+        return Tr("took longer than --time-limit allows");
+    return Tr("ended with status ") + std::to_string(WEXITSTATUS(status));
 }
 
 class Running {
@@ -101,7 +105,7 @@ public:
 
     void Start(size_t job) {
         int ends[2];
-        if (::pipe2(ends, O_CLOEXEC) != 0) Refuse("no pipe to a worker");
+        if (::pipe2(ends, O_CLOEXEC) != 0) Refuse(Tr("no pipe to a worker"));
         const pid_t parent = ::getpid();
         const pid_t pid = ::fork();
         if (pid == 0) {
@@ -112,7 +116,7 @@ public:
         ::close(ends[1]);
         if (pid < 0) {
             ::close(ends[0]);
-            Refuse("no process for a worker");
+            Refuse(Tr("no process for a worker"));
         }
         Worker worker;
         worker.job = job;
@@ -127,7 +131,7 @@ public:
         for (const Worker& worker : m_workers) waiting.push_back({worker.fd, POLLIN, 0});
         if (::poll(waiting.data(), waiting.size(), -1) < 0) {
             if (errno == EINTR) return;
-            Refuse("the workers cannot be waited for");
+            Refuse(Tr("the workers cannot be waited for"));
         }
         for (size_t i = waiting.size(); i-- > 0;) {
             if (waiting[i].revents == 0 || Receive(m_workers[i])) continue;

@@ -8,6 +8,7 @@
 
 #include "apps/qzenvelope/BatchRun.h"
 #include "apps/qzenvelope/FileRoles.h"
+#include "apps/qzenvelope/Language.h"
 #include "apps/qzenvelope/Options.h"
 #include "apps/qzenvelope/Output.h"
 #include "apps/qzenvelope/ReportRun.h"
@@ -21,20 +22,22 @@
 #include "product/check/Verdict.h"
 #include "product/tool/FoundTools.h"
 #include "product/tool/ToolJobs.h"
+#include "product/base/Words.h"
 
 namespace {
 
 using namespace app;
 
 void Warn(const std::string& input, const std::vector<std::string>& warnings) {
-    for (const std::string& warning : warnings) Complain(input + ": warning: " + warning);
+    for (const std::string& warning : warnings) Complain(input + Tr(": warning: ") + warning);
 }
 
 // What a refusal is about and what helps, as far as it does not say so itself: files that cannot be
 // read or written are named by their own refusals.
 Failure Completed(const Failure& failure, const std::string& input) {
     if (failure.Code() == Fault::Input || failure.Code() == Fault::Output) return failure;
-    const char* const remedy = failure.Code() == Fault::NoSolid ? "; look at it with --svg" : "";
+    const char* const remedy =
+        failure.Code() == Fault::NoSolid ? Tr("; look at it with --svg") : "";
     return {failure.Code(), input + ": " + failure.what() + remedy};
 }
 
@@ -63,9 +66,9 @@ ExitStatus Compute(const ComputeOptions& options) {
     const ToolRequest& request = options.request;
     CheckFiles(request);
     std::optional<RunDisplay> display(std::in_place);
-    display->Enter("reading");
+    display->Enter(Tr("reading"));
     Drawing drawing(request.input);
-    display->Enter("looking for tools");
+    display->Enter(Tr("looking for tools"));
     std::vector<ToolJob> jobs = JobsOf(drawing, options);
     RunJobs(drawing, jobs, display->Listener());
     display.reset();
@@ -88,20 +91,22 @@ ExitStatus Compute(const ComputeOptions& options) {
 
 ExitStatus Copy(const CopyOptions& options) {
     RunDisplay display;
-    display.Enter("reading");
+    display.Enter(Tr("reading"));
     Drawing drawing(options.input);
-    display.Enter("writing");
+    display.Enter(Tr("writing"));
     drawing.Write(options.output);
     return kDone;
 }
 
 ExitStatus Run(const std::vector<std::string>& arguments) {
+    ChooseLanguage(arguments);
     const Options options = ParseOptions(arguments);
     if (!host::LimitMemory(options.memoryLimit))
-        throw Failure(Fault::Request, "--memory-limit: the system sets no limit; leave it out");
-    if (options.command != Options::Command::Batch) host::LimitTime(options.timeLimit, "the run");
+        throw Failure(Fault::Request, Tr("--memory-limit: the system sets no limit; leave it out"));
+    if (options.command != Options::Command::Batch)
+        host::LimitTime(options.timeLimit, Tr("the run"));
     host::dwg::SetConverter(options.dwgConverter);
-    for (const std::string& warning : options.warnings) Complain("warning: " + warning);
+    for (const std::string& warning : options.warnings) Complain(Tr("warning: ") + warning);
     switch (options.command) {
         case Options::Command::Compute:
             return Compute(options.compute);

@@ -129,6 +129,12 @@ std::string Seconds(double seconds) {
 
 void SetConverter(const std::string& command) { AskedConverter() = command; }
 
+bool HasConverter() {
+    const char* const named = std::getenv("QZ_DWG_CONVERTER");
+    return !AskedConverter().empty() || (named != nullptr && *named != '\0') ||
+           !FindProgram("ODAFileConverter").empty() || !FindProgram("dwg2dxf").empty();
+}
+
 std::vector<std::string> WordsOf(const std::string& command) {
     std::vector<std::string> words;
     std::string word;

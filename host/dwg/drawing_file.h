@@ -15,6 +15,9 @@ namespace host::dwg {
 // Takes the command of a converter; empty: as if none were given.
 void SetConverter(const std::string& command);
 
+// Whether there is a converter, as far as can be told without running it.
+bool HasConverter();
+
 // True for a path that ends in .dwg, in any case of letters.
 bool IsDwgPath(const std::string& path);
 

@@ -19,6 +19,7 @@
 #include "product/base/Failure.h"
 #include "product/report/SolidReport.h"
 #include "product/base/Text.h"
+#include "product/base/Words.h"
 
 namespace product {
 namespace {
@@ -108,7 +109,7 @@ private:
         walk.WalkSpace(modelSpace, [this](const SDrawnItem& item) { ReadItem(item); });
         for (const SDrawnFault& fault : walk.Faults()) {
             if (fault.m_id == modelSpace)
-                throw Failure(Fault::Input, "the drawing has no model space that can be read");
+                throw Failure(Fault::Input, Tr("the drawing has no model space that can be read"));
             Count(fault.m_id);
             ++m_info.unreadable;
         }
@@ -264,16 +265,16 @@ std::string Counted(int count) {
 
 // What compute would take, and what it would tell of only.
 std::string CandidatesText(const DrawingInfo& info) {
-    if (!info.notLookedFor.empty()) return "not looked for: " + info.notLookedFor + "\n";
-    if (info.candidates.empty()) return "none\n";
+    if (!info.notLookedFor.empty()) return Tr("not looked for: ") + info.notLookedFor + "\n";
+    if (info.candidates.empty()) return Tr("none\n");
     std::string out = std::to_string(info.candidates.size()) + "\n";
     for (const detect::FoundTool& tool : info.candidates) {
-        out += std::string("  ") + (tool.isSure ? "sure    " : "unsure  ") + Describe(tool);
+        out += std::string("  ") + (tool.isSure ? Tr("sure    ") : Tr("unsure  ")) + Describe(tool);
         if (!tool.isHalf)
-            out += ", halves alike over " +
+            out += Tr(", halves alike over ") +
                    std::to_string(static_cast<int>(100 * tool.agreement + 0.5)) + " %";
         else
-            out += ", one half";
+            out += Tr(", one half");
         for (const std::string& remark : tool.remarks) out += "; " + remark;
         out += "\n          " + OptionsFor(tool) + "\n";
     }
@@ -281,15 +282,15 @@ std::string CandidatesText(const DrawingInfo& info) {
 }
 
 std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::string& path) {
-    std::string out = path + "\n  " + (drawing.IsBinary() ? "binary " : "") + "DXF " +
-                      drawing.Version() + ", code page " + drawing.CodePage() + ", units " +
+    std::string out = path + "\n  " + (drawing.IsBinary() ? Tr("binary ") : "") + Tr("DXF ") +
+                      drawing.Version() + Tr(", code page ") + drawing.CodePage() + Tr(", units ") +
                       info.units + "\n";
-    if (!info.extents.IsEmpty()) out += "  extents " + Describe(info.extents) + "\n";
-    out += "\n" + std::to_string(info.entities) + " entities in model space, " +
-           std::to_string(info.blocks) + " block definitions\n";
+    if (!info.extents.IsEmpty()) out += Tr("  extents ") + Describe(info.extents) + "\n";
+    out += "\n" + std::to_string(info.entities) + Tr(" entities in model space, ") +
+           std::to_string(info.blocks) + Tr(" block definitions\n");
     for (const auto& [type, count] : info.types) out += Counted(count) + type + "\n";
-    if (info.unreadable > 0) out += Counted(info.unreadable) + "of them cannot be read\n";
-    out += "\nLayers (entities, state, colour, linetype, name)\n";
+    if (info.unreadable > 0) out += Counted(info.unreadable) + Tr("of them cannot be read\n");
+    out += Tr("\nLayers (entities, state, colour, linetype, name)\n");
     for (const LayerInfo& layer : info.layers) {
         std::string state = layer.off ? "off" : "on";
         if (layer.frozen) state += ",frozen";
@@ -298,29 +299,29 @@ std::string AsText(const DrawingInfo& info, const Drawing& drawing, const std::s
                Padded(std::to_string(layer.colour), 4) + Padded(layer.linetype, 14) + layer.name +
                "\n";
     }
-    out += "\nTool frames: " + (info.frames.empty() ? "none" : std::to_string(info.frames.size())) +
-           "\n";
+    out += Tr("\nTool frames: ") +
+           (info.frames.empty() ? Tr("none") : std::to_string(info.frames.size())) + "\n";
     for (const FrameInfo& frame : info.frames) {
-        out += "  tool " + frame.number + ", block " + frame.block + ", handle " + frame.handle +
-               ", number in " + frame.carrier;
+        out += Tr("  tool ") + frame.number + Tr(", block ") + frame.block + Tr(", handle ") +
+               frame.handle + Tr(", number in ") + frame.carrier;
         if (frame.extents) out += ", " + Describe(*frame.extents);
         out += "\n";
     }
-    out +=
-        "Envelopes: " + (info.envelopes.empty() ? "none" : std::to_string(info.envelopes.size())) +
-        "\n";
+    out += Tr("Envelopes: ") +
+           (info.envelopes.empty() ? Tr("none") : std::to_string(info.envelopes.size())) + "\n";
     for (const EnvelopeInfo& envelope : info.envelopes) {
         const std::string phrase = SolidPhrase(envelope.solid);
-        out += "  handle " + envelope.handle + ", solid " +
-               (phrase.empty() ? "none: no horizontal edge to be its axis" : phrase) + "\n";
+        out += "  handle " + envelope.handle + Tr(", solid ") +
+               (phrase.empty() ? Tr("none: no horizontal edge to be its axis") : phrase) + "\n";
     }
-    out += "Tools by their looks: " + CandidatesText(info);
-    out += "Stored task list: " +
-           (info.taskItems ? "yes, a record of " + std::to_string(*info.taskItems) + " items"
-                           : std::string("none")) +
-           "\n";
-    out += "Faults in the file: " +
-           (drawing.Notes().empty() ? "none" : std::to_string(drawing.Notes().size())) + "\n";
+    out += Tr("Tools by their looks: ") + CandidatesText(info);
+    out +=
+        Tr("Stored task list: ") +
+        (info.taskItems ? Tr("yes, a record of ") + std::to_string(*info.taskItems) + Tr(" items")
+                        : std::string(Tr("none"))) +
+        "\n";
+    out += Tr("Faults in the file: ") +
+           (drawing.Notes().empty() ? Tr("none") : std::to_string(drawing.Notes().size())) + "\n";
     for (const std::string& note : drawing.Notes()) out += "  " + note + "\n";
     return out;
 }

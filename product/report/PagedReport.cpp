@@ -8,6 +8,7 @@
 #include "host/sys/file_io.h"
 #include "product/base/Failure.h"
 #include "product/picture/Picture.h"
+#include "product/base/Words.h"
 
 namespace product {
 namespace {
@@ -15,8 +16,8 @@ namespace {
 namespace fs = std::filesystem;
 
 [[noreturn]] void Refuse(const std::string& path, const std::string& why) {
-    throw Failure(Fault::Output, path + ": the report cannot be written: " + why +
-                                     "; choose another place with --report");
+    throw Failure(Fault::Output, path + Tr(": the report cannot be written: ") + why +
+                                     Tr("; choose another place with --report"));
 }
 
 // Into the folder that nobody looks at yet: no more care is needed.
@@ -24,7 +25,7 @@ void Write(const std::string& path, const std::string& bytes) {
     std::ofstream file(path, std::ios::binary | std::ios::trunc);
     file << bytes;
     file.close();
-    if (!file) Refuse(path, "is the disk full?");
+    if (!file) Refuse(path, Tr("is the disk full?"));
 }
 
 // An element of a page as a document of its own.
@@ -54,9 +55,9 @@ void RequireOwn(const std::string& folder) {
         for (const fs::directory_entry& entry : fs::directory_iterator(folder, error))
             isOwn = isOwn && entry.path().filename().string().rfind(kPage, 0) == 0;
     if (!isOwn || error)
-        throw Failure(Fault::Output, folder +
-                                         ": the pages would go there, and it holds what no report "
-                                         "has written; choose another place with --report");
+        throw Failure(Fault::Output,
+                      folder + Tr(": the pages would go there, and it holds what no report "
+                                  "has written; choose another place with --report"));
 }
 
 }  // namespace
@@ -131,7 +132,7 @@ void PagedReport::EndPage(bool isLast) {
             if (entry.first.empty()) entry.first = tool.name;
             entry.last = tool.name;
         }
-    if (entry.first.empty()) entry.first = "no tool";
+    if (entry.first.empty()) entry.first = Tr("no tool");
     m_page.out = m_folder;
     Write((fs::path(m_part) / (PageName(number) + ".html")).string(), PageText(m_page, place));
     m_pages.push_back(std::move(entry));

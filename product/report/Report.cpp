@@ -11,6 +11,7 @@
 #include "product/report/ResultJson.h"
 #include "product/report/SolidReport.h"
 #include "product/tool/FoundTools.h"
+#include "product/base/Words.h"
 
 namespace product {
 namespace {
@@ -146,21 +147,21 @@ std::string Line(const char* format, Values... values) {
 }
 
 std::string EnvelopeSummary(const Envelope& e) {
-    if (!e.found) return "  envelope   none\n";
-    std::string text =
-        Line("  envelope   %s polyline of %zu vertices on layer %s, handle %s",
-             e.closed ? "closed" : "open", e.vertices.size(), e.layer.c_str(), e.handle.c_str());
-    text += "  extents    x " + Figure(e.extents.low.x) + " .. " + Figure(e.extents.high.x) +
+    if (!e.found) return Tr("  envelope   none\n");
+    std::string text = Line(Tr("  envelope   %s polyline of %zu vertices on layer %s, handle %s"),
+                            e.closed ? Tr("closed") : Tr("open"), e.vertices.size(),
+                            e.layer.c_str(), e.handle.c_str());
+    text += Tr("  extents    x ") + Figure(e.extents.low.x) + " .. " + Figure(e.extents.high.x) +
             "   y " + Figure(e.extents.low.y) + " .. " + Figure(e.extents.high.y) + "\n";
-    text += "  length     " + Figure(e.length) + " along the outline, " +
-            Figure(e.span > 0 ? e.span : e.extents.Width()) + " end to end\n";
-    if (e.diameter > 0) text += "  diameter   " + Figure(e.diameter) + "\n";
+    text += Tr("  length     ") + Figure(e.length) + Tr(" along the outline, ") +
+            Figure(e.span > 0 ? e.span : e.extents.Width()) + Tr(" end to end\n");
+    if (e.diameter > 0) text += Tr("  diameter   ") + Figure(e.diameter) + "\n";
     if (e.selfMeeting)
-        text +=
-            Line("  %s    the outline %s at %s,%s", Crosses(e.selfMeeting) ? "CROSSES" : "touches",
-                 Crosses(e.selfMeeting) ? "crosses itself, no solid can be made of it,"
-                                        : "touches itself",
-                 Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
+        text += Line(Tr("  %s    the outline %s at %s,%s"),
+                     Crosses(e.selfMeeting) ? Tr("CROSSES") : Tr("touches"),
+                     Crosses(e.selfMeeting) ? Tr("crosses itself, no solid can be made of it,")
+                                            : Tr("touches itself"),
+                     Figure(e.selfMeeting->at.x).c_str(), Figure(e.selfMeeting->at.y).c_str());
     return text;
 }
 
@@ -171,26 +172,28 @@ std::string TraceSummary(const ToolRun& run, const ToolParameters& parameters, b
     for (const CEncircleTrace::SGap& gap : WideGaps(run.trace, parameters.pointTolerance)) {
         ++(IsStep(gap, parameters.pointTolerance) ? steps : gaps);
         if (IsStep(gap, parameters.pointTolerance)) continue;
-        text += Line("  gap        %-6s %s,%s to %s,%s, %s long, bridged", SideName(gap.m_side),
+        text += Line(Tr("  gap        %-6s %s,%s to %s,%s, %s long, bridged"), SideName(gap.m_side),
                      Figure(gap.m_from.x).c_str(), Figure(gap.m_from.y).c_str(),
                      Figure(gap.m_to.x).c_str(), Figure(gap.m_to.y).c_str(),
                      Figure(gap.m_dLength).c_str());
     }
     if (gaps == 0)
-        text += hasGaps ? "  gaps       see the verdict: parts of the outline are not drawn\n"
-                        : "  gaps       none\n";
+        text += hasGaps ? Tr("  gaps       see the verdict: parts of the outline are not drawn\n")
+                        : Tr("  gaps       none\n");
     if (steps > 0)
-        text += Line("  faces      %d square to the axis, closed as they should be", steps);
+        text += Line(Tr("  faces      %d square to the axis, closed as they should be"), steps);
     for (const CEncircleTrace::SLeftOut& left : run.trace.m_leftOut)
-        text += Line("  left out   %5d  %-10s %s", left.m_nCount,
+        text += Line(Tr("  left out   %5d  %-10s %s"), left.m_nCount,
                      CEncircleTrace::GetReasonName(left.m_reason), ToUtf8(left.m_strWhat).c_str());
     for (const CString& note : run.trace.m_notes)
-        text += Line("  note       %s", ToUtf8(note).c_str());
+        text += Line(Tr("  note       %s"), ToUtf8(note).c_str());
     return text;
 }
 
 const char* HalfPhrase(Half half) {
-    return half == Half::Both ? "both halves" : half == Half::Lower ? "lower half" : "upper half";
+    return half == Half::Both    ? Tr("both halves")
+           : half == Half::Lower ? Tr("lower half")
+                                 : Tr("upper half");
 }
 
 std::string PlaceText(const SExactResult::SPlace& place) {
@@ -204,24 +207,25 @@ std::string LeftOutSummary(const SExactResult& exact) {
         ++counts[{NameOf(left.m_reason), ToUtf8(left.m_strWhat)}];
     std::string text;
     for (const auto& [what, count] : counts)
-        text += Line("  left out   %5d  %-10s %s", count, what.first.c_str(), what.second.c_str());
+        text +=
+            Line(Tr("  left out   %5d  %-10s %s"), count, what.first.c_str(), what.second.c_str());
     return text;
 }
 
 std::string ExactSummary(const SExactResult& exact) {
     std::string text;
     for (const SExactResult::SBridge& bridge : exact.m_bridges)
-        text += "  bridge     " + PlaceText(bridge.m_from) + " to " + PlaceText(bridge.m_to) +
-                ", " + Figure(bridge.m_dLength) + " long, not drawn\n";
+        text += Tr("  bridge     ") + PlaceText(bridge.m_from) + Tr(" to ") +
+                PlaceText(bridge.m_to) + ", " + Figure(bridge.m_dLength) + Tr(" long, not drawn\n");
     for (const SExactResult::SBridge& gap : exact.m_gaps)
-        text += "  gap        " + PlaceText(gap.m_from) + " to " + PlaceText(gap.m_to) + ", " +
-                Figure(gap.m_dLength) + " long, nothing is drawn there\n";
-    if (exact.m_bridges.empty() && exact.m_gaps.empty()) text += "  gaps       none\n";
+        text += Tr("  gap        ") + PlaceText(gap.m_from) + Tr(" to ") + PlaceText(gap.m_to) +
+                ", " + Figure(gap.m_dLength) + Tr(" long, nothing is drawn there\n");
+    if (exact.m_bridges.empty() && exact.m_gaps.empty()) text += Tr("  gaps       none\n");
     for (const SExactResult::SPlace& end : exact.m_openEnds)
-        text += "  open end   " + PlaceText(end) + "\n";
+        text += Tr("  open end   ") + PlaceText(end) + "\n";
     for (const SExactResult::STail& tail : exact.m_tails)
-        text += "  overshoot  " + PlaceText(tail.m_at) + ", " + Figure(tail.m_dLength) +
-                " long, cut off\n";
+        text += Tr("  overshoot  ") + PlaceText(tail.m_at) + ", " + Figure(tail.m_dLength) +
+                Tr(" long, cut off\n");
     return text + LeftOutSummary(exact);
 }
 
@@ -260,12 +264,13 @@ Json RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& draw
 
 // The unit, where it comes from, and what the solid's files take it for when nobody says.
 std::string UnitPhrase(const ToolRequest& request, const Drawing& drawing) {
-    if (request.solid.units) return UnitName(*request.solid.units) + ", as --units says";
+    if (request.solid.units) return UnitName(*request.solid.units) + Tr(", as --units says");
     const std::string name = UnitName(drawing.Database());
     if (name == "none" || name == "not stated")
-        return "not stated in the drawing; STEP and SAT take it for millimetres, --units says "
-               "otherwise";
-    return name + ", as the drawing's header says";
+        return Tr(
+            "not stated in the drawing; STEP and SAT take it for millimetres, --units says "
+            "otherwise");
+    return name + Tr(", as the drawing's header says");
 }
 
 std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Drawing& drawing,
@@ -274,27 +279,28 @@ std::string RunSummary(const ToolRun& run, const ToolRequest& request, const Dra
         return finding.kind == Finding::Kind::Gap && finding.isWarning;
     });
     std::string text = request.input + "\n";
-    text += Line("  picked     %d entities, %s%s", run.selection.ids.length(),
-                 HalfPhrase(request.parameters.half), request.SeesAxis() ? "" : ", no axis");
+    text += Line(Tr("  picked     %d entities, %s%s"), run.selection.ids.length(),
+                 HalfPhrase(request.parameters.half), request.SeesAxis() ? "" : Tr(", no axis"));
     if (run.selection.notDisplayed > 0)
-        text += Line("             %d inside the window are not displayed and were not picked",
+        text += Line(Tr("             %d inside the window are not displayed and were not picked"),
                      run.selection.notDisplayed);
     if (run.envelopesErased > 0)
-        text += Line("             %d envelope of an earlier run replaced", run.envelopesErased);
+        text +=
+            Line(Tr("             %d envelope of an earlier run replaced"), run.envelopesErased);
     text += EnvelopeSummary(run.envelope);
     if (const std::string phrase = SolidPhrase(run.solid); !phrase.empty())
-        text += "  solid      " + phrase + "\n";
+        text += Tr("  solid      ") + phrase + "\n";
     text += PartsPhrase(run);
-    text += "  unit       " + UnitPhrase(request, drawing) + "\n";
+    text += Tr("  unit       ") + UnitPhrase(request, drawing) + "\n";
     text += run.exact ? ExactSummary(*run.exact) : TraceSummary(run, request.parameters, hasGaps);
-    text += Line("  time       %.1f ms in the engine", run.seconds * 1000);
-    for (const std::string& note : drawing.Notes()) text += "  file       " + note + "\n";
+    text += Line(Tr("  time       %.1f ms in the engine"), run.seconds * 1000);
+    for (const std::string& note : drawing.Notes()) text += Tr("  file       ") + note + "\n";
     if (run.envelope.found && !request.output.empty())
-        text += "  written    " + request.output + "\n";
-    for (const std::string& path : run.files) text += "  written    " + path + "\n";
-    if (!request.svg.empty()) text += "  picture    " + request.svg + "\n";
+        text += Tr("  written    ") + request.output + "\n";
+    for (const std::string& path : run.files) text += Tr("  written    ") + path + "\n";
+    if (!request.svg.empty()) text += Tr("  picture    ") + request.svg + "\n";
     if (run.envelope.found && request.output.empty())
-        text += "  nothing was written to the drawing; -o FILE saves it with its envelope\n";
+        text += Tr("  nothing was written to the drawing; -o FILE saves it with its envelope\n");
     return text;
 }
 
@@ -332,8 +338,8 @@ std::string JobsSummary(const std::vector<ToolJob>& jobs, const Drawing& drawing
         const ToolJob& job = jobs[i];
         text += RunSummary(job.run, job.request, drawing, job.review.findings);
         if (job.found)
-            text += "  found      " +
-                    (jobs.size() > 1 ? "tool " + std::to_string(i + 1) + " of " +
+            text += Tr("  found      ") +
+                    (jobs.size() > 1 ? Tr("tool ") + std::to_string(i + 1) + Tr(" of ") +
                                            std::to_string(jobs.size()) + ", "
                                      : std::string()) +
                     Describe(*job.found) + "\n";

@@ -4,6 +4,7 @@
 #include <cstdio>
 
 #include "product/report/ResultJson.h"
+#include "product/base/Words.h"
 
 namespace product {
 namespace {
@@ -19,34 +20,36 @@ std::string Counted(size_t count, const char* one, const char* many) {
 std::string BatchSummary(const BatchResult& result) {
     std::string text;
     for (const DrawingResult& drawing : result.drawings) {
-        if (!drawing.reason.empty()) text += "  FAILED  " + drawing.reason + "\n";
+        if (!drawing.reason.empty()) text += Tr("  FAILED  ") + drawing.reason + "\n";
         for (const ToolResult& tool : drawing.tools)
             if (!tool.IsGood())
-                text += "  FAILED  " + drawing.input + ": tool " + tool.name + ": " + tool.reason +
-                        "\n";
+                text += Tr("  FAILED  ") + drawing.input + Tr(": tool ") + tool.name + ": " +
+                        tool.reason + "\n";
             else if (tool.HasWarning())
-                text += "  LOOK    " + drawing.input + ": tool " + tool.name + ": " +
+                text += Tr("  LOOK    ") + drawing.input + Tr(": tool ") + tool.name + ": " +
                         tool.Verdict() + "\n";
     }
     const size_t tools = result.ToolCount(), failed = result.FailedTools();
     const auto drawings = static_cast<size_t>(
         std::count_if(result.drawings.begin(), result.drawings.end(),
                       [](const DrawingResult& drawing) { return !drawing.reason.empty(); }));
-    std::string head = Counted(tools, "tool", "tools") + " of " +
-                       Counted(result.drawings.size(), "drawing", "drawings") + ": " +
-                       std::to_string(tools - failed) + " done, " + std::to_string(failed) +
-                       " failed";
-    if (drawings > 0) head += ", " + Counted(drawings, "drawing", "drawings") + " failed";
+    std::string head = Counted(tools, Tr("tool"), Tr("tools")) + Tr(" of ") +
+                       Counted(result.drawings.size(), Tr("drawing"), Tr("drawings")) + ": " +
+                       std::to_string(tools - failed) + Tr(" done, ") + std::to_string(failed) +
+                       Tr(" failed");
+    if (drawings > 0)
+        head += ", " + Counted(drawings, Tr("drawing"), Tr("drawings")) + Tr(" failed");
     if (const size_t warned = result.ToolsWithWarnings(); warned > 0)
-        head += ", " + std::to_string(warned) + " worth a look";
+        head += ", " + std::to_string(warned) + Tr(" worth a look");
     char time[32];
     std::snprintf(time, sizeof time, ", %.1f s\n", result.seconds);
     text = head + time + text;
     if (const size_t unchanged = result.UnchangedDrawings(); unchanged > 0)
-        text += "  " + Counted(unchanged, "drawing", "drawings") +
-                " unchanged since an earlier batch and not computed again; --force computes them\n";
-    text += "  files   " + result.out + "\n";
-    if (!result.page.empty()) text += "  report  " + result.page + "\n";
+        text +=
+            "  " + Counted(unchanged, Tr("drawing"), Tr("drawings")) +
+            Tr(" unchanged since an earlier batch and not computed again; --force computes them\n");
+    text += Tr("  files   ") + result.out + "\n";
+    if (!result.page.empty()) text += Tr("  report  ") + result.page + "\n";
     return text;
 }
 

@@ -126,6 +126,7 @@ OUTSIDE = [
     (r"\w+\.hxx|png\.h", ["host/solid"]),
     (r"geos_c\.h", ["host/geos"]),
     (r"iconv\.h", ["host/sys"]),
+    (r"libintl\.h", ["product/base"]),
     (r"CLI/.*", ["apps/qzenvelope", "apps/qzhost"]),
     (r"nlohmann/.*", ["product/report", "apps/qzenvelope"]),
     (r"(sys/.*|unistd|fcntl|dlfcn|link|poll|sched|glob|windows|io|share)(\.h)?",

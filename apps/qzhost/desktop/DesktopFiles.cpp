@@ -12,6 +12,7 @@
 #include "apps/qzhost/output/PlotDialog.h"
 #include "apps/qzhost/session/HostProgram.h"
 #include "apps/qzhost/words/Words.h"
+#include "host/dwg/drawing_file.h"
 #include "host/ed/session.h"
 #include "host/solid/revolve.h"
 
@@ -22,7 +23,11 @@ host::Session& Session() { return host::Session::Get(); }
 
 constexpr int kAfterFailure = 60 * 1000;  // milliseconds until a copy is tried again
 
-QString DrawingFilter() { return Tr("Drawings (*.dxf);;All files (*)"); }
+// DWG only where something here can read it.
+QString DrawingFilter() {
+    return host::dwg::HasConverter() ? Tr("Drawings (*.dxf *.dwg);;All files (*)")
+                                     : Tr("Drawings (*.dxf);;All files (*)");
+}
 
 // Files that were dragged here.
 QStringList FilesOf(const QMimeData& data) {

@@ -218,6 +218,10 @@
         <translation>距离</translation>
     </message>
     <message>
+        <source>Drawings (*.dxf *.dwg);;All files (*)</source>
+        <translation>图形 (*.dxf *.dwg);;所有文件 (*)</translation>
+    </message>
+    <message>
         <source>Drawings (*.dxf);;All files (*)</source>
         <translation>图形 (*.dxf);;所有文件 (*)</translation>
     </message>
