@@ -171,7 +171,7 @@ private:
             return false;
         }
         const auto contact = m_scene.tree.FirstAlong(path, G(), [&](int k) {
-            return k == end.stroke || (end.hasTwin && IsTwin(m_scene.strokes[k], end, G()));
+            return k == end.stroke || (end.hasTwin && IsTwin(m_scene.strokes[k], stroke, end, G()));
         });
         if (!contact || contact->length > reach) return false;
         if (contact->length > O() && contact->length > TailOf(e) / 2) return false;

@@ -266,7 +266,7 @@ CString CExactEnvelope::Explain(const SExactResult& result) {
 
 AcDbObjectId CExactEnvelope::Draw(const SExactResult& result) {
     AcDbObjectId id;
-    if (result.m_vertices.size() < 3) return id;
+    if (result.m_vertices.size() < 2) return id;
     const AcDbObjectId layerId = EnsureLayer(kEnvelopeLayer);
     if (layerId.isNull()) return id;
     std::unique_ptr<AcDbPolyline> polyline = MakePolyline(layerId);

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <limits>
 
+#include "Slivers.h"
+
 namespace outline {
 namespace {
 
@@ -16,7 +18,7 @@ namespace {
 class Floor {
 public:
     // profile  pieces in (u, r) from u = 0 inwards, each over its own part
-    Floor(const std::vector<Piece>& profile, double tiny) {
+    Floor(const std::vector<Piece>& profile, double tiny) : m_tiny(tiny) {
         double least = std::numeric_limits<double>::infinity();
         for (const Piece& p : profile) {
             least = (std::min)(least, p.y0);
@@ -39,9 +41,9 @@ public:
         const size_t i = Behind(u);
         if (i == m_parts.size()) return m_parts.empty() ? 0.0 : HeightIn(m_parts.back(), u);
         double height = HeightIn(m_parts[i], u);
-        // A step down at u itself counts.
-        if (m_parts[i].to <= u && i + 1 < m_parts.size())
-            height = (std::min)(height, HeightIn(m_parts[i + 1], u));
+        // A step down at u itself counts, as do places that rounding takes for it.
+        for (size_t k = i + 1; k < m_parts.size() && m_parts[k].from <= u + 2 * m_tiny; ++k)
+            height = (std::min)(height, HeightIn(m_parts[k], m_parts[k].from));
         return height;
     }
 
@@ -82,6 +84,7 @@ private:
         return count > 0 ? at[count - 1] : p.x0;
     }
 
+    const double m_tiny;
     std::vector<Part> m_parts;
 };
 
@@ -102,7 +105,8 @@ public:
         m_r = m_top;
         if (!m_in.isVertical && m_top > 0) {
             FindPieces();
-            const std::vector<Span> spans = UpperEnvelope(m_pieces, m_in.measures.tie);
+            std::vector<Span> spans = UpperEnvelope(m_pieces, m_in.measures.tie);
+            DropSlivers(spans, 2 * m_in.measures.tiny);
             for (size_t k = spans.size(); k-- > 0 && m_r > 0;) Walk(spans[k]);
         }
         GoDown(0.0);
@@ -174,7 +178,7 @@ private:
         const Piece& piece = m_pieces[span.piece];
         const double top = (std::min)(span.x1, m_r), bottom = (std::max)(span.x0, 0.0);
         if (!(top > bottom)) return;
-        if (top < m_r - m_in.measures.tiny) {
+        if (top < m_r - 3 * m_in.measures.tiny) {
             // Nothing is drawn at that height.
             GoDown(top);
             m_isStraight = true;

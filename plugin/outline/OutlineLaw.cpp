@@ -8,6 +8,7 @@
 #include "Bridges.h"
 #include "Faces.h"
 #include "Ring.h"
+#include "Slivers.h"
 #include "Tails.h"
 
 namespace outline {
@@ -40,19 +41,6 @@ std::vector<Piece> PiecesOf(const std::vector<plane::Curve>& curves, double upri
     for (size_t i = 0; i < curves.size(); ++i)
         AppendPieces(curves[i], static_cast<int>(i), upright, pieces);
     return pieces;
-}
-
-// Takes out spans that are no wider than rounding: where one curve ends and the next begins a hair
-// farther on, what lies below both would show between them. As wide as the step by which ends look
-// beside themselves, so that what they see is what is drawn.
-void DropSlivers(std::vector<Span>& spans, double step) {
-    std::vector<Span> kept;
-    kept.reserve(spans.size());
-    for (const Span& span : spans) {
-        if (!kept.empty() && span.x1 - kept.back().x1 <= step) continue;
-        kept.push_back(span);
-    }
-    spans.swap(kept);
 }
 
 // Straight pieces where between the first and the last span nothing is; reported.
@@ -92,11 +80,10 @@ bool ComesDown(const std::vector<Piece>& pieces, const std::vector<Span>& spans,
     for (size_t i = first; i < last; ++i) {
         const Piece& p = pieces[spans[i].piece];
         double lo = spans[i].x0, hi = spans[i].x1;
-        const double peak = p.bend > 0 ? (std::min)((std::max)(p.cx, lo), hi)
-                                       : (HeightAt(p, lo) >= HeightAt(p, hi) ? lo : hi);
-        // Within the outermost spans what lies outside of their peak may be low.
-        if (i == first) lo = peak;
-        if (i + 1 == last) hi = peak;
+        // Within the outermost spans what lies before the profile has risen may be low.
+        const double top = (std::min)((std::max)(p.cx, lo), hi);
+        if (i == first && HeightAt(p, lo) <= g) lo = p.bend > 0 ? top : hi;
+        if (i + 1 == last && HeightAt(p, hi) <= g) hi = p.bend > 0 ? top : spans[i].x0;
         if (lo > hi) continue;
         if (LowestIn(p, lo, hi) > g) continue;
         const bool isBottom = p.bend < 0 && p.cx > lo && p.cx < hi;
@@ -147,10 +134,11 @@ void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertic
     std::vector<plane::Curve> curves;
     curves.reserve(strokes.size() + found.joins.size());
     for (const Contour& c : strokes) curves.push_back(c.curve);
-    curves.insert(curves.end(), found.joins.begin(), found.joins.end());
+    for (const Join& join : found.joins) curves.push_back(join.line);
     const std::vector<Piece> drawn = PiecesOf(curves, m.tiny);
     if (drawn.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
     std::vector<Span> drawnSpans = UpperEnvelope(drawn, m.tie);
+    // As wide as the step by which ends look beside themselves, so that what they see is drawn.
     DropSlivers(drawnSpans, 2 * m.tiny);
     const ProfileIndex drawnProfile(drawn, drawnSpans);
     LookAtEnds(ends, drawnProfile, m);
@@ -168,13 +156,16 @@ void Build(const std::vector<Contour>& strokes, const Measures& m, bool isVertic
     }
 
     std::vector<plane::Curve>& rest = tails.curves;
-    rest.insert(rest.end(), found.joins.begin(), found.joins.end());
+    // What joins the end of a tail goes with it.
+    for (const Join& join : found.joins)
+        if (!tails.isCut[join.end]) rest.push_back(join.line);
     rest.insert(rest.end(), bridges.curves.begin(), bridges.curves.end());
     std::vector<Piece> pieces = PiecesOf(rest, m.tiny);
     if (pieces.empty()) return Refuse(envelope, Refusal::OnlyUpright, strokes.front().curve.from);
     std::vector<Span> spans = UpperEnvelope(pieces, m.tie);
     DropSlivers(spans, 2 * m.tiny);
     FillGaps(pieces, spans, m, envelope);
+    MendNarrow(pieces, spans, m, envelope);
     ReportOpenEnds(ends, isLeft, m.g, envelope);
     plane::Point place;
     if (ComesDown(pieces, spans, m.g, place)) return Refuse(envelope, Refusal::TwoTools, place);

@@ -21,8 +21,8 @@ bool IsSameDirection(const plane::Vector& a, const plane::Vector& b) {
 
 // Of the places that lie nearer than g, those that a line is drawn to: the nearest, and the
 // outermost in each direction, since others lie between these.
-void AddJoins(const plane::Point& p, const std::vector<plane::Point>& places, double tiny,
-              std::vector<plane::Curve>& joins) {
+void AddJoins(int end, const plane::Point& p, const std::vector<plane::Point>& places, double tiny,
+              std::vector<Join>& joins) {
     const auto pick = [&](const auto& less) {
         return *std::min_element(places.begin(), places.end(), less);
     };
@@ -36,17 +36,29 @@ void AddJoins(const plane::Point& p, const std::vector<plane::Point>& places, do
     for (int i = 0; i < 4; ++i) {
         bool isNew = plane::Distance(picked[i], p) > tiny;
         for (int k = 0; k < i; ++k) isNew = isNew && plane::Distance(picked[i], picked[k]) > tiny;
-        if (isNew) joins.push_back(plane::MakeLine(p, picked[i]));
+        if (isNew) joins.push_back({plane::MakeLine(p, picked[i]), end});
     }
+}
+
+// The shorter of both lies along the longer.
+bool IsAlong(const plane::Curve& a, const plane::Curve& b, double g) {
+    const bool isShorter = a.Length() <= b.Length();
+    const plane::Curve &part = isShorter ? a : b, &whole = isShorter ? b : a;
+    for (const double share : {0.0, 0.25, 0.5, 0.75, 1.0})
+        if (plane::Distance(whole, plane::PointAt(part, share)) > g) return false;
+    return true;
+}
+
+bool Leaves(const plane::Curve& c, const StrokeEnd& end, double g) {
+    return (plane::Distance(c.from, end.at) <= g &&
+            IsSameDirection(InwardOf(c, true), end.inward)) ||
+           (plane::Distance(c.to, end.at) <= g && IsSameDirection(InwardOf(c, false), end.inward));
 }
 
 }  // namespace
 
-bool IsTwin(const Contour& stroke, const StrokeEnd& end, double g) {
-    const plane::Curve& c = stroke.curve;
-    return (plane::Distance(c.from, end.at) <= g &&
-            IsSameDirection(InwardOf(c, true), end.inward)) ||
-           (plane::Distance(c.to, end.at) <= g && IsSameDirection(InwardOf(c, false), end.inward));
+bool IsTwin(const Contour& stroke, const Contour& own, const StrokeEnd& end, double g) {
+    return Leaves(stroke.curve, end, g) && IsAlong(stroke.curve, own.curve, g);
 }
 
 StrokeEnds FindEnds(const std::vector<Contour>& strokes, const CurveTree& tree,
@@ -72,7 +84,7 @@ StrokeEnds FindEnds(const std::vector<Contour>& strokes, const CurveTree& tree,
                 const double distance = plane::Distance(other, end.at);
                 if (distance > measures.g) return true;
                 if (distance > measures.tiny) places.push_back(plane::NearestPoint(other, end.at));
-                if (IsTwin(strokes[k], end, measures.g)) {
+                if (IsTwin(strokes[k], strokes[i], end, measures.g)) {
                     end.hasTwin = true;
                     return true;
                 }
@@ -80,7 +92,8 @@ StrokeEnds FindEnds(const std::vector<Contour>& strokes, const CurveTree& tree,
                 isMet = distance <= measures.tiny;
                 return !isMet;
             });
-            if (!isMet && !places.empty()) AddJoins(end.at, places, measures.tiny, found.joins);
+            if (!isMet && !places.empty())
+                AddJoins(2 * i + (isStart ? 0 : 1), end.at, places, measures.tiny, found.joins);
         }
     }
     return found;
@@ -109,7 +122,7 @@ WayBack FindWayBack(const std::vector<Contour>& strokes, const CurveTree& tree,
     const double limit = reach + 2 * g;
     if (length > limit) path = plane::PartOf(path, path.from, plane::PointAt(path, limit / length));
     const auto contact = tree.FirstAlong(path, g, [&](int k) {
-        return k == end.stroke || (end.hasTwin && IsTwin(strokes[k], end, g));
+        return k == end.stroke || (end.hasTwin && IsTwin(strokes[k], strokes[end.stroke], end, g));
     });
     back.length = contact ? contact->length : length;
     back.at = contact ? contact->at : (end.isStart ? c.to : c.from);

@@ -22,11 +22,15 @@ struct StrokeEnd {
     bool IsUpright(double cosine) const { return std::fabs(inward.x) <= cosine; }
 };
 
-// Both ends of every stroke, start before end, and the short straight lines that join ends to what
-// lies nearer than g.
+// A short straight line from an end, by its number, to what lies nearer than g.
+struct Join {
+    plane::Curve line;
+    int end = -1;
+};
+// Both ends of every stroke, start before end.
 struct StrokeEnds {
     std::vector<StrokeEnd> ends;
-    std::vector<plane::Curve> joins;
+    std::vector<Join> joins;
 };
 // cost  O(n log n) for drawings in which few strokes pass by the same end
 StrokeEnds FindEnds(const std::vector<Contour>& strokes, const CurveTree& tree,
@@ -36,9 +40,10 @@ StrokeEnds FindEnds(const std::vector<Contour>& strokes, const CurveTree& tree,
 void LookAtEnds(std::vector<StrokeEnd>& ends, const ProfileIndex& profile,
                 const Measures& measures);
 
-// True when the stroke ends where `end` is and leaves it in the same direction: drawn twice, though
-// not on one line to the last digit.
-bool IsTwin(const Contour& stroke, const StrokeEnd& end, double g);
+// True when the stroke ends where `end` of `own` is, leaves it in the same direction, and the
+// shorter of both lies along the longer: drawn twice, though not on one line to the last digit.
+// Curves that only touch, as in a cusp, part from one another.
+bool IsTwin(const Contour& stroke, const Contour& own, const StrokeEnd& end, double g);
 
 // The way back from a free end to the first place where another stroke touches; looked at no
 // farther than `reach` along the stroke.

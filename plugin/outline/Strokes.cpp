@@ -4,6 +4,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
+
+#include "CurveTree.h"
+#include "plane/box.h"
 
 namespace outline {
 namespace {
@@ -16,6 +20,8 @@ constexpr double kSeam = -0.000731;
 // How many strokes that are not ended yet a curve is compared with: more lie within `tiny` of one
 // another only in drawings that are finer than their own coordinates.
 constexpr size_t kOpenStrokes = 8;
+// How many lines near one end are compared with its own when directions differ.
+constexpr int kNearLines = 64;
 
 struct Key {
     double value = 0;
@@ -56,6 +62,9 @@ public:
         : m_curves(curves), m_tiny(tiny), m_meet(meet), m_out(out) {}
 
     void Join(const Items& lines) {
+        plane::Box box;
+        for (const size_t i : lines) box.Add(plane::BoxOf(m_curves[i].curve));
+        m_reach = lines.empty() ? 0.0 : plane::Distance(box.low, box.high);
         ForEachRun(
             lines, [&](size_t i) { return DirectionOf(i); }, [](double) { return kAngleGap; },
             [&](const Items& run) { JoinParallel(run); });
@@ -80,10 +89,11 @@ private:
 
     void JoinParallel(const Items& run) {
         if (run.size() == 1) return m_out.push_back(m_curves[run[0]]);
-        size_t longest = run[0];
-        for (const size_t i : run)
-            if (m_curves[i].curve.Length() > m_curves[longest].curve.Length()) longest = i;
-        m_along = plane::Unit(m_curves[longest].curve.Chord());
+        // Where directions differ by what shows at the drawing's length, no common one tells lines
+        // apart.
+        if ((DirectionOf(run.back()) - DirectionOf(run.front())) * m_reach > m_tiny)
+            return JoinLeaning(run);
+        TakeDirection(run);
         const auto offset = [&](size_t i) {
             const plane::Point middle = m_curves[i].curve.Middle();
             return plane::Cross(m_along, {middle.x, middle.y});
@@ -92,6 +102,53 @@ private:
         ForEachRun(
             run, offset, [&](double) { return 2 * m_tiny; },
             [&](const Items& line) { JoinOnLine(line); });
+    }
+
+    void TakeDirection(const Items& lines) {
+        size_t longest = lines[0];
+        for (const size_t i : lines)
+            if (m_curves[i].curve.Length() > m_curves[longest].curve.Length()) longest = i;
+        m_along = plane::Unit(m_curves[longest].curve.Chord());
+    }
+
+    // Lines in nearly one direction, by what lies at their ends.
+    void JoinLeaning(const Items& run) {
+        std::vector<Contour> lines;
+        for (const size_t i : run) lines.push_back(m_curves[i]);
+        const CurveTree tree(lines);
+        std::vector<int> root(run.size());
+        std::iota(root.begin(), root.end(), 0);
+        const auto find = [&](int i) {
+            while (root[i] != i) i = root[i] = root[root[i]];
+            return i;
+        };
+        for (size_t i = 0; i < run.size(); ++i)
+            for (const plane::Point& p : {lines[i].curve.from, lines[i].curve.to}) {
+                int left = kNearLines;
+                tree.Visit(p, m_meet, [&](int k) {
+                    const plane::Curve &own = lines[i].curve, &other = lines[k].curve;
+                    if (plane::Distance(other, p) <= m_meet && AreOnOneLine(own, other))
+                        root[find(k)] = find(static_cast<int>(i));
+                    return --left > 0;
+                });
+            }
+        std::vector<Items> groups(run.size());
+        for (size_t i = 0; i < run.size(); ++i) groups[find(static_cast<int>(i))].push_back(run[i]);
+        for (const Items& group : groups) {
+            if (group.empty()) continue;
+            TakeDirection(group);
+            JoinOnLine(group);
+        }
+    }
+
+    // The ends of the shorter lie on the longer's line.
+    bool AreOnOneLine(const plane::Curve& a, const plane::Curve& b) const {
+        const bool isLonger = a.Length() >= b.Length();
+        const plane::Curve &base = isLonger ? a : b, &part = isLonger ? b : a;
+        const plane::Vector u = plane::Unit(base.Chord());
+        for (const plane::Point& p : {part.from, part.to})
+            if (std::fabs(plane::Cross(u, p - base.from)) > m_tiny) return false;
+        return true;
     }
 
     void JoinOnLine(const Items& line) {
@@ -133,14 +190,9 @@ private:
         return stroke;
     }
 
-    // The ends of the shorter must lie on the longer's line.
     bool Extend(Open& stroke, size_t i) const {
         const Open other = Begin(i);
-        const bool isLonger = stroke.high - stroke.low >= other.high - other.low;
-        const Open &base = isLonger ? stroke : other, &part = isLonger ? other : stroke;
-        const plane::Vector u = plane::Unit(base.to - base.from);
-        for (const plane::Point& p : {part.from, part.to})
-            if (std::fabs(plane::Cross(u, p - base.from)) > m_tiny) return false;
+        if (!AreOnOneLine(plane::MakeLine(stroke.from, stroke.to), m_curves[i].curve)) return false;
         stroke.isAlone = false;
         stroke.isApproximate = stroke.isApproximate && other.isApproximate;
         stroke.source = (std::min)(stroke.source, other.source);
@@ -168,6 +220,7 @@ private:
     const double m_tiny, m_meet;
     std::vector<Contour>& m_out;
     plane::Vector m_along;
+    double m_reach = 0;  // how far apart lines may lie
 };
 
 // --- Arcs

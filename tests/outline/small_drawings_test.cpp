@@ -1,4 +1,6 @@
 // One small drawing with its outline for each paragraph of the rules.
+#include <iterator>
+
 #include "outline_text.h"
 #include "plain_law.h"
 
@@ -191,11 +193,99 @@ TEST(SmallDrawings, BothHalvesAreSwept) {
         test::Show(Find("0,0 0,10 30,10 30,-8 0,-8 0,0 | 30,-8 30,-12 40,-12 40,0", Half::Both)));
 }
 
+// What has no width, what lies within a point of itself, and cusps.
+const SmallCase kNarrowCases[] = {
+    {"two extension lines at a wall, nearer than a point",
+     "0,0 0,10 20,10 20,6 40,6 40,0 | 20,10 20,30 | 20.000001,10 20.000001,30",
+     "0,0 0,10 20.000001,10 20.000001,6 40,6 40,0", 0, 0, 2},
+    {"two extension lines on a top, nearer than a point",
+     "0,0 0,10 20,10 20,6 40,6 40,0 | 10,10 10,30 | 10.00001,10 10.00001,30",
+     "0,0 0,10 20,10 20,6 40,6 40,0", 0, 0, 2},
+    {"two extension lines that cross",
+     "0,0 0,10 20,10 20,6 40,6 40,0 | 10,10 10,30 | 10.000001,10 9.999999,30.000001",
+     "0,0 0,10 20,10 20,6 40,6 40,0", 0, 0, 2},
+    {"two extension lines, one shorter",
+     "0,0 0,10 20,10 20,6 40,6 40,0 | 20,10 20,30 | 20.00001,10 20.00001,22",
+     "0,0 0,10 20.00001,10 20.00001,6 40,6 40,0", 0, 0, 2},
+    {"a slot beside a wall", "0,0 0,10 20,10 20,6 | 20.0003,6 40,6 40,0 | 0,3 40,3",
+     "0,0 0,10 20,10 20,6 40,6 40,0", 1},
+    {"a mark in two parts that leans by less than a point",
+     "0,0 0,168.8 26.2,168.8 | 26.2000013,168.8 26.19999975,185.7 | 26.19999975,185.7 "
+     "26.1999982,202.6",
+     "0,0 0,168.8 26.2000013,168.8 26.2000013,0", 0, 0, 1},
+    {"round teeth that touch in cusps", "0,0 0,10 5,10(-1) 5.1,10(-1) 5.2,10(-1) 5.3,10 40,10 40,0",
+     "0,0 0,10 5,10(-1) 5.1,10(-1) 5.2,10(-1) 5.3,10 40,10 40,0"},
+    {"a ball", "5,0(-1) 15,0", "5,0(-1) 15,0"},
+};
+
+TEST(SmallDrawings, WhatHasNoWidthDoesNotShow) {
+    for (const SmallCase& c : kNarrowCases) {
+        SCOPED_TRACE(c.name);
+        const Envelope found = Find(c.drawing);
+        EXPECT_EQ(Refusal::None, found.refusal);
+        EXPECT_EQ(Rounded(c.outline), test::Show(found));
+        EXPECT_EQ(c.bridges, static_cast<int>(found.bridges.size()));
+        EXPECT_EQ(c.tails, static_cast<int>(found.tails.size()));
+    }
+}
+
+// Ends that were meant to lie at one height, apart by the noise of what drew them: a face does not
+// run back along the neck between them.
+TEST(SmallDrawings, NoiseAtAFacesFootDoesNotShow) {
+    for (const double noise : {0.0, 1e-13, 1e-12, 1e-11, 1e-10, 1e-9}) {
+        SCOPED_TRACE(noise);
+        Request request;
+        request.lengths.side = 5;
+        const plane::Point at[][2] = {{{0, 0}, {0, 6}},
+                                      {{0, 6}, {30, 6}},
+                                      {{30, 6 + 0.1 * noise}, {35, 6 + 0.5 * noise}},
+                                      {{35, 6}, {34.7, 8}},
+                                      {{34.7, 8}, {38, 8}},
+                                      {{38, 8}, {37.7, 6 + noise}},
+                                      {{37.7, 6 - 0.1 * noise}, {37.7, 0}}};
+        for (const auto& line : at)
+            request.curves.push_back({plane::MakeLine(line[0], line[1]), 0, false});
+        const Envelope found = outline::FindEnvelope(request);
+        ASSERT_EQ(Refusal::None, found.refusal);
+        ASSERT_EQ(6u, found.edges.size());
+        EXPECT_NEAR(37.7, found.edges[4].to.x, 1e-5);
+        EXPECT_NEAR(6, found.edges[4].to.y, 1e-5);
+    }
+}
+
+// A face whose neck is as deep as the step of the profile: turned, rounding must not open it.
+TEST(SmallDrawings, TurningDoesNotOpenAFace) {
+    const std::string drawing = "-40,0 -40,6 2,6 2,12 | 0,0 0,9(-0.41421356237309503) 1,10 2,10";
+    for (const double degrees : {0.0, 5.7, 57.3, 114.6, 200.0}) {
+        SCOPED_TRACE(degrees);
+        Request request;
+        for (outline::Contour contour : test::ParseContour(drawing)) {
+            // There and back: the rounding of both stays.
+            for (const double turn : {degrees, -degrees})
+                for (plane::Point* p :
+                     {&contour.curve.from, &contour.curve.to, &contour.curve.centre}) {
+                    const plane::Vector v =
+                        plane::Turned(plane::Vector{p->x, p->y}, turn * plane::kHalfTurn / 180);
+                    *p = {v.x, v.y};
+                }
+            request.curves.push_back(contour);
+        }
+        const Envelope found = outline::FindEnvelope(request);
+        const plane::Point corners[] = {{-40, 6}, {0, 6}, {0, 9}, {1, 10}, {2, 10}, {2, 0}};
+        ASSERT_EQ(std::size(corners), found.edges.size());
+        for (size_t i = 0; i < std::size(corners); ++i)
+            EXPECT_LE(plane::Distance(corners[i], found.edges[i].to), 1e-9) << i;
+    }
+}
+
 TEST(SmallDrawings, TwoToolsAreRefused) {
     const Envelope found = Find("0,0 0,10 20,10 30,0 40,10 60,10 60,0");
     EXPECT_EQ(Refusal::TwoTools, found.refusal);
     EXPECT_NEAR(30, found.place.x, 1e-9);
     EXPECT_TRUE(found.edges.empty());
+    // A single arc that touches the axis between its ends.
+    for (const char* drawing : {"0,10(1) 20,10", "0,0 0,10(1) 20,10 20,0"})
+        EXPECT_EQ(Refusal::TwoTools, Find(drawing).refusal) << drawing;
 }
 
 }  // namespace
