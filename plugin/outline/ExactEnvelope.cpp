@@ -188,13 +188,16 @@ SExactResult CExactEnvelope::Find() const {
 
     // Twice: how finely splines are to be followed is known when the size is.
     double curve = m_request.m_dCurve;
-    SContour contour = ReadContour(m_request, curve > 0.0 ? curve : 1e-3);
+    SContour contour = ReadContour(m_request, (std::max)(curve, 1e-3));
     const plane::Box box = BoxOf(contour.m_curves);
     const bool hasFree = std::any_of(contour.m_curves.begin(), contour.m_curves.end(),
                                      [](const outline::Contour& c) { return c.isApproximate; });
-    if (hasFree && !(curve > 0.0)) {
+    if (hasFree && curve < 1e-3) {
         // In one half the size is at least half of this.
-        curve = (std::min)(1e-3, 0.4e-5 * plane::Length({box.Width(), box.Height()}));
+        const double length = plane::Length({box.Width(), box.Height()});
+        if (curve > 0.0 && curve < outline::FinestCurve(length / 2))
+            return refuse(SExactResult::E_Refusal_BadLengths);
+        if (!(curve > 0.0)) curve = (std::min)(1e-3, 0.4e-5 * length);
         contour = ReadContour(m_request, curve);
     }
     for (const plane::Curve& c : m_request.m_curves) contour.m_curves.push_back({c, -1, false});
@@ -243,7 +246,9 @@ CString CExactEnvelope::Explain(const SExactResult& result) {
             return _T("a length is negative, no number, or does not fit what is drawn: the ")
                    _T("closest ")
                    _T("points lie at least eight roundings and at most a tenth of the size apart, ")
-                   _T("overshoots and curve tolerances are no longer than the size; give others, ")
+                   _T("overshoots and curve tolerances are no longer than the size, and curves ")
+                   _T("are ")
+                   _T("followed no closer than 1e-10 of it; give others, ")
                    _T("or none for the defaults");
         case SExactResult::E_Refusal_NotFinite:
             return strEntity + _T(" has a coordinate that is no number or beyond 1e60, near ") +

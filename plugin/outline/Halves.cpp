@@ -23,6 +23,9 @@ constexpr double kRelativeTie = 1e-12;
 constexpr double kRoundingsInPoint = 8.0;
 // The farthest that a point may be a share of the size.
 constexpr double kWidestPoint = 0.1;
+// The finest curve tolerance as a share of the size: tangent arcs that follow a curve more closely
+// are shorter than what is told apart.
+constexpr double kFinestCurve = 1e-10;
 
 plane::Curve Mirrored(const plane::Curve& curve) {
     plane::Curve m = curve;
@@ -134,11 +137,13 @@ Lengths WithDefaults(const Lengths& lengths, double size, double rounding) {
     return used;
 }
 
+double FinestCurve(double size) { return (std::min)(kFinestCurve * size, 1e-3); }
+
 bool AreSensible(const Lengths& used, double size, double rounding) {
     for (const double length : {used.point, used.side, used.overshoot, used.curve})
         if (!(length > 0.0) || !std::isfinite(length)) return false;
     return used.point >= kRoundingsInPoint * rounding && used.point <= kWidestPoint * size &&
-           used.overshoot <= size && used.curve <= size;
+           used.overshoot <= size && used.curve <= size && used.curve >= FinestCurve(size);
 }
 
 std::vector<Contour> ToHalf(const std::vector<Contour>& curves, Half half) {

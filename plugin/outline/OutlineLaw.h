@@ -71,9 +71,12 @@ inline constexpr double kFarthest = 1e60;
 // True when all of a curve's numbers are numbers, and none lies beyond that.
 bool IsWithin(const plane::Curve& curve);
 
+// The finest curve tolerance for a size; never above the default.
+double FinestCurve(double size);
+
 // Whether lengths as used fit a drawing: neither the overshoot nor the curve tolerance is above the
-// size, and g is no more than a tenth of it and no less than what coordinates off by `rounding` can
-// tell.
+// size, the latter is not finer than FinestCurve, and g is no more than a tenth of it and no less
+// than what coordinates off by `rounding` can tell.
 bool AreSensible(const Lengths& used, double size, double rounding);
 
 // Why a curve counts for nothing.

@@ -95,6 +95,8 @@ TEST(Refusals, LengthsThatDoNotFit) {
     check(2, 52, true);
     check(2, 1e-9, false);
     check(3, 52, true);
+    check(3, 1e-13, true);  // tangent arcs finer than what is told apart
+    check(3, 1e-8, false);
 }
 
 // Far away what can be told apart is coarser, and so is what counts as one point.
