@@ -61,10 +61,12 @@ private:
     }
 
     void Add(const Curve& curve, int nSmooth = SDrawnShape::kExact) {
-        if (!plane::IsFinite(curve.from) || !plane::IsFinite(curve.to)) return;
+        if (!plane::IsFinite(curve.from) || !plane::IsFinite(curve.to)) return Spoil();
         m_shape.m_curves.push_back(curve);
         m_shape.m_smoothOf.push_back(nSmooth);
     }
+
+    void Spoil() { m_shape.m_bSound = false; }
 
     void AddLine(const Point& from, const Point& to) {
         if (from != to) Add(plane::MakeLine(from, to));
@@ -94,7 +96,7 @@ private:
     void AddArc(const SArc& arc) {
         const Point centre = Flat(arc.m_centre), from = Flat(arc.m_start), to = Flat(arc.m_end);
         const Vector u = Flat(arc.m_u), v = Flat(arc.m_v);
-        if (!plane::IsFinite(centre) || !(arc.m_dSweep > 0.0)) return;
+        if (!plane::IsFinite(centre) || !(arc.m_dSweep > 0.0)) return Spoil();
         const bool bFull = arc.m_dSweep >= plane::kFullTurn - kTurnTol;
         const double dUU = Dot(u, u), dVV = Dot(v, v);
         const double dSlack = kSameAxes * (std::max)(dUU, dVV);
@@ -110,7 +112,8 @@ private:
             curve.bulge = dSide * std::tan(dSweep / 4.0);
             curve.centre = centre;
             curve.radius = dRadius;
-            if (plane::IsFinite(curve.from) && dRadius > 0.0) Add(curve);
+            if (!(dRadius > 0.0)) return Spoil();
+            Add(curve);
         };
         if (!bFull && arc.m_dSweep <= kWidestArc) return piece(from, to, arc.m_dSweep);
         const double dHalf = bFull ? plane::kHalfTurn : arc.m_dSweep / 2.0;
@@ -130,7 +133,7 @@ private:
         SArc arc;
         if (entity.getStartPoint(arc.m_start) != Acad::eOk ||
             entity.getEndPoint(arc.m_end) != Acad::eOk)
-            return;
+            return Spoil();
         arc.m_centre = entity.center();
         arc.m_u = arc.m_start - arc.m_centre;
         arc.m_v = entity.normal().crossProduct(arc.m_u);
@@ -142,7 +145,7 @@ private:
 
     void AddCircle(const AcDbCircle& entity) {
         SArc arc;
-        if (entity.getStartPoint(arc.m_start) != Acad::eOk) return;
+        if (entity.getStartPoint(arc.m_start) != Acad::eOk) return Spoil();
         arc.m_end = arc.m_start;
         arc.m_centre = entity.center();
         arc.m_u = arc.m_start - arc.m_centre;
@@ -158,7 +161,7 @@ private:
         double dFrom = 0.0, dTo = 0.0;
         if (entity.getStartPoint(start) != Acad::eOk || entity.getEndPoint(end) != Acad::eOk ||
             entity.getStartParam(dFrom) != Acad::eOk || entity.getEndParam(dTo) != Acad::eOk)
-            return;
+            return Spoil();
         if (dTo <= dFrom) dTo += plane::kFullTurn;
         const bool bFull = dTo - dFrom >= plane::kFullTurn - kTurnTol;
         const AcGeVector3d major = entity.majorAxis();
@@ -179,14 +182,14 @@ private:
         double dControlTol = 0.0, dKnotTol = 0.0;
         if (entity.getNurbsData(nDegree, bRational, bClosed, bPeriodic, controls, knots, weights,
                                 dControlTol, dKnotTol) != Acad::eOk)
-            return;
+            return Spoil();
         plane::Nurbs spline;
         spline.degree = nDegree;
         for (int i = 0; i < controls.length(); ++i) spline.points.push_back(Flat(controls[i]));
         for (int i = 0; i < knots.length(); ++i) spline.knots.push_back(knots[i]);
         if (bRational)
             for (int i = 0; i < weights.length(); ++i) spline.weights.push_back(weights[i]);
-        if (!plane::IsSound(spline)) return;
+        if (!plane::IsSound(spline)) return Spoil();
         const Point first = plane::PointAt(spline, plane::StartOf(spline));
         AddSmooth(spline, entity.isClosed() ? &first : nullptr);
         m_shape.m_bClosed = entity.isClosed();
@@ -197,7 +200,7 @@ private:
         for (unsigned int i = 0; i < entity.numVerts(); ++i)
             if (entity.getPointAt(i, vertices[i].m_point) != Acad::eOk ||
                 entity.getBulgeAt(i, vertices[i].m_dBulge) != Acad::eOk)
-                return;
+                return Spoil();
         AddVertices(vertices, entity.isClosed(), entity.normal());
     }
 

@@ -22,6 +22,10 @@ struct SDrawnShape {
     bool m_bRound = false;
     // False when the tolerance could not be kept with the most arcs that one curve may have.
     bool m_bWithin = true;
+    // False when something of the entity cannot be drawn as it is stated: coordinates that are no
+    // numbers, an arc without a radius, a spline whose knots fall or are too few. What has no
+    // length only is sound.
+    bool m_bSound = true;
 
     static constexpr int kExact = -1;
 };

@@ -65,6 +65,18 @@ CString SDrawnFault::Text() const {
             text.Format(_T("entity %s lies in another drawing and is left out"),
                         handle.GetString());
             break;
+        case MissingBlock:
+            text.Format(
+                _T("block reference %s shows nothing: the drawing has no such block; ")
+                _T("insert it again"),
+                handle.GetString());
+            break;
+        case Unsound:
+            text.Format(
+                _T("entity %s, or a part of it, cannot be drawn as it is stated and is ")
+                _T("left out; draw it again"),
+                handle.GetString());
+            break;
     }
     return text;
 }
@@ -208,7 +220,8 @@ void CDrawnWalk::EnterReference(const AcDbBlockReference& reference, const SDraw
                                 const SFrame& outer) {
     SFrame frame;
     frame.m_blockId = reference.blockTableRecord();
-    if (frame.m_blockId.isNull()) return;
+    if (frame.m_blockId.isNull())
+        return Note(SDrawnFault::MissingBlock, reference.objectId(), AcDbObjectId::kNull);
     frame.m_inherited = InheritedOf(item);
     frame.m_nDepth = outer.m_nDepth + 1;
     frame.m_outer = outer.m_place;

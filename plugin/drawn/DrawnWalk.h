@@ -64,7 +64,11 @@ struct SDrawnFault {
         BlockHoldsItself,  // the reference m_id is left out: its block is being taken apart already
         TooMuch,           // the walk ends here, in the block; what was seen until then is good
         CannotOpen,        // m_id is left out: it is erased, or open for writing elsewhere
-        WrongDatabase      // m_id is left out: it lies in another drawing
+        WrongDatabase,     // m_id is left out: it lies in another drawing
+        MissingBlock,      // the reference m_id shows nothing: the drawing has no such block
+        // m_id, or a part of it, cannot be drawn as it is stated. Told by those who ask for shapes
+        // (SDrawnShape::m_bSound), not by the walk.
+        Unsound
     };
     EKind m_kind;
     AcDbObjectId m_id;

@@ -18,6 +18,8 @@ CEncircleTrace::E_LeftOut ReasonOf(SExactResult::E_LeftOut reason) {
             return CEncircleTrace::E_LeftOut_Locked;
         case SExactResult::E_LeftOut_Linetype:
             return CEncircleTrace::E_LeftOut_Linetype;
+        case SExactResult::E_LeftOut_Unsound:
+            return CEncircleTrace::E_LeftOut_NotFinite;
         case SExactResult::E_LeftOut_Block:
             return CEncircleTrace::E_LeftOut_Explode;
         default:

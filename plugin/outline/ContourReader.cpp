@@ -3,6 +3,7 @@
 #include "ContourReader.h"
 
 #include <map>
+#include <set>
 
 #include "DrawnShape.h"
 #include "DrawnWalk.h"
@@ -101,7 +102,11 @@ private:
         if (IsLeftOut(item, reason, strWhat))
             return LeaveOut(reason, strWhat, item.m_pickedId, &item);
         SDrawnShape shape;
-        if (!GetDrawnShape(item.m_entity, item.m_place, m_dCurve, shape)) return;
+        GetDrawnShape(item.m_entity, item.m_place, m_dCurve, shape);
+        if (!shape.m_bSound && m_told.insert(item.m_id).second)
+            LeaveOut(SExactResult::E_LeftOut_Unsound,
+                     SDrawnFault{SDrawnFault::Unsound, item.m_id, CString()}.Text(),
+                     item.m_pickedId, &item);
         if (!shape.m_bWithin)
             LeaveOut(SExactResult::E_LeftOut_Coarse, CString(), item.m_pickedId, &item);
         const int source = m_sources.at(item.m_pickedId);
@@ -118,6 +123,7 @@ private:
     SContour& m_contour;
     std::map<AcDbObjectId, int> m_sources;
     CDrawnWalk* m_pWalk = nullptr;
+    std::set<AcDbObjectId> m_told;  // as unsound: a block may show it many times
 };
 
 }  // namespace

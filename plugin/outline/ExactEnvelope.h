@@ -69,6 +69,7 @@ struct SExactResult {
         E_LeftOut_Circle,        // a full circle or ellipse within the envelope
         E_LeftOut_CircleBeyond,  // one that reaches beyond it
         E_LeftOut_Block,         // too deep, holds itself, or cannot be read
+        E_LeftOut_Unsound,       // cannot be drawn as it is stated, or a part of it cannot
         E_LeftOut_Coarse,     // takes part, but the most arcs were not enough to follow it closely
         E_LeftOut_OnAxis,     // nowhere off the axis
         E_LeftOut_Short,      // shorter than g

@@ -35,20 +35,6 @@ void AddSpans(const std::vector<SExactResult::SBridge>& spans, const char* what,
     }
 }
 
-// Entities that might have been meant to be part of the contour.
-const char* WhySuspicious(SExactResult::E_LeftOut reason) {
-    switch (reason) {
-        case SExactResult::E_LeftOut_Unopenable:
-            return "cannot be opened";
-        case SExactResult::E_LeftOut_Locked:
-            return "on a locked layer";
-        case SExactResult::E_LeftOut_Block:
-            return "a block that cannot be taken apart";
-        default:
-            return nullptr;
-    }
-}
-
 std::vector<plane::Point> PlaneChords(const std::vector<Vertex>& ring, double tolerance) {
     std::vector<plane::Point> chords;
     for (const Point& p : ChordsOf(ring, true, tolerance)) chords.push_back({p.x, p.y});
@@ -83,8 +69,8 @@ void AddExactFindings(const SExactResult& exact, std::vector<Finding>& findings)
                 "a full circle or ellipse (handle " + HandleText(left.m_id) +
                     ") reaches beyond the envelope; --take-circles makes it part of it",
                 At(left.m_at));
-        else if (const char* const why = WhySuspicious(left.m_reason))
-            ++counts[ToUtf8(left.m_strWhat) + " left out, " + why];
+        else if (left.m_reason == SExactResult::E_LeftOut_Locked)
+            ++counts[ToUtf8(left.m_strWhat) + " left out, on a locked layer"];
     }
     for (const auto& [what, count] : counts)
         Add(findings, Finding::Kind::LeftOut, true, std::to_string(count) + " × " + what);

@@ -11,6 +11,7 @@ namespace product {
 namespace {
 
 constexpr double kHeightShare = 0.01;  // of the diameter, for heights place by place
+constexpr size_t kMostFaults = 3;      // are told one by one
 
 std::string Place(const Point& p) { return Figure(p.x) + ", " + Figure(p.y); }
 
@@ -95,6 +96,15 @@ void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
     for (const CEncircleTrace::SLeftOut& left : trace.m_leftOut) AddLeftOut(left, findings);
     for (const CString& note : trace.m_notes)
         Add(findings, Finding::Kind::Note, true, ToUtf8(note));
+}
+
+void AddFaultFindings(const std::vector<std::string>& faults, std::vector<Finding>& findings) {
+    const size_t told = std::min(faults.size(), kMostFaults);
+    for (size_t i = 0; i < told; ++i) Add(findings, Finding::Kind::LeftOut, true, faults[i]);
+    if (faults.size() > told)
+        Add(findings, Finding::Kind::LeftOut, true,
+            std::to_string(faults.size() - told) +
+                " more entities cannot be drawn as they are stated");
 }
 
 void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Finding>& findings) {

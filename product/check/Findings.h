@@ -3,6 +3,7 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <vector>
 
 #include "EncircleTrace.h"
@@ -18,6 +19,9 @@ namespace product {
 // none, and a step is no gap.
 void AddTraceFindings(const CEncircleTrace& trace, double pointTolerance,
                       std::vector<Finding>& findings);
+
+// What could not be read of what was picked: the first sentences, and how many more there are.
+void AddFaultFindings(const std::vector<std::string>& faults, std::vector<Finding>& findings);
 
 // Where an envelope meets itself.
 void AddMeetingFinding(const std::optional<SelfMeeting>& meeting, std::vector<Finding>& findings);

@@ -64,4 +64,9 @@ std::string VerdictOf(const std::vector<Finding>& findings) {
     return text;
 }
 
+std::string FailedVerdict(const std::string& reason, const std::vector<Finding>& findings) {
+    const std::string text = "failed: " + reason;
+    return Warnings(findings).empty() ? text : text + "; " + VerdictOf(findings);
+}
+
 }  // namespace product

@@ -11,6 +11,9 @@ namespace product {
 // "sure", or "worth a look: ..." with every warning, the most important first.
 std::string VerdictOf(const std::vector<Finding>& findings);
 
+// "failed: ..." with the reason, and what is worth a look beside it.
+std::string FailedVerdict(const std::string& reason, const std::vector<Finding>& findings);
+
 // Warnings first, the most important before the others; what was only looked at as it came.
 void SortFindings(std::vector<Finding>& findings);
 

@@ -31,6 +31,8 @@ struct FoundTool {
     bool isHalf = false;
     double agreement = 0;              // share of places at which its halves are alike
     std::vector<std::string> remarks;  // what weighs against it
+    // What could not be read of the sheet, a sentence each; told with its first tool.
+    std::vector<std::string> faults;
     std::vector<LeftOutNote> leftOut;
     std::optional<Point> standing;  // a mark may stand there on half a contour
 };

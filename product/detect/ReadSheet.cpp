@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 
 #include "DrawnShape.h"
 #include "DrawnWalk.h"
@@ -45,7 +46,11 @@ private:
         if (!item.IsShown() || item.IsLocked() || IsIgnored(item.m_layerId)) return;
         if (m_takes && !m_takes(m_walk.LayerName(item.m_layerId), item.m_entity.isA())) return;
         SDrawnShape shape;
-        if (GetDrawnShape(item.m_entity, item.m_place, m_tolerance, shape)) {
+        const bool isDrawn = GetDrawnShape(item.m_entity, item.m_place, m_tolerance, shape);
+        if (!shape.m_bSound && m_told.insert(item.m_id).second)
+            m_out.faults.push_back(
+                ToUtf8(SDrawnFault{SDrawnFault::Unsound, item.m_id, CString()}.Text()));
+        if (isDrawn) {
             AddShape(item, shape);
         } else if (const auto* text = AcDbText::cast(&item.m_entity)) {
             AddText(item, ToUtf8(text->textStringConst()), text->height(), text->rotation());
@@ -177,6 +182,7 @@ private:
     double m_tolerance;
     const ItemFilter& m_takes;
     ReadResult& m_out;
+    std::set<AcDbObjectId> m_told;  // in faults already: a block may show it many times
 };
 
 double SizeOf(const AcArray<AcDbObjectId>& ids) {

@@ -13,8 +13,10 @@ namespace product::detect {
 // The strokes, texts and heads of arrows that some entities show, their blocks taken apart.
 struct ReadResult {
     Sheet sheet;
-    AcArray<AcDbObjectId> entities;   // what Stroke::entity counts, in the order of the ids
-    std::vector<std::string> faults;  // blocks that could not be taken apart, UTF-8
+    AcArray<AcDbObjectId> entities;  // what Stroke::entity counts, in the order of the ids
+    // What could not be looked at, a sentence each, UTF-8: blocks that cannot be taken apart,
+    // entities that cannot be drawn as they are stated.
+    std::vector<std::string> faults;
 };
 
 // Whether something on that layer, as it shows, and of that class counts; empty: everything does.

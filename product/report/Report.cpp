@@ -53,20 +53,29 @@ Json AlgorithmJson(Algorithm algorithm) {
     return name.size() == 1 ? Json(name[0] - '0') : Json(name);
 }
 
-Json ParametersJson(const ToolRequest& request) {
+// The lengths are those that the run worked with: of the exact envelope its own.
+Json ParametersJson(const ToolRequest& request, const std::optional<SExactResult>& exact) {
     const ToolParameters& p = request.parameters;
-    return {{"centre", request.axis ? Json{request.axis->from.x, request.axis->from.y} : Json()},
-            {"window", request.rule.window ? Corners(*request.rule.window) : Json()},
-            {"half", NameOf(p.half)},
-            {"algorithm", AlgorithmJson(p.algorithm)},
-            {"include_dashed", p.includeDashed},
-            {"vertical_ends", p.verticalEnds},
-            {"axis", request.SeesAxis()},
-            {"point_tolerance", p.pointTolerance},
-            {"line_tolerance", p.lineTolerance},
-            {"horver_tolerance", p.horVerTolerance},
-            {"arc_precision", p.arcPrecision},
-            {"side_length", p.sideLength}};
+    Json json = {
+        {"centre", request.axis ? Json{request.axis->from.x, request.axis->from.y} : Json()},
+        {"window", request.rule.window ? Corners(*request.rule.window) : Json()},
+        {"half", NameOf(p.half)},
+        {"algorithm", AlgorithmJson(p.algorithm)},
+        {"include_dashed", p.includeDashed},
+        {"vertical_ends", p.verticalEnds},
+        {"axis", request.SeesAxis()}};
+    if (exact)
+        json.update({{"point_tolerance", exact->m_dPoint},
+                     {"side_length", exact->m_dSide},
+                     {"overshoot", exact->m_dOvershoot},
+                     {"curve_tolerance", exact->m_dCurve}});
+    else if (p.algorithm != Algorithm::Exact)
+        json.update({{"point_tolerance", p.pointTolerance},
+                     {"line_tolerance", p.lineTolerance},
+                     {"horver_tolerance", p.horVerTolerance},
+                     {"arc_precision", p.arcPrecision},
+                     {"side_length", p.sideLength}});
+    return json;
 }
 
 Json TraceJson(const ToolRun& run, const ToolParameters& parameters) {
@@ -249,7 +258,7 @@ Json RunJson(const ToolRun& run, const ToolRequest& request, const Drawing& draw
                    {"not_displayed", run.selection.notDisplayed},
                    {"earlier_envelopes_erased", run.envelopesErased}}},
                  {"trace", TraceJson(run, request.parameters)},
-                 {"parameters", ParametersJson(request)},
+                 {"parameters", ParametersJson(request, run.exact)},
                  {"file",
                   {{"version", drawing.Version()},
                    {"code_page", drawing.CodePage()},
@@ -324,7 +333,8 @@ Json JobJson(const ToolJob& job, const Drawing& drawing) {
         json["window"] = Corners(job.run.selection.box);
     json["cue"] = found != nullptr ? NameOf(found->cue) : "given";
     json["confidence"] = found != nullptr ? found->confidence : 1.0;
-    json["verdict"] = VerdictOf(job.review.findings);
+    json["verdict"] = job.failure ? FailedVerdict(job.failure->what(), job.review.findings)
+                                  : VerdictOf(job.review.findings);
     json["findings"] = FindingsJson(job.review.findings);
     json["failure"] = job.failure ? Json(job.failure->what()) : Json();
     return json;
@@ -343,7 +353,9 @@ std::string JobsSummary(const std::vector<ToolJob>& jobs, const Drawing& drawing
                                            std::to_string(jobs.size()) + ", "
                                      : std::string()) +
                     Describe(*job.found) + "\n";
-        if (job.run.envelope.found) text += VerdictOf(job.review.findings) + "\n";
+        // What failed is told apart; a failed tool is never sure.
+        if (!job.failure || !Warnings(job.review.findings).empty())
+            text += VerdictOf(job.review.findings) + "\n";
     }
     return text;
 }

@@ -67,6 +67,8 @@ const char* NameOf(SExactResult::E_LeftOut reason) {
             return "circle";
         case SExactResult::E_LeftOut_Block:
             return "block";
+        case SExactResult::E_LeftOut_Unsound:
+            return "not sound";
         case SExactResult::E_LeftOut_Coarse:
             return "coarse";
         case SExactResult::E_LeftOut_OnAxis:

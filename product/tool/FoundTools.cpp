@@ -6,6 +6,7 @@
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/check/Findings.h"
 #include "product/detect/ReadSheet.h"
 #include "product/tool/EngineRequest.h"
 #include "product/tool/Selection.h"
@@ -63,6 +64,7 @@ void AddEarlier(const AcArray<AcDbObjectId>& envelopes, FoundTools& found) {
 
 [[noreturn]] void RefuseUnsure(const FoundTools& found) {
     std::string text = "no tool was found with confidence";
+    for (const std::string& fault : found.faults) text += "; " + fault;
     if (found.doubtful.empty())
         text += "; nothing that is drawn looks like one";
     else
@@ -110,6 +112,7 @@ std::string OptionsFor(const detect::FoundTool& tool) {
 }
 
 void AddFoundFindings(const detect::FoundTool& tool, std::vector<Finding>& findings) {
+    AddFaultFindings(tool.faults, findings);
     for (const std::string& remark : tool.remarks)
         findings.push_back({Finding::Kind::Axis, true, remark, std::nullopt});
     if (tool.standing)
@@ -170,6 +173,7 @@ FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request) {
     if (found.tools.empty()) RefuseUnsure(found);
     AddEarlier(selection.envelopes, found);
     TellTheRest(found);
+    found.tools.front().tool.faults = found.faults;
     return found;
 }
 

@@ -20,7 +20,7 @@ struct FoundTools {
     std::vector<FoundRequest> tools;          // from left to right
     std::vector<detect::FoundTool> doubtful;  // considered and not taken, the most likely first
     std::vector<detect::Rest> rest;           // what none of these explains
-    std::vector<std::string> faults;          // blocks that could not be looked into
+    std::vector<std::string> faults;          // what of the sheet could not be read
 };
 
 // Looks for tools among what the request picks. Each found tool's request is the given one with the

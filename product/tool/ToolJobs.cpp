@@ -55,7 +55,9 @@ void RunJobs(Drawing& drawing, std::vector<ToolJob>& jobs, RunListener* listener
                                     "the envelope crosses itself at " +
                                         Figure(job.run.envelope.selfMeeting->at.x) + "," +
                                         Figure(job.run.envelope.selfMeeting->at.y) +
-                                        ": no solid can be made of it; use --algorithm exact");
+                                        ": no solid can be made of it" +
+                                        (job.run.exact ? "; look at the drawing there"
+                                                       : "; use --algorithm exact"));
         } catch (const Failure& failure) {
             job.failure = failure;
         }

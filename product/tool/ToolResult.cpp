@@ -11,6 +11,8 @@ bool ToolResult::HasWarning() const {
                        [](const Finding& finding) { return finding.isWarning; });
 }
 
-std::string ToolResult::Verdict() const { return isComputed ? VerdictOf(findings) : std::string(); }
+std::string ToolResult::Verdict() const {
+    return IsGood() ? VerdictOf(findings) : FailedVerdict(reason, findings);
+}
 
 }  // namespace product

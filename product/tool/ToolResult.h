@@ -32,7 +32,7 @@ struct ToolResult {
 
     bool IsGood() const { return isComputed && isExported; }
     bool HasWarning() const;
-    // As of a single computation; empty when there is no envelope.
+    // As of a single computation.
     std::string Verdict() const;
 };
 

@@ -276,11 +276,14 @@ ToolReview ToolRunner::Review(const ToolRequest& request, const ToolRun& run, co
                                    run.selection.cutAt});
     std::optional<AxisCheck> heights;
     const std::vector<Vertex> ring = RingAtTheTool(run, parameters.algorithm);
+    detect::Sheet sheet = detect::SheetOf(request.curves);
+    if (request.curves.empty()) {
+        detect::ReadResult read =
+            detect::ReadSheet(m_database, run.selection.ids, 0, request.rule.Filter());
+        AddFaultFindings(read.faults, review.findings);
+        sheet = std::move(read.sheet);
+    }
     if (request.SeesAxis() && run.envelope.found) {
-        const detect::Sheet sheet =
-            request.curves.empty()
-                ? detect::ReadSheet(m_database, run.selection.ids, 0, request.rule.Filter()).sheet
-                : detect::SheetOf(request.curves);
         heights = CheckAxisPlace(sheet, *request.axis, parameters.half, ring,
                                  2e-5 * detect::Diagonal(sheet.box));
         AddAxisFindings(*heights, *request.axis, review.findings);

@@ -176,6 +176,35 @@ class Checks(ProgramTest):
             self.assertAlmostEqual(20, result["envelope"]["diameter"])
             self.told(result, "left out", "1 line that touches the contour at 40, 6", warning=not has_text)
 
+    def test_what_cannot_be_drawn_as_it_is_stated_is_told(self):
+        def falling_knots(space):
+            spline = space.add_open_spline([(30, 6), (35, 20), (40, 20), (45, 6), (50, 6)])
+            spline.knots = [0, 0, 0, 0, 2, 1, 1, 1, 1]
+            return spline
+
+        def no_radius(space):
+            return space.add_arc((30, 12), 0, 0, 180)
+
+        def no_block(space):
+            return space.add_blockref("NOWHERE", (30, 6))
+
+        for add in (falling_knots, no_radius, no_block):
+            path = self.draw(UPPER, mirrored(UPPER), [(-5, 0), (65, 0)])
+            doc = ezdxf.readfile(path)
+            handle = add(doc.modelspace()).dxf.handle
+            doc.saveas(path)
+            for arguments in (("--centre", "0,0"), (), ("--centre", "0,0", "--algorithm", "3", "--half", "upper")):
+                with self.subTest(add=add.__name__, arguments=arguments):
+                    result = self.run_of(path, *arguments)
+                    self.assertAlmostEqual(20, result["envelope"]["diameter"])
+                    self.told(result, "left out", f" {handle}")
+
+    def test_a_failed_run_is_never_sure(self):
+        path = self.draw([(0, 0), (0, 10), (20, 10), (30, 0), (40, 10), (60, 10), (60, 0)])
+        result = self.run_of(path, "--axis", "0,0,1,0", "--half", "upper", status=(1,))
+        self.assertIn("pick one tool alone", result["verdict"])
+        self.assertTrue(result["verdict"].startswith("failed: "), result["verdict"])
+
     def test_strict(self):
         path = self.draw(UPPER, [(0, 0), (0, -8), (20, -8), (20, -6), (60, -6), (60, 0)])
         self.assertEqual(0, self.run_program("compute", path, "--centre", "0,0").returncode)
