@@ -118,6 +118,9 @@ int RunDesktop(const Options& options, int& argc, char** argv) {
     QApplication qt(argc, argv);
     QApplication::setOrganizationName("QZHost");
     QApplication::setApplicationName("QZHost");
+    // A caret that blinks has the whole window put together anew twice a second, with the solid in
+    // it: 2 to 3 % of a processor while nothing happens.
+    QApplication::setCursorFlashTime(0);
     app::UseLanguage(options.language.empty() ? app::Settings().Language()
                                               : QString::fromStdString(options.language));
     app::Desktop desktop(true);

@@ -18,6 +18,7 @@ class Session(DesktopCase):
     def test_from_nothing_to_the_solid(self):
         desktop = self.start()
         desktop.click(*DRAWING)
+        desktop.until("a window that costs nothing", lambda: desktop.processor_time(3) <= 0.01)
         self.draw(desktop)
         self.change(desktop)
         desktop.say("saveas", "Save drawing as")

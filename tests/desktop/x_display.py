@@ -73,6 +73,16 @@ class Desktop:
     def alive(self):
         return self.program.poll() is None
 
+    def processor_time(self, seconds):
+        """What the program uses in so many seconds, in seconds of all its threads."""
+        def used():
+            stat = pathlib.Path("/proc/%d/stat" % self.program.pid).read_text()
+            ticks = stat.rsplit(")", 1)[1].split()[11:13]
+            return sum(map(int, ticks)) / os.sysconf("SC_CLK_TCK")
+        before = used()
+        time.sleep(seconds)
+        return used() - before
+
     def until(self, what, happened):
         """Waits for a condition; what it was is told when it does not come."""
         end = time.monotonic() + PATIENCE
