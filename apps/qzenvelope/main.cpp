@@ -56,6 +56,9 @@ std::vector<ToolJob> JobsOf(Drawing& drawing, const ComputeOptions& options) {
             jobs.back().request = std::move(found.request);
             jobs.back().found = std::move(found.tool);
         }
+    } catch (const NoSureTool& refusal) {
+        if (options.json) Print(NoToolJson(refusal));
+        throw Completed(refusal, options.request.input);
     } catch (const Failure& failure) {
         throw Completed(failure, options.request.input);
     }

@@ -88,6 +88,11 @@ private:
         m_check.halvesApart = halves.height;
         m_check.halvesApartBehindTeeth = here.BetweenHalvesOfTeeth().height;
         m_check.halvesAt = m_frame.Out({halves.at, 0});
+        if (!m_check.isOneSided) {
+            const HalfHeights::Difference alone = here.WithoutOther();
+            m_check.oneSided = alone.height;
+            m_check.oneSidedAt = m_frame.Out({alone.at, 0});
+        }
         if (m_envelope.empty()) return;
         Sheet sheet;
         sheet.strokes.emplace_back();

@@ -21,6 +21,9 @@ struct AxisCheck {
     // flanks of a thread lie half a pitch apart.
     double halvesApart = 0, halvesApartBehindTeeth = 0;
     Point halvesAt;
+    // How much of the length has something on one side only; 0 when a whole side is empty.
+    double oneSided = 0;
+    Point oneSidedAt;
     // How far an envelope lies from the outermost that is drawn, place by place along the axis.
     std::optional<double> envelopeApart;
     Point envelopeAt;

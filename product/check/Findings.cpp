@@ -58,6 +58,32 @@ void AddLeftOut(const CEncircleTrace::SLeftOut& left, std::vector<Finding>& find
     Add(findings, Finding::Kind::LeftOut, IsSuspicious(left.m_reason), text);
 }
 
+// The exact envelope tells of a circle beyond it without knowing how far: that is one finding.
+void AddRound(const OutlineCheck::Round& round, std::vector<Finding>& findings) {
+    const std::string handle = "(handle " + round.handle + ")";
+    const auto told = std::find_if(findings.begin(), findings.end(), [&](const Finding& finding) {
+        return finding.kind == Finding::Kind::Beyond &&
+               finding.text.find(handle) != std::string::npos;
+    });
+    const bool isTold = told != findings.end();
+    if (isTold) findings.erase(told);
+    Add(findings, Finding::Kind::Beyond, true,
+        "a full circle or ellipse on layer " + round.layer + " " + handle + " reaches " +
+            Figure(round.reach.distance) + " beyond the envelope" +
+            (isTold ? "; --take-circles makes it part of it" : "; such are no part of it"),
+        round.reach.at);
+}
+
+// One half with a piece missing. Whether there was one.
+bool AddOneSided(const AxisCheck* heights, std::vector<Finding>& findings) {
+    if (heights == nullptr || heights->oneSided <= 0) return false;
+    Add(findings, Finding::Kind::Halves, true,
+        "one half is not drawn over " + Figure(heights->oneSided) + " of the length, at " +
+            Place(heights->oneSidedAt),
+        heights->oneSidedAt);
+    return true;
+}
+
 // What is left to compare when nothing encloses an area: heights place by place.
 void AddHeightFindings(const OutlineMeasure& measure, const std::string& half, double notable,
                        std::vector<Finding>& findings) {
@@ -75,7 +101,10 @@ void AddHeightFindings(const OutlineMeasure& measure, const std::string& half, d
                     " off the outermost that is drawn, at " + Place(heights->envelopeAt)
               : "the envelope is as high as what is drawn; the " + half + " encloses no area",
         isOff ? std::optional<Point>(heights->envelopeAt) : std::nullopt);
-    if (heights->isOneSided || heights->halvesApartBehindTeeth <= coarse) return;
+    AddOneSided(heights, findings);
+    if (heights->isOneSided || heights->halvesApart <= coarse ||
+        heights->halvesApartBehindTeeth <= coarse)
+        return;
     Add(findings, Finding::Kind::Halves, true,
         "upper and lower half differ by up to " + Figure(heights->halvesApart) + ", at " +
             Place(heights->halvesAt),
@@ -153,13 +182,10 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
                 isWarning ? std::optional<Point>(off.at) : std::nullopt);
     }
     for (const OutlineCheck::Round& round : check.rounds)
-        if (round.reach.distance > notable)
-            Add(findings, Finding::Kind::Beyond, true,
-                "a full circle or ellipse on layer " + round.layer + " (handle " + round.handle +
-                    ") reaches " + Figure(round.reach.distance) +
-                    " beyond the envelope; such are no part of it",
-                round.reach.at);
+        if (round.reach.distance > notable) AddRound(round, findings);
+    const bool isPartly = AddOneSided(measure.heights, findings);
     if (!check.hasOtherHalf) {
+        if (isPartly) return figures;
         Add(findings, Finding::Kind::Halves, false,
             measure.half == Half::Both ? std::string("only one half is drawn")
                                        : "only the " + half + " is there");
@@ -171,6 +197,10 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
         const bool isToothed =
             heights != nullptr && !isAlike && heights->halvesApartBehindTeeth <= notable;
         const bool isWarning = differ.distance > notable && !isAlike && !isToothed;
+        const double apart = isPartly ? heights->halvesApart : differ.distance;
+        const Point at = isPartly ? heights->halvesAt : differ.at;
+        // Where a half is not drawn its distance from the other says nothing of either.
+        if (isPartly && isAlike) return figures;
         if (differ.distance > notable && isAlike)
             Add(findings, Finding::Kind::Halves, false,
                 "the outlines of upper and lower half agree, what they enclose differs");
@@ -182,9 +212,8 @@ OutlineFigures AddOutlineFindings(const OutlineCheck& check, const OutlineMeasur
             Add(findings, Finding::Kind::Halves, isWarning,
                 differ.distance < kNoDeviation
                     ? "upper and lower half agree"
-                    : "upper and lower half differ by up to " + Figure(differ.distance) + ", at " +
-                          Place(differ.at),
-                isWarning ? std::optional<Point>(differ.at) : std::nullopt);
+                    : "upper and lower half differ by up to " + Figure(apart) + ", at " + Place(at),
+                isWarning ? std::optional<Point>(at) : std::nullopt);
     }
     return figures;
 }

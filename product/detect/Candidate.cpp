@@ -154,6 +154,9 @@ private:
         out.openEnds = out.isHalf && FreeEndsOn(out, strokes);
         for (const int c : m_circles) {
             const Point p = sheet().strokes[c].centre;
+            out.endViews += (p.x < out.start || p.x > out.end) &&
+                            std::abs(p.y - line.offset) <= 2 * tolerance() &&
+                            sheet().strokes[c].radius <= 1.05 * out.radius;
             out.holes += p.x > out.start && p.x < out.end &&
                          std::abs(p.y - line.offset) < out.radius &&
                          std::abs(p.y - line.offset) > 0.05 * out.radius;

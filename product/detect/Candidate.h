@@ -42,6 +42,7 @@ struct Candidate {
     double turnedRound = 0;
     std::optional<Point> standing;  // of half a contour: what stands on a line that runs on below
     bool hasPeak = false;           // something that was left out hangs on a peak of the contour
+    size_t endViews = 0;            // full circles about the axis beyond its ends
     size_t holes = 0;               // full circles on the contour off the axis
     std::vector<int> floating;      // components outside of the contour, that are none of the tool
     std::vector<int> hanging;       // of the level sheet's hangers, those that are none of the tool

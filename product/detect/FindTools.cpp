@@ -250,9 +250,19 @@ private:
         for (const Stroke& stroke : m_sheet.strokes) {
             if (!stroke.isFullCircle || stroke.kind != StrokeKind::Contour) continue;
             const Point p = frame.In(stroke.centre);
-            if (p.x > c.start && p.x < c.end && std::abs(p.y - c.offset) < c.radius)
+            if (p.x > c.start && p.x < c.end && std::abs(p.y - c.offset) < c.radius &&
+                !MarksADetail(stroke, std::abs(p.y - c.offset)))
                 tool.entities.push_back(stroke.entity);
         }
+    }
+
+    // A circle off the axis with letters beside it. A ball's middle lies on the axis.
+    bool MarksADetail(const Stroke& circle, double fromAxis) const {
+        if (fromAxis < 0.5 * circle.radius) return false;
+        return std::any_of(m_sheet.texts.begin(), m_sheet.texts.end(), [&](const NoteText& text) {
+            return !text.isNumber && text.halfLength <= 2 * text.height &&
+                   Distance(text.at, circle.centre) <= circle.radius + 3 * text.height;
+        });
     }
 
     bool LiesAlong(const Stroke& stroke, const Frame& frame, double offset) const {

@@ -68,8 +68,37 @@ HalfHeights::Difference HalfHeights::Greatest(const std::vector<double>& a,
 }
 
 HalfHeights::Difference HalfHeights::BetweenHalves() const {
-    const Difference a = Greatest(m_above, m_below), b = Greatest(m_below, m_above);
+    const auto [above, below] = WhereBothAre();
+    const Difference a = Greatest(above, below), b = Greatest(below, above);
     return a.height >= b.height ? a : b;
+}
+
+std::pair<std::vector<double>, std::vector<double>> HalfHeights::WhereBothAre() const {
+    std::vector<double> above = m_above, below = m_below;
+    for (int i = 0; i < kCount; ++i)
+        if (IsWithoutOther(i)) above[i] = below[i] = std::max(m_above[i], m_below[i]);
+    return {above, below};
+}
+
+bool HalfHeights::IsWithoutOther(int i) const {
+    const auto isEmpty = [&](const std::vector<double>& side, const std::vector<double>& other) {
+        if (other[i] <= 0 || side[i] > 0) return false;
+        return (i > 0 && side[i - 1] <= 0) || (i + 1 < kCount && side[i + 1] <= 0);
+    };
+    return isEmpty(m_above, m_below) || isEmpty(m_below, m_above);
+}
+
+HalfHeights::Difference HalfHeights::WithoutOther() const {
+    Difference all;
+    int longest = 0, run = 0;
+    for (int i = 0; i < kCount; ++i) {
+        run = IsWithoutOther(i) ? run + 1 : 0;
+        if (run > 0) all.height += m_step;
+        if (run <= longest) continue;
+        longest = run;
+        all.at = m_start + (i + 1 - 0.5 * run) * m_step;
+    }
+    return all;
 }
 
 HalfHeights::Difference HalfHeights::BetweenHalvesOfTeeth() const {
@@ -81,8 +110,9 @@ HalfHeights::Difference HalfHeights::BetweenHalvesOfTeeth() const {
                 out[i] = greatest ? std::max(out[i], from[k]) : std::min(out[i], from[k]);
         return out;
     };
-    const Difference high = Greatest(filtered(m_above, true), filtered(m_below, true));
-    const Difference low = Greatest(filtered(m_above, false), filtered(m_below, false));
+    const auto [above, below] = WhereBothAre();
+    const Difference high = Greatest(filtered(above, true), filtered(below, true));
+    const Difference low = Greatest(filtered(above, false), filtered(below, false));
     return high.height >= low.height ? high : low;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "product/detect/Stroke.h"
@@ -24,8 +25,11 @@ public:
         double height = 0;
         double at = 0;
     };
-    // Above the axis against below it.
+    // Above the axis against below it, where something is drawn on both sides.
     Difference BetweenHalves() const;
+    // How much of the length has something on one side only, and the middle of its longest stretch.
+    // A single stretch is none: a step may fall into it.
+    Difference WithoutOther() const;
     // The same with teeth smoothed away: the greatest and the least of both halves within a
     // fiftieth of the length.
     Difference BetweenHalvesOfTeeth() const;
@@ -64,6 +68,9 @@ private:
 
     int Cell(double place) const;
     void Add(Point a, Point b);
+    bool IsWithoutOther(int i) const;
+    // The heights above and below, made equal where only one side has any.
+    std::pair<std::vector<double>, std::vector<double>> WhereBothAre() const;
     Difference Greatest(const std::vector<double>& a, const std::vector<double>& b) const;
 };
 

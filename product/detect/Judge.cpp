@@ -86,6 +86,8 @@ void WeighSymbol(Candidate& candidate, double greatest, double letters) {
     if (candidate.Length() < kSymbolHeights * letters && candidate.Length() < 0.35 * greatest)
         Against(candidate, 0.5, "no larger than a symbol beside the sheet's letters");
     if (candidate.isPlain) Against(candidate, 0.1, "no more than a rectangle");
+    if (candidate.strokeCount <= 6 && candidate.endViews >= 2 && !candidate.isPlain)
+        Against(candidate, 0.3, "it may be the symbol of the projection");
     if (candidate.hasPeak) Against(candidate, 0, "a mark may stand on its contour");
     if (candidate.holes >= 3) Against(candidate, 0.3, "several circles lie off the line");
 }

@@ -333,4 +333,14 @@ std::string InfoText(const Drawing& drawing, const std::string& path, bool asJso
     return asJson ? AsJson(info, drawing, path) : AsText(info, drawing, path);
 }
 
+std::string NoToolJson(const NoSureTool& refusal) {
+    Json candidates = Json::array();
+    for (const detect::FoundTool& tool : refusal.Considered())
+        candidates.push_back(CandidateJson(tool));
+    const Json json = {{"tools", Json::array()},
+                       {"verdict", refusal.what()},
+                       {"candidates", std::move(candidates)}};
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
 }  // namespace product

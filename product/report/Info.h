@@ -4,6 +4,7 @@
 #include <string>
 
 #include "product/base/Drawing.h"
+#include "product/tool/FoundTools.h"
 
 namespace product {
 
@@ -14,5 +15,9 @@ namespace product {
 // cost     opens every entity of model space once, and looks for tools
 // fails    Failure with Input when the drawing has no model space
 std::string InfoText(const Drawing& drawing, const std::string& path, bool asJson);
+
+// What a run that found no tool tells as one JSON object: "tools" empty, "verdict" the refusal, and
+// "candidates" as info lists them.
+std::string NoToolJson(const NoSureTool& refusal);
 
 }  // namespace product

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "ToolFrame.h"
 #include "product/base/Extents.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
@@ -62,6 +63,26 @@ void AddEarlier(const AcArray<AcDbObjectId>& envelopes, FoundTools& found) {
     }
 }
 
+// Frames of tools are known by what they carry: they are no part of any. A tool inside one has its
+// number for a name.
+AcArray<AcDbObjectId> WithoutFrames(const AcArray<AcDbObjectId>& ids,
+                                    const std::vector<SToolFrame>& frames) {
+    AcArray<AcDbObjectId> out;
+    for (int i = 0; i < ids.length(); ++i)
+        if (std::none_of(frames.begin(), frames.end(),
+                         [&](const SToolFrame& frame) { return frame.m_id == ids[i]; }))
+            out.append(ids[i]);
+    return out;
+}
+void NameByFrame(FoundRequest& tool, const std::vector<SToolFrame>& frames) {
+    const Box& window = tool.tool.window;
+    const Point middle{(window.low.x + window.high.x) / 2, (window.low.y + window.high.y) / 2};
+    for (const SToolFrame& frame : frames)
+        if (middle.x >= frame.m_rect.min.x && middle.x <= frame.m_rect.max.x &&
+            middle.y >= frame.m_rect.min.y && middle.y <= frame.m_rect.max.y)
+            tool.request.name = ToUtf8(frame.m_strNumber);
+}
+
 [[noreturn]] void RefuseUnsure(const FoundTools& found) {
     std::string text = "no tool was found with confidence";
     for (const std::string& fault : found.faults) text += "; " + fault;
@@ -75,8 +96,8 @@ void AddEarlier(const AcArray<AcDbObjectId>& envelopes, FoundTools& found) {
         for (const std::string& remark : tool.remarks) text += "; " + remark;
         text += "; to take it: " + OptionsFor(tool);
     }
-    throw Failure(Fault::NothingThere,
-                  text + "\n  name the axis with --centre or --axis, and the tool with --window");
+    throw NoSureTool(text + "\n  name the axis with --centre or --axis, and the tool with --window",
+                     found.doubtful);
 }
 
 double LengthOf(const detect::FoundTool& tool) { return plane::Distance(tool.from, tool.to); }
@@ -134,7 +155,8 @@ FoundTools CandidatesOf(AcDbDatabase& database) {
     const ToolRequest request;
     const Selection selection = PickBy(database, request.rule);
     CheckPieces(selection.ids, request.parameters.limit);
-    return LookForTools(database, selection.ids, request);
+    return LookForTools(database, WithoutFrames(selection.ids, CollectToolFrames(&database)),
+                        request);
 }
 
 std::string Describe(const detect::FoundTool& tool) {
@@ -169,8 +191,11 @@ FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request) {
                                                           : "model space is empty") +
                           "; qzenvelope info shows what the drawing holds");
     CheckPieces(selection.ids, request.parameters.limit);
-    FoundTools found = LookForTools(database, selection.ids, request);
+    const std::vector<SToolFrame> frames = CollectToolFrames(&database);
+    FoundTools found = LookForTools(database, WithoutFrames(selection.ids, frames), request);
     if (found.tools.empty()) RefuseUnsure(found);
+    if (request.name.empty())
+        for (FoundRequest& tool : found.tools) NameByFrame(tool, frames);
     AddEarlier(selection.envelopes, found);
     TellTheRest(found);
     found.tools.front().tool.faults = found.faults;

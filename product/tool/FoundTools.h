@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "product/base/Failure.h"
 #include "product/check/Finding.h"
 #include "product/detect/FindTools.h"
 #include "product/tool/ToolRequest.h"
@@ -23,13 +24,25 @@ struct FoundTools {
     std::vector<std::string> faults;          // what of the sheet could not be read
 };
 
+// The refusal of a sheet on which no tool is sure, with what was considered.
+class NoSureTool : public Failure {
+public:
+    NoSureTool(const std::string& text, std::vector<detect::FoundTool> considered)
+        : Failure(Fault::NothingThere, text), m_considered(std::move(considered)) {}
+    const std::vector<detect::FoundTool>& Considered() const { return m_considered; }
+
+private:
+    std::vector<detect::FoundTool> m_considered;
+};
+
 // Looks for tools among what the request picks. Each found tool's request is the given one with the
 // axis and the tool's entities; of several tools the files are numbered, "out-2.sat". The drawing
 // is for all of them. Nothing in the drawing changes.
 //
 // cost   O(n log n) for n curves, blocks taken apart
-// fails  Failure with NothingThere when nothing is picked or no tool is sure; the text lists what
-//        was considered, and why it was not taken
+// fails  Failure with NothingThere when nothing is picked, NoSureTool when no tool is sure; the
+// text
+//        lists what was considered, and why it was not taken
 FoundTools FindToolsFor(AcDbDatabase& database, const ToolRequest& request);
 
 // The same among some entities, and without refusing.

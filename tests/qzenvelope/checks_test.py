@@ -5,6 +5,7 @@ import unittest
 
 import ezdxf
 
+import framed_tools
 from program import ProgramTest, main
 
 # A stepped tool about y = 0, its tip at the left.
@@ -98,6 +99,36 @@ class Checks(ProgramTest):
                     self.assertTrue(result["verdict"].startswith("worth a look"), result["verdict"])
                     self.assertTrue([f for f in result["findings"]
                                      if f["warning"] and f["kind"] in ("gap", "exact")])
+
+    def test_a_gap_in_one_half_is_told_by_its_length(self):
+        # Nothing is drawn of the lower half between two steps: the halves do not differ by a radius.
+        high = [(0, 0), (0, 10), (20, 10), (20, 36), (60, 36), (60, 0)]
+        path = self.draw(high, mirrored(high[:3]), mirrored([(23, 36), *high[4:]]))
+        for algorithm in ("exact", "3"):
+            with self.subTest(algorithm):
+                result = self.run_of(path, "--centre", "0,0", "--half", "upper", "--algorithm", algorithm)
+                text = self.told(result, "halves", "one half is not drawn over")["text"]
+                self.assertAlmostEqual(3, float(text.split("over ")[1].split()[0]), delta=0.6)
+                self.assertNotIn("differ by up to", result["verdict"])
+
+    def test_nothing_sure_is_an_object_too(self):
+        path = self.draw([(0, 0), (30, 4), (22, 31), (5, 17)])
+        done = self.run_program("compute", path, "--json")
+        self.assertEqual(1, done.returncode, done.stderr)
+        told = json.loads(done.stdout)
+        self.assertEqual([], told["tools"])
+        self.assertIn("no tool was found with confidence", told["verdict"])
+        self.assertIsInstance(told["candidates"], list)
+
+    def test_frames_of_tools_are_no_part_of_them(self):
+        sheet = framed_tools.Sheet()
+        for number in ("T-1", "T-2"):
+            sheet.add(number)
+        path = self.folder / "framed.dxf"
+        sheet.save(path)
+        tools = self.run_of(path)["tools"]
+        self.assertEqual([150, 150], [round(t["axis"][1][0] - t["axis"][0][0], 6) for t in tools])
+        self.assertEqual(["sure", "sure"], [t["verdict"] for t in tools])
 
     def test_an_end_that_was_moved_to_the_axis(self):
         # Nothing closes the shank: its end is moved to the axis, or a face made up.
