@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
-#include <memory>
 
 #include "dbblkref.h"
 #include "dbcurve.h"
@@ -13,12 +11,11 @@
 #include "dbsymtb.h"
 #include "host/base/angles.h"
 #include "host/ed/entity_query.h"
+#include "host/ed/shown_parts.h"
 
 namespace host {
 namespace {
 
-// Block references in block references; a drawing that refers to itself must end somewhere.
-constexpr int kMaxDepth = 32;
 // A curve is halved so often at least and at most.
 constexpr int kLeastHalvings = 4;
 constexpr int kMostHalvings = 14;
@@ -33,7 +30,7 @@ class Collector {
 public:
     explicit Collector(std::vector<ShownCurve>& curves) : m_curves(curves) {}
 
-    void Add(const AcDbEntity& entity, int depth) {
+    void Add(const AcDbEntity& entity) {
         if (const AcDbArc* const arc = AcDbArc::cast(&entity)) {
             AddCircular(*arc, arc->center(), arc->radius(), arc->normal(), arc->totalAngle());
         } else if (const AcDbCircle* const circle = AcDbCircle::cast(&entity)) {
@@ -41,7 +38,7 @@ public:
         } else if (const AcDbLine* const line = AcDbLine::cast(&entity)) {
             AddLine(Flat(line->startPoint()), Flat(line->endPoint()));
         } else if (IsMadeOfParts(entity)) {
-            AddParts(entity, depth);
+            m_parts.ForEach(entity, [this](const AcDbEntity& part) { Add(part); });
         } else if (const AcDbCurve* const curve = AcDbCurve::cast(&entity)) {
             AddChords(*curve);
         }
@@ -106,27 +103,6 @@ private:
         m_curves.push_back(second);
     }
 
-    void AddParts(const AcDbEntity& entity, int depth) {
-        AcDbVoidPtrArray parts;
-        if (depth >= kMaxDepth || entity.explode(parts) != Acad::eOk) return;
-        for (int i = 0; i < parts.length(); ++i) {
-            const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[i]));
-            if (part->visibility() != AcDb::kInvisible && IsShown(part->layerId()))
-                Add(*part, depth + 1);
-        }
-    }
-
-    // Parts of a block have layers of their own.
-    bool IsShown(AcDbObjectId layerId) {
-        const auto known = m_shown.find(layerId);
-        if (known != m_shown.end()) return known->second;
-        const AcDbLayerTableRecordPointer layer(layerId, AcDb::kForRead);
-        const bool isShown =
-            layer.openStatus() != Acad::eOk || (!layer->isOff() && !layer->isFrozen());
-        m_shown[layerId] = isShown;
-        return isShown;
-    }
-
     void AddChords(const AcDbCurve& curve) {
         double from = 0.0, to = 0.0;
         AcGePoint3d start, end;
@@ -161,7 +137,7 @@ private:
     }
 
     std::vector<ShownCurve>& m_curves;
-    std::map<AcDbObjectId, bool> m_shown;
+    ShownParts m_parts;
 };
 
 }  // namespace
@@ -181,13 +157,13 @@ std::vector<ShownCurve> FindShownCurves(AcDbDatabase& database) {
     Collector collector(curves);
     for (const AcDbObjectId id : QueryEntities(database, QueryRules::Displayed())) {
         const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
-        if (entity.openStatus() == Acad::eOk) collector.Add(*entity, 0);
+        if (entity.openStatus() == Acad::eOk) collector.Add(*entity);
     }
     return curves;
 }
 
 void AppendShownCurves(const AcDbEntity& entity, std::vector<ShownCurve>& curves) {
-    Collector(curves).Add(entity, 0);
+    Collector(curves).Add(entity);
 }
 
 }  // namespace host

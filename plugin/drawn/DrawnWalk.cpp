@@ -104,6 +104,10 @@ void CDrawnWalk::Walk(const AcDbObjectIdArray& ids, const Visitor& visit) {
 
 bool CDrawnWalk::WalkBlock(const AcDbObjectId& blockId, const SDrawnItem& shownBy,
                            const Visitor& visit) {
+    if (shownBy.m_nDepth >= kMostNested) {
+        Note(SDrawnFault::TooMuch, shownBy.m_id, blockId);
+        return false;
+    }
     SFrame frame;
     frame.m_blockId = blockId;
     frame.m_ids = ContentOf(blockId);

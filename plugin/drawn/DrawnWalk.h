@@ -102,6 +102,10 @@ class CDrawnWalk {
 public:
     using Visitor = std::function<void(const SDrawnItem&)>;
 
+    // How deep visitors may call WalkBlock() in one another. The walks themselves know no such
+    // limit.
+    static constexpr int kMostNested = 256;
+
     // The database given is the one looked at, whatever the working one is.
     explicit CDrawnWalk(AcDbDatabase* pDatabase, const SDrawnOptions& options = SDrawnOptions());
 
@@ -116,7 +120,9 @@ public:
     // block's own coordinates; m_nDepth is one more than that of shownBy. May be called by a
     // visitor of this walker, for the item that it is given.
     //
-    // result  false when the block is being taken apart already: it holds itself, and is left out
+    // result  false when the block is being taken apart already: it holds itself, and is left out;
+    // and
+    //         for references in more than kMostNested others, since each calls its visitor anew
     bool WalkBlock(const AcDbObjectId& blockId, const SDrawnItem& shownBy, const Visitor& visit);
 
     // What went wrong since the walker was made; one fault for each block that holds itself.

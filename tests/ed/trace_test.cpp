@@ -3,6 +3,7 @@
 
 #include "aced.h"
 #include "dbelipse.h"
+#include "host/ed/shown_parts.h"
 #include "support/scripted_input.h"
 #include "support/test_drawing.h"
 
@@ -157,6 +158,37 @@ TEST(TraceBoundary, OnlyWhatIsShown) {
     EXPECT_EQ("6,0 9,0 9,9 6,9 c", Trace({8, 1, 0})) << "a block's line; another is on a layer off";
     d.Add("I@OFF OUTER 6.5,0");
     EXPECT_EQ("6,0 9,0 9,9 6,9 c", Trace({8, 1, 0}));
+}
+
+// References in references: as deep as the host goes, and no deeper.
+TEST(TraceBoundary, DeepBlocks) {
+    for (const auto& [depth, loops] : {std::pair<int, const char*>{100, "0,0 4,0 4,4 0,4 c"},
+                                       {host::ShownParts::kMostNested, "0,0 4,0 4,4 0,4 c"},
+                                       {host::ShownParts::kMostNested + 1, "no"}}) {
+        SCOPED_TRACE(depth);
+        TestDrawing d;
+        // The polyline is one level of parts itself.
+        d.Block("B1", "P 0,0 4,0 4,4 0,4 c");
+        for (int i = 2; i < depth; ++i)
+            d.Block("B" + std::to_string(i), "I B" + std::to_string(i - 1) + " 0,0");
+        d.Add("I B" + std::to_string(depth - 1) + " 0,0");
+        EXPECT_EQ(loops, Trace({1, 1, 0}));
+    }
+    // A block that holds itself shows the rest of what it holds, once.
+    TestDrawing d;
+    d.Block("SELF", "P 0,0 4,0 4,4 0,4 c");
+    AcDbObjectId self;
+    {
+        AcDbObjectPointer<AcDbBlockTable> table(d.db().blockTableId(), AcDb::kForRead);
+        ASSERT_EQ(Acad::eOk, table->getAt(_T("SELF"), self));
+        AcDbObjectPointer<AcDbBlockTableRecord> block(self, AcDb::kForWrite);
+        auto* reference = new AcDbBlockReference(AcGePoint3d(1, 1, 0), self);
+        AcDbObjectId id;
+        ASSERT_EQ(Acad::eOk, block->appendAcDbEntity(id, reference));
+        ASSERT_EQ(Acad::eOk, reference->close());
+    }
+    d.Add("I SELF 0,0");
+    EXPECT_EQ("0,0 4,0 4,4 0,4 c", Trace({2, 2, 0}));
 }
 
 TEST(TraceBoundary, TheCurrentDocument) {

@@ -12,8 +12,6 @@
 namespace app {
 namespace {
 
-// Block references in block references; a drawing that refers to itself must end somewhere.
-constexpr int kMaxDepth = 16;
 constexpr int kUsualWeight = 25;  // hundredths of a millimetre, where nothing is said
 
 QRgb ColourOf(const AcCmEntityColor& colour) {
@@ -34,22 +32,21 @@ class Builder {
 public:
     Builder(SceneStyles& styles, SceneChunk& chunk) : m_styles(styles), m_chunk(chunk) {}
 
-    void Add(const AcDbEntity& entity, const Style* outer, int depth) {
-        if (entity.isKindOf(AcDbAttributeDefinition::desc()) && depth == 0) return;
+    void Add(const AcDbEntity& entity, const Style* outer) {
+        if (entity.isKindOf(AcDbAttributeDefinition::desc()) && outer == nullptr) return;
         const Style style = StyleOf(entity, outer);
-        AcDbVoidPtrArray parts;
         const size_t labels = m_chunk.labels.size();
         if (AppendLabels(entity, m_chunk.labels)) {
             for (size_t i = labels; i < m_chunk.labels.size(); ++i)
                 m_chunk.labels[i].colour = style.colour;
-        } else if (depth < kMaxDepth && IsMadeOfParts(entity) &&
-                   entity.explode(parts) == Acad::eOk) {
-            AddParts(parts, style, depth + 1);
+        } else if (IsMadeOfParts(entity) &&
+                   m_styles.Parts().ForEach(entity,
+                                            [&](const AcDbEntity& part) { Add(part, &style); })) {
             if (const auto* const reference = AcDbBlockReference::cast(&entity))
                 AddAttributes(*reference, style);
         } else if (const auto* const reference = AcDbBlockReference::cast(&entity);
-                   reference != nullptr && depth < kMaxDepth) {
-            AddSkewed(*reference, style, depth + 1);
+                   reference != nullptr) {
+            AddSkewed(*reference, style);
             AddAttributes(*reference, style);
         } else {
             AddCurves(entity, style);
@@ -89,17 +86,9 @@ private:
         return style;
     }
 
-    void AddParts(const AcDbVoidPtrArray& parts, const Style& style, int depth) {
-        for (int i = 0; i < parts.length(); ++i) {
-            const std::unique_ptr<AcDbEntity> part(static_cast<AcDbEntity*>(parts[i]));
-            if (part->visibility() == AcDb::kVisible && m_styles.LayerOf(part->layerId()).isShown)
-                Add(*part, &style, depth);
-        }
-    }
-
     // Where scales differ, arcs of the block are no arcs any more: its shapes are made as they lie
     // in the block, and moved from there.
-    void AddSkewed(const AcDbBlockReference& reference, const Style& style, int depth) {
+    void AddSkewed(const AcDbBlockReference& reference, const Style& style) {
         const AcDbObjectPointer<AcDbBlockTableRecord> block(reference.blockTableRecord(),
                                                             AcDb::kForRead);
         AcDbBlockTableRecordIterator* entities = nullptr;
@@ -110,18 +99,22 @@ private:
             AcDbObjectId id;
             if (entities->getEntityId(id) == Acad::eOk) ids.push_back(id);
         }
-        for (const AcGeMatrix3d& cell : CellsOf(reference)) {
+        const std::vector<AcGeMatrix3d> cells = CellsOf(reference);
+        if (!m_styles.Parts().Enter(reference.blockTableRecord(), ids.size() * cells.size()))
+            return;
+        for (const AcGeMatrix3d& cell : cells) {
             const Marks from{m_chunk.parts.size(), m_chunk.labels.size()};
             for (const AcDbObjectId id : ids) {
                 const AcDbObjectPointer<AcDbEntity> entity(id, AcDb::kForRead);
                 if (entity.openStatus() == Acad::eOk &&
                     !entity->isKindOf(AcDbAttributeDefinition::desc()) &&
                     entity->visibility() == AcDb::kVisible &&
-                    m_styles.LayerOf(entity->layerId()).isShown)
-                    Add(*entity.object(), &style, depth);
+                    m_styles.Parts().IsShown(entity->layerId()))
+                    Add(*entity.object(), &style);
             }
             Move(from, cell);
         }
+        m_styles.Parts().Leave(reference.blockTableRecord());
     }
 
     static std::vector<AcGeMatrix3d> CellsOf(const AcDbBlockReference& reference) {
@@ -169,7 +162,7 @@ private:
             const AcDbObjectPointer<AcDbAttribute> attribute(attributes->objectId(),
                                                              AcDb::kForRead);
             if (attribute.openStatus() == Acad::eOk && !attribute->isInvisible())
-                Add(*attribute.object(), &style, 1);
+                Add(*attribute.object(), &style);
         }
     }
 
@@ -231,7 +224,6 @@ const SceneStyles::Layer& SceneStyles::LayerOf(AcDbObjectId id) {
     layer.weight = kUsualWeight;
     const AcDbLayerTableRecordPointer record(id, AcDb::kForRead);
     if (record.openStatus() != Acad::eOk) return layer;
-    layer.isShown = !record->isOff() && !record->isFrozen();
     layer.colour = ColourOf(record->color());
     layer.linetype = record->linetypeObjectId();
     if (record->lineWeight() >= 0) layer.weight = record->lineWeight();
@@ -262,7 +254,7 @@ void AppendSceneItem(const AcDbEntity& entity, SceneStyles& styles, SceneChunk& 
     item.id = entity.objectId();
     item.firstPart = static_cast<unsigned>(chunk.parts.size());
     item.firstLabel = static_cast<unsigned>(chunk.labels.size());
-    Builder(styles, chunk).Add(entity, nullptr, 0);
+    Builder(styles, chunk).Add(entity, nullptr);
     item.parts = static_cast<unsigned>(chunk.parts.size()) - item.firstPart;
     item.labels = static_cast<unsigned>(chunk.labels.size()) - item.firstLabel;
     for (unsigned i = 0; i < item.parts; ++i)

@@ -5,6 +5,7 @@
 
 #include "apps/qzhost/scene/SceneChunk.h"
 #include "dbmain.h"
+#include "host/ed/shown_parts.h"
 
 namespace app {
 
@@ -13,7 +14,6 @@ namespace app {
 class SceneStyles {
 public:
     struct Layer {
-        bool isShown = true;
         QRgb colour = 0;
         AcDbObjectId linetype;
         int weight = 0;  // hundredths of a millimetre
@@ -23,6 +23,7 @@ public:
     const Layer& LayerOf(AcDbObjectId id);
     short PatternOf(AcDbObjectId linetype);
     AcDbDatabase& Database() const { return m_database; }
+    host::ShownParts& Parts() { return m_parts; }
     const DashPatterns& Patterns() const { return m_patterns; }
 
 private:
@@ -30,6 +31,7 @@ private:
     std::map<AcDbObjectId, Layer> m_layers;
     std::map<AcDbObjectId, short> m_byLinetype;
     DashPatterns m_patterns{{}};
+    host::ShownParts m_parts;
 };
 
 // Appends the entity, which is resident and open, as one item: curves as they are, block
