@@ -118,21 +118,19 @@ private:
     double End() const { return m_isRight ? m_in.s1 : m_in.s0; }
     double Depth(double s) const { return m_isRight ? m_in.s1 - s : s - m_in.s0; }
 
-    // (s, r) to (u, r), and back: the same map, but for where it begins.
-    plane::Curve ToDepth(plane::Curve c) const {
-        c.from.x = Depth(c.from.x);
-        c.to.x = Depth(c.to.x);
-        if (!c.IsArc()) return c;
-        c.centre.x = Depth(c.centre.x);
-        if (m_isRight) c.bulge = -c.bulge;
-        return c;
+    // (s, r) to (u, r), and back.
+    plane::Curve ToDepth(const plane::Curve& c) const {
+        return Moved(c, [&](double s) { return Depth(s); });
     }
-    plane::Curve FromDepth(plane::Curve c) const {
-        const auto back = [&](double u) { return m_isRight ? m_in.s1 - u : m_in.s0 + u; };
-        c.from.x = back(c.from.x);
-        c.to.x = back(c.to.x);
+    plane::Curve FromDepth(const plane::Curve& c) const {
+        return Moved(c, [&](double u) { return m_isRight ? m_in.s1 - u : m_in.s0 + u; });
+    }
+    template <class Map>
+    plane::Curve Moved(plane::Curve c, const Map& map) const {
+        c.from.x = map(c.from.x);
+        c.to.x = map(c.to.x);
         if (!c.IsArc()) return c;
-        c.centre.x = back(c.centre.x);
+        c.centre.x = map(c.centre.x);
         if (m_isRight) c.bulge = -c.bulge;
         return c;
     }

@@ -7,6 +7,7 @@
 #include "product/base/Drawing.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/base/WorkingDatabase.h"
 
 namespace product {
 namespace {
@@ -74,21 +75,6 @@ AcDbObjectId Append(std::unique_ptr<AcDbPolyline> polyline) {
     if (id.isNull()) throw Failure(Fault::NoResult, "the polyline cannot be drawn");
     return id;
 }
-
-// The part of the working database while another drawing is made.
-class WorkingDatabase {
-public:
-    explicit WorkingDatabase(AcDbDatabase& database)
-        : m_former(acdbHostApplicationServices()->workingDatabase()) {
-        acdbHostApplicationServices()->setWorkingDatabase(&database);
-    }
-    ~WorkingDatabase() { acdbHostApplicationServices()->setWorkingDatabase(m_former); }
-    WorkingDatabase(const WorkingDatabase&) = delete;
-    WorkingDatabase& operator=(const WorkingDatabase&) = delete;
-
-private:
-    AcDbDatabase* m_former;
-};
 
 void AppendChain(const host::solid::Chain& chain, const host::solid::Frame& frame,
                  const ACHAR* layer) {

@@ -18,25 +18,11 @@
 #include "host/base/format.h"
 #include "host/mfc/dialog_probe.h"
 #include "host/mfc/host_frame.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-// The font library keeps a few records to the end of the process.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
-#endif
+#include "support/offscreen_application.h"
 
 namespace {
 
-QApplication& Application() {
-    static QApplication* const application = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "desktop_tests";
-        static char* arguments[] = {name, nullptr};
-        return new QApplication(count, arguments);
-    }();
-    return *application;
-}
+using test::Application;
 
 // One desktop a test, with the end mill open and the module loaded into it.
 class DesktopTest : public testing::Test {

@@ -24,11 +24,4 @@ AcArray<AcDbObjectId> DrawingCopy::Counterparts(const std::vector<AcDbObjectId>&
     return found;
 }
 
-WorkOn::WorkOn(AcDbDatabase& database)
-    : m_former(acdbHostApplicationServices()->workingDatabase()) {
-    acdbHostApplicationServices()->setWorkingDatabase(&database);
-}
-
-WorkOn::~WorkOn() { acdbHostApplicationServices()->setWorkingDatabase(m_former); }
-
 }  // namespace app

@@ -27,16 +27,4 @@ private:
     std::unique_ptr<AcDbDatabase> m_database;
 };
 
-// Makes a drawing the working one for its own life, and then the former again.
-class WorkOn {
-public:
-    explicit WorkOn(AcDbDatabase& database);
-    ~WorkOn();
-    WorkOn(const WorkOn&) = delete;
-    WorkOn& operator=(const WorkOn&) = delete;
-
-private:
-    AcDbDatabase* m_former;
-};
-
 }  // namespace app

@@ -5,6 +5,7 @@
 #include "apps/qzhost/words/Words.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/base/WorkingDatabase.h"
 #include "product/check/Findings.h"
 #include "product/tool/ExactRun.h"
 #include "product/tool/ToolRun.h"
@@ -94,7 +95,7 @@ void AddLeftOut(const CEncircleTrace& trace, AcDbDatabase& drawing, EnvelopeRevi
 
 void ReviewSteps(AcDbDatabase& drawing, DrawingCopy& copy, const ToolPick& pick,
                  product::ToolParameters parameters, EnvelopeReview& review) {
-    const WorkOn copied(copy.Database());
+    const product::WorkingDatabase copied(copy.Database());
     parameters.limit = kMostLines;
     product::ToolRequest request;
     request.parameters = parameters;
@@ -138,7 +139,7 @@ EnvelopeReview ReviewTool(AcDbDatabase& drawing, DrawingCopy& copy, const ToolPi
     AcArray<AcDbObjectId> ids;
     for (const AcDbObjectId id : pick.ids)
         if (!id.isErased()) ids.append(id);
-    const WorkOn original(drawing);
+    const product::WorkingDatabase original(drawing);
     ids = product::SelectionOf(ids).ids;
     const product::Axis axis = product::Axis::Level({pick.centre.x, pick.centre.y});
     const SExactResult exact =

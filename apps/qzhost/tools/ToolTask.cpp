@@ -12,6 +12,7 @@
 #include "product/base/Drawing.h"
 #include "product/base/Failure.h"
 #include "product/base/Text.h"
+#include "product/base/WorkingDatabase.h"
 #include "product/tool/DrawingRun.h"
 
 // The plug-in's free operations, for its classes that this program holds itself: progress has its
@@ -77,7 +78,7 @@ private:
 
 std::vector<ListedTool> ListTools(AcDbDatabase& drawing, std::string& reason) {
     std::vector<ListedTool> listed;
-    const WorkOn original(drawing);
+    const product::WorkingDatabase original(drawing);
     product::ToolPlan plan;
     try {
         plan = product::PlanTools(drawing, "drawing", {}, {});
@@ -109,7 +110,8 @@ product::BatchResult CheckTools(AcDbDatabase& drawing, const std::string& title,
     namespace fs = std::filesystem;
     const auto start = std::chrono::steady_clock::now();
     const FileOfNow file(drawing);
-    const WorkOn original(drawing);  // the former working drawing comes back, whatever happens
+    const product::WorkingDatabase original(
+        drawing);  // the former working drawing comes back, whatever happens
     product::Drawing copy(file.Path());
     product::BatchRequest request;
     request.out = folder;

@@ -24,27 +24,13 @@
 #include "host/mfc/qt/qt_window_driver.h"
 #include "host/mfc/resources.h"
 #include "support/scratch.h"
+#include "support/offscreen_application.h"
 
 using namespace host;
 
-#if defined(__SANITIZE_ADDRESS__)
-// The font library keeps a few records to the end of the process.
-extern "C" const char* __lsan_default_suppressions();
-extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }
-#endif
-
 namespace {
 
-QApplication& Application() {
-    static QApplication* const application = [] {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "mfc_qt_tests";
-        static char* arguments[] = {name, nullptr};
-        return new QApplication(count, arguments);
-    }();
-    return *application;
-}
+using test::Application;
 
 class Display : public ::testing::Test {
 protected:
