@@ -53,8 +53,8 @@ bool WindowSystem::Take(MSG& message, HWND handle, UINT first, UINT last, bool r
         if (remove) m_queue.erase(it);
         return true;
     }
-    const bool wantsQuit = all || (WM_QUIT >= first && WM_QUIT <= last);
-    if (!m_isQuitting || !wantsQuit) return false;
+    // That the program is to end is heard whatever was asked for.
+    if (!m_isQuitting) return false;
     message = {nullptr, WM_QUIT, static_cast<WPARAM>(m_quitCode), 0, Milliseconds(), {0, 0}};
     if (remove) m_isQuitting = false;
     return true;
