@@ -4,6 +4,7 @@
 
 #include "DocumentLock.h"
 #include "EnvelopeExport.h"
+#include "EnvelopeMethod.h"
 #include "ExportFolder.h"
 #include "HideScope.h"
 #include "KnifeDiagramFactory.h"
@@ -108,7 +109,7 @@ void CBulkGenEncircleLineDlg::OnCompute() {
     if (AskTaskAndTools(key, tools)) {
         RunTools(key, tools, _T("QZCOMPUTE"), _T("计算包络线成功"), _T("计算包络线失败"),
                  [](const BatchTask& task, BatchTool& tool) {
-                     tool.computeEnvelope(task.params);
+                     tool.computeEnvelope(task.params, GetPipeline(GetEnvelopeMethod()));
                      return tool.execStatus == kBatchDone;
                  });
     }
