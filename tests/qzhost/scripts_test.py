@@ -200,6 +200,17 @@ class Scripts(ProgramTest):
     def test_messages_to_a_module(self):
         self.session("messages", "--module", os.environ["QZ_MESSAGE_LOG"])
 
+    def test_a_prompt_beside_a_dialog_that_has_the_keys(self):
+        """What a module must not do: the dialog would take what is typed for its prompt."""
+        shutil.copy(self.folder / END_MILL, self.folder / "ask.dxf")
+        (self.folder / "a.scr").write_text("command QZTOOLDESIGNProfileAuto3D\nsave copy.dxf\nstring x\n"
+                                           "close-dialog 186\n", encoding="utf-8")
+        module = pathlib.Path(PROGRAM).parent / "QZEncircleLine.arx"
+        done = self.run_program("ask.dxf", "--script", "a.scr", "--module", module,
+                                "--module", os.environ["QZ_MESSAGE_LOG"])
+        self.assertEqual(1, done.returncode, done.stdout)
+        self.assertIn("keys for this prompt go to dialog 186", done.stderr)
+
     def test_the_module_without_a_drawing(self):
         self.session("no_drawing")
 

@@ -30,6 +30,12 @@ extern "C" AFX_EXT_API AcRx::AppRetCode acrxEntryPoint(AcRx::AppMsgCode message,
     acutPrintf(ACRX_T("\nmodule hears: %s, %s, %s\n"), name, TitleOf(acDocManager->curDocument()),
                hasDatabase ? ACRX_T("working database") : ACRX_T("no working database"));
     if (message == AcRx::kInitAppMsg) acrxUnlockApplication(id);
+    if (message == AcRx::kSaveMsg &&
+        _tcscmp(TitleOf(acDocManager->curDocument()), ACRX_T("ask.dxf")) == 0) {
+        // As a module must not ask: whichever window has the keys keeps them.
+        ACHAR answer[256];
+        static_cast<void>(acedGetString(0, ACRX_T("\nmodule asks: "), answer));
+    }
     if (message == AcRx::kLoadDwgMsg) {
         // A drawing beside those that are open, by a database of the module's own.
         AcDbDatabase drawing(false, true);
