@@ -238,6 +238,9 @@ void CVisibility::SeeWhole(size_t record, Seen& seen) {
     }
     SPiece piece = MakePiece(record, line.m_startPt, line.m_endPt);
     piece.m_bWhole = true;
+    if (IsBelowFloor(piece)) {
+        return;
+    }
     if (!IsHidden(piece)) {
         seen.push_back({piece.m_from.x, piece.m_from.y, piece.m_to.x, piece.m_to.y,
                         static_cast<std::uint32_t>(record), true});

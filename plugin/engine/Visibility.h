@@ -123,6 +123,7 @@ private:
     void EnterColumn(int column);
     void FindCovers(size_t record, int column);
     bool IsSurelyHidden(size_t record, double u);
+    bool IsBelowFloor(const SPiece& piece) const;
     bool IsHidden(const SPiece& piece);
     bool IsHiddenByIndexed(const SPiece& piece);
     bool Hides(size_t record, const SPiece& piece);

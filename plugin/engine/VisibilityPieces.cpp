@@ -93,6 +93,17 @@ bool CVisibility::IsSurelyHidden(size_t record, double u) {
     return false;
 }
 
+// Whether the lines that make the floor are sure to hide the piece. Lines that share an entity do
+// not hide one another, so it can be told for a breaking pass only, which has none.
+bool CVisibility::IsBelowFloor(const SPiece& piece) const {
+    if (!m_bCanProve || m_pProbes == nullptr || !m_floors.HasColumns()) {
+        return false;
+    }
+    const double u = piece.m_dU;
+    return piece.m_dV + kHeightRoom * m_dRounding < m_floors.GetFloor(m_floors.FindColumn(u)) &&
+           !m_places.HasAcross(u - m_places.m_dNear, u + m_places.m_dNear);
+}
+
 bool CVisibility::IsHidden(const SPiece& piece) {
     if (!m_bCanProve || !m_floors.HasColumns()) {
         return IsHiddenByIndexed(piece);
