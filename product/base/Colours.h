@@ -3,8 +3,9 @@
 
 namespace product {
 
-constexpr const char* kAxisColour = "#2f6fb3";
-constexpr const char* kEnvelopeColour = "#d1123f";
+constexpr const char* kAxisColour = "#2f6fb3";  // what a tool turns about, and what has the focus
+constexpr const char* kEnvelopeColour =
+    "#d1123f";                                    // the outline that was computed, its filling too
 constexpr const char* kNoticeColour = "#a35c00";  // of what somebody should look at
 constexpr const char* kFillColour = "#c4c4c4";    // of solid areas and of dimensions
 

@@ -18,7 +18,7 @@ public:
     WorkingDatabase& operator=(const WorkingDatabase&) = delete;
 
 private:
-    AcDbDatabase* m_former;
+    AcDbDatabase* m_former;  // null: there was none
 };
 
 }  // namespace product
