@@ -232,10 +232,7 @@ private:
         m_manifest->Add(record);
         m_lines->Add(ToLine(record));
         if (!m_options.report.empty()) return;
-        for (ToolResult& tool : m_result.drawings[job].tools) {
-            tool.svg.clear();
-            tool.png.clear();
-        }
+        m_result.drawings[job].DropPictures();
     }
 
     // Finds out which tools there are, so that equal names are known before anything is written.

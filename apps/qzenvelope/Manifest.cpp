@@ -39,10 +39,7 @@ Manifest::Manifest(const std::string& path) : m_path(path) {
 }
 
 void Manifest::Keep(ResultRecord&& record, std::streamoff at, std::size_t size) {
-    for (ToolResult& tool : record.drawing.tools) {
-        tool.svg.clear();
-        tool.png.clear();
-    }
+    record.drawing.DropPictures();
     std::string name = record.drawing.input;
     Entry entry{std::move(record), at, size};
     m_hasOld = !m_entries.insert_or_assign(std::move(name), std::move(entry)).second || m_hasOld;

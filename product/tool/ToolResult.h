@@ -44,6 +44,14 @@ struct DrawingResult {
     double seconds = 0;
     std::vector<std::string> notes;  // faults of the file that were passed over
     std::vector<ToolResult> tools;
+
+    // Gives back their memory; clearing a string keeps it.
+    void DropPictures() {
+        for (ToolResult& tool : tools) {
+            std::string().swap(tool.svg);
+            std::string().swap(tool.png);
+        }
+    }
 };
 
 }  // namespace product

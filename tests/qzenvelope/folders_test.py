@@ -119,6 +119,27 @@ class Unchanged(Folders):
         self.assertEqual(0, again("--half", "lower", "--force"))
         self.assertIn("unchanged", self.batch("a.dxf", "b.dxf", "--half", "lower").stdout)
 
+    @unittest.skipIf(b"__asan_init" in PROGRAM.read_bytes(), "a sanitizer needs memory of its own")
+    def test_pictures_that_are_remembered_stay_in_the_file(self):
+        self.sheet("a.dxf")
+        self.batch("a.dxf", "--report", "out/i.html")
+        manifest = self.folder / "out/.qzenvelope-manifest"
+        record = json.loads(manifest.read_text().strip().splitlines()[-1])
+        record["tools"][0]["svg"] = "x" * 1000000
+        (self.folder / "b.dxf").write_text("0\nEOF\n")
+        with open(manifest, "a") as file:
+            for i in range(150):
+                os.link(self.folder / "b.dxf", self.folder / f"b-{i}.dxf")
+                file.write(json.dumps({**record, "drawing": f"b-{i}.dxf"}) + "\n")
+        run = subprocess.Popen([str(PROGRAM), "batch", "a.dxf"], cwd=self.folder, stdout=subprocess.PIPE,
+                               text=True, env=DATED)
+        with run.stdout:
+            self.assertIn("1 drawing unchanged", run.stdout.read())
+        _, status, used = os.wait4(run.pid, 0)
+        run.returncode = os.waitstatus_to_exitcode(status)
+        self.assertEqual(0, run.returncode)
+        self.assertLess(used.ru_maxrss, 80000, "kilobytes")
+
     def test_equal_names_that_come_to_be(self):
         self.sheet("one/s.dxf")
         self.sheet("two/s.dxf", seed=2)
