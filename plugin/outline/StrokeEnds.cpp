@@ -44,7 +44,8 @@ void AddJoins(int end, const plane::Point& p, const std::vector<plane::Point>& p
 bool IsAlong(const plane::Curve& a, const plane::Curve& b, double g) {
     const bool isShorter = a.Length() <= b.Length();
     const plane::Curve &part = isShorter ? a : b, &whole = isShorter ? b : a;
-    for (const double share : {0.0, 0.25, 0.5, 0.75, 1.0})
+    // The far end first: it tells most pairs apart.
+    for (const double share : {1.0, 0.0, 0.5, 0.25, 0.75})
         if (plane::Distance(whole, plane::PointAt(part, share)) > g) return false;
     return true;
 }

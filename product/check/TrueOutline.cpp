@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <map>
+#include <random>
 #include <tuple>
 
 #include "plane/box.h"
@@ -197,6 +198,14 @@ void DropRepeats(Polylines& lines) {
                 lines.end());
 }
 
+// In an order that has nothing to do with places, and is the same for the same lines: GEOS files
+// points in a tree that points in order make as deep as they are many.
+void Scatter(Polylines& lines) {
+    std::mt19937 random;
+    for (size_t left = lines.size(); left > 1; --left)
+        std::swap(lines[left - 1], lines[random() % left]);
+}
+
 // Noding looks at every pair of chords that come near one another.
 bool IsTangled(const Polylines& lines, double tolerance) {
     std::vector<plane::Box> boxes;
@@ -249,6 +258,7 @@ OutlineCheck CheckOutline(const OutlineSource& source, const Axis& axis, Half ha
     const double chord = kChordShare * std::max({rough.Width(), rough.Height(), tolerance});
     Gathered gathered = Gather(source, withDashed, chord);
     DropRepeats(gathered.contour);
+    Scatter(gathered.contour);
     check.isTangled = IsTangled(gathered.contour, tolerance);
     if (check.isTangled) return check;
     // From the middle of the tool on: GEOS sees small numbers wherever the drawing lies.

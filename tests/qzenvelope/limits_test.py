@@ -81,6 +81,9 @@ DRAWINGS = {
     "a grid that nobody wants to be checked": (
         drawing("".join(line(0, i, 200, i) + line(i, 0, i, 200) for i in range(200))), 1,
         r"not checked against the contour"),
+    "a row of short lines": (
+        drawing("".join(line(*p) for p in [(0, 0, 0, 9), (0, 9, 400, 9), (400, 9, 400, 0)]) +
+                "".join(line(i / 100, 5, i / 100 + 0.004, 5.004) for i in range(40000))), None, ""),
     "a bulge next to nothing": (
         drawing(entity("LWPOLYLINE", "AcDbPolyline", 90, 3, 70, 0, 10, 0, 20, 0, 10, 10, 20, 5, 42,
                        "1e-320", 10, 20, 20, 5)), 2, r"entity \w+ is a curve without a length: a bulge so near 0"),
