@@ -107,9 +107,20 @@ bool Law::Leaves(const Curve& c, const End& end) const {
         const P v = Inward(c, isStart);
         if (v.s * end.inward.s + v.r * end.inward.r > 0 &&
             std::fabs(v.s * end.inward.r - v.r * end.inward.s) <= 1e-3)
-            return true;
+            return Doubles(c, m_curves[end.curve]);
     }
     return false;
+}
+
+// Whether the shorter of both lies along the longer. Such as only touch are a corner.
+bool Law::Doubles(const Curve& a, const Curve& b) const {
+    const bool isShorter = LengthOf(a) <= LengthOf(b);
+    const Curve &part = isShorter ? a : b, &whole = isShorter ? b : a;
+    for (int i = 0; i <= 4; ++i) {
+        const P p = At(part, i / 4.0);
+        if (Apart(NearestOn(whole, p), p) > g) return false;
+    }
+    return true;
 }
 
 void Law::FindEnds() {

@@ -60,6 +60,7 @@ private:
     void AddJoins();
     void FindEnds();
     bool Leaves(const Curve& c, const End& end) const;
+    bool Doubles(const Curve& a, const Curve& b) const;
     bool GoesOn(const End& end) const;
     std::vector<int> OneCurve(int start) const;
     void FindTail(End& end) const;
