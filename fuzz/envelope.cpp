@@ -20,13 +20,17 @@ public:
     uint8_t Byte() { return IsEmpty() ? 0 : m_data[m_at++]; }
     double Length(double step) {
         static const double kHairs[] = {0, 0, 0, 0, 0, 1e-12, -1e-9, 1e-7, 3e-5, 1e-4, -1e-3, 0.1};
-        const uint8_t off = Byte();
-        return Byte() * step + kHairs[off % 12];
+        const double hair = kHairs[Byte() % 12];
+        m_hasHair = m_hasHair || (hair != 0 && std::fabs(hair) < 1e-3);
+        return Byte() * step + hair;
     }
+    // Whether numbers lie so close that tolerances decide, where the plain rules have theirs.
+    bool HasHair() const { return m_hasHair; }
 
 private:
     const uint8_t* m_data;
     size_t m_size, m_at = 0;
+    bool m_hasHair = false;
 };
 
 outline::Request RequestOf(Numbers& in) {
@@ -112,7 +116,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     request.verticalEnds = true;
     const outline::Envelope profile = outline::FindEnvelope(request);
     FUZZ_CHECK(profile.refusal == outline::Refusal::None);
-    if (IsMended(profile)) return 0;
+    if (in.HasHair() || IsMended(profile)) return 0;
     FUZZ_CHECK(HoldsRayByRay(request, profile));
     return 0;
 }
